@@ -1,0 +1,27 @@
+# How every target of the project is compiled: warnings, and a static runtime on Windows.
+
+add_library(velbooter_options INTERFACE)
+target_compile_options(velbooter_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
+target_include_directories(velbooter_options INTERFACE "${PROJECT_SOURCE_DIR}")
+if(WIN32)
+    target_compile_options(velbooter_options INTERFACE -ffunction-sections -fdata-sections)
+    target_compile_definitions(velbooter_options INTERFACE WINVER=0x0601 _WIN32_WINNT=0x0601 NOMINMAX
+                                                           WIN32_LEAN_AND_MEAN)
+    target_link_options(velbooter_options INTERFACE -static -Wl,--gc-sections)
+endif()
+
+# velbooter_library(NAME SOURCE...): a static library with the project's warnings.
+function(velbooter_library name)
+    add_library(${name} STATIC ${ARGN})
+    target_link_libraries(${name} PUBLIC velbooter_options)
+endfunction()
+
+# velbooter_program(NAME SOURCE...): an executable; left in bin/ of the build folder, stripped when it ships.
+function(velbooter_program name)
+    add_executable(${name} ${ARGN})
+    target_link_libraries(${name} PRIVATE velbooter_options)
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+    if(WIN32)
+        target_link_options(${name} PRIVATE -s)
+    endif()
+endfunction()

@@ -1,0 +1,21 @@
+#pragma once
+// Dates and times as FAT directory entries and cabinets store them: local time, two seconds' resolution.
+
+#include <cstdint>
+
+namespace tools {
+
+/// A packed local date and time. `Date` = (year-1980)<<9 | month<<5 | day; `Time` = hour<<11 | minute<<5 |
+/// second/2. The range is 1980-01-01 00:00:00 to 2107-12-31 23:59:58.
+struct DosTime {
+    std::uint16_t Date = (1 << 5) | 1;
+    std::uint16_t Time = 0;
+
+    friend bool operator==(const DosTime&, const DosTime&) = default;
+};
+
+/// Packs a local date and time, given in calendar units (month and day 1-based). Values before 1980 give the first
+/// and values after 2107 give the last moment of the range.
+DosTime PackDosTime(int year, int month, int day, int hour, int minute, int second);
+
+}  // namespace tools
