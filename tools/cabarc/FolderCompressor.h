@@ -1,0 +1,45 @@
+#pragma once
+// The seam between the cabinet container and its compression methods. A cabinet folder is one long stream of
+// bytes (the files of the folder back to back, at most 0x7FFF8000 bytes); a compressor cuts it into frames of
+// 32768 bytes and hands each frame, compressed, to the container as the payload of one CFDATA record.
+// Everything streams: a compressor never holds more of the folder than its window, so that memory stays
+// bounded for any folder.
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace tools::cabarc {
+
+/// Uncompressed bytes that every data record of a folder but the last stands for; the last may stand for
+/// less.
+constexpr std::size_t kFrameSize = 32768;
+
+/// Receives the data records of a folder in their order. The container implements it.
+class BlockSink {
+ public:
+    virtual ~BlockSink() = default;
+
+    /// Takes one CFDATA record: its compressed bytes (copied or written before the call returns) and the
+    /// number of bytes that they expand to, 1 to kFrameSize. Throws ToolError when the cabinet cannot take it
+    /// (disk full, too big).
+    virtual void PutBlock(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) = 0;
+};
+
+/// Compresses one folder into a sink that outlives it. A new object is a new folder: no state is carried
+/// over. An object that goes away before Finish() leaves the folder incomplete and gives the sink nothing
+/// more.
+class FolderCompressor {
+ public:
+    virtual ~FolderCompressor() = default;
+
+    /// Appends bytes to the folder's stream. Calls of any size, zero included, give the same records as one
+    /// big call.
+    virtual void Write(std::span<const std::uint8_t> bytes) = 0;
+
+    /// Ends the stream and hands the remaining records to the sink; a folder without a byte has no record. To
+    /// be called once, last.
+    virtual void Finish() = 0;
+};
+
+}  // namespace tools::cabarc
