@@ -1,6 +1,7 @@
 #pragma once
 // The one place where the tools turn numbers into little-endian bytes and back. Every on-disk field of a FAT
-// file system and of a cabinet is little-endian and may be unaligned, so no struct is ever laid over a buffer.
+// file system and of a cabinet is little-endian and may be unaligned, so no struct is ever laid over a
+// buffer.
 
 #include <cstdint>
 #include <vector>

@@ -14,8 +14,8 @@ struct DosTime {
     friend bool operator==(const DosTime&, const DosTime&) = default;
 };
 
-/// Packs a local date and time, given in calendar units (month and day 1-based). Values before 1980 give the first
-/// and values after 2107 give the last moment of the range.
+/// Packs a local date and time, given in calendar units (month and day 1-based). Values before 1980 give the
+/// first and values after 2107 give the last moment of the range.
 DosTime PackDosTime(int year, int month, int day, int hour, int minute, int second);
 
 }  // namespace tools

@@ -1,10 +1,11 @@
 #pragma once
-// What the companions need of the operating system's files beyond standard C++: DOS attributes, local times,
-// the arguments as the user typed them, and a way to replace a file that never leaves half of one.
-// All names are UTF-8; HostFiles_win.cpp and HostFiles_posix.cpp implement it.
+// What the companions need of the operating system beyond standard C++: DOS attributes, local times, the
+// arguments as the user typed them, messages that reach a console unharmed, and the file that stands behind
+// OutputFile. All texts and names are UTF-8; HostFiles_win.cpp and HostFiles_posix.cpp implement it.
 
 #include <cstdint>
 #include <filesystem>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -20,29 +21,88 @@ enum DosAttribute : std::uint8_t {
     kArchive = 0x20,
 };
 
-/// One entry of a folder.
+/// One entry of a folder. A link to a file counts as that file; a link to a folder (a junction too) is a
+/// folder with `IsLink` set, so that a walk can refuse what might lead it in circles.
 struct HostFile {
-    std::string Name;              ///< UTF-8, without the folder
-    bool IsFolder = false;
-    std::uint64_t Size = 0;        ///< bytes; 0 for a folder
-    DosTime Modified;              ///< local time of the last change
-    std::uint8_t Attributes = 0;   ///< DosAttribute bits; POSIX: read-only when nobody may write, else archive
+    std::string Name;        ///< UTF-8, without the folder
+    bool IsFolder = false;   ///< a folder, or a link to one
+    bool IsLink = false;     ///< a folder that is reached through a link
+    bool IsSpecial = false;  ///< neither a file nor a folder: a pipe, a device, a link that leads nowhere
+    std::uint64_t Size = 0;  ///< bytes; 0 for a folder
+    DosTime Modified;        ///< local time of the last change
+    std::uint8_t Attributes = 0;  ///< DosAttribute bits; POSIX: read-only when nobody may write, else archive
 };
 
 /// Returns the arguments of the program, its own name excluded, as UTF-8. On Windows they are taken from the
-/// process's wide command line (the C library would expand wildcards and lose characters); on POSIX from argv.
+/// process's wide command line (the C library would expand wildcards and lose characters); on POSIX from
+/// argv.
 std::vector<std::string> Arguments(int argc, char** argv);
 
-/// Converts UTF-8 (with "/" or, on either system, "\" between folders) to a path of this system.
+/// Where Print writes to.
+enum class Stream { Output, Error };
+
+/// Writes UTF-8 text to a standard stream; a Windows console gets it as Unicode, a file or pipe as it is.
+/// Failure to write (a closed pipe) is ignored.
+void Print(Stream stream, const std::string& text);
+
+/// Converts UTF-8 (with "/" or, on either system, "\" between folders) to a path of this system. Throws
+/// ToolError when `text` is not UTF-8.
 std::filesystem::path PathFromUtf8(const std::string& text);
 
-/// Returns the entries of `folder` except "." and "..", sorted by name without regard to ASCII case (byte order
-/// decides between names that are equal so). Throws ToolError naming the folder when it cannot be read, and naming the
-/// entry when its name cannot be expressed in Unicode.
+/// Converts a path to UTF-8 for messages; the prefix that LongPath puts before it is left out.
+std::string Utf8FromPath(const std::filesystem::path& path);
+
+/// Returns a form of `path` whose length Windows does not limit (absolute, with the prefix for long paths);
+/// names may be appended to it. On POSIX the path itself. The functions below apply it themselves; streams
+/// need it.
+std::filesystem::path LongPath(const std::filesystem::path& path);
+
+/// What stands under a name.
+enum class FileKind { Missing, Writable, ReadOnly, Folder, Special };
+
+/// Returns what `path` leads to. A file that nobody may write is ReadOnly; what cannot be looked at counts as
+/// Missing.
+FileKind KindOf(const std::filesystem::path& path);
+
+/// Makes `folder` and its missing parents. Throws ToolError naming the folder that cannot be made.
+void CreateFolders(const std::filesystem::path& folder);
+
+/// Returns the entries of `folder` except "." and "..", sorted by name without regard to ASCII case (byte
+/// order decides between names that are equal so). Throws ToolError naming the folder when it cannot be read,
+/// and naming the entry when its name cannot be expressed in Unicode.
 std::vector<HostFile> ListFolder(const std::filesystem::path& folder);
 
-/// Sets the modification time (local time) and the DOS attributes of a closed file. Returns false when the system
-/// refused; POSIX sets what it can express.
+/// Fills `bytes` from the start of `file`. Throws ToolError naming the file when it cannot be opened or read,
+/// and when it does not hold exactly that many bytes (because it changed since it was listed).
+void ReadWhole(const std::filesystem::path& file, std::span<std::uint8_t> bytes);
+
+/// Sets the modification time (local time) and the DOS attributes of a closed file. Returns false when the
+/// system refused; POSIX sets what it can express.
 bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime modified, std::uint8_t attributes);
+
+/// The file beside a target that holds what will replace it. Only one process at a time can have it open. It
+/// goes away with the object unless MoveToTarget() succeeded; on Windows the system removes it with the
+/// process too. OutputFile is the way to use it.
+class PartFile {
+ public:
+    /// Creates "<target>.unfinished~", or takes over the one that a killed run left. Throws ToolError naming
+    /// `target`.
+    explicit PartFile(const std::filesystem::path& target);
+    ~PartFile();
+    PartFile(const PartFile&) = delete;
+    PartFile& operator=(const PartFile&) = delete;
+
+    /// Writes `bytes` at `offset` (in bytes). Throws ToolError naming the target.
+    void WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
+
+    /// Closes the part and renames it over the target. Throws ToolError naming the target, which is then
+    /// untouched.
+    void MoveToTarget();
+
+ private:
+    std::filesystem::path target_;
+    std::filesystem::path part_;
+    std::intptr_t handle_;  // HANDLE or file descriptor; -1 once it is closed
+};
 
 }  // namespace tools

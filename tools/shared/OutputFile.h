@@ -1,41 +1,48 @@
 #pragma once
 // A file that appears under its name only when it is complete. It is written beside the target as
-// "<target>.part" and moved over the target by Commit(); until then an existing target stays as it was.
-// When the object goes away without Commit() the part is removed. On Windows the part is also deleted by the
-// system when the process is killed; elsewhere the next run writes over a part that was left.
+// "<target>.unfinished~" and moved over the target by Commit(); until then an existing target stays as it
+// was. When the object goes away without Commit() the part is removed. On Windows the part is also deleted by
+// the system when the process is killed; elsewhere the next run writes over a part that was left. Of two runs
+// that write the same target at the same time the second is refused.
 
 #include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <span>
 
+#include "tools/shared/HostFiles.h"
+
 namespace tools {
 
 class OutputFile {
  public:
-    /// Creates missing parent folders and opens the part. Throws ToolError naming `target` when it cannot, or when
-    /// the target exists and is a folder or read-only.
+    /// Creates missing parent folders and opens the part. Throws ToolError naming `target` when it cannot, or
+    /// when the target exists and is read-only or anything but a file.
     explicit OutputFile(const std::filesystem::path& target);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    /// Appends bytes. Throws ToolError naming the target (disk full, for instance).
+    /// Appends bytes; every call goes to the system at once, so hand over large pieces. Throws ToolError
+    /// naming the target (disk full, for instance).
     void Write(std::span<const std::uint8_t> bytes);
 
-    /// Overwrites bytes at `offset` (in bytes from the start) that were written before; the append position stays.
+    /// Overwrites bytes at `offset` (in bytes from the start) that were written before; the append position
+    /// stays.
     void WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
 
     /// Number of bytes written by Write so far.
     std::uint64_t Size() const;
 
-    /// Closes the part and puts it in the place of the target. Throws ToolError naming the target when it is in use or
-    /// cannot be replaced; the part is then removed and the old target is untouched. To be called once, last.
+    /// Closes the part and puts it in the place of the target. Throws ToolError naming the target when it is
+    /// in use or cannot be replaced; the part is then removed and the old target is untouched. To be called
+    /// once, last.
     void Commit();
 
  private:
-    class Part;
-    std::unique_ptr<Part> part_;
+    std::filesystem::path target_;
+    std::unique_ptr<PartFile> part_;
+    std::uint64_t size_ = 0;
 };
 
 }  // namespace tools

@@ -8,9 +8,9 @@ namespace tools {
 
 /// Exit codes of the companions.
 enum class ExitCode {
-    Done = 0,        ///< everything asked for was done
-    Failed = 1,      ///< the work could not be done; nothing was left behind
-    WrongCall = 2,   ///< the command line was not understood; the usage was printed
+    Done = 0,       ///< everything asked for was done
+    Failed = 1,     ///< the work could not be done; nothing was left behind
+    WrongCall = 2,  ///< the command line was not understood; the usage was printed
 };
 
 /// A failure that the user must read. `what()` is one line that names the file or the option and says what is

@@ -1,0 +1,390 @@
+#include <windows.h>
+// shellapi.h needs windows.h before it.
+#include <shellapi.h>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+#include "tools/shared/ByteOrder.h"
+#include "tools/shared/HostFiles.h"
+#include "tools/shared/ToolError.h"
+#include "tools/shared/Utf8.h"
+
+namespace tools {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr wchar_t kLongPrefix[] = L"\\\\?\\";
+constexpr wchar_t kLongNetworkPrefix[] = L"\\\\?\\UNC\\";
+constexpr std::size_t kLongPrefixLength = 4;
+constexpr std::size_t kLongNetworkPrefixLength = 8;
+constexpr DWORD kLargestPiece = 1U << 30;
+
+// Returns whether `wide` could be expressed, which names with half a surrogate pair cannot.
+bool ConvertToUtf8(const std::wstring& wide, std::string& text) {
+    text.clear();
+    if (wide.empty()) return true;
+    const int length = static_cast<int>(wide.size());
+    const int needed =
+        WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, wide.data(), length, nullptr, 0, nullptr, nullptr);
+    if (needed <= 0) return false;
+    text.resize(static_cast<std::size_t>(needed));
+    return WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, wide.data(), length, text.data(), needed,
+                               nullptr, nullptr) == needed;
+}
+
+std::string LossyUtf8(const std::wstring& wide) {
+    std::string text;
+    if (ConvertToUtf8(wide, text)) return text;
+    for (const wchar_t unit : wide) text += unit >= 0x20 && unit < 0x7F ? static_cast<char>(unit) : '?';
+    return text;
+}
+
+std::wstring WideFromUtf8(const std::string& text) {
+    const std::u16string wide = Utf16FromUtf8(text);
+    return {wide.begin(), wide.end()};
+}
+
+std::string Reason(DWORD error) {
+    wchar_t text[512];
+    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
+                                  0, text, static_cast<DWORD>(std::size(text)), nullptr);
+    while (length > 0 && (text[length - 1] <= L' ' || text[length - 1] == L'.')) --length;
+    return length > 0 ? LossyUtf8({text, length}) : "error " + std::to_string(error);
+}
+
+class Handle {
+ public:
+    explicit Handle(HANDLE value) : value_(value) {}
+    ~Handle() {
+        if (IsOpen()) CloseHandle(value_);
+    }
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
+    bool IsOpen() const { return value_ != INVALID_HANDLE_VALUE; }
+    HANDLE Value() const { return value_; }
+
+ private:
+    HANDLE value_;
+};
+
+class Search {
+ public:
+    explicit Search(HANDLE value) : value_(value) {}
+    ~Search() {
+        if (IsOpen()) FindClose(value_);
+    }
+    Search(const Search&) = delete;
+    Search& operator=(const Search&) = delete;
+    bool IsOpen() const { return value_ != INVALID_HANDLE_VALUE; }
+    HANDLE Value() const { return value_; }
+
+ private:
+    HANDLE value_;
+};
+
+// Converts by the rules that were in force at the time itself, as the file manager shows it. The rules of a
+// year are kept, because fetching them costs more than reading a folder's entry.
+class LocalClock {
+ public:
+    DosTime FromFileTime(const FILETIME& moment) {
+        SYSTEMTIME utc{};
+        SYSTEMTIME local{};
+        if (!FileTimeToSystemTime(&moment, &utc) || !FetchRules(utc.wYear)) return DosTime{};
+        if (!SystemTimeToTzSpecificLocalTime(&rules_, &utc, &local)) return DosTime{};
+        return PackDosTime(local.wYear, local.wMonth, local.wDay, local.wHour, local.wMinute, local.wSecond);
+    }
+
+    bool ToFileTime(DosTime packed, FILETIME& moment) {
+        SYSTEMTIME local{};
+        SYSTEMTIME utc{};
+        local.wYear = static_cast<WORD>(1980 + (packed.Date >> 9));
+        local.wMonth = static_cast<WORD>((packed.Date >> 5) & 15);
+        local.wDay = static_cast<WORD>(packed.Date & 31);
+        local.wHour = static_cast<WORD>(packed.Time >> 11);
+        local.wMinute = static_cast<WORD>((packed.Time >> 5) & 63);
+        local.wSecond = static_cast<WORD>((packed.Time & 31) * 2);
+        return FetchRules(local.wYear) && TzSpecificLocalTimeToSystemTime(&rules_, &local, &utc) &&
+               SystemTimeToFileTime(&utc, &moment);
+    }
+
+ private:
+    bool FetchRules(WORD year) {
+        if (year == year_) return true;
+        if (!GetTimeZoneInformationForYear(year, nullptr, &rules_)) return false;
+        year_ = year;
+        return true;
+    }
+
+    WORD year_ = 0;
+    TIME_ZONE_INFORMATION rules_{};
+};
+
+HostFile Describe(const WIN32_FIND_DATAW& found, const fs::path& folder, LocalClock& clock) {
+    HostFile entry;
+    if (!ConvertToUtf8(found.cFileName, entry.Name))
+        throw ToolError(Utf8FromPath(folder) +
+                        ": holds a name that is not Unicode: " + LossyUtf8(found.cFileName));
+    constexpr DWORD kOrdinary =
+        FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
+    entry.Attributes = static_cast<std::uint8_t>(found.dwFileAttributes & kOrdinary);
+    entry.Modified = clock.FromFileTime(found.ftLastWriteTime);
+    entry.IsFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    entry.IsSpecial = (found.dwFileAttributes & FILE_ATTRIBUTE_DEVICE) != 0;
+    if (!entry.IsFolder)
+        entry.Size = (static_cast<std::uint64_t>(found.nFileSizeHigh) << 32) | found.nFileSizeLow;
+    if ((found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && entry.IsFolder) {
+        // Other reparse points (files kept online, for instance) are ordinary folders to a reader. Wine gives
+        // no tag.
+        const DWORD tag = found.dwReserved0;
+        entry.IsLink = tag == IO_REPARSE_TAG_SYMLINK || tag == IO_REPARSE_TAG_MOUNT_POINT || tag == 0;
+    }
+    return entry;
+}
+
+// A link to a file is listed with the size 0 of the link itself; what it leads to is what counts.
+void FollowFileLink(const fs::path& file, const WIN32_FIND_DATAW& found, HostFile& entry, LocalClock& clock) {
+    if (entry.IsFolder || (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0 ||
+        found.dwReserved0 != IO_REPARSE_TAG_SYMLINK)
+        return;
+    const Handle target(CreateFileW(file.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    BY_HANDLE_FILE_INFORMATION status{};
+    if (!target.IsOpen() || !GetFileInformationByHandle(target.Value(), &status)) {
+        entry.IsSpecial = true;
+        return;
+    }
+    entry.Size = (static_cast<std::uint64_t>(status.nFileSizeHigh) << 32) | status.nFileSizeLow;
+    entry.Modified = clock.FromFileTime(status.ftLastWriteTime);
+}
+
+bool MarkForDeletion(HANDLE file, bool isMarked) {
+    FILE_DISPOSITION_INFO disposition{};
+    disposition.DeleteFile = isMarked ? TRUE : FALSE;
+    return SetFileInformationByHandle(file, FileDispositionInfo, &disposition, sizeof disposition) != 0;
+}
+
+// Renaming the file while it is still open leaves no moment in which a virus scanner could hold it.
+bool RenameOpenFile(HANDLE file, const std::wstring& target) {
+    const std::size_t nameBytes = target.size() * sizeof(wchar_t);
+    const std::size_t size = offsetof(FILE_RENAME_INFO, FileName) + nameBytes + sizeof(wchar_t);
+    FILE_RENAME_INFO header{};
+    header.ReplaceIfExists = TRUE;
+    header.FileNameLength = static_cast<DWORD>(nameBytes);
+    std::vector<std::uint8_t> request(std::max(size, sizeof header));
+    std::memcpy(request.data(), &header, sizeof header);
+    std::memcpy(request.data() + offsetof(FILE_RENAME_INFO, FileName), target.data(), nameBytes);
+    return SetFileInformationByHandle(file, FileRenameInfo, request.data(),
+                                      static_cast<DWORD>(request.size())) != 0;
+}
+
+HANDLE AsHandle(std::intptr_t value) {
+    return reinterpret_cast<HANDLE>(value);
+}
+
+}  // namespace
+
+std::vector<std::string> Arguments(int, char**) {
+    int count = 0;
+    wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::vector<std::string> arguments;
+    for (int i = 1; words != nullptr && i < count; ++i) arguments.push_back(LossyUtf8(words[i]));
+    LocalFree(words);
+    return arguments;
+}
+
+void Print(Stream stream, const std::string& text) {
+    const HANDLE output = GetStdHandle(stream == Stream::Output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+    DWORD mode = 0;
+    DWORD written = 0;
+    if (GetConsoleMode(output, &mode) && IsUtf8(text)) {
+        const std::wstring wide = WideFromUtf8(text);
+        WriteConsoleW(output, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
+    } else {
+        WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+    }
+}
+
+fs::path PathFromUtf8(const std::string& text) {
+    if (!IsUtf8(text)) throw ToolError("this name is not UTF-8: " + PrintableBytes(text));
+    return WideFromUtf8(text);
+}
+
+std::string Utf8FromPath(const fs::path& path) {
+    const std::wstring& text = path.native();
+    if (text.starts_with(kLongNetworkPrefix))
+        return LossyUtf8(L"\\\\" + text.substr(kLongNetworkPrefixLength));
+    if (text.starts_with(kLongPrefix)) return LossyUtf8(text.substr(kLongPrefixLength));
+    return LossyUtf8(text);
+}
+
+fs::path LongPath(const fs::path& path) {
+    const std::wstring& text = path.native();
+    if (text.starts_with(kLongPrefix) || text.empty()) return path;
+    std::wstring full;
+    DWORD length = GetFullPathNameW(text.c_str(), 0, nullptr, nullptr);
+    if (length == 0) return path;
+    full.resize(length);
+    length = GetFullPathNameW(text.c_str(), length, full.data(), nullptr);
+    full.resize(length);
+    // Devices ("\\.\...", what "NUL" becomes) have no long form.
+    if (full.starts_with(L"\\\\.\\")) return full;
+    if (full.starts_with(L"\\\\")) return kLongNetworkPrefix + full.substr(2);
+    return kLongPrefix + full;
+}
+
+FileKind KindOf(const fs::path& path) {
+    const DWORD attributes = GetFileAttributesW(LongPath(path).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) return FileKind::Missing;
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return FileKind::Folder;
+    if ((attributes & FILE_ATTRIBUTE_DEVICE) != 0) return FileKind::Special;
+    return (attributes & FILE_ATTRIBUTE_READONLY) != 0 ? FileKind::ReadOnly : FileKind::Writable;
+}
+
+void CreateFolders(const fs::path& folder) {
+    std::vector<std::wstring> missing;
+    std::wstring current = LongPath(folder).native();
+    while (current.size() > kLongPrefixLength && KindOf(current) == FileKind::Missing) {
+        missing.push_back(current);
+        const std::size_t separator = current.find_last_of(L'\\');
+        current.resize(separator == std::wstring::npos ? 0 : separator);
+    }
+    for (; !missing.empty(); missing.pop_back()) {
+        if (CreateDirectoryW(missing.back().c_str(), nullptr)) continue;
+        // Another process may have been faster.
+        const DWORD error = GetLastError();
+        if (KindOf(missing.back()) != FileKind::Folder)
+            throw ToolError(Utf8FromPath(missing.back()) + ": this folder cannot be made: " + Reason(error));
+    }
+}
+
+std::vector<HostFile> ListFolder(const fs::path& folder) {
+    const fs::path longFolder = LongPath(folder);
+    WIN32_FIND_DATAW found{};
+    const Search search(FindFirstFileExW((longFolder / L"*").c_str(), FindExInfoBasic, &found,
+                                         FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH));
+    if (!search.IsOpen()) {
+        // The root of an empty drive has not even the entries "." and "..".
+        const DWORD error = GetLastError();
+        const DWORD attributes = GetFileAttributesW(longFolder.c_str());
+        if (error == ERROR_FILE_NOT_FOUND && attributes != INVALID_FILE_ATTRIBUTES &&
+            (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+            return {};
+        throw ToolError(Utf8FromPath(folder) + ": this folder cannot be read: " + Reason(error));
+    }
+    LocalClock clock;
+    std::vector<HostFile> entries;
+    do {
+        if (std::wcscmp(found.cFileName, L".") == 0 || std::wcscmp(found.cFileName, L"..") == 0) continue;
+        HostFile entry = Describe(found, folder, clock);
+        FollowFileLink(longFolder / found.cFileName, found, entry, clock);
+        entries.push_back(std::move(entry));
+    } while (FindNextFileW(search.Value(), &found));
+    if (GetLastError() != ERROR_NO_MORE_FILES)
+        throw ToolError(Utf8FromPath(folder) + ": this folder cannot be read: " + Reason(GetLastError()));
+    std::sort(entries.begin(), entries.end(),
+              [](const HostFile& a, const HostFile& b) { return PrecedesWithoutCase(a.Name, b.Name); });
+    return entries;
+}
+
+void ReadWhole(const fs::path& file, std::span<std::uint8_t> bytes) {
+    const Handle input(CreateFileW(LongPath(file).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                   OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    if (!input.IsOpen())
+        throw ToolError(Utf8FromPath(file) + ": cannot be opened: " + Reason(GetLastError()));
+    std::size_t done = 0;
+    for (;;) {
+        // Once all bytes are there, one more is asked for, so that a file that has grown is noticed.
+        std::uint8_t surplus = 0;
+        const bool isFull = done == bytes.size();
+        const auto piece = static_cast<DWORD>(std::min<std::size_t>(bytes.size() - done, kLargestPiece));
+        DWORD count = 0;
+        if (!ReadFile(input.Value(), isFull ? &surplus : bytes.data() + done, isFull ? 1 : piece, &count,
+                      nullptr))
+            throw ToolError(Utf8FromPath(file) + ": cannot be read: " + Reason(GetLastError()));
+        if (isFull ? count > 0 : count == 0)
+            throw ToolError(Utf8FromPath(file) + ": changed while it was being read");
+        if (isFull) return;
+        done += count;
+    }
+}
+
+bool SetTimeAndAttributes(const fs::path& file, DosTime modified, std::uint8_t attributes) {
+    const fs::path longFile = LongPath(file);
+    FILETIME moment{};
+    bool isDone = LocalClock().ToFileTime(modified, moment);
+    if (isDone) {
+        const Handle target(CreateFileW(longFile.c_str(), FILE_WRITE_ATTRIBUTES,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+        isDone = target.IsOpen() && SetFileTime(target.Value(), nullptr, nullptr, &moment);
+    }
+    constexpr DWORD kOrdinary = kReadOnly | kHidden | kSystem | kArchive;
+    const DWORD wanted = attributes & kOrdinary;
+    return SetFileAttributesW(longFile.c_str(), wanted != 0 ? wanted : FILE_ATTRIBUTE_NORMAL) != 0 && isDone;
+}
+
+PartFile::PartFile(const fs::path& target) : target_(target), part_(LongPath(target)), handle_(-1) {
+    part_ += L".unfinished~";
+    const HANDLE file = CreateFileW(part_.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError();
+        // A part that waits to be deleted answers "access denied"; only a search still sees it.
+        WIN32_FIND_DATAW found{};
+        if (error == ERROR_SHARING_VIOLATION ||
+            (error == ERROR_ACCESS_DENIED && Search(FindFirstFileW(part_.c_str(), &found)).IsOpen()))
+            throw ToolError(Utf8FromPath(target) + ": is being written by another run");
+        throw ToolError(Utf8FromPath(target) + ": cannot be written: " + Reason(error));
+    }
+    handle_ = reinterpret_cast<std::intptr_t>(file);
+    // Where the file system cannot do this, a killed run leaves its part and the next run writes over it.
+    MarkForDeletion(file, true);
+}
+
+PartFile::~PartFile() {
+    if (handle_ == -1) return;
+    const bool isMarked = MarkForDeletion(AsHandle(handle_), true);
+    CloseHandle(AsHandle(handle_));
+    if (!isMarked) DeleteFileW(part_.c_str());
+}
+
+void PartFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
+    LARGE_INTEGER position{};
+    position.QuadPart = static_cast<LONGLONG>(offset);
+    bool isDone = SetFilePointerEx(AsHandle(handle_), position, nullptr, FILE_BEGIN) != 0;
+    while (isDone && !bytes.empty()) {
+        const auto piece = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), kLargestPiece));
+        DWORD count = 0;
+        isDone = WriteFile(AsHandle(handle_), bytes.data(), piece, &count, nullptr) && count > 0;
+        bytes = bytes.subspan(count);
+    }
+    if (!isDone) throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + Reason(GetLastError()));
+}
+
+void PartFile::MoveToTarget() {
+    const fs::path longTarget = LongPath(target_);
+    MarkForDeletion(AsHandle(handle_), false);
+    bool isMoved = RenameOpenFile(AsHandle(handle_), longTarget.native());
+    DWORD error = GetLastError();
+    if (!isMoved && error != ERROR_ACCESS_DENIED && error != ERROR_SHARING_VIOLATION) {
+        // Some network file systems do not rename an open file.
+        CloseHandle(AsHandle(handle_));
+        handle_ = -1;
+        isMoved = MoveFileExW(part_.c_str(), longTarget.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+        error = GetLastError();
+        if (!isMoved) DeleteFileW(part_.c_str());
+    }
+    if (!isMoved) {
+        const bool isInUse = error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
+        throw ToolError(Utf8FromPath(target_) + ": cannot be replaced: " +
+                        (isInUse ? "another program is using it, or it is protected" : Reason(error)));
+    }
+    if (handle_ != -1) CloseHandle(AsHandle(handle_));
+    handle_ = -1;
+}
+
+}  // namespace tools

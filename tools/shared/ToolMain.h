@@ -1,0 +1,14 @@
+#pragma once
+// What the main functions of the companions share: a failure becomes one line on standard error that starts
+// with the program's name, and the process's exit code.
+
+#include <functional>
+#include <string>
+
+namespace tools {
+
+/// Runs `work` and returns the process's exit code: 0, or the code of the ToolError that it threw; any other
+/// exception (no memory, for instance) gives 1. A failure is printed as "<program>: <line>".
+int RunTool(const std::string& program, const std::function<void()>& work);
+
+}  // namespace tools
