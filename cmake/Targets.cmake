@@ -16,12 +16,22 @@ function(velbooter_library name)
     target_link_libraries(${name} PUBLIC velbooter_options)
 endfunction()
 
-# velbooter_program(NAME SOURCE...): an executable; left in bin/ of the build folder, stripped when it ships.
+# velbooter_program(NAME DESCRIPTION text SOURCE...): an executable, left in bin/ of the build folder; on Windows stripped
+# and with the project's icon, manifest and version. A leading WIN32 among the sources makes it a window program.
 function(velbooter_program name)
-    add_executable(${name} ${ARGN})
+    cmake_parse_arguments(program "" "DESCRIPTION" "" ${ARGN})
+    add_executable(${name} ${program_UNPARSED_ARGUMENTS})
     target_link_libraries(${name} PRIVATE velbooter_options)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
     if(WIN32)
+        set(description "${program_DESCRIPTION}")
+        set(manifest "${CMAKE_CURRENT_BINARY_DIR}/${name}.manifest")
+        set(script "${CMAKE_CURRENT_BINARY_DIR}/${name}.rc")
+        configure_file("${PROJECT_SOURCE_DIR}/resources/program.manifest.in" "${manifest}" @ONLY)
+        configure_file("${PROJECT_SOURCE_DIR}/resources/program.rc.in" "${script}" @ONLY)
+        set_source_files_properties("${script}" PROPERTIES OBJECT_DEPENDS
+            "${manifest};${PROJECT_SOURCE_DIR}/resources/Version.h;${PROJECT_SOURCE_DIR}/resources/velbooter.ico")
+        target_sources(${name} PRIVATE "${script}")
         target_link_options(${name} PRIVATE -s)
     endif()
 endfunction()

@@ -1,0 +1,42 @@
+// The entry of the program: makes the real desktop, runs the start routine and turns its end into an exit
+// code.
+
+#include <windows.h>
+
+#include <exception>
+
+#include "src/common/ProgramEnd.h"
+#include "src/common/SetupCommon.h"
+#include "src/common/SingleInstance.h"
+#include "src/forms/ProductTexts.h"
+#include "src/start/CommandLine.h"
+#include "src/start/Main.h"
+#include "src/ui/windows/SystemDesktop.h"
+
+namespace {
+
+std::string ExecutableFolder() {
+    char path[MAX_PATH] = "";
+    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
+    return velbooter::GetFolderPart(path);
+}
+
+}  // namespace
+
+int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, char* /*commandLine*/, int /*show*/) {
+    using velbooter::ExitCode;
+    const std::string folder = ExecutableFolder();
+    const velbooter::SingleInstance instance(folder);
+    velbooter::SystemDesktop desktop;
+    velbooter::Application app(folder, desktop);
+    desktop.ShowFormsOf(app);
+    try {
+        velbooter::Main(app, instance, velbooter::TextAfterProgramName(::GetCommandLineA()));
+    } catch (const velbooter::ProgramEnd& end) {
+        return static_cast<int>(end.Code);
+    } catch (const std::exception& error) {
+        desktop.ShowMessage(
+            {error.what(), velbooter::kProgramTitle, velbooter::Buttons::Ok, velbooter::Icon::Critical});
+        return static_cast<int>(ExitCode::InternalError);
+    }
+}

@@ -1,0 +1,74 @@
+#include "src/common/FileSystem.h"
+
+#include <windows.h>
+
+#include "src/common/RuntimeError.h"
+
+namespace velbooter {
+
+namespace {
+
+void ClearAttributes(const std::string& file) {
+    if (::GetFileAttributesA(file.c_str()) != INVALID_FILE_ATTRIBUTES) {
+        ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_NORMAL);
+    }
+}
+
+bool MeansNothingThere(DWORD error) {
+    return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_NO_MORE_FILES ||
+           error == ERROR_INVALID_NAME || error == ERROR_DIRECTORY;
+}
+
+}  // namespace
+
+std::optional<FolderEntry> FolderListing::Next() {
+    WIN32_FIND_DATAA data{};
+    if (search_) {
+        if (::FindNextFileA(search_.Get(), &data) == 0) return std::nullopt;
+    } else {
+        search_ = FindHandle(::FindFirstFileA(pattern_.c_str(), &data));
+        if (!search_) {
+            if (MeansNothingThere(::GetLastError())) return std::nullopt;
+            RaiseLastSystemError(pattern_);
+        }
+    }
+    return FolderEntry{data.cFileName, (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
+                       (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0};
+}
+
+void CopyFileOver(const std::string& source, const std::string& destination) {
+    ClearAttributes(destination);
+    if (::CopyFileA(source.c_str(), destination.c_str(), FALSE) == 0) {
+        const DWORD error = ::GetLastError();
+        if (RuntimeErrorFromSystem(error) == kDiskFull) ::DeleteFileA(destination.c_str());
+        throw RuntimeError(RuntimeErrorFromSystem(error), destination);
+    }
+}
+
+void DeleteFileAt(const std::string& file) {
+    ClearAttributes(file);
+    if (::DeleteFileA(file.c_str()) == 0) RaiseLastSystemError(file);
+}
+
+void RenameFileTo(const std::string& file, const std::string& newName) {
+    if (::GetFileAttributesA(newName.c_str()) != INVALID_FILE_ATTRIBUTES) {
+        throw RuntimeError(kFileAlreadyExists, newName);
+    }
+    if (::MoveFileA(file.c_str(), newName.c_str()) == 0) RaiseLastSystemError(file);
+}
+
+void MakeFolder(const std::string& folder) {
+    if (::CreateDirectoryA(folder.c_str(), nullptr) == 0) RaiseLastSystemError(folder);
+}
+
+void MakeEmptyFile(const std::string& file) {
+    const FileHandle made(::CreateFileA(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!made) RaiseLastSystemError(file);
+}
+
+void ChangeDriveAndFolder(const std::string& folder) {
+    if (::SetCurrentDirectoryA(folder.c_str()) == 0) RaiseLastSystemError(folder);
+}
+
+}  // namespace velbooter

@@ -1,0 +1,33 @@
+#include "src/common/INIFile.h"
+
+#include <windows.h>
+
+#include "src/common/Text.h"
+
+namespace velbooter {
+
+namespace {
+constexpr DWORD kBufferCharacters = 100;
+}
+
+void INIFile::CreateIni(const std::string& folder, const std::string& file) {
+    const size_t folderEnd = folder.find_last_not_of('\\');
+    const size_t fileBegin = file.find_first_not_of('\\');
+    FileName = (folderEnd == std::string::npos ? "" : folder.substr(0, folderEnd + 1)) + "\\" +
+               (fileBegin == std::string::npos ? "" : file.substr(fileBegin));
+}
+
+void INIFile::SetINIKey(const std::string& section, const std::string& key, const std::string& value) const {
+    ::WritePrivateProfileStringA(section.c_str(), key.c_str(), value.c_str(), FileName.c_str());
+}
+
+std::string INIFile::GetINIKey(const std::string& section, const std::string& key) const {
+    std::string buffer(kBufferCharacters, ' ');
+    const DWORD length = ::GetPrivateProfileStringA(section.c_str(), key.c_str(), "", buffer.data(),
+                                                    kBufferCharacters, FileName.c_str());
+    // A value that fills the buffer is handed on without the terminator; a shorter one keeps it.
+    buffer.resize(length >= kBufferCharacters - 1 ? kBufferCharacters - 1 : length + 1);
+    return Trim(buffer);
+}
+
+}  // namespace velbooter

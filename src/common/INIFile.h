@@ -1,0 +1,32 @@
+#pragma once
+// The accessor for the program's INI files, a thin object around the system's profile functions. It keeps no
+// cache: every call goes to the file. Values are in the Windows ANSI code page.
+
+#include <string>
+
+namespace velbooter {
+
+class INIFile {
+ public:
+    /// Full path of the file; not checked. A missing file reads as empty values and is made by the first
+    /// write.
+    std::string FileName;
+
+    INIFile() = default;
+    explicit INIFile(const std::string& fileName) : FileName(fileName) {}
+
+    /// Sets FileName to `folder` + "\" + `file`, without the folder's trailing and the file's leading
+    /// backslashes.
+    void CreateIni(const std::string& folder, const std::string& file);
+
+    /// Writes key = value in [section]; an empty value writes the key with nothing behind its equals sign. A
+    /// failure is silent.
+    void SetINIKey(const std::string& section, const std::string& key, const std::string& value) const;
+
+    /// Returns the value of the key followed by one NUL character: just the NUL for a missing key or an empty
+    /// value. A value of 99 characters or more comes back as its first 99 characters without the NUL. Callers
+    /// that compare or join a value cut it with TrimAtNul first.
+    std::string GetINIKey(const std::string& section, const std::string& key) const;
+};
+
+}  // namespace velbooter

@@ -1,0 +1,52 @@
+#pragma once
+// The one error type of file operations. Routines that may fail with a number the user is told raise it; the
+// numbers and texts are the field's file errors (53 "File not found", 61 "Disk full", ...), so that a message
+// about a full floppy reads the same whichever routine met it.
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+namespace velbooter {
+
+/// Numbers of the errors that the program itself names or raises.
+enum RuntimeErrorNumber : int {
+    kOverflow = 6,
+    kOutOfMemory = 7,
+    kBadFileName = 52,
+    kFileNotFound = 53,
+    kDeviceError = 57,
+    kFileAlreadyExists = 58,
+    kDiskFull = 61,
+    kTooManyFiles = 67,
+    kDeviceUnavailable = 68,
+    kPermissionDenied = 70,
+    kDiskNotReady = 71,
+    kDifferentDrive = 74,
+    kPathFileAccess = 75,
+    kPathNotFound = 76,
+};
+
+/// A failed operation: its number, the number's text, and the file it was about ("" when there is none).
+class RuntimeError : public std::runtime_error {
+ public:
+    /// Makes the error `number` with its own text (RuntimeErrorText).
+    explicit RuntimeError(int number, const std::string& file = "");
+
+    int Number;
+    std::string Text;
+    std::string File;
+};
+
+/// Returns the text of an error number, for example "Disk full" for 61; "Application-defined error" for a
+/// number that is not in the table.
+std::string RuntimeErrorText(int number);
+
+/// Returns the error number that stands for a result of GetLastError. A code that is not in the table is a
+/// device error (57).
+int RuntimeErrorFromSystem(std::uint32_t systemError);
+
+/// Raises the RuntimeError for the calling thread's last system error, about `file`.
+[[noreturn]] void RaiseLastSystemError(const std::string& file);
+
+}  // namespace velbooter

@@ -1,0 +1,113 @@
+#include "src/common/Text.h"
+
+#include <windows.h>
+
+#include <cctype>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+
+#include "src/common/RuntimeError.h"
+
+namespace velbooter {
+
+std::string TrimLeft(const std::string& text) {
+    const size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? "" : text.substr(first);
+}
+
+std::string TrimRight(const std::string& text) {
+    const size_t last = text.find_last_not_of(' ');
+    return last == std::string::npos ? "" : text.substr(0, last + 1);
+}
+
+std::string Trim(const std::string& text) {
+    return TrimLeft(TrimRight(text));
+}
+
+std::vector<std::string> Split(const std::string& text, char separator) {
+    std::vector<std::string> parts;
+    size_t begin = 0;
+    for (size_t end = text.find(separator); end != std::string::npos; end = text.find(separator, begin)) {
+        parts.push_back(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    parts.push_back(text.substr(begin));
+    return parts;
+}
+
+std::string LowerCase(const std::string& text) {
+    std::string lower = text;
+    ::CharLowerBuffA(lower.data(), static_cast<DWORD>(lower.size()));
+    return lower;
+}
+
+std::string UpperCase(const std::string& text) {
+    std::string upper = text;
+    ::CharUpperBuffA(upper.data(), static_cast<DWORD>(upper.size()));
+    return upper;
+}
+
+bool StartsWith(const std::string& text, const std::string& part) {
+    return text.starts_with(part);
+}
+
+bool EndsWith(const std::string& text, const std::string& part) {
+    return text.ends_with(part);
+}
+
+bool StartsWithIgnoringCase(const std::string& text, const std::string& part) {
+    return text.size() >= part.size() && LowerCase(text.substr(0, part.size())) == LowerCase(part);
+}
+
+namespace {
+
+bool IsDigit(char c) {
+    return std::isdigit(static_cast<unsigned char>(c)) != 0;
+}
+
+// The characters of the number, with the white space dropped; the exponent only when it has a digit.
+std::string NumberText(const std::string& text) {
+    std::string number;
+    bool pointSeen = false;
+    bool exponentSeen = false;
+    for (const char c : text) {
+        if (c == ' ' || c == '\t' || c == '\r' || c == '\n') continue;
+        const bool atSignPlace = number.empty() || number.back() == 'e';
+        if (IsDigit(c)) {
+            number += c;
+        } else if ((c == '+' || c == '-') && atSignPlace) {
+            number += c;
+        } else if (c == '.' && !pointSeen && !exponentSeen) {
+            pointSeen = true;
+            number += c;
+        } else if ((c == 'e' || c == 'E' || c == 'd' || c == 'D') && !exponentSeen &&
+                   number.find_first_of("0123456789") != std::string::npos) {
+            exponentSeen = true;
+            number += 'e';
+        } else {
+            break;
+        }
+    }
+    return number;
+}
+
+}  // namespace
+
+double NumericPrefix(const std::string& text) {
+    // strtod itself passes over an exponent without digits. It cannot meet "inf" or "nan" here.
+    const double value = std::strtod(NumberText(text).c_str(), nullptr);
+    return std::isfinite(value) ? value : std::copysign(std::numeric_limits<double>::max(), value);
+}
+
+int WholeNumber(const std::string& text) {
+    const double rounded = std::nearbyint(NumericPrefix(text));
+    if (rounded < std::numeric_limits<std::int16_t>::min() ||
+        rounded > std::numeric_limits<std::int16_t>::max()) {
+        throw RuntimeError(kOverflow);
+    }
+    return static_cast<int>(rounded);
+}
+
+}  // namespace velbooter

@@ -1,0 +1,43 @@
+#pragma once
+// Small helpers over text in the Windows ANSI code page. "Blank" always means the character 20h alone: tabs
+// and NULs are kept, because values read from INI files carry a NUL that callers still need.
+
+#include <string>
+#include <vector>
+
+namespace velbooter {
+
+/// Returns `text` without leading blanks.
+std::string TrimLeft(const std::string& text);
+
+/// Returns `text` without trailing blanks.
+std::string TrimRight(const std::string& text);
+
+/// Returns `text` without leading and trailing blanks.
+std::string Trim(const std::string& text);
+
+/// Returns the parts of `text` between the separators: always one more than there are separators, empty parts
+/// included; an empty text gives one empty part.
+std::vector<std::string> Split(const std::string& text, char separator);
+
+/// Return `text` in lower or upper case by the rules of the ANSI code page.
+std::string LowerCase(const std::string& text);
+std::string UpperCase(const std::string& text);
+
+/// Return whether `text` begins or ends with `part` (byte for byte).
+bool StartsWith(const std::string& text, const std::string& part);
+bool EndsWith(const std::string& text, const std::string& part);
+
+/// Returns whether `text` begins with `part` when case does not count.
+bool StartsWithIgnoringCase(const std::string& text, const std::string& part);
+
+/// Returns the number at the beginning of `text`: blanks, tabs and line ends are passed over, then an
+/// optional sign, digits with one decimal point, and an exponent. Reading stops at the first character that
+/// does not fit; no number gives 0.
+double NumericPrefix(const std::string& text);
+
+/// Returns NumericPrefix of `text` rounded to a whole number (a half goes to the even neighbour). Raises
+/// RuntimeError 6 (overflow) when it does not fit 16 bits.
+int WholeNumber(const std::string& text);
+
+}  // namespace velbooter

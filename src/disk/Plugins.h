@@ -1,0 +1,16 @@
+#pragma once
+// Adds a plugin's files to the staging folder.
+
+#include <string>
+
+#include "src/forms/Application.h"
+
+namespace velbooter {
+
+/// Runs the program plugins\<name>.exe, .com or .bat (the first that exists, in this order), its window
+/// shown, in the application folder, waits for its end, and then copies the tree of the folder plugins\<name>
+/// over StagingFolder. Nothing is reported; what is missing adds nothing. Raises RuntimeError when the
+/// application folder cannot be made current.
+void InjectPlugin(Application& app, const std::string& name);
+
+}  // namespace velbooter

@@ -1,0 +1,117 @@
+#include "src/dos/ImportDOS.h"
+
+#include <functional>
+
+#include "src/common/FileSystem.h"
+#include "src/common/SetupCommon.h"
+#include "src/common/Text.h"
+#include "src/disk/ExternalTools.h"
+#include "src/dos/DosFileList.h"
+
+namespace velbooter {
+
+namespace {
+
+constexpr const char* kIoSys = "IO.SYS";
+// The name of IO.SYS inside the setup cabinets.
+constexpr const char* kIoSysMember = "WINBOOT.SYS";
+
+bool IsPlainFileOnCd(const std::string& name) {
+    return name == "SCANDISK.EXE" || name == "FORMAT.COM" || name == "SMARTDRV.EXE";
+}
+
+std::string Target(const Application& app, const std::string& name) {
+    return app.PathOf("dos\\" + name);
+}
+
+std::string WithBackslash(std::string folder) {
+    if (!EndsWith(folder, "\\")) folder += "\\";
+    return folder;
+}
+
+void SetStatus(Application& app, const std::string& status) {
+    app.Wait.LblStatus.Caption = status;
+    app.Screen.Repaint();
+}
+
+// Shows the wait window as long as it lives.
+class ShownWaitWindow {
+ public:
+    explicit ShownWaitWindow(Application& app) : app_(app) { Show(true); }
+    ~ShownWaitWindow() { Show(false); }
+    ShownWaitWindow(const ShownWaitWindow&) = delete;
+    ShownWaitWindow& operator=(const ShownWaitWindow&) = delete;
+
+ private:
+    void Show(bool visible) {
+        app_.Wait.Visible = visible;
+        app_.Screen.Repaint();
+    }
+    Application& app_;
+};
+
+void ForEachDosFile(Application& app, const std::function<void(const std::string&)>& import) {
+    const ShownWaitWindow window(app);
+    int number = 0;
+    for (const char* name : kDosFiles) {
+        SetStatus(app, std::string("Please wait ... Importing ") + name + " (" + std::to_string(++number) +
+                           "/" + std::to_string(kDosFiles.size()) + ")");
+        import(name);
+    }
+    SetStatus(app, "Please wait ... Checking import process");
+}
+
+// The part that both CD imports share: `extract` runs the tool for one member of the cabinets.
+void ImportFromCd(Application& app, const std::string& folder, const std::string& name,
+                  const std::function<void(const std::string&)>& extract) {
+    if (IsPlainFileOnCd(name)) {
+        CopyFileOver(folder + name, Target(app, name));
+    } else if (name == kIoSys) {
+        if (FileExists(Target(app, kIoSys))) DeleteFileAt(Target(app, kIoSys));
+        extract(kIoSysMember);
+        RenameFileTo(Target(app, kIoSysMember), Target(app, kIoSys));
+    } else {
+        extract(name);
+    }
+}
+
+}  // namespace
+
+void ImportDOSFilesWithExtract(Application& app, const std::string& sourceFolder) {
+    const std::string folder = WithBackslash(sourceFolder);
+    CopyFileOver(folder + "EXTRACT.EXE", Target(app, "EXTRACT.EXE"));
+    ForEachDosFile(app, [&](const std::string& name) {
+        const std::string cabinet = UpperCase(GetShortPath(folder + "BASE4.CAB"));
+        ChangeDriveAndFolder(app.ApplicationFolder);
+        ImportFromCd(app, folder, name, [&](const std::string& member) {
+            // /a goes on to the following cabinets of the set, /l extracts into dos below the current folder.
+            RunTool(app, Target(app, "extract.exe") + " /y /a " + cabinet + " " + member + " /l DOS\\",
+                    ToolWindow::Hidden);
+        });
+    });
+}
+
+void ImportDOSFilesWithExpand(Application& app, const std::string& sourceFolder) {
+    const std::string folder = WithBackslash(sourceFolder);
+    ForEachDosFile(app, [&](const std::string& name) {
+        // The cabinets are named by a pattern relative to the CD's folder.
+        ChangeDriveAndFolder(folder);
+        ImportFromCd(app, folder, name, [&](const std::string& member) {
+            RunTool(app, "expand.exe *.cab -f:" + member + " \"" + Target(app, "") + "\"",
+                    ToolWindow::Hidden);
+        });
+    });
+}
+
+void CopyDOSFiles(Application& app, const std::string& sourceFolder) {
+    const std::string folder = WithBackslash(sourceFolder);
+    ForEachDosFile(app, [&](const std::string& name) {
+        std::string source;
+        for (const std::string& place : {folder.substr(0, 3), folder, folder + "command\\"}) {
+            if (FileExists(place + name)) source = place + name;
+        }
+        if (!source.empty()) CopyFileOver(source, Target(app, name));
+    });
+}
+
+}  // namespace velbooter

@@ -1,0 +1,37 @@
+#include "src/forms/CancelApp.h"
+
+#include "src/common/FileSystem.h"
+#include "src/common/RuntimeError.h"
+#include "src/common/SetupCommon.h"
+
+namespace velbooter {
+
+void DeleteWorkingFiles(Application& app) {
+    const std::string drivers = app.PathOf("Drivers.ini");
+    if (FileExists(drivers)) {
+        try {
+            DeleteFileAt(drivers);
+        } catch (const RuntimeError&) {
+            // A file that cannot be deleted is replaced by the next run.
+        }
+    }
+    for (const char* tree : {"cabs", "Temp"}) {
+        if (FolderExists(app.PathOf(tree))) DeleteFolderTree(app.PathOf(tree));
+    }
+}
+
+void CancelApp(Application& app) {
+    FrmWizard& wizard = app.Wizard;
+    app.RunEnded = true;
+    wizard.LblFinish.Caption = "Operation canceled";
+    DeleteWorkingFiles(app);
+    wizard.CmdNext.Visible = false;
+    wizard.CmdFinish.Visible = true;
+    wizard.CmdBack.Enabled = false;
+    wizard.CmdCancel.Enabled = false;
+    wizard.CmdFinish.Enabled = true;
+    for (Frame& page : wizard.FraMain) page.Visible = false;
+    wizard.FraMain[kFinishedPage].Visible = true;
+}
+
+}  // namespace velbooter

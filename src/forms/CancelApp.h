@@ -1,0 +1,17 @@
+#pragma once
+// The single way out after a failure or a user's cancel, and the clean-up that every run ends with.
+
+#include "src/forms/Application.h"
+
+namespace velbooter {
+
+/// Deletes the run's working files, each if it exists: Drivers.ini, the tree cabs and the tree Temp of the
+/// application folder. A deletion that fails is ignored.
+void DeleteWorkingFiles(Application& app);
+
+/// Ends the run: sets RunEnded and the outcome "Operation canceled", deletes the working files, and leaves
+/// the wizard on its final page with Finish as its only way on. It changes state only; whoever called the
+/// step that cancels tests RunEnded and returns.
+void CancelApp(Application& app);
+
+}  // namespace velbooter

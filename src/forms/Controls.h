@@ -1,0 +1,103 @@
+#pragma once
+// The controls of the forms as plain values. A build reads and writes them whether or not a window shows
+// them; nothing here calls anything. Positions are 0-based.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace velbooter {
+
+struct Label {
+    std::string Caption;
+    bool Bold = false;
+};
+
+struct CommandButton {
+    std::string Caption;
+    bool Enabled = true;
+    bool Visible = true;
+};
+
+struct TextBox {
+    std::string Text;
+    bool Enabled = true;
+};
+
+struct OptionButton {
+    std::string Caption;
+    bool Value = false;
+};
+
+struct ProgressBar {
+    int Min = 0;
+    int Max = 100;
+    int Value = 0;
+};
+
+/// A multi-select list of texts.
+class ListBox {
+ public:
+    int ListCount() const { return static_cast<int>(rows_.size()); }
+
+    /// Returns the text at `index`; "" outside the list, on which the callers' fixed loops rely.
+    std::string List(int index) const { return Contains(index) ? rows_[Position(index)].Text : ""; }
+
+    /// Returns whether the row at `index` is selected; false outside the list.
+    bool Selected(int index) const { return Contains(index) && rows_[Position(index)].Selected; }
+
+    /// Marks the row at `index`, which must exist.
+    void Select(int index, bool selected) { rows_.at(Position(index)).Selected = selected; }
+
+    /// Adds an unselected row at the end.
+    void AddItem(const std::string& text) { rows_.push_back({text, false}); }
+
+    /// Inserts an unselected row before `index` (0 to ListCount()).
+    void AddItem(const std::string& text, int index) { rows_.insert(rows_.begin() + index, {text, false}); }
+
+    /// Removes the row at `index`, which must exist.
+    void RemoveItem(int index) { rows_.erase(rows_.begin() + index); }
+
+    void Clear() { rows_.clear(); }
+
+    /// Returns the number of selected rows.
+    int SelectedCount() const {
+        int count = 0;
+        for (const Row& row : rows_) count += row.Selected ? 1 : 0;
+        return count;
+    }
+
+ private:
+    struct Row {
+        std::string Text;
+        bool Selected;
+    };
+    static size_t Position(int index) { return static_cast<size_t>(index); }
+    bool Contains(int index) const { return index >= 0 && index < ListCount(); }
+
+    std::vector<Row> rows_;
+};
+
+/// One row of a list view: the text of the row, its first sub-item, and the pictures as indexes into the
+/// image list (1-based; not checked here).
+struct ListItem {
+    std::string Text;
+    std::string SubItem;
+    double Icon = 0;
+    int SmallIcon = 0;
+    bool Selected = false;
+};
+
+struct ListView {
+    std::vector<ListItem> ListItems;
+};
+
+/// A file dialog's settings; FileName is preset by the program and replaced by the user's choice.
+struct CommonDialog {
+    std::string FileName;
+    std::string DialogTitle;
+    std::string Filter;  ///< one pattern, for example "*.img"; "" for all files
+    std::string DefaultExt;
+};
+
+}  // namespace velbooter

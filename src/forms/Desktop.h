@@ -1,0 +1,56 @@
+#pragma once
+// The only seam to the person at the screen. The real desktop shows system message boxes, dialogs and
+// windows; tests script the answers and record what was shown.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "src/forms/Controls.h"
+
+namespace velbooter {
+
+enum class Buttons { Ok, OkCancel, AbortRetryIgnore };
+enum class Icon { None, Critical, Exclamation, Information };
+enum class Answer { Ok, Cancel, Abort, Retry, Ignore };
+
+/// A message box. With a help topic it has a Help button too, which opens that topic of HelpFile.
+struct Message {
+    std::string Text;
+    std::string Title;
+    Buttons Choice = Buttons::Ok;
+    Icon Picture = Icon::None;
+    std::string HelpFile = "";
+    int HelpTopic = 0;
+};
+
+/// Results of the system's format dialog that mean "not formatted"; any other value means formatted.
+enum FormatResult : std::int32_t {
+    kFormatError = -1,
+    kFormatCanceled = -2,
+    kFormatNotPossible = -3,
+};
+
+class Desktop {
+ public:
+    virtual ~Desktop() = default;
+
+    /// Shows the message and returns the button that was pressed.
+    virtual Answer ShowMessage(const Message& message) = 0;
+
+    /// Shows the format dialog for drive A: and returns its result when it closes (a FormatResult or another
+    /// value).
+    virtual std::int32_t ShowFormatDialog() = 0;
+
+    /// Shows a dialog that asks for an existing file, preset from `dialog`. Returns the full path, or nothing
+    /// when the user cancelled.
+    virtual std::optional<std::string> ShowOpenDialog(const CommonDialog& dialog) = 0;
+
+    /// Brings the windows in line with the forms and paints them at once.
+    virtual void Repaint() = 0;
+
+    /// Does Repaint's work and lets waiting events be handled; the user's input waits.
+    virtual void PendingEvents() = 0;
+};
+
+}  // namespace velbooter

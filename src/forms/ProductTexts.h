@@ -1,0 +1,13 @@
+#pragma once
+// Names that several rooms show.
+
+namespace velbooter {
+
+/// Title of the program's windows, and of a message box that has no title of its own.
+inline constexpr const char* kProgramTitle = "The Veltrane";
+
+/// The help file in the application folder, and the window type that its topics are shown in.
+inline constexpr const char* kHelpFileName = "corvane_help.chm";
+inline constexpr const char* kHelpWindow = "Down";
+
+}  // namespace velbooter

@@ -1,0 +1,116 @@
+#include "src/start/Automator.h"
+
+#include "src/common/ProgramEnd.h"
+#include "src/common/RuntimeError.h"
+#include "src/common/Text.h"
+#include "src/disk/DiskConfiguration.h"
+#include "src/disk/FileLists.h"
+#include "src/forms/CancelApp.h"
+#include "src/forms/ErrorMessage.h"
+#include "src/start/BuildRun.h"
+#include "src/start/Catalogue.h"
+#include "src/start/InitApp.h"
+
+namespace velbooter {
+
+namespace {
+
+// Ends a batch run that has shown its wait window.
+[[noreturn]] void EndRun(Application& app, ExitCode code) {
+    app.Wait.Visible = false;
+    app.Screen.Repaint();
+    throw ProgramEnd{code};
+}
+
+void EndRunIfCanceled(Application& app) {
+    if (app.RunEnded) EndRun(app, ExitCode::Canceled);
+}
+
+void SetStatus(Application& app, const std::string& status) {
+    app.Wait.LblStatus.Caption = status;
+    app.Screen.Repaint();
+}
+
+// The name of a plugin is deliberately not shown: its line ends after the colon.
+void ConfirmParameters(Application& app, const CommandLineValues& values) {
+    const auto yesOrNo = [](bool value) { return value ? "True" : "False"; };
+    const std::string summary =
+        "There has been an invalid parameter,\r\n"
+        "check your settings before starting the batch mode :\r\n"
+        "\r\n"
+        "Disk Name : " +
+        values.DiskName + "\r\nTarget : " + values.TargetPath +
+        "\r\nPlugin to Apply : " + (values.PluginName.empty() ? "None" : "") +
+        "\r\nImage Type : " + (values.ImageType == 2 ? "2.88 MB" : "1.44 MB") +
+        "\r\nSelect Drivers : " + yesOrNo(values.ShowDriverDialog) +
+        "\r\nLoad Product key from keyfile.txt : " + yesOrNo(values.UseKeyFile) + "\r\n";
+    const Answer answer = app.Screen.ShowMessage(
+        {summary, "Check your Command Line Parameters", Buttons::OkCancel, Icon::Exclamation});
+    if (answer == Answer::Cancel) throw ProgramEnd{ExitCode::Refused};
+}
+
+// With two rows of the same name the last one wins.
+std::int16_t FindDisk(const FrmWizard& wizard, const std::string& diskName) {
+    const auto& rows = wizard.LV_Disk.ListItems;
+    std::int16_t found = 0;
+    for (size_t i = 0; i < rows.size(); ++i) {
+        if (rows[i].SubItem == diskName) found = static_cast<std::int16_t>(i + 1);
+    }
+    return found;
+}
+
+void SelectDisk(Application& app, const std::string& diskName) {
+    SetStatus(app, "Getting Disk Configuration INI file ...");
+    app.SelectedDiskIndex = FindDisk(app.Wizard, diskName);
+    if (app.SelectedDiskIndex != 0) return;
+    app.Screen.ShowMessage(
+        {"The disk \"" + diskName + "\" doesn't exist", "Critical error", Buttons::Ok, Icon::Critical});
+    throw ProgramEnd{ExitCode::UnknownDisk};
+}
+
+// A path without a drive letter is relative to the application folder, also one that begins with a backslash.
+void SelectTarget(Application& app, const CommandLineValues& values) {
+    ChooseOption(app.Wizard, values.ImageType == 2 ? &FrmWizard::OptImage28 : &FrmWizard::OptImage14);
+    const std::string& target = values.TargetPath;
+    if (target.empty()) return;
+    const bool hasDrive = target.size() >= 2 && target[1] == ':';
+    app.Wizard.TxtDest.Text = hasDrive ? target : app.PathOf(target);
+}
+
+void Build(Application& app, const CommandLineValues& values) {
+    InitApp(app);
+    EndRunIfCanceled(app);
+    SetStatus(app, "Getting a list of Disks Configuration ...");
+    Fill_DiskList(app);
+    SelectDisk(app, values.DiskName);
+
+    const auto row = static_cast<size_t>(app.SelectedDiskIndex - 1);
+    const std::string name = LowerCase(app.Wizard.LV_Disk.ListItems[row].SubItem);
+    SetStatus(app, "Processing " + name + ".ini file ...");
+    Init_Lists(app, name + ".ini");
+    EndRunIfCanceled(app);
+
+    SetStatus(app, "Getting files list to be copied to the floppy image ...");
+    FillInitialList(app);
+    SelectTarget(app, values);
+    SetStatus(app, "Creating the floppy image file ...");
+    FinishApp(app, values.PluginName);
+}
+
+}  // namespace
+
+void RunBatch(Application& app, const CommandLineValues& values) {
+    if (values.ParameterError) ConfirmParameters(app, values);
+    app.Wait.Visible = true;
+    app.Screen.Repaint();
+    try {
+        Build(app, values);
+    } catch (const RuntimeError& error) {
+        ShowRuntimeError(app, error);
+        CancelApp(app);
+        EndRun(app, ExitCode::InternalError);
+    }
+    EndRun(app, app.RunEnded ? ExitCode::Canceled : ExitCode::Built);
+}
+
+}  // namespace velbooter

@@ -1,0 +1,86 @@
+#include "src/start/BuildRun.h"
+
+#include "src/common/ProgramEnd.h"
+#include "src/disk/FloppyDisk.h"
+#include "src/disk/FloppyImage.h"
+#include "src/disk/Plugins.h"
+#include "src/disk/Staging.h"
+#include "src/forms/CancelApp.h"
+
+namespace velbooter {
+
+namespace {
+
+// The check mark of the symbol font that the mark labels use.
+constexpr const char* kCheckMark = "\xFC";
+
+void BeginStep(Application& app, Label& line) {
+    app.Wait.LblStatus.Caption = line.Caption + " ...";
+    line.Bold = true;
+    app.Screen.Repaint();
+}
+
+void FinishStep(Application& app, Label& line, Label& mark) {
+    line.Bold = false;
+    mark.Caption = kCheckMark;
+    app.Screen.Repaint();
+}
+
+bool BuildFloppy(Application& app) {
+    FrmWizard& wizard = app.Wizard;
+    BeginStep(app, wizard.LblMsg3);
+    const bool formatted = FormatFloppy(app);
+    app.Screen.Repaint();
+    if (!formatted) return false;
+    FinishStep(app, wizard.LblMsg3, wizard.LblRight3);
+    BeginStep(app, wizard.LblMsg4);
+    return InjectFilesToDir(app, "A:");
+}
+
+bool BuildImage(Application& app, const std::string& pluginName) {
+    FrmWizard& wizard = app.Wizard;
+    BeginStep(app, wizard.LblMsg3);
+    if (!CreateDiskAsDir(app)) return false;
+    if (!pluginName.empty()) InjectPlugin(app, pluginName);
+    FinishStep(app, wizard.LblMsg3, wizard.LblRight3);
+    BeginStep(app, wizard.LblMsg4);
+    CreateImageFromDir(app);
+    return true;
+}
+
+void ShowOnly(FrmWizard& wizard, WizardPage hidden, WizardPage shown) {
+    wizard.FraMain[hidden].Visible = false;
+    wizard.FraMain[shown].Visible = true;
+}
+
+}  // namespace
+
+void FinishApp(Application& app, const std::string& pluginName) {
+    FrmWizard& wizard = app.Wizard;
+    const bool isImage = wizard.OptImage14.Value || wizard.OptImage28.Value;
+    const bool built = isImage ? BuildImage(app, pluginName) : BuildFloppy(app);
+    if (!built) {
+        CancelApp(app);
+        return;
+    }
+    FinishStep(app, wizard.LblMsg4, wizard.LblRight4);
+    wizard.LblFinish.Caption = "Operation completed successfully";
+    DeleteWorkingFiles(app);
+}
+
+void CmdFinish_Click(Application& app) {
+    FrmWizard& wizard = app.Wizard;
+    wizard.CmdBack.Enabled = false;
+    wizard.CmdCancel.Enabled = false;
+    wizard.CmdFinish.Enabled = true;
+    if (app.RunEnded) {
+        const bool canceled = wizard.LblFinish.Caption == "Operation canceled";
+        throw ProgramEnd{canceled ? ExitCode::Canceled : ExitCode::Built};
+    }
+    ShowOnly(wizard, kDestinationPage, kProgressPage);
+    FinishApp(app, "");
+    app.RunEnded = true;
+    ShowOnly(wizard, kProgressPage, kFinishedPage);
+}
+
+}  // namespace velbooter

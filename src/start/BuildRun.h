@@ -1,0 +1,20 @@
+#pragma once
+// The build run: turns the choices on the forms into the finished disk.
+
+#include <string>
+
+#include "src/forms/Application.h"
+
+namespace velbooter {
+
+/// Runs the build steps in their order, shows each step's progress, and cleans the application folder up.
+/// `pluginName` is "" for none; a plugin is added to images only. The first failed step ends in CancelApp
+/// (RunEnded is then set); otherwise the outcome "Operation completed successfully" is set. Raises
+/// RuntimeError when a step does.
+void FinishApp(Application& app, const std::string& pluginName);
+
+/// The click on Finish: runs the build and shows the final page; when a run is over already, ends the program
+/// (ProgramEnd).
+void CmdFinish_Click(Application& app);
+
+}  // namespace velbooter

@@ -1,0 +1,165 @@
+#include "src/start/CommandLine.h"
+
+#include <algorithm>
+#include <array>
+#include <initializer_list>
+#include <vector>
+
+#include "src/common/ProgramEnd.h"
+#include "src/common/SetupCommon.h"
+#include "src/common/Text.h"
+#include "src/forms/ProductTexts.h"
+
+namespace velbooter {
+
+namespace {
+
+constexpr const char* kErrorTitle = "Command Line options Error";
+
+bool LooksLikeOption(const std::string& token) {
+    return !token.empty() && (token.front() == '-' || token.front() == '/');
+}
+
+// Walks the tokens of one command line and collects the values.
+class Parser {
+ public:
+    Parser(Application& app, const std::string& commandLine)
+        : app_(app), commandLine_(commandLine), tokens_(Split(commandLine, ' ')) {}
+
+    CommandLineValues Run() {
+        for (; index_ < tokens_.size() && !targetTaken_; ++index_) TakeToken();
+        return values_;
+    }
+
+ private:
+    using Words = std::initializer_list<const char*>;
+
+    const std::string& Token() const { return tokens_[index_]; }
+    bool IsLast() const { return index_ + 1 == tokens_.size(); }
+
+    bool Is(Words words) const {
+        const std::string lower = LowerCase(Token());
+        return std::any_of(words.begin(), words.end(), [&](const char* word) { return lower == word; });
+    }
+
+    void Show(const std::string& text, const char* title = kErrorTitle) {
+        app_.Screen.ShowMessage({text, title});
+    }
+
+    void ShowError(const std::string& text, const char* title = kErrorTitle) {
+        Show(text, title);
+        values_.ParameterError = true;
+    }
+
+    void TakeToken() {
+        if (Is({"-o", "/o", "-os", "/os"})) {
+            TakeOperatingSystem();
+        } else if (Is({"-k", "/k", "-keyfile", "/keyfile"})) {
+            values_.UseKeyFile = true;
+        } else if (Is({"-d", "/d", "-i", "/i"})) {
+            // Accepted, so that command lines that carry them are not rejected; nothing uses them.
+        } else if (Is({"-p", "/p", "-plugin", "/plugin"})) {
+            TakePlugin();
+        } else if (Is({"-sel", "/sel"})) {
+            values_.ShowDriverDialog = true;
+        } else if (Is({"-t", "/t"})) {
+            TakeImageType();
+        } else if (LooksLikeOption(Token())) {
+            ShowError("Invalid Argument : " + Token() + "\r\n\r\n" + UsageText());
+        } else if (values_.DiskName.empty()) {
+            values_.DiskName = Token();
+        } else {
+            TakeTarget();
+        }
+    }
+
+    // The value is accepted and dropped; its errors do not count as parameter errors.
+    void TakeOperatingSystem() {
+        if (IsLast()) {
+            Show("OS not specified");
+        } else {
+            ++index_;
+        }
+        if (LooksLikeOption(Token())) Show("Invalid OS", kProgramTitle);
+    }
+
+    void TakePlugin() {
+        const bool missing = IsLast();
+        if (!missing) ++index_;
+        if (missing || LooksLikeOption(Token())) {
+            ShowError("Plugin not specified");
+        } else if (!FolderExists(app_.PathOf("plugins\\" + Token()))) {
+            ShowError("The Plugin specified was not found in the PlugIns folder.", "Invalid Plugin Name");
+        } else {
+            values_.PluginName = Token();
+        }
+    }
+
+    // A missing value leaves the index on the option itself, which then looks like an option: two messages.
+    void TakeImageType() {
+        if (IsLast()) {
+            ShowError("Image type not specified");
+        } else {
+            ++index_;
+        }
+        if (LooksLikeOption(Token())) {
+            ShowError("Invalid Image type");
+        } else if (Token() == "144") {
+            values_.ImageType = 1;
+        } else if (Token() == "288") {
+            values_.ImageType = 2;
+        } else {
+            ShowError("Invalid Image type: " + Token());
+        }
+    }
+
+    // The target is the rest of the line behind the first occurrence of the disk name, wherever that is: a
+    // name that also stands earlier in the line shifts the cut. Deliberately this simple.
+    void TakeTarget() {
+        const size_t begin = commandLine_.find(values_.DiskName) + values_.DiskName.size() + 1;
+        if (begin <= commandLine_.size()) values_.TargetPath = Trim(commandLine_.substr(begin));
+        targetTaken_ = true;
+    }
+
+    Application& app_;
+    std::string commandLine_;
+    std::vector<std::string> tokens_;
+    size_t index_ = 0;
+    bool targetTaken_ = false;
+    CommandLineValues values_;
+};
+
+}  // namespace
+
+std::string TextAfterProgramName(const std::string& wholeCommandLine) {
+    const bool quoted = StartsWith(wholeCommandLine, "\"");
+    const size_t nameEnd = quoted ? wholeCommandLine.find('"', 1) : wholeCommandLine.find(' ');
+    if (nameEnd == std::string::npos) return "";
+    const std::string rest = wholeCommandLine.substr(quoted ? nameEnd + 1 : nameEnd);
+    return StartsWith(rest, " ") ? rest.substr(1) : rest;
+}
+
+std::string UsageText() {
+    return "Usage: velbooter [-t type] [-plugin name] [-sel] [-keyfile] name [target]\r\n"
+           "\r\n"
+           "name : is the name of the disk or image to build, see files\\disklist.ini for details.\r\n"
+           "target : target drive or file, if it is not a full path it will be saved relevant to Velbooter "
+           "current "
+           "folder.\r\n"
+           "-t type : Specify image type (144 or 288).\r\n"
+           "-plugin name : Add a plugin to the created image (see the PlugIns folder).\r\n"
+           "-sel : Show the Select Drivers window before creating the floppy image.\r\n"
+           "-keyfile : Load the Windows 9x product key from the keyfile.txt file instead of the Windows "
+           "Registry.\r\n";
+}
+
+CommandLineValues ParseCommandLine(Application& app, const std::string& commandLine) {
+    CommandLineValues values = Parser(app, commandLine).Run();
+    if (values.DiskName.empty()) {
+        app.Screen.ShowMessage({"The disk name is not specified", kErrorTitle});
+        throw ProgramEnd{ExitCode::Refused};
+    }
+    return values;
+}
+
+}  // namespace velbooter

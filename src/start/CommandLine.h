@@ -1,0 +1,32 @@
+#pragma once
+// The program's command line: what a batch run is asked to build.
+
+#include <string>
+
+#include "src/forms/Application.h"
+
+namespace velbooter {
+
+/// The values of a command line.
+struct CommandLineValues {
+    std::string DiskName;
+    std::string TargetPath;
+    int ImageType = 0;  ///< 0 not given, 1 for 1.44 MB, 2 for 2.88 MB
+    bool UseKeyFile = false;
+    std::string PluginName;
+    bool ShowDriverDialog = false;
+    bool ParameterError = false;  ///< an option was wrong and has been reported
+};
+
+/// Returns the part of a process's whole command line that belongs to the program: what follows the (possibly
+/// quoted) program name and one separating blank.
+std::string TextAfterProgramName(const std::string& wholeCommandLine);
+
+/// Returns the usage text, its lines ended by CR LF.
+std::string UsageText();
+
+/// Parses `commandLine`, which is split at every single blank and knows no quoting. Each option error is
+/// shown as it is met. Ends the program (ProgramEnd) when no disk is named.
+CommandLineValues ParseCommandLine(Application& app, const std::string& commandLine);
+
+}  // namespace velbooter

@@ -1,0 +1,16 @@
+#pragma once
+// The start of the program: refuses a second instance, makes sure of the DOS files, and chooses the mode.
+
+#include <string>
+
+#include "src/common/SingleInstance.h"
+#include "src/forms/Application.h"
+
+namespace velbooter {
+
+/// Runs the program. `instance` must live as long as the program; `commandLine` is the text after the
+/// program's name (TextAfterProgramName). An empty one means the wizard, any other a batch run. Every ending
+/// is a ProgramEnd.
+[[noreturn]] void Main(Application& app, const SingleInstance& instance, const std::string& commandLine);
+
+}  // namespace velbooter

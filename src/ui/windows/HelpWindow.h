@@ -1,0 +1,15 @@
+#pragma once
+// The door to the system's help viewer.
+
+#include <windows.h>
+
+#include <string>
+
+namespace velbooter {
+
+/// Calls the help viewer's HtmlHelpA with `owner`, `file` (which may name a window type behind ">"), a
+/// command of its published interface and the command's data. Nothing happens on a system without the viewer;
+/// a missing file or topic is the viewer's to tell.
+void CallHtmlHelp(HWND owner, const std::string& file, unsigned command, std::uintptr_t data);
+
+}  // namespace velbooter

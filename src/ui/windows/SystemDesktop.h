@@ -1,0 +1,26 @@
+#pragma once
+// The real desktop: system message boxes and dialogs, and the windows that show the forms.
+
+#include "src/forms/Application.h"
+#include "src/forms/Desktop.h"
+#include "src/ui/windows/WaitWindow.h"
+
+namespace velbooter {
+
+class SystemDesktop : public Desktop {
+ public:
+    /// Makes the windows show the forms of `app`, which must outlive every later call.
+    void ShowFormsOf(const Application& app) { app_ = &app; }
+
+    Answer ShowMessage(const Message& message) override;
+    std::int32_t ShowFormatDialog() override;
+    std::optional<std::string> ShowOpenDialog(const CommonDialog& dialog) override;
+    void Repaint() override;
+    void PendingEvents() override;
+
+ private:
+    const Application* app_ = nullptr;
+    WaitWindow waitWindow_;
+};
+
+}  // namespace velbooter

@@ -1,0 +1,91 @@
+#include "src/ui/windows/WaitWindow.h"
+
+#include "src/forms/ProductTexts.h"
+
+namespace velbooter {
+
+namespace {
+
+constexpr const char* kClassName = "FrmWait";
+constexpr int kStatusId = 1001;
+// Client area at 96 dots per inch, in pixels: room for the longest status text with its margins.
+constexpr int kWidth = 420;
+constexpr int kHeight = 72;
+constexpr int kMargin = 16;
+constexpr DWORD kStyle = WS_POPUP | WS_CAPTION;
+
+LRESULT CALLBACK WaitProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    // Closing waits until the work has ended, and then the program hides the window itself.
+    if (message == WM_CLOSE) return 0;
+    return ::DefWindowProcA(window, message, wParam, lParam);
+}
+
+int ScreenDpi() {
+    const HDC screen = ::GetDC(nullptr);
+    const int dpi = ::GetDeviceCaps(screen, LOGPIXELSX);
+    ::ReleaseDC(nullptr, screen);
+    return dpi;
+}
+
+HFONT MessageFont() {
+    NONCLIENTMETRICSA metrics{};
+    metrics.cbSize = sizeof metrics;
+    ::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    return ::CreateFontIndirectA(&metrics.lfMessageFont);
+}
+
+void RegisterWaitClass(HINSTANCE instance) {
+    WNDCLASSA windowClass{};
+    windowClass.lpfnWndProc = WaitProcedure;
+    windowClass.hInstance = instance;
+    windowClass.hCursor = ::LoadCursor(nullptr, IDC_WAIT);
+    windowClass.hIcon = ::LoadIconA(instance, MAKEINTRESOURCEA(1));
+    windowClass.hbrBackground = ::GetSysColorBrush(COLOR_BTNFACE);
+    windowClass.lpszClassName = kClassName;
+    ::RegisterClassA(&windowClass);
+}
+
+}  // namespace
+
+void WaitWindow::Create() {
+    const HINSTANCE instance = ::GetModuleHandleA(nullptr);
+    RegisterWaitClass(instance);
+    const int dpi = ScreenDpi();
+    const auto scale = [dpi](int pixels) { return ::MulDiv(pixels, dpi, USER_DEFAULT_SCREEN_DPI); };
+    RECT frame{0, 0, scale(kWidth), scale(kHeight)};
+    ::AdjustWindowRectEx(&frame, kStyle, FALSE, WS_EX_DLGMODALFRAME | WS_EX_APPWINDOW);
+    RECT work{};
+    ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
+    const int width = frame.right - frame.left;
+    const int height = frame.bottom - frame.top;
+    window_.reset(::CreateWindowExA(WS_EX_DLGMODALFRAME | WS_EX_APPWINDOW, kClassName, kProgramTitle, kStyle,
+                                    work.left + (work.right - work.left - width) / 2,
+                                    work.top + (work.bottom - work.top - height) / 2, width, height, nullptr,
+                                    nullptr, instance, nullptr));
+    status_ = ::CreateWindowExA(0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX,
+                                scale(kMargin), scale(kMargin), scale(kWidth - 2 * kMargin),
+                                scale(kHeight - 2 * kMargin), window_.get(),
+                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(kStatusId)), instance, nullptr);
+    font_.reset(MessageFont());
+    ::SendMessageA(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
+}
+
+void WaitWindow::Show(const FrmWait& form) {
+    if (!window_) {
+        if (!form.Visible) return;
+        Create();
+    }
+    char shown[256] = "";
+    ::GetWindowTextA(status_, shown, sizeof shown);
+    if (form.LblStatus.Caption != shown) ::SetWindowTextA(status_, form.LblStatus.Caption.c_str());
+    if (form.Visible != (::IsWindowVisible(window_.get()) != FALSE)) {
+        ::ShowWindow(window_.get(), form.Visible ? SW_SHOW : SW_HIDE);
+    }
+    ::RedrawWindow(window_.get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+HWND WaitWindow::Handle() const {
+    return window_ && ::IsWindowVisible(window_.get()) != FALSE ? window_.get() : nullptr;
+}
+
+}  // namespace velbooter

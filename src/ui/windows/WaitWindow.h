@@ -1,0 +1,26 @@
+#pragma once
+// The window that shows FrmWait: a small framed window with one status line. It cannot be closed by the user;
+// the work it tells of decides when it goes.
+
+#include "src/forms/FrmWait.h"
+#include "src/ui/windows/WindowHandle.h"
+
+namespace velbooter {
+
+class WaitWindow {
+ public:
+    /// Brings the window in line with `form`, creating it when it is first needed, and paints it at once.
+    void Show(const FrmWait& form);
+
+    /// The window to own message boxes; null while it is not visible.
+    HWND Handle() const;
+
+ private:
+    void Create();
+
+    Window window_;
+    Font font_;
+    HWND status_ = nullptr;  ///< a child, destroyed with window_
+};
+
+}  // namespace velbooter

@@ -1,0 +1,25 @@
+#pragma once
+// Owning types for windows and drawing objects.
+
+#include <windows.h>
+
+#include <memory>
+#include <type_traits>
+
+namespace velbooter {
+
+struct WindowDeleter {
+    using pointer = HWND;
+    void operator()(HWND window) const { ::DestroyWindow(window); }
+};
+
+struct FontDeleter {
+    using pointer = HFONT;
+    void operator()(HFONT font) const { ::DeleteObject(font); }
+};
+
+/// Owns a top-level window, and with it its children.
+using Window = std::unique_ptr<std::remove_pointer_t<HWND>, WindowDeleter>;
+using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, FontDeleter>;
+
+}  // namespace velbooter
