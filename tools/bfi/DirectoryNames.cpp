@@ -1,0 +1,99 @@
+#include "tools/bfi/DirectoryNames.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string_view>
+
+#include "tools/shared/ToolError.h"
+#include "tools/shared/Utf8.h"
+
+namespace bfi {
+namespace {
+
+constexpr std::size_t kLongestName = 255;
+constexpr std::string_view kNeverAllowed = "\"*/:<>?\\|";
+
+void RefuseUnstorable(const std::string& folder, const std::string& name) {
+    const std::string start = folder + name + ": ";
+    for (const char character : name) {
+        const bool isControl = static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
+        if (isControl || kNeverAllowed.find(character) != std::string_view::npos)
+            throw tools::ToolError(start + "the name holds a character that DOS does not allow");
+    }
+    if (name.back() == '.' || name.back() == ' ')
+        throw tools::ToolError(start + "the name ends with a dot or a blank, which DOS drops");
+    if (IsDeviceName(name)) throw tools::ToolError(start + "DOS takes this name for a device");
+    if (tools::Utf16FromUtf8(name).size() > kLongestName)
+        throw tools::ToolError(start + "the name is longer than 255 characters");
+}
+
+// What an alias keeps of a part of a long name: blanks and dots go, what DOS does not allow becomes "_".
+std::string AliasPart(const std::string& part) {
+    std::string kept;
+    for (const char character : tools::UpperAscii(part)) {
+        const bool isContinuation = (static_cast<unsigned char>(character) & 0xC0) == 0x80;
+        if (character == ' ' || character == '.' || isContinuation) continue;
+        kept += IsShortNameCharacter(character) ? character : '_';
+    }
+    return kept;
+}
+
+// Hands out aliases that no other entry of the folder has.
+class AliasMaker {
+ public:
+    explicit AliasMaker(std::set<ShortName>& taken) : taken_(taken) {}
+
+    ShortName Make(const std::string& name) {
+        const std::size_t dot = name.find_last_of('.');
+        const bool hasExtension = dot != std::string::npos && dot > 0;
+        const std::string extension = hasExtension ? AliasPart(name.substr(dot + 1)).substr(0, 3) : "";
+        std::string base = AliasPart(name.substr(0, hasExtension ? dot : std::string::npos)).substr(0, 6);
+        if (base.empty()) base += '_';
+        const std::string suffix = extension.empty() ? "" : "." + extension;
+        // Counting goes on where the last alias of the same kind stopped, so that thousands of similar names
+        // cost no more than a few.
+        for (unsigned& number = lastNumber_[base + suffix];;) {
+            std::string tail(1, '~');
+            tail += std::to_string(++number);
+            const ShortName alias = *ToShortName(base.substr(0, 8 - tail.size()) + tail + suffix);
+            if (taken_.insert(alias).second) return alias;
+        }
+    }
+
+ private:
+    std::set<ShortName>& taken_;
+    std::map<std::string, unsigned> lastNumber_;
+};
+
+}  // namespace
+
+std::size_t DirectoryName::Slots() const {
+    return 1 + (Long.size() + kUnitsPerLongNamePart - 1) / kUnitsPerLongNamePart;
+}
+
+std::vector<DirectoryName> NameEntries(const std::string& folder, const std::vector<std::string>& names) {
+    std::map<std::string, std::string> seen;
+    std::set<ShortName> taken;
+    std::vector<DirectoryName> stored(names.size());
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const std::string& name = names[i];
+        RefuseUnstorable(folder, name);
+        const auto [other, isNew] = seen.emplace(tools::UpperAscii(name), name);
+        if (!isNew)
+            throw tools::ToolError(folder + other->second + " and " + name +
+                                   " have the same name on a DOS disk");
+        if (const auto shortName = ToShortName(name)) {
+            stored[i].Short = *shortName;
+            taken.insert(*shortName);
+        } else {
+            stored[i].Long = tools::Utf16FromUtf8(name);
+        }
+    }
+    AliasMaker aliases(taken);
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (!stored[i].Long.empty()) stored[i].Short = aliases.Make(names[i]);
+    return stored;
+}
+
+}  // namespace bfi

@@ -1,0 +1,43 @@
+#pragma once
+// Writes the 32-byte entries of one directory, long names included, into the sectors reserved for it.
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "tools/bfi/DirectoryNames.h"
+#include "tools/bfi/ShortName.h"
+#include "tools/shared/DosTime.h"
+
+namespace bfi {
+
+constexpr std::uint8_t kLabelAttribute = 0x08;
+constexpr std::uint8_t kFolderAttribute = 0x10;
+
+/// What an entry says besides its name.
+struct EntryFacts {
+    std::uint8_t Attributes = 0;
+    tools::DosTime Modified;
+    std::uint32_t FirstCluster = 0;  ///< 0 for an empty file and the label
+    std::uint32_t Size = 0;          ///< bytes; 0 for a folder and the label
+};
+
+/// Appends entries to a directory. The caller has counted the slots: there is no check for room.
+class DirectoryTable {
+ public:
+    /// `bytes` belongs to the caller, is zero-filled and stays valid as long as the table is used.
+    explicit DirectoryTable(std::span<std::uint8_t> bytes) : free_(bytes) {}
+
+    /// Appends an entry that has only the eleven characters `name`: the label, "." and "..".
+    void Add(const ShortName& name, const EntryFacts& facts);
+
+    /// Appends an entry, preceded by those of its long name.
+    void Add(const DirectoryName& name, const EntryFacts& facts);
+
+ private:
+    std::span<std::uint8_t> Take();
+
+    std::span<std::uint8_t> free_;
+};
+
+}  // namespace bfi

@@ -1,0 +1,43 @@
+#pragma once
+// The two floppy formats that an image can have: 3.5" disks of 1.44 MB and 2.88 MB as DOS formats them.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace bfi {
+
+constexpr std::size_t kSectorBytes = 512;
+constexpr std::size_t kDirectoryEntryBytes = 32;
+constexpr std::uint32_t kReservedSectors = 1;
+constexpr std::uint32_t kFatCopies = 2;
+constexpr std::uint32_t kFirstCluster = 2;
+constexpr std::uint8_t kMediaByte = 0xF0;
+
+/// A floppy format; sectors are counted from 0 at the boot sector, clusters from 2 at the data area.
+struct Geometry {
+    const char* Name;  ///< for messages: "1.44 MB"
+    std::uint32_t TotalSectors;
+    std::uint32_t SectorsPerCluster;
+    std::uint32_t RootEntries;
+    std::uint32_t SectorsPerFat;
+    std::uint32_t SectorsPerTrack;
+    std::uint32_t Heads;
+
+    constexpr std::uint32_t RootSector() const { return kReservedSectors + kFatCopies * SectorsPerFat; }
+    constexpr std::uint32_t DataSector() const {
+        return RootSector() + static_cast<std::uint32_t>(RootEntries * kDirectoryEntryBytes / kSectorBytes);
+    }
+    constexpr std::uint32_t DataClusters() const { return (TotalSectors - DataSector()) / SectorsPerCluster; }
+    constexpr std::size_t ClusterBytes() const { return SectorsPerCluster * kSectorBytes; }
+    constexpr std::size_t ImageBytes() const { return TotalSectors * kSectorBytes; }
+    /// Number of clusters that hold `bytes` bytes.
+    constexpr std::uint64_t ClustersFor(std::uint64_t bytes) const {
+        return bytes / ClusterBytes() + (bytes % ClusterBytes() != 0 ? 1 : 0);
+    }
+};
+
+/// Returns the format that the type "144" or "288" names, or nullptr for any other text.
+const Geometry* GeometryOfType(const std::string& type);
+
+}  // namespace bfi

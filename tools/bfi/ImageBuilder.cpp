@@ -1,0 +1,107 @@
+#include "tools/bfi/ImageBuilder.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "tools/bfi/BootSector.h"
+#include "tools/bfi/DirectoryTable.h"
+#include "tools/bfi/FatVolume.h"
+#include "tools/bfi/SourceTree.h"
+#include "tools/shared/OutputFile.h"
+
+namespace bfi {
+namespace {
+
+constexpr ShortName kThisFolder{'.', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' '};
+constexpr ShortName kParentFolder{'.', '.', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' '};
+constexpr std::uint8_t kSystemFileAttributes = tools::kReadOnly | tools::kHidden | tools::kSystem;
+
+tools::DosTime NewestTime(const SourceTree& tree) {
+    const auto isOlder = [](const tools::DosTime& left, const tools::DosTime& right) {
+        return std::pair(left.Date, left.Time) < std::pair(right.Date, right.Time);
+    };
+    tools::DosTime newest;
+    for (const TreeFolder& folder : tree)
+        for (const TreeEntry& entry : folder.Entries) newest = std::max(newest, entry.Host.Modified, isOlder);
+    return newest;
+}
+
+// Fills a volume from a tree, folder by folder; space is given out in the order of the directory entries.
+class VolumeFiller {
+ public:
+    VolumeFiller(FatVolume& volume, const SourceTree& tree, const ShortName& label)
+        : volume_(volume), tree_(tree), label_(label), clusters_(tree.size()) {}
+
+    void Fill() {
+        for (std::size_t index = 0; index < tree_.size(); ++index) FillFolder(index);
+    }
+
+ private:
+    void FillFolder(std::size_t index) {
+        const TreeFolder& folder = tree_[index];
+        DirectoryTable table(index == 0 ? volume_.RootDirectory()
+                                        : volume_.Data(clusters_[index], FolderBytes(folder)));
+        if (index > 0) {
+            table.Add(kThisFolder, {kFolderAttribute, folder.Modified, clusters_[index], 0});
+            // The number 0, which clusters_ holds for the root, is how ".." names the root.
+            table.Add(kParentFolder, {kFolderAttribute, folder.Modified, clusters_[folder.Parent], 0});
+        }
+        bool isLabelDue = index == 0;
+        for (const TreeEntry& entry : folder.Entries) {
+            const bool isSystemFile = index == 0 && IsSystemFile(entry.Host);
+            if (isLabelDue && !isSystemFile) {
+                AddLabel(table);
+                isLabelDue = false;
+            }
+            AddEntry(table, folder, entry, isSystemFile ? kSystemFileAttributes : std::uint8_t{0});
+        }
+        if (isLabelDue) AddLabel(table);
+    }
+
+    // Ahead of any long name, whose parts some versions of DOS would take for the label.
+    void AddLabel(DirectoryTable& table) { table.Add(label_, {kLabelAttribute, NewestTime(tree_), 0, 0}); }
+
+    void AddEntry(DirectoryTable& table, const TreeFolder& folder, const TreeEntry& entry,
+                  std::uint8_t moreAttributes) {
+        EntryFacts facts;
+        facts.Attributes = entry.Host.Attributes | moreAttributes;
+        facts.Modified = entry.Host.Modified;
+        if (entry.Host.IsFolder) {
+            facts.Attributes |= kFolderAttribute;
+            facts.FirstCluster = volume_.Allocate(FolderBytes(tree_[entry.Folder]));
+            clusters_[entry.Folder] = facts.FirstCluster;
+        } else {
+            facts.Size = static_cast<std::uint32_t>(entry.Host.Size);
+            facts.FirstCluster = volume_.Allocate(entry.Host.Size);
+            if (facts.Size > 0)
+                tools::ReadWhole(folder.Path / tools::PathFromUtf8(entry.Host.Name),
+                                 volume_.Data(facts.FirstCluster, facts.Size));
+        }
+        table.Add(entry.Name, facts);
+    }
+
+    FatVolume& volume_;
+    const SourceTree& tree_;
+    const ShortName& label_;
+    std::vector<std::uint32_t> clusters_;  // first cluster of each folder of the tree; 0 for the root
+};
+
+}  // namespace
+
+void BuildImage(const ImageRequest& request) {
+    const Geometry& geometry = *request.Format;
+    const ShortName label = ToVolumeLabel(request.Label);
+    const BootSector code = ReadBootSector(tools::PathFromUtf8(request.BootSectorFile));
+    const SourceTree tree = ReadSourceTree(tools::PathFromUtf8(request.Folder));
+    RequireRoom(tree, geometry);
+
+    FatVolume volume(geometry);
+    VolumeFiller(volume, tree, label).Fill();
+    const auto& image = volume.Finish(DescribeDisk(code, geometry, label));
+
+    tools::OutputFile output(tools::PathFromUtf8(request.ImageFile));
+    output.Write(image);
+    output.Commit();
+}
+
+}  // namespace bfi

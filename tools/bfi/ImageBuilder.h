@@ -1,0 +1,24 @@
+#pragma once
+// Turns a folder tree into the image file of a bootable floppy. The image is put together in memory and
+// written in one piece, and only when everything about it is known to be right.
+
+#include <string>
+
+#include "tools/bfi/Geometry.h"
+
+namespace bfi {
+
+/// One run of the tool; all texts are UTF-8.
+struct ImageRequest {
+    std::string BootSectorFile;
+    std::string Label;
+    const Geometry* Format = nullptr;  ///< never nullptr in a request that is carried out
+    std::string ImageFile;
+    std::string Folder;
+};
+
+/// Writes the image, replacing an older one. Throws ToolError with one line that says what is wrong; then no
+/// image is made and an older one is untouched.
+void BuildImage(const ImageRequest& request);
+
+}  // namespace bfi

@@ -1,0 +1,11 @@
+// The entry of bfi, the writer of floppy images.
+
+#include "tools/bfi/CommandLine.h"
+#include "tools/bfi/ImageBuilder.h"
+#include "tools/shared/HostFiles.h"
+#include "tools/shared/ToolMain.h"
+
+int main(int argc, char** argv) {
+    return tools::RunTool("bfi",
+                          [&] { bfi::BuildImage(bfi::ParseCommandLine(tools::Arguments(argc, argv))); });
+}
