@@ -75,9 +75,7 @@ std::string NumberText(const std::string& text) {
     for (const char c : text) {
         if (c == ' ' || c == '\t' || c == '\r' || c == '\n') continue;
         const bool atSignPlace = number.empty() || number.back() == 'e';
-        if (IsDigit(c)) {
-            number += c;
-        } else if ((c == '+' || c == '-') && atSignPlace) {
+        if (IsDigit(c) || ((c == '+' || c == '-') && atSignPlace)) {
             number += c;
         } else if (c == '.' && !pointSeen && !exponentSeen) {
             pointSeen = true;

@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Builds the Windows program and its companions and leaves two runnable application folders: build/app, which is what
+# ships, and build/demo, the same with the demonstration's disk and stand-ins for the DOS files.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+"$root/scripts/setup.sh"
+cd "$root"
+
+build_preset() {
+    local log=build/$1.log
+    mkdir -p build
+    { cmake --preset "$1" && cmake --build --preset "$1"; } >"$log" 2>&1 || {
+        tail -n 60 "$log" >&2
+        echo "build.sh: the build of $1 failed; the whole log is $root/$log" >&2
+        exit 1
+    }
+}
+# The native companions pack what the demonstration brings along.
+build_preset host
+build_preset mingw-x64
+
+rm -rf build/app build/demo
+mkdir -p build/app
+cp -a data/. build/app/
+cp build/mingw-x64/bin/{velbooter,cabarc,bfi}.exe build/app/
+cp build/mingw-x64/boot/bootsect.bin build/app/files/
+mkdir -p build/app/{drivers,plugins}
+
+cp -a build/app build/demo
+demo/install.sh build/host/bin/cabarc build/mingw-x64/demo-dos build/demo
+echo "Built build/app and build/demo."

@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Sets up, builds everything, checks the sources and runs every test. The last lines are the test runner's own; the exit code
+# is 0 only when nothing failed.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+"$root/scripts/build.sh"
+cd "$root"
+# shellcheck source=scripts/wine-environment.sh
+. scripts/wine-environment.sh
+scripts/check.sh
+
+echo 'Building the 32-bit program and the sanitized companions'
+for preset in mingw-x86 host-asan; do
+    { cmake --preset "$preset" && cmake --build --preset "$preset"; } >"build/$preset.log" 2>&1 || {
+        tail -n 60 "build/$preset.log" >&2
+        exit 1
+    }
+done
+
+# One server for all tests: a cold start would cost each of them seconds. It keeps its output open, so it gets none of ours.
+wineserver -k || true
+stop_wine() { wineserver -k 2>/dev/null || [ $? -le 2 ]; }
+trap stop_wine EXIT
+
+run_tests() {
+    wineserver -p >/dev/null 2>&1 </dev/null
+    local failed=0
+    for preset in host host-asan mingw-x64; do
+        echo "Testing $preset"
+        ctest --preset "$preset" --no-tests=error || failed=1
+    done
+    return "$failed"
+}
+export -f run_tests
+scripts/with-display.sh bash -c run_tests
