@@ -34,8 +34,7 @@ for _ in $(seq 200); do
     kill -0 "$machine" 2>/dev/null || break
     sleep 0.1
 done
-kill "$machine" 2>/dev/null || [ $? = 1 ]
-wait "$machine" 2>/dev/null || [ $? != 0 ]
+if kill -0 "$machine" 2>/dev/null; then kill "$machine"; fi
 if ! line=$(grep -a -m 1 'IO\.SYS' "$serial"); then
     echo 'demo.sh: the image did not start IO.SYS within 20 seconds' >&2
     exit 1
