@@ -1,0 +1,94 @@
+#include "tools/cabarc/CabinetWriter.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "tools/cabarc/Checksum.h"
+#include "tools/shared/ByteOrder.h"
+#include "tools/shared/ToolError.h"
+
+namespace tools::cabarc {
+
+namespace {
+
+constexpr std::size_t kMaxBlocks = 65535;
+
+std::size_t EncodedSize(const CabinetDirectory& directory) {
+    std::size_t size = kHeaderBytes + directory.Folders.size() * kFolderBytes;
+    for (const CabinetMember& member : directory.Members) size += kMemberBytes + member.Name.size() + 1;
+    return size;
+}
+
+std::vector<std::uint8_t> Encode(const CabinetDirectory& directory) {
+    std::vector<std::uint8_t> bytes = {'M', 'S', 'C', 'F'};
+    bytes.reserve(EncodedSize(directory));
+    AppendU32(bytes, 0);
+    AppendU32(bytes, directory.CabinetSize);
+    AppendU32(bytes, 0);
+    AppendU32(bytes, static_cast<std::uint32_t>(kHeaderBytes + directory.Folders.size() * kFolderBytes));
+    AppendU32(bytes, 0);
+    AppendU16(bytes, 0x0103);  // version 1.3
+    AppendU16(bytes, static_cast<std::uint32_t>(directory.Folders.size()));
+    AppendU16(bytes, static_cast<std::uint32_t>(directory.Members.size()));
+    AppendU16(bytes, directory.Flags);
+    AppendU16(bytes, 0);  // set and number: a cabinet of its own
+    AppendU16(bytes, 0);
+    for (const CabinetFolder& folder : directory.Folders) {
+        AppendU32(bytes, folder.DataOffset);
+        AppendU16(bytes, folder.Blocks);
+        AppendU16(bytes, folder.Type);
+    }
+    for (const CabinetMember& member : directory.Members) {
+        AppendU32(bytes, member.Size);
+        AppendU32(bytes, member.Offset);
+        AppendU16(bytes, member.Folder);
+        AppendU16(bytes, member.Modified.Date);
+        AppendU16(bytes, member.Modified.Time);
+        AppendU16(bytes, member.Attributes);
+        bytes.insert(bytes.end(), member.Name.begin(), member.Name.end());
+        bytes.push_back(0);
+    }
+    return bytes;
+}
+
+}  // namespace
+
+CabinetWriter::CabinetWriter(OutputFile& output, CabinetDirectory directory)
+    : output_(output), directory_(std::move(directory)), folderBytes_(directory_.Folders.size()) {
+    output_.Write(std::vector<std::uint8_t>(EncodedSize(directory_)));
+}
+
+BlockSink& CabinetWriter::BeginFolder() {
+    directory_.Folders.at(begun_).DataOffset = static_cast<std::uint32_t>(output_.Size());
+    ++begun_;
+    return *this;
+}
+
+void CabinetWriter::PutBlock(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) {
+    CabinetFolder& folder = directory_.Folders.at(begun_ - 1);
+    if (output_.Size() + kDataHeaderBytes + payload.size() > kMaxCabinetBytes ||
+        folder.Blocks == kMaxBlocks) {
+        throw ToolError("the packed files are too big for one cabinet, which holds at most " +
+                        std::to_string(kMaxCabinetBytes) + " bytes");
+    }
+    record_.clear();
+    AppendU32(record_, BlockChecksum(payload, uncompressedSize));
+    AppendU16(record_, static_cast<std::uint32_t>(payload.size()));
+    AppendU16(record_, uncompressedSize);
+    record_.insert(record_.end(), payload.begin(), payload.end());
+    output_.Write(record_);
+    ++folder.Blocks;
+    folderBytes_[begun_ - 1] += uncompressedSize;
+}
+
+void CabinetWriter::Finish() {
+    std::vector<std::uint64_t> expected(directory_.Folders.size());
+    for (const CabinetMember& member : directory_.Members) expected.at(member.Folder) += member.Size;
+    if (begun_ != expected.size() || folderBytes_ != expected) {
+        throw std::logic_error("the data of the cabinet does not fit its directory");
+    }
+    directory_.CabinetSize = static_cast<std::uint32_t>(output_.Size());
+    output_.WriteAt(0, Encode(directory_));
+}
+
+}  // namespace tools::cabarc

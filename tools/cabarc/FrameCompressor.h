@@ -1,0 +1,29 @@
+#pragma once
+// Base of the compressors that treat a folder frame by frame: it cuts the stream into frames and remembers
+// the last one.
+
+#include <vector>
+
+#include "tools/cabarc/FolderCompressor.h"
+
+namespace tools::cabarc {
+
+class FrameCompressor : public FolderCompressor {
+ public:
+    void Write(std::span<const std::uint8_t> bytes) final;
+    void Finish() final;
+
+ protected:
+    FrameCompressor();
+
+    /// Compresses one frame of 1 to kFrameSize bytes and hands the record on. `previous` is the frame before
+    /// it, empty for the first one and otherwise full. Both are valid during the call.
+    virtual void CompressFrame(std::span<const std::uint8_t> frame,
+                               std::span<const std::uint8_t> previous) = 0;
+
+ private:
+    std::vector<std::uint8_t> frame_;
+    std::vector<std::uint8_t> previous_;
+};
+
+}  // namespace tools::cabarc

@@ -1,0 +1,66 @@
+#include "tools/cabarc/MemberFiles.h"
+
+#include <system_error>
+
+#include "tools/shared/HostFiles.h"
+#include "tools/shared/ToolError.h"
+
+namespace tools::cabarc {
+
+namespace {
+
+constexpr std::uint16_t kDosAttributes = kReadOnly | kHidden | kSystem | kArchive;
+
+/// Makes a file writable or read-only. What the system refuses shows when the file is replaced.
+void SetWritable(const std::filesystem::path& file, bool isWritable) {
+    using std::filesystem::perm_options;
+    using std::filesystem::perms;
+    std::error_code ignored;
+    std::filesystem::permissions(
+        LongPath(file),
+        isWritable ? perms::owner_write : perms::owner_write | perms::group_write | perms::others_write,
+        isWritable ? perm_options::add : perm_options::remove, ignored);
+}
+
+}  // namespace
+
+MemberFiles::MemberFiles(const CabinetDirectory& directory, std::span<const PlannedMember> plan,
+                         bool overwrite)
+    : directory_(directory), rest_(plan), overwrite_(overwrite) {}
+
+MemberFiles::~MemberFiles() {
+    if (clearedReadOnly_) SetWritable(rest_.front().Target, false);
+}
+
+bool MemberFiles::Begin(std::size_t index) {
+    if (rest_.empty() || rest_.front().Index != index) return false;
+    const std::filesystem::path& target = rest_.front().Target;
+    // The plan looked already, but a cabinet may hold two members of one name.
+    const FileKind kind = KindOf(target);
+    if (!overwrite_ && kind != FileKind::Missing) RefuseExisting(target);
+    if (kind == FileKind::ReadOnly) {
+        SetWritable(target, true);
+        clearedReadOnly_ = true;
+    }
+    file_ = std::make_unique<OutputFile>(target);
+    return true;
+}
+
+void MemberFiles::Write(std::span<const std::uint8_t> bytes) {
+    file_->Write(bytes);
+}
+
+void MemberFiles::End() {
+    const PlannedMember& planned = rest_.front();
+    const CabinetMember& member = directory_.Members[planned.Index];
+    file_->Commit();
+    file_.reset();
+    clearedReadOnly_ = false;
+    rest_ = rest_.subspan(1);
+    const auto attributes = static_cast<std::uint8_t>(member.Attributes & kDosAttributes);
+    if (!SetTimeAndAttributes(planned.Target, member.Modified, attributes)) {
+        throw ToolError(Utf8FromPath(planned.Target) + ": its time and attributes cannot be set");
+    }
+}
+
+}  // namespace tools::cabarc

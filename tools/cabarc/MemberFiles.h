@@ -1,0 +1,34 @@
+#pragma once
+// Turns the members that come out of a cabinet into files.
+
+#include <memory>
+#include <span>
+
+#include "tools/cabarc/ExtractionPlan.h"
+#include "tools/cabarc/SystemCabinet.h"
+#include "tools/shared/OutputFile.h"
+
+namespace tools::cabarc {
+
+class MemberFiles : public MemberReceiver {
+ public:
+    /// `directory` and `plan` must outlive the object. With `overwrite` existing files are replaced,
+    /// read-only ones too.
+    MemberFiles(const CabinetDirectory& directory, std::span<const PlannedMember> plan, bool overwrite);
+    ~MemberFiles() override;
+    MemberFiles(const MemberFiles&) = delete;
+    MemberFiles& operator=(const MemberFiles&) = delete;
+
+    bool Begin(std::size_t index) override;
+    void Write(std::span<const std::uint8_t> bytes) override;
+    void End() override;
+
+ private:
+    const CabinetDirectory& directory_;
+    std::span<const PlannedMember> rest_;  ///< from the member on that is open or comes next
+    bool overwrite_;
+    bool clearedReadOnly_ = false;  ///< of the file that the open one is going to replace
+    std::unique_ptr<OutputFile> file_;
+};
+
+}  // namespace tools::cabarc

@@ -1,0 +1,113 @@
+#include "tools/cabarc/MemberName.h"
+
+#include <algorithm>
+
+#include "tools/cabarc/AsciiCase.h"
+#include "tools/cabarc/CabinetDirectory.h"
+#include "tools/shared/Utf8.h"
+
+namespace tools::cabarc {
+
+namespace {
+
+constexpr std::string_view kSeparators = "/\\";
+
+bool IsControl(char c) {
+    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+}
+
+/// The parts of a path that are stored: no drive, no empty and no "." part.
+std::vector<std::string_view> MeaningfulParts(std::string_view path) {
+    if (path.size() >= 2 && path[1] == ':') path.remove_prefix(2);
+    std::vector<std::string_view> parts = PathParts(path);
+    std::erase_if(parts, [](std::string_view part) { return part.empty() || part == "."; });
+    return parts;
+}
+
+bool StartsWith(std::span<const std::string_view> parts, std::span<const std::string_view> prefix) {
+    // The file's own name always stays.
+    return prefix.size() < parts.size() &&
+           std::equal(prefix.begin(), prefix.end(), parts.begin(), EqualsFolded);
+}
+
+/// Windows opens a device for these names in any folder and with any extension.
+bool IsDeviceName(std::string_view part) {
+    std::string_view base = part.substr(0, part.find('.'));
+    while (base.ends_with(' ')) base.remove_suffix(1);
+    for (const std::string_view device : {"CON", "PRN", "AUX", "NUL", "CLOCK$", "CONIN$", "CONOUT$"}) {
+        if (EqualsFolded(base, device)) return true;
+    }
+    if (!EqualsFolded(base.substr(0, 3), "COM") && !EqualsFolded(base.substr(0, 3), "LPT")) return false;
+    const std::string_view number = base.substr(3);
+    constexpr std::string_view kSuperscripts[] = {"\u00B9", "\u00B2",
+                                                  "\u00B3"};  // these count as digits there
+    return (number.size() == 1 && number[0] >= '0' && number[0] <= '9') ||
+           std::find(std::begin(kSuperscripts), std::end(kSuperscripts), number) != std::end(kSuperscripts);
+}
+
+std::optional<std::string> PartProblem(std::string_view part) {
+    if (part.empty()) return "a part of the path is empty";
+    if (part == "..") return "it leads out of the folder";
+    if (part.ends_with('.') || part.ends_with(' ')) return "a part of the path ends in a dot or a blank";
+    for (const char c : part) {
+        if (IsControl(c)) return "it holds a control character";
+        if (std::string_view("<>:\"|?*").find(c) != std::string_view::npos) {
+            return std::string("it holds the character ") + c;
+        }
+    }
+    if (IsDeviceName(part)) return "it is the name of a device";
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::vector<std::string_view> PathParts(std::string_view path) {
+    std::vector<std::string_view> parts;
+    for (;;) {
+        const std::size_t end = path.find_first_of(kSeparators);
+        parts.push_back(path.substr(0, end));
+        if (end == std::string_view::npos) return parts;
+        path.remove_prefix(end + 1);
+    }
+}
+
+std::string StoredName(std::string_view path, bool keepFolders, std::span<const std::string> prefixes) {
+    const std::vector<std::string_view> all = MeaningfulParts(path);
+    std::span<const std::string_view> parts = all;
+    if (parts.empty()) return {};
+    if (!keepFolders) return std::string(parts.back());
+    for (const std::string& prefix : prefixes) {
+        const std::vector<std::string_view> prefixParts = MeaningfulParts(prefix);
+        if (!prefixParts.empty() && StartsWith(parts, prefixParts)) {
+            parts = parts.subspan(prefixParts.size());
+            break;
+        }
+    }
+    std::string name;
+    for (const std::string_view part : parts) {
+        if (!name.empty()) name += '\\';
+        name += part;
+    }
+    return name;
+}
+
+std::optional<std::string> NameProblem(const std::string& name) {
+    if (name.size() > kMaxNameBytes) return "it has more than " + std::to_string(kMaxNameBytes) + " bytes";
+    if (!IsUtf8(name)) return "it is not UTF-8";
+    if (name.find_first_of(kSeparators) == 0) return "it is an absolute path";
+    if (name.size() >= 2 && name[1] == ':') return "it names a drive";
+    for (const std::string_view part : PathParts(name)) {
+        if (const auto problem = PartProblem(part)) return problem;
+    }
+    return std::nullopt;
+}
+
+std::string DisplayName(const std::string& name) {
+    std::string text = name;
+    for (char& c : text) {
+        if (IsControl(c)) c = '?';
+    }
+    return IsUtf8(text) ? text : PrintableBytes(text);
+}
+
+}  // namespace tools::cabarc

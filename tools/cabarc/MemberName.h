@@ -1,0 +1,30 @@
+#pragma once
+// The names under which files are stored in a cabinet and which of them may be used for a file again. The
+// same rule guards both directions: what the packer stores, the extractor accepts.
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tools::cabarc {
+
+/// Returns the parts of `path` between "/" and "\"; empty parts are kept.
+std::vector<std::string_view> PathParts(std::string_view path);
+
+/// Returns the name under which the file at `path` (as the user's pattern leads to it, UTF-8) is stored.
+/// Without `keepFolders` it is the file's own name. Otherwise it is the path with "\" between its parts and
+/// without drive, leading separators and "." parts, less the first of `prefixes` that it starts with (whole
+/// parts, ASCII case and kind and number of separators do not matter).
+std::string StoredName(std::string_view path, bool keepFolders, std::span<const std::string> prefixes);
+
+/// Returns why `name` (UTF-8) cannot be the relative path of a file below a target folder on Windows, as the
+/// end of a sentence ("it leads out of the folder"), or nothing when it can.
+std::optional<std::string> NameProblem(const std::string& name);
+
+/// Returns `name` for the screen: with "?" for control characters, which could steer a terminal, and with
+/// \xNN for bytes beyond ASCII when it is not UTF-8.
+std::string DisplayName(const std::string& name);
+
+}  // namespace tools::cabarc

@@ -1,0 +1,34 @@
+#pragma once
+// The compression methods of a cabinet folder: their names on the command line, their numbers in the folder
+// record, and the compressor that does each.
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "tools/cabarc/FolderCompressor.h"
+
+namespace tools::cabarc {
+
+struct Method {
+    enum class Kind { Stored, MsZip, Lzx };
+
+    Kind Type = Kind::MsZip;
+    int WindowBits = 0;  ///< LZX only: 15 to 21
+
+    friend bool operator==(const Method&, const Method&) = default;
+};
+
+/// Reads "NONE", "MSZIP" or "LZX:15" to "LZX:21", in any case; nothing when the text is none of them.
+std::optional<Method> ParseMethod(std::string_view text);
+
+/// Returns the number by which a folder record names the method.
+std::uint16_t MethodCode(const Method& method);
+
+/// Returns the name of a folder record's number for a listing, as ParseMethod reads it; methods of others
+/// too.
+std::string MethodName(std::uint16_t code);
+
+}  // namespace tools::cabarc

@@ -1,0 +1,27 @@
+#pragma once
+// The method MSZIP: each frame is "CK" and one complete raw deflate stream that may refer back into the frame
+// before it, so that the 32 KiB of history run through the whole folder.
+
+#include <memory>
+
+#include "tools/cabarc/FrameCompressor.h"
+
+namespace tools::cabarc {
+
+class MsZipCompressor : public FrameCompressor {
+ public:
+    explicit MsZipCompressor(BlockSink& sink);
+    ~MsZipCompressor() override;
+    MsZipCompressor(const MsZipCompressor&) = delete;
+    MsZipCompressor& operator=(const MsZipCompressor&) = delete;
+
+ private:
+    void CompressFrame(std::span<const std::uint8_t> frame, std::span<const std::uint8_t> previous) override;
+
+    class Deflater;
+    BlockSink& sink_;
+    std::unique_ptr<Deflater> deflater_;
+    std::vector<std::uint8_t> payload_;
+};
+
+}  // namespace tools::cabarc

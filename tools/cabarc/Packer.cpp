@@ -1,0 +1,111 @@
+#include "tools/cabarc/Packer.h"
+
+#include <algorithm>
+#include <fstream>
+#include <unordered_map>
+
+#include "tools/cabarc/CabinetWriter.h"
+#include "tools/cabarc/Compressors.h"
+#include "tools/cabarc/FolderPlan.h"
+#include "tools/cabarc/MemberName.h"
+#include "tools/cabarc/SourceFiles.h"
+#include "tools/shared/HostFiles.h"
+#include "tools/shared/OutputFile.h"
+#include "tools/shared/ToolError.h"
+#include "tools/shared/Utf8.h"
+
+namespace tools::cabarc {
+
+namespace {
+
+constexpr std::size_t kReadSize = 65536;
+
+bool IsAscii(const std::string& text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+CabinetMember MemberOf(const SourceFile& file, const CommandLine& call) {
+    CabinetMember member;
+    member.Name = StoredName(file.Path, call.KeepFolders, call.Prefixes);
+    if (const auto problem = NameProblem(member.Name)) {
+        throw ToolError(file.Path + ": the name " + DisplayName(member.Name) +
+                        " cannot be stored: " + *problem);
+    }
+    if (file.Size > kMaxFolderBytes) {
+        throw ToolError(file.Path + ": this file is too big for a cabinet, which takes at most " +
+                        std::to_string(kMaxFolderBytes) + " bytes of a file");
+    }
+    member.Size = static_cast<std::uint32_t>(file.Size);
+    member.Modified = file.Modified;
+    member.Attributes = file.Attributes;
+    if (!IsAscii(member.Name)) member.Attributes |= kNameIsUtf8;
+    return member;
+}
+
+std::vector<CabinetMember> MembersOf(std::span<const SourceFile> files, const CommandLine& call) {
+    std::vector<CabinetMember> members;
+    std::unordered_map<std::string, const SourceFile*> owners;
+    members.reserve(files.size());
+    for (const SourceFile& file : files) {
+        members.push_back(MemberOf(file, call));
+        const std::string& name = members.back().Name;
+        const auto [owner, isNew] = owners.emplace(UpperAscii(name), &file);
+        if (!isNew) {
+            throw ToolError(file.Path + " and " + owner->second->Path + " would both be stored as " + name);
+        }
+    }
+    return members;
+}
+
+/// Feeds the contents of a file to the compressor; they must have the size that the directory states.
+void PackContents(const SourceFile& file, FolderCompressor& compressor, std::vector<char>& buffer) {
+    std::ifstream input(LongPath(PathFromUtf8(file.Path)), std::ios::binary);
+    if (!input) throw ToolError(file.Path + ": this file cannot be opened");
+    std::vector<std::uint8_t> bytes;
+    std::uint64_t read = 0;
+    while (input) {
+        input.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+        if (input.bad()) throw ToolError(file.Path + ": this file cannot be read");
+        read += static_cast<std::uint64_t>(input.gcount());
+        if (read > file.Size) break;
+        bytes.assign(buffer.begin(), buffer.begin() + input.gcount());
+        compressor.Write(bytes);
+    }
+    if (read != file.Size) throw ToolError(file.Path + ": this file changed while it was read");
+}
+
+}  // namespace
+
+PackReport Pack(const CommandLine& call) {
+    const std::filesystem::path target = PathFromUtf8(call.Cabinet);
+    const std::vector<SourceFile> files = FindSourceFiles(call.Names, call.Recurse, target);
+    CabinetDirectory directory;
+    directory.Members = MembersOf(files, call);
+    PlanFolders(directory, MethodCode(call.Compression));
+
+    std::vector<std::uint16_t> folderOf(files.size());
+    std::transform(directory.Members.begin(), directory.Members.end(), folderOf.begin(),
+                   [](const CabinetMember& member) { return member.Folder; });
+    const std::size_t folderCount = directory.Folders.size();
+
+    OutputFile output(target);
+    CabinetWriter writer(output, std::move(directory));
+    PackReport report;
+    std::vector<char> buffer(kReadSize);
+    std::size_t next = 0;
+    for (std::size_t folder = 0; folder < folderCount; ++folder) {
+        const auto compressor = MakeCompressor(call.Compression, writer.BeginFolder());
+        for (; next < files.size() && folderOf[next] == folder; ++next) {
+            PackContents(files[next], *compressor, buffer);
+            report.BytesIn += files[next].Size;
+        }
+        compressor->Finish();
+    }
+    writer.Finish();
+    output.Commit();
+    report.Files = files.size();
+    report.BytesOut = output.Size();
+    return report;
+}
+
+}  // namespace tools::cabarc

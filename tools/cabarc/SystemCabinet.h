@@ -1,0 +1,42 @@
+#pragma once
+// What cabarc leaves to the system: decompression, which Windows' own cabinet library does for every method
+// that it knows, and the names of old cabinets, which are in the system's ANSI code page.
+// SystemCabinet_win.cpp and SystemCabinet_posix.cpp implement it.
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+
+#include "tools/cabarc/CabinetDirectory.h"
+
+namespace tools::cabarc {
+
+/// Receives the members of a cabinet one after the other. What it throws ends the unpacking and reaches the
+/// caller.
+class MemberReceiver {
+ public:
+    virtual ~MemberReceiver() = default;
+
+    /// Announces member `index` of the directory, in ascending order. Returns whether its contents are
+    /// wanted.
+    virtual bool Begin(std::size_t index) = 0;
+    /// Brings the next bytes of the member that was begun last.
+    virtual void Write(std::span<const std::uint8_t> bytes) = 0;
+    /// Says that the member is complete: it has got as many bytes as the directory states.
+    virtual void End() = 0;
+};
+
+/// Throws ToolError when this system cannot unpack cabinets.
+void RequireUnpacking();
+
+/// Unpacks the wanted members of the cabinet at `file`, whose directory was read before. `label` names it in
+/// messages. Throws ToolError when its data is damaged or uses a method that the system does not know.
+void UnpackCabinet(const std::filesystem::path& file, const std::string& label,
+                   const CabinetDirectory& directory, MemberReceiver& receiver);
+
+/// Returns the name of a member as UTF-8, whichever encoding it is stored in. A name that claims to be UTF-8
+/// is returned as it is, well-formed or not.
+std::string MemberNameUtf8(const CabinetMember& member);
+
+}  // namespace tools::cabarc

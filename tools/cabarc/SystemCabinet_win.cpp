@@ -1,0 +1,198 @@
+// The one file of cabarc that speaks to Windows.
+#include <windows.h>
+// fdi.h needs windows.h before it.
+#include <fdi.h>
+
+#include <charconv>
+#include <cstdlib>
+#include <exception>
+#include <fstream>
+#include <memory>
+#include <new>
+#include <vector>
+
+#include "tools/cabarc/MemberName.h"
+#include "tools/cabarc/SystemCabinet.h"
+#include "tools/shared/HostFiles.h"
+#include "tools/shared/ToolError.h"
+
+namespace tools::cabarc {
+
+namespace {
+
+constexpr INT_PTR kFailed = -1;
+
+/// One run of the library over one cabinet. No exception may pass through the library: the callbacks keep it
+/// here, make the library stop, and it is thrown again outside.
+struct Session {
+    const std::filesystem::path& File;
+    const std::string& Label;
+    const CabinetDirectory& Directory;
+    MemberReceiver& Receiver;
+    std::exception_ptr Failure;
+    std::size_t Announced = 0;  ///< number of members that the library has come to
+    std::uint64_t Written = 0;  ///< bytes of the member that is being unpacked
+
+    const CabinetMember& Current() const { return Directory.Members[Announced - 1]; }
+
+    [[noreturn]] void Damaged() const {
+        const std::string where =
+            Announced == 0 ? "" : " at the member " + DisplayName(MemberNameUtf8(Current()));
+        throw ToolError(Label + ": this cabinet is damaged" + where);
+    }
+
+    template <typename Result, typename Work>
+    Result Guarded(Result onFailure, Work work) noexcept {
+        try {
+            return work();
+        } catch (...) {
+            if (!Failure) Failure = std::current_exception();
+            return onFailure;
+        }
+    }
+};
+
+/// What the library knows as a file: the cabinet, which it may open several times, or the member that is
+/// being unpacked.
+struct OpenFile {
+    Session* Owner;
+    std::ifstream Cabinet;
+};
+
+OpenFile* OpenFileOf(INT_PTR handle) {
+    return reinterpret_cast<OpenFile*>(handle);
+}
+
+void* DIAMONDAPI Allocate(ULONG size) {
+    return std::malloc(size);
+}
+
+void DIAMONDAPI Release(void* memory) {
+    std::free(memory);
+}
+
+/// The library hands nothing but a name to this callback, so the name of the cabinet is the session's
+/// address.
+INT_PTR DIAMONDAPI Open(char* name, int, int) {
+    std::uintptr_t address = 0;
+    const std::string_view text(name);
+    if (std::from_chars(text.data(), text.data() + text.size(), address).ec != std::errc()) return kFailed;
+    auto* const session = reinterpret_cast<Session*>(address);
+    return session->Guarded(kFailed, [&] {
+        auto stream = std::make_unique<OpenFile>();
+        stream->Owner = session;
+        stream->Cabinet.open(LongPath(session->File), std::ios::binary);
+        if (!stream->Cabinet) throw ToolError(session->Label + ": this file cannot be opened");
+        return reinterpret_cast<INT_PTR>(stream.release());
+    });
+}
+
+UINT DIAMONDAPI Read(INT_PTR handle, void* memory, UINT size) {
+    std::ifstream& cabinet = OpenFileOf(handle)->Cabinet;
+    cabinet.clear();
+    cabinet.read(static_cast<char*>(memory), size);
+    return cabinet.bad() ? static_cast<UINT>(kFailed) : static_cast<UINT>(cabinet.gcount());
+}
+
+UINT DIAMONDAPI Write(INT_PTR handle, void* memory, UINT size) {
+    Session& session = *OpenFileOf(handle)->Owner;
+    return session.Guarded(static_cast<UINT>(kFailed), [&] {
+        session.Written += size;
+        if (session.Written > session.Current().Size) session.Damaged();
+        session.Receiver.Write({static_cast<const std::uint8_t*>(memory), size});
+        return size;
+    });
+}
+
+int DIAMONDAPI Close(INT_PTR handle) {
+    delete OpenFileOf(handle);
+    return 0;
+}
+
+long DIAMONDAPI Seek(INT_PTR handle, long distance, int origin) {
+    std::ifstream& cabinet = OpenFileOf(handle)->Cabinet;
+    cabinet.clear();
+    cabinet.seekg(distance, origin == SEEK_SET   ? std::ios::beg
+                            : origin == SEEK_CUR ? std::ios::cur
+                                                 : std::ios::end);
+    return cabinet ? static_cast<long>(cabinet.tellg()) : -1L;
+}
+
+/// Returns the handle that the member's bytes go to, or 0 to skip it.
+INT_PTR BeginMember(Session& session, const FDINOTIFICATION& notice) {
+    // The library must see the members that were read and checked before: the file may have changed.
+    if (session.Announced == session.Directory.Members.size()) session.Damaged();
+    const CabinetMember& member = session.Directory.Members[session.Announced++];
+    if (member.Name != notice.psz1 || member.Size != static_cast<std::uint32_t>(notice.cb)) session.Damaged();
+    session.Written = 0;
+    if (!session.Receiver.Begin(session.Announced - 1)) return 0;
+    auto stream = std::make_unique<OpenFile>();
+    stream->Owner = &session;
+    return reinterpret_cast<INT_PTR>(stream.release());
+}
+
+INT_PTR EndMember(Session& session, const FDINOTIFICATION& notice) {
+    Close(notice.hf);
+    if (session.Written != session.Current().Size) session.Damaged();
+    session.Receiver.End();
+    return TRUE;
+}
+
+INT_PTR DIAMONDAPI Notify(FDINOTIFICATIONTYPE type, FDINOTIFICATION* notice) {
+    Session& session = *static_cast<Session*>(notice->pv);
+    return session.Guarded(kFailed, [&]() -> INT_PTR {
+        switch (type) {
+            case fdintCOPY_FILE:
+                return BeginMember(session, *notice);
+            case fdintCLOSE_FILE_INFO:
+                return EndMember(session, *notice);
+            case fdintPARTIAL_FILE:
+            case fdintNEXT_CABINET:
+                return kFailed;  // sets of cabinets are refused before
+            default:
+                return 0;
+        }
+    });
+}
+
+struct DestroyContext {
+    void operator()(void* context) const { FDIDestroy(context); }
+};
+
+}  // namespace
+
+void RequireUnpacking() {}
+
+void UnpackCabinet(const std::filesystem::path& file, const std::string& label,
+                   const CabinetDirectory& directory, MemberReceiver& receiver) {
+    Session session{file, label, directory, receiver, nullptr};
+    ERF error{};
+    const std::unique_ptr<void, DestroyContext> context(
+        FDICreate(Allocate, Release, Open, Read, Write, Close, Seek, cpuUNKNOWN, &error));
+    if (!context) throw std::bad_alloc();
+    std::string name = std::to_string(reinterpret_cast<std::uintptr_t>(&session));
+    std::string folder;
+    const bool isDone =
+        FDICopy(context.get(), name.data(), folder.data(), 0, Notify, nullptr, &session) != FALSE;
+    if (session.Failure) std::rethrow_exception(session.Failure);
+    if (!isDone && error.erfOper == FDIERROR_ALLOC_FAIL) throw std::bad_alloc();
+    if (!isDone && error.erfOper == FDIERROR_BAD_COMPR_TYPE) {
+        throw ToolError(label + ": this cabinet is packed by a method that the system does not know");
+    }
+    if (!isDone || session.Announced != directory.Members.size()) session.Damaged();
+}
+
+std::string MemberNameUtf8(const CabinetMember& member) {
+    const std::string& name = member.Name;
+    if ((member.Attributes & kNameIsUtf8) != 0 || name.empty()) return name;
+    const int size = static_cast<int>(name.size());
+    std::wstring wide(name.size(), L'\0');
+    const int count = MultiByteToWideChar(CP_ACP, 0, name.data(), size, wide.data(), size);
+    std::string text(static_cast<std::size_t>(count) * 3, '\0');
+    const int bytes =
+        WideCharToMultiByte(CP_UTF8, 0, wide.data(), count, text.data(), count * 3, nullptr, nullptr);
+    text.resize(static_cast<std::size_t>(bytes));
+    return text;
+}
+
+}  // namespace tools::cabarc
