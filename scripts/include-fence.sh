@@ -48,7 +48,7 @@ done < <(sort -u "$edges")
 while read -r file; do
     case $file in
         src/common/*.cpp | src/ui/windows/* | src/WinMain.cpp) ;;
-        tools/shared/HostFiles_win.cpp | tools/cabarc/*_fdi.cpp) ;;
+        tools/*_win.cpp) ;;
         *) complain "$file includes the system's header" ;;
     esac
 done < <(git ls-files --cached --others --exclude-standard -- 'src/*.h' 'src/*.cpp' 'tools/*.h' 'tools/*.cpp' |

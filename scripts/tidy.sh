@@ -17,7 +17,7 @@ check() {
     local file=$1
     local flags=()
     case $file in
-        src/* | tools/*_win.cpp | tools/*_fdi.cpp) flags=("${windowsFlags[@]}") ;;
+        src/* | tools/*_win.cpp) flags=("${windowsFlags[@]}") ;;
     esac
     clang-tidy --quiet "$file" -- -std=c++20 -I. "${flags[@]}" 2>/dev/null
 }
