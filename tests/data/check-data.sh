@@ -1,0 +1,368 @@
+#!/usr/bin/env bash
+# Checks the starter tree (data/) and what the demonstration adds to it (demo/) without running the program:
+# line ends, names, the catalogue, every line of every disk configuration, the batch language, the size of
+# each disk, and that docs/ mentions everything that ships. Prints one line for each fault and exits 1 if
+# there was any. check-data.sh [-v] [ROOT] checks another checkout; -v tells how full each disk can be.
+set -euo pipefail
+export LC_ALL=C
+
+verbose=no
+if [[ ${1-} == -v ]]; then
+    verbose=yes
+    shift
+fi
+root=${1:-$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)}
+if [[ ! -d $root/data/files || ! -d $root/demo/files || ! -d $root/docs ]]; then
+    echo "check-data: $root is not a checkout of the project" >&2
+    exit 2
+fi
+data=$root/data
+demo=$root/demo
+faults=0
+fault() {
+    printf '%s: %s\n' "$1" "$2"
+    faults=$((faults + 1))
+}
+# The path as a reader of the report knows it.
+shown() { printf '%s' "${1#"$root"/}"; }
+
+# The DOS files that the program demands, with about the bytes that each has on a Windows 98 SE CD.
+declare -A dosBytes=(
+    [io.sys]=223000 [command.com]=94000 [attrib.exe]=16000 [choice.com]=6000 [deltree.exe]=20000
+    [diskcopy.com]=22000 [edit.com]=70000 [emm386.exe]=126000 [extract.exe]=94000 [fc.exe]=21000
+    [fdisk.exe]=64000 [format.com]=50000 [himem.sys]=34000 [label.exe]=10000 [mem.exe]=33000
+    [mode.com]=30000 [more.com]=11000 [move.exe]=28000 [scandisk.exe]=246000 [smartdrv.exe]=46000
+    [sort.exe]=26000 [sys.com]=20000 [xcopy.exe]=5000 [xcopy32.exe]=4000 [xcopy32.mod]=42000
+)
+diskBytes=$((2847 * 512))
+
+# find_in BASE PATH: the file or folder that Windows would open, whatever the case of the letters.
+find_in() {
+    local found=$1 part
+    local -a parts
+    IFS=/ read -r -a parts <<<"${2//\\//}"
+    for part in "${parts[@]}"; do
+        found=$(find "$found" -mindepth 1 -maxdepth 1 -iname "${part//\*/\\*}" -print -quit 2>/dev/null || true)
+        [[ -n $found ]] || return 1
+    done
+    printf '%s' "$found"
+}
+
+is_dos_name() { [[ $1 =~ ^[A-Z0-9_~!#$%\&@-]{1,8}(\.[A-Z0-9_~!#$%\&@-]{1,3})?$ ]]; }
+is_dos_path() {
+    local part
+    local -a parts
+    IFS=/ read -r -a parts <<<"${1//\\//}"
+    ((${#parts[@]} > 0)) || return 1
+    for part in "${parts[@]}"; do is_dos_name "${part^^}" || return 1; done
+}
+trimmed() {
+    local text=$1
+    text=${text#"${text%%[! ]*}"}
+    printf '%s' "${text%"${text##*[! ]}"}"
+}
+
+check_text_files() {
+    local file
+    while IFS= read -r -d '' file; do
+        if grep -q -v $'\r$' "$file"; then fault "$(shown "$file")" 'a line does not end in CR LF'; fi
+        if [[ -n $(tail -c 1 "$file" | tr -d '\n') ]]; then fault "$(shown "$file")" 'the last line has no line end'; fi
+        if sed 's/\r$//' "$file" | grep -q '[^ -~]'; then
+            fault "$(shown "$file")" 'a character is neither printable ASCII nor a blank'
+        fi
+    done < <(find "$data" "$demo/files" "$demo/modules" "$demo/disklist.rows.ini" -type f -size +0 \
+        ! -name '*.bin' ! -name '*.cab' -print0)
+}
+
+# Names that become names of the floppy: files in capitals, folders in either case, both 8.3.
+check_names() {
+    local folder path name
+    for folder in "$data/files"/*/ "$data/plugins"/*/ "$demo/files"/*/ "$demo/modules"/; do
+        [[ -d $folder && $(basename "$folder") != inf_files ]] || continue
+        while IFS= read -r -d '' path; do
+            name=$(basename "$path")
+            if [[ -d $path ]]; then
+                is_dos_name "${name^^}" || fault "$(shown "$path")" 'the name of the folder is not of the form 8.3'
+            elif ! is_dos_name "$name"; then
+                fault "$(shown "$path")" 'the name is not an upper-case name of the form 8.3'
+            fi
+        done < <(find "$folder" -mindepth 1 -print0)
+    done
+    for name in CONFIG.SYS AUTOEXEC.BAT MSDOS.SYS; do
+        [[ -f $data/files/base_files/$name ]] || fault "data/files/base_files/$name" 'this base file is missing'
+    done
+}
+
+# Batch files of the floppy must be in the language of COMMAND.COM, not in that of later Windows.
+check_batch_file() {
+    local file=$1 text label name line callee
+    name=$(shown "$file")
+    text=$(tr -d '\r' <"$file" | tr '[:lower:]' '[:upper:]')
+    local pattern='(^|[^A-Z])(SET /[AP]|FOR /|IF /I|IF (NOT )?(DEFINED|CMDEXTVERSION)|GOTO :|CALL :|EXIT /B|SETLOCAL|PUSHD)|%~|%(DATE|TIME|CD|RANDOM)%|&|\|\||[ =]2>|\b(EQU|NEQ|LSS|LEQ|GTR|GEQ)\b'
+    if line=$(grep -m 1 -E -- "$pattern" <<<"$text"); then fault "$name" "not in the language of DOS: $line"; fi
+    if line=$(grep -m 1 -E '.{128}' <<<"$text"); then fault "$name" "a line has more than 127 characters: $line"; fi
+    # DOS runs a pipe through temporary files, which it cannot write on this disk.
+    if line=$(grep -v '^REM' <<<"$text" | grep -m 1 -F '|'); then fault "$name" "a pipe needs a disk that can be written: $line"; fi
+    if line=$(grep -m 1 -E '>>?A:' <<<"$text"); then fault "$name" "writes to A:, which may be write-protected: $line"; fi
+    while read -r label; do
+        grep -q -x ":$label" <<<"$text" || fault "$name" "there is no label $label"
+    done < <(grep -o -E '\bGOTO [^ ]+' <<<"$text" | sed 's/GOTO //' | sort -u)
+    while read -r label; do
+        fault "$name" "two labels begin with the same eight characters: $label"
+    done < <(grep -E '^:' <<<"$text" | cut -c 2-9 | sort | uniq -d)
+    while read -r callee; do
+        [[ $callee == *%* ]] || find_in "$data/files/base_files" "${callee#A:\\}" >/dev/null ||
+            fault "$name" "it calls $callee, which no base file becomes"
+    done < <(grep -v '^REM' <<<"$text" | grep -o -E 'CALL A:\\[^ ]+' | sed 's/CALL //' | sort -u)
+}
+check_batch_files() {
+    local file
+    while IFS= read -r -d '' file; do check_batch_file "$file"; done < <(
+        find "$data/files" "$demo/files" "$demo/modules" "$data/plugins"/*/ -type f -iname '*.bat' -print0)
+}
+
+# ini_value FILE SECTION KEY
+ini_value() {
+    tr -d '\r' <"$1" | awk -v section="[$2]" -v key="$3=" '
+        /^\[/ { inside = ($0 == section) }
+        inside && index($0, key) == 1 { print substr($0, length(key) + 1); exit }'
+}
+
+# check_row FILE SECTION: one section of the catalogue. Prints nothing but faults.
+check_row() {
+    local file=$1 section=$2 key value
+    local where
+    where="$(shown "$file") [$section]"
+    for key in aspi ndis netw; do
+        value=$(ini_value "$file" "$section" "$key")
+        [[ $value =~ ^[01]$ ]] || fault "$where" "$key is not 0 or 1"
+    done
+    [[ -n $(ini_value "$file" "$section" file) ]] || fault "$where" 'there is no file key'
+    if [[ $section != 0 ]]; then
+        value=$(ini_value "$file" "$section" Name)
+        [[ $value =~ ^[a-z0-9_]{1,8}$ && $value != custom ]] ||
+            fault "$where" "Name is no lower-case name for a file and for the command line: $value"
+        [[ -f $data/files/$value.ini || -f $demo/files/$value.ini ]] ||
+            fault "$where" "there is no configuration $value.ini"
+        [[ -n $(ini_value "$file" "$section" Desc) ]] || fault "$where" 'there is no Desc'
+        value=$(ini_value "$file" "$section" Icon)
+        [[ $value =~ ^[1-8]$ ]] || fault "$where" "Icon is not from 1 to 8: $value"
+    fi
+}
+
+check_catalogue() {
+    local file=$data/files/disklist.ini count section name sections expected number whole
+    count=$(ini_value "$file" Disks_List Count)
+    sections=$(tr -d '\r' <"$file" | sed -n 's/^\[\([0-9]*\)\]$/\1/p' | tr '\n' ' ')
+    expected=
+    if [[ $count =~ ^[0-9]+$ ]]; then for ((number = 0; number <= count; number++)); do expected+="$number "; done; fi
+    [[ $sections == "$expected" ]] || fault "$(shown "$file")" "Count is $count, but the sections are $sections"
+    [[ $count =~ ^([4-9]|[1-9][0-9]+)$ ]] || fault "$(shown "$file")" 'fewer than four disks'
+    for section in $sections; do check_row "$file" "$section"; done
+
+    # The demonstration's rows are checked as the demonstration gets them: numbered on behind those that ship.
+    whole=$(mktemp)
+    cp "$file" "$whole"
+    if "$demo/add-rows.sh" "$whole" "$demo/disklist.rows.ini" >/dev/null; then
+        number=$(ini_value "$whole" Disks_List Count)
+        for ((section = count + 1; section <= number; section++)); do check_row "$whole" "$section"; done
+        while read -r name; do
+            fault 'the catalogue' "two rows are named $name"
+        done < <(tr -d '\r' <"$whole" | sed -n 's/^Name=//p' | sort | uniq -d)
+        for file in "$data/files"/*.ini "$demo/files"/*.ini; do
+            name=$(basename "$file" .ini)
+            if [[ $name != disklist && $name != custom ]] && ! tr -d '\r' <"$whole" | grep -q -x "Name=$name"; then
+                fault "$(shown "$file")" 'no row of the catalogue names this configuration'
+            fi
+        done
+    else
+        fault 'demo/disklist.rows.ini' 'the rows could not be added to the catalogue'
+    fi
+    rm -f "$whole"
+    [[ -f $data/files/custom.ini ]] || fault 'data/files/custom.ini' 'the configuration of the custom row is missing'
+}
+
+clusters() { echo $((($1 + 511) / 512 * 512)); }
+folder_bytes() {
+    local sum=0 size
+    while read -r size; do sum=$((sum + $(clusters "$size"))); done < <(find "$1" "${@:2}" -type f -printf '%s\n')
+    echo $((sum + 1024))
+}
+
+# check_configuration FILE FOLDER...: reads FILE as the program does. The sources are looked for in FOLDERs.
+check_configuration() {
+    local file=$1 name line section='' left right number=0 succeeded=no found size source base destination
+    shift
+    local -a folders=("$@")
+    local -A onDisk=() moduleBytes=() baseFiles=()
+    local total=0 hasIo=no hasCommand=no
+    name=$(shown "$file")
+    total=$(($(folder_bytes "$data/files/base_files" -maxdepth 1) + $(folder_bytes "$data/files/base_files/bin")))
+    for found in "$data/files/base_files"/*; do baseFiles[$(basename "${found,,}")]=1; done
+
+    resolve() {
+        local folder
+        for folder in "${folders[@]}"; do find_in "$folder" "$1" && return 0; done
+        return 1
+    }
+
+    while IFS= read -r line || [[ -n $line ]]; do
+        number=$((number + 1))
+        line=${line%$'\r'}
+        local where="$name line $number"
+        [[ -n $line && $line != ';'* ]] || continue
+        case $line in
+            '[Copy_CABs]' | '[Copy_Files]' | '[Copy_Files_for_CABs]' | '[Create_CABs]' | '[DefaultDrivers]')
+                section=$line
+                continue
+                ;;
+            '['*)
+                fault "$where" "no such section: $line"
+                section=
+                continue
+                ;;
+        esac
+        if [[ $section == '[DefaultDrivers]' ]]; then
+            [[ ${line^^} =~ ^(ASPI|NDIS|ODI16|ODI32)\\[A-Z0-9_]{1,8}(\.CAB)?$ ]] || fault "$where" "no driver: $line"
+            continue
+        fi
+        if [[ $line != *=* ]]; then
+            fault "$where" "no \"=\": $line"
+            continue
+        fi
+        if [[ ${line#*=} == *=* ]]; then fault "$where" "more than one \"=\": $line"; fi
+        left=$(trimmed "${line%%=*}")
+        right=${line#*=}
+        right=$(trimmed "${right%%=*}")
+        if [[ -z $section ]]; then
+            fault "$where" 'the line is in no section'
+            continue
+        fi
+        if [[ -z $left || -z $right ]]; then
+            fault "$where" 'one side is empty'
+            continue
+        fi
+        is_dos_path "$right" || fault "$where" "the right side is no path of 8.3 names: $right"
+
+        if [[ $section == '[Create_CABs]' ]]; then
+            [[ ${right^^} == LIB ]] || fault "$where" "the boot disk looks for its modules in LIB only: $right"
+            base=$left
+            [[ $left != dos ]] || base=dos_files
+            if ! found=$(resolve "files\\$base") || [[ ! -d $found ]]; then
+                fault "$where" "there is no module folder files\\$left"
+                continue
+            fi
+            total=$((total + $(folder_bytes "$found") + ${moduleBytes[${left,,}]:-0}))
+            if [[ ${left,,} == setupwin || ${left,,} == setupnt ]]; then
+                [[ $succeeded == yes ]] ||
+                    fault "$where" 'a line that performs nothing before any copy or pack ends the build'
+            else
+                succeeded=yes
+            fi
+            continue
+        fi
+
+        if [[ $left == *\** && $left != *'\*.*' ]]; then fault "$where" "only *.* is copied as a pattern: $left"; fi
+        succeeded=yes
+        source=${left%'\*.*'}
+        size=0
+        if [[ $source == "$left" && -n ${dosBytes[${left,,}]:-} ]]; then
+            size=${dosBytes[${left,,}]}
+        elif found=$(resolve "$source"); then
+            if [[ -d $found && $source != "$left" ]]; then
+                size=$(folder_bytes "$found" -maxdepth 1)
+            elif [[ -d $found ]]; then
+                fault "$where" "a folder is copied with \\*.* behind it: $left"
+            else
+                size=$(stat -c %s "$found")
+            fi
+        elif [[ $section == '[Copy_CABs]' ]]; then
+            # What the user supplies may be missing, but the user must be told of it.
+            [[ $file == "$demo"/* ]] || grep -q -i -r -F --include='*.md' "$left" "$root/docs" ||
+                fault "$where" "neither shipped nor described in docs/: $left"
+        else
+            fault "$where" "neither shipped nor one of the DOS files: $left"
+            continue
+        fi
+        size=$(clusters "$size")
+
+        if [[ $source == "$left" ]]; then
+            destination=${right##*\\}
+            [[ $destination == *.* ]] || fault "$where" "the right side names no file: $right"
+            [[ $destination == "${destination^^}" || ${destination,,} == *.cab ]] ||
+                fault "$where" "the name on the disk is not in capitals: $right"
+        fi
+        if [[ $section == '[Copy_Files_for_CABs]' ]]; then
+            base=${right%%\\*}
+            moduleBytes[${base,,}]=$((${moduleBytes[${base,,}]:-0} + size))
+            # The dos folder is rebuilt at every start; a file left in any other would stay there for ever.
+            [[ ${base,,} == dos ]] || fault "$where" "only files\\dos may receive files: $right"
+            continue
+        fi
+        [[ -z ${onDisk[${right,,}]:-} ]] || fault "$where" "another line has the same target: $right"
+        onDisk[${right,,}]=1
+        [[ -n ${baseFiles[${right,,}]:-} && ${right^^} != CONFIG.SYS ]] && fault "$where" "a base file is replaced: $right"
+        total=$((total + size))
+        if [[ $section == '[Copy_Files]' && ${left,,} == io.sys && $right == IO.SYS ]]; then hasIo=yes; fi
+        if [[ $section == '[Copy_Files]' && ${left,,} == command.com && $right == COMMAND.COM ]]; then hasCommand=yes; fi
+    done <"$file"
+    unset -f resolve
+
+    [[ $hasIo == yes ]] || fault "$name" 'the disk gets no IO.SYS'
+    [[ $hasCommand == yes ]] || fault "$name" 'the disk gets no COMMAND.COM'
+    [[ -n ${onDisk['bin\choice.com']:-} ]] || fault "$name" 'the disk gets no BIN\CHOICE.COM, which the menu needs'
+    [[ -n ${onDisk['himem.sys']:-} ]] || fault "$name" 'the disk gets no HIMEM.SYS, which CONFIG.SYS loads'
+    if ((${#moduleBytes[@]} > 0)) || grep -q '^\[Create_CABs\]' "$file"; then
+        [[ -n ${onDisk['bin\extract.exe']:-} ]] || fault "$name" 'the disk has modules but no BIN\EXTRACT.EXE'
+    fi
+    # Modules count as if they were stored: packed they are smaller.
+    if [[ $verbose == yes ]]; then echo "$name: at most $total of $diskBytes bytes"; fi
+    ((total <= diskBytes)) || fault "$name" "about $total bytes do not fit on a disk of $diskBytes"
+}
+
+check_configurations() {
+    local file
+    for file in "$data/files"/*.ini; do
+        if [[ $(basename "$file") != disklist.ini ]]; then check_configuration "$file" "$data"; fi
+    done
+    for file in "$demo/files"/*.ini; do
+        if [[ -f $file ]]; then check_configuration "$file" "$demo" "$data"; fi
+    done
+}
+
+check_shipped() {
+    local file path
+    while IFS= read -r -d '' file; do
+        path=${file#"$data"/}
+        grep -q -r -F --include='*.md' "\`${path//\//\\}\`" "$root/docs" ||
+            fault "$(shown "$file")" "docs/ does not mention \`${path//\//\\}\`"
+    done < <(find "$data" -type f -print0)
+    # shellcheck disable=SC2016  # the backquotes are those of the table
+    while read -r path; do
+        [[ -e $data/${path//\\//} ]] || fault "$(shown "$root/docs/shipped-files.md")" "there is no file $path"
+    done < <(sed -n 's/^| `\([^`]*\)`.*/\1/p' "$root/docs/shipped-files.md")
+    if [[ -e $data/keyfile.txt ]]; then fault 'data/keyfile.txt' 'its presence replaces the registry: ship no key file'; fi
+    if [[ -e $data/dos ]]; then fault 'data/dos' 'DOS files would hide the import of the real ones'; fi
+}
+
+check_plugins() {
+    local program name
+    for program in "$data/plugins"/*.bat "$data/plugins"/*.com "$data/plugins"/*.exe; do
+        [[ -f $program ]] || continue
+        name=$(basename "$program")
+        [[ -d $data/plugins/${name%.*} ]] || fault "$(shown "$program")" 'a plugin without a folder cannot be named'
+    done
+}
+
+check_text_files
+check_names
+check_batch_files
+check_catalogue
+check_configurations
+check_plugins
+check_shipped
+if ((faults > 0)); then
+    echo "check-data: $faults faults" >&2
+    exit 1
+fi
+echo 'check-data: nothing found'
