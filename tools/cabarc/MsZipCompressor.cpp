@@ -3,7 +3,6 @@
 #include <zlib.h>
 
 #include <new>
-#include <stdexcept>
 
 #include "tools/shared/ByteOrder.h"
 
@@ -13,16 +12,17 @@ namespace {
 
 constexpr std::uint8_t kSignature[] = {'C', 'K'};
 constexpr std::size_t kSignatureSize = sizeof(kSignature);
-/// Header of a stored deflate block: 3 bits, padded to a byte, and the size twice.
-constexpr std::size_t kStoredHeaderSize = 5;
+/// The memory levels that are tried on each frame. The larger makes a frame one deflate block; the smaller
+/// begins a new block, with codes of its own, every 4096 symbols, which suits frames of mixed contents.
+constexpr int kMemoryLevels[] = {9, 6};
 
 }  // namespace
 
-/// A raw deflate stream of zlib. The largest memory level lets a whole frame be one deflate block.
+/// A raw deflate stream of zlib.
 class MsZipCompressor::Deflater {
  public:
-    Deflater() {
-        if (deflateInit2(&stream_, Z_BEST_COMPRESSION, Z_DEFLATED, -MAX_WBITS, MAX_MEM_LEVEL,
+    explicit Deflater(int memoryLevel) {
+        if (deflateInit2(&stream_, Z_BEST_COMPRESSION, Z_DEFLATED, -MAX_WBITS, memoryLevel,
                          Z_DEFAULT_STRATEGY) != Z_OK) {
             throw std::bad_alloc();
         }
@@ -51,29 +51,35 @@ class MsZipCompressor::Deflater {
     z_stream stream_ = {};
 };
 
-MsZipCompressor::MsZipCompressor(BlockSink& sink) : sink_(sink), deflater_(std::make_unique<Deflater>()) {}
+MsZipCompressor::MsZipCompressor(BlockSink& sink) : sink_(sink) {
+    for (const int level : kMemoryLevels) deflaters_.push_back(std::make_unique<Deflater>(level));
+}
 
 MsZipCompressor::~MsZipCompressor() = default;
 
 void MsZipCompressor::CompressFrame(std::span<const std::uint8_t> frame,
                                     std::span<const std::uint8_t> previous) {
-    // No stream may be longer than one stored block, which is what incompressible data becomes; readers count
-    // on it.
-    const std::size_t storedSize = kStoredHeaderSize + frame.size();
-    payload_.assign(std::begin(kSignature), std::end(kSignature));
-    payload_.resize(kSignatureSize + storedSize);
-    std::uint8_t* const stream = payload_.data() + kSignatureSize;
-    std::size_t size = deflater_->Run(frame, previous, {stream, storedSize});
-    if (size == 0) {
-        const auto count = static_cast<std::uint32_t>(frame.size());
-        stream[0] = 1;  // final block, stored
-        PutU16(stream + 1, count);
-        PutU16(stream + 3, ~count & 0xFFFFU);
-        std::copy(frame.begin(), frame.end(), stream + kStoredHeaderSize);
-        size = storedSize;
+    PutStored(frame);
+    for (const auto& deflater : deflaters_) {
+        trial_.assign(std::begin(kSignature), std::end(kSignature));
+        // A stream that would not be shorter than the best one so far is given up where that is seen.
+        trial_.resize(payload_.size() - 1);
+        const std::size_t size = deflater->Run(frame, previous, std::span(trial_).subspan(kSignatureSize));
+        if (size == 0) continue;
+        trial_.resize(kSignatureSize + size);
+        payload_.swap(trial_);
     }
-    payload_.resize(kSignatureSize + size);
     sink_.PutBlock(payload_, static_cast<std::uint16_t>(frame.size()));
+}
+
+// No stream may be longer than one stored block; readers count on it.
+void MsZipCompressor::PutStored(std::span<const std::uint8_t> frame) {
+    const auto size = static_cast<std::uint32_t>(frame.size());
+    payload_.assign(std::begin(kSignature), std::end(kSignature));
+    payload_.push_back(1);  // final block, stored
+    AppendU16(payload_, size);
+    AppendU16(payload_, ~size & 0xFFFFU);
+    payload_.insert(payload_.end(), frame.begin(), frame.end());
 }
 
 }  // namespace tools::cabarc

@@ -3,6 +3,7 @@
 // before it, so that the 32 KiB of history run through the whole folder.
 
 #include <memory>
+#include <vector>
 
 #include "tools/cabarc/FrameCompressor.h"
 
@@ -18,10 +19,14 @@ class MsZipCompressor : public FrameCompressor {
  private:
     void CompressFrame(std::span<const std::uint8_t> frame, std::span<const std::uint8_t> previous) override;
 
+    /// Puts the frame into payload_ as it is.
+    void PutStored(std::span<const std::uint8_t> frame);
+
     class Deflater;
     BlockSink& sink_;
-    std::unique_ptr<Deflater> deflater_;
-    std::vector<std::uint8_t> payload_;
+    std::vector<std::unique_ptr<Deflater>> deflaters_;
+    std::vector<std::uint8_t> payload_;  ///< the best so far
+    std::vector<std::uint8_t> trial_;
 };
 
 }  // namespace tools::cabarc
