@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Checks the finished Windows programs from outside: check-programs.sh OBJDUMP VERSION PROGRAM...
+# Each imports only what comes with Windows, runs as whoever starts it, asks for the current common controls, and carries the
+# version and the product's name.
+set -euo pipefail
+objdump=$1
+version=$2
+shift 2
+failed=0
+complain() {
+    printf '%s\n' "$*" >&2
+    failed=1
+}
+# Libraries that every Windows since version 7 has.
+known=' advapi32.dll cabinet.dll comctl32.dll comdlg32.dll gdi32.dll imagehlp.dll kernel32.dll msvcrt.dll ole32.dll shell32.dll user32.dll '
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+has_text() { grep -aqE -- "$1" "$work/text"; }
+
+[ $# -gt 0 ] || complain 'no program to check'
+for program in "$@"; do
+    name=$(basename "$program")
+    "$objdump" -p "$program" >"$work/headers"
+    # Resource texts are 16 bits a character; without the zero bytes they can be searched.
+    tr -d '\0' <"$program" >"$work/text"
+    while read -r library; do
+        case $known in *" ${library,,} "*) ;; *) complain "$name imports $library, which does not come with Windows" ;; esac
+    done < <(sed -n 's/^[ \t]*DLL Name: //p' "$work/headers")
+    has_text 'level="asInvoker"' || complain "$name has no manifest that says asInvoker"
+    has_text 'Microsoft\.Windows\.Common-Controls' || complain "$name does not ask for the common controls"
+    has_text 'The Veltrane' || complain "$name does not carry the product's name"
+    has_text "FileVersion.?${version//./\\.}" || complain "$name does not carry version $version"
+done
+exit "$failed"
