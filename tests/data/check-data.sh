@@ -36,16 +36,15 @@ declare -A dosBytes=(
 )
 diskBytes=$((2847 * 512))
 
-# find_in BASE PATH: the file or folder that Windows would open, whatever the case of the letters.
+# Every file and folder by its path in small letters, as Windows finds it whatever the case of the letters.
+declare -A index=()
+while IFS= read -r -d '' path; do index[${path,,}]=$path; done < <(find "$data" "$demo" -print0)
+documentation=$(cat "$root/docs"/*.md)
+
+# find_in BASE PATH: prints the path of what Windows would open, or fails.
 find_in() {
-    local found=$1 part
-    local -a parts
-    IFS=/ read -r -a parts <<<"${2//\\//}"
-    for part in "${parts[@]}"; do
-        found=$(find "$found" -mindepth 1 -maxdepth 1 -iname "${part//\*/\\*}" -print -quit 2>/dev/null || true)
-        [[ -n $found ]] || return 1
-    done
-    printf '%s' "$found"
+    local path=$1/${2//\\//}
+    [[ -n ${index[${path,,}]:-} ]] && printf '%s' "${index[${path,,}]}"
 }
 
 is_dos_name() { [[ $1 =~ ^[A-Z0-9_~!#$%\&@-]{1,8}(\.[A-Z0-9_~!#$%\&@-]{1,3})?$ ]]; }
@@ -64,14 +63,18 @@ trimmed() {
 
 check_text_files() {
     local file
-    while IFS= read -r -d '' file; do
-        if grep -q -v $'\r$' "$file"; then fault "$(shown "$file")" 'a line does not end in CR LF'; fi
-        if [[ -n $(tail -c 1 "$file" | tr -d '\n') ]]; then fault "$(shown "$file")" 'the last line has no line end'; fi
-        if sed 's/\r$//' "$file" | grep -q '[^ -~]'; then
-            fault "$(shown "$file")" 'a character is neither printable ASCII nor a blank'
-        fi
-    done < <(find "$data" "$demo/files" "$demo/modules" "$demo/disklist.rows.ini" -type f -size +0 \
+    local -a files
+    mapfile -d '' files < <(find "$data" "$demo/files" "$demo/modules" "$demo/disklist.rows.ini" -type f -size +0 \
         ! -name '*.bin' ! -name '*.cab' -print0)
+    while IFS= read -r -d '' file; do
+        fault "$(shown "$file")" 'a line does not end in CR LF'
+    done < <(grep -l -Z -v $'\r$' "${files[@]}")
+    while IFS= read -r -d '' file; do
+        fault "$(shown "$file")" 'the last line has no line end'
+    done < <(for file in "${files[@]}"; do [[ $(tail -c 1 "$file" | od -A n -c) == *'\n'* ]] || printf '%s\0' "$file"; done)
+    while IFS= read -r -d '' file; do
+        fault "$(shown "$file")" 'a character is neither printable ASCII nor a blank'
+    done < <(grep -l -Z $'[^\r -~]\|\r.' "${files[@]}")
 }
 
 # Names that become names of the floppy: files in capitals, folders in either case, both 8.3.
@@ -80,7 +83,7 @@ check_names() {
     for folder in "$data/files"/*/ "$data/plugins"/*/ "$demo/files"/*/ "$demo/modules"/; do
         [[ -d $folder && $(basename "$folder") != inf_files ]] || continue
         while IFS= read -r -d '' path; do
-            name=$(basename "$path")
+            name=${path##*/}
             if [[ -d $path ]]; then
                 is_dos_name "${name^^}" || fault "$(shown "$path")" 'the name of the folder is not of the form 8.3'
             elif ! is_dos_name "$name"; then
@@ -95,25 +98,33 @@ check_names() {
 
 # Batch files of the floppy must be in the language of COMMAND.COM, not in that of later Windows.
 check_batch_file() {
-    local file=$1 text label name line callee
-    name=$(shown "$file")
-    text=$(tr -d '\r' <"$file" | tr '[:lower:]' '[:upper:]')
-    local pattern='(^|[^A-Z])(SET /[AP]|FOR /|IF /I|IF (NOT )?(DEFINED|CMDEXTVERSION)|GOTO :|CALL :|EXIT /B|SETLOCAL|PUSHD)|%~|%(DATE|TIME|CD|RANDOM)%|&|\|\||[ =]2>|\b(EQU|NEQ|LSS|LEQ|GTR|GEQ)\b'
-    if line=$(grep -m 1 -E -- "$pattern" <<<"$text"); then fault "$name" "not in the language of DOS: $line"; fi
-    if line=$(grep -m 1 -E '.{128}' <<<"$text"); then fault "$name" "a line has more than 127 characters: $line"; fi
-    # DOS runs a pipe through temporary files, which it cannot write on this disk.
-    if line=$(grep -v '^REM' <<<"$text" | grep -m 1 -F '|'); then fault "$name" "a pipe needs a disk that can be written: $line"; fi
-    if line=$(grep -m 1 -E '>>?A:' <<<"$text"); then fault "$name" "writes to A:, which may be write-protected: $line"; fi
-    while read -r label; do
-        grep -q -x ":$label" <<<"$text" || fault "$name" "there is no label $label"
-    done < <(grep -o -E '\bGOTO [^ ]+' <<<"$text" | sed 's/GOTO //' | sort -u)
-    while read -r label; do
-        fault "$name" "two labels begin with the same eight characters: $label"
-    done < <(grep -E '^:' <<<"$text" | cut -c 2-9 | sort | uniq -d)
-    while read -r callee; do
-        [[ $callee == *%* ]] || find_in "$data/files/base_files" "${callee#A:\\}" >/dev/null ||
-            fault "$name" "it calls $callee, which no base file becomes"
-    done < <(grep -v '^REM' <<<"$text" | grep -o -E 'CALL A:\\[^ ]+' | sed 's/CALL //' | sort -u)
+    local name label line
+    local -A labels=() heads=() wanted=()
+    name=$(shown "$1")
+    local words='(^|[^A-Z])(SET /[AP]|FOR /|IF /I|IF (NOT )?(DEFINED|CMDEXTVERSION)|GOTO :|CALL :|EXIT /B|SETLOCAL|PUSHD)'
+    local marks='%~|%(DATE|TIME|CD|RANDOM)%|&|\|\||[ =]2>| (EQU|NEQ|LSS|LEQ|GTR|GEQ) '
+    while IFS= read -r line; do
+        line=${line%$'\r'}
+        line=${line^^}
+        ((${#line} < 128)) || fault "$name" "a line has more than 127 characters: $line"
+        [[ $line != REM* ]] || continue
+        if [[ $line =~ $words || $line =~ $marks ]]; then fault "$name" "not in the language of DOS: $line"; fi
+        # DOS runs a pipe through temporary files, which it cannot write on this disk.
+        [[ $line != *'|'* ]] || fault "$name" "a pipe needs a disk that can be written: $line"
+        [[ ! $line =~ \>A: ]] || fault "$name" "writes to A:, which may be write-protected: $line"
+        if [[ $line == :* ]]; then
+            label=${line#:}
+            [[ -z ${heads[${label:0:8}]:-} ]] || fault "$name" "two labels begin with the same eight characters: $label"
+            labels[$label]=1
+            heads[${label:0:8}]=1
+        fi
+        if [[ $line =~ (^|[^A-Z])GOTO\ ([^\ ]+) ]]; then wanted[${BASH_REMATCH[2]}]=1; fi
+        if [[ $line =~ CALL\ A:\\([^\ %]+)(\ |$) ]]; then
+            find_in "$data/files/base_files" "${BASH_REMATCH[1]}" >/dev/null ||
+                fault "$name" "it calls A:\\${BASH_REMATCH[1]}, which no base file becomes"
+        fi
+    done <"$1"
+    for label in "${!wanted[@]}"; do [[ -n ${labels[$label]:-} ]] || fault "$name" "there is no label $label"; done
 }
 check_batch_files() {
     local file
@@ -278,7 +289,7 @@ check_configuration() {
             fi
         elif [[ $section == '[Copy_CABs]' ]]; then
             # What the user supplies may be missing, but the user must be told of it.
-            [[ $file == "$demo"/* ]] || grep -q -i -r -F --include='*.md' "$left" "$root/docs" ||
+            [[ $file == "$demo"/* || ${documentation,,} == *"\`${left,,}\`"* ]] ||
                 fault "$where" "neither shipped nor described in docs/: $left"
         else
             fault "$where" "neither shipped nor one of the DOS files: $left"
@@ -334,7 +345,7 @@ check_shipped() {
     local file path
     while IFS= read -r -d '' file; do
         path=${file#"$data"/}
-        grep -q -r -F --include='*.md' "\`${path//\//\\}\`" "$root/docs" ||
+        [[ $documentation == *"\`${path//\//\\}\`"* ]] ||
             fault "$(shown "$file")" "docs/ does not mention \`${path//\//\\}\`"
     done < <(find "$data" -type f -print0)
     # shellcheck disable=SC2016  # the backquotes are those of the table

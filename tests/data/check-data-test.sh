@@ -1,0 +1,137 @@
+#!/usr/bin/env bash
+# Proves that check-data.sh sees faults: breaks a copy of the data in one way at a time and expects the
+# line that names the fault. Exits 1 when a fault stays unseen or when the unbroken copy has one.
+# shellcheck disable=SC2016  # $ and backquotes belong to the sed commands and to the expected texts
+set -euo pipefail
+
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+root=$(cd "$here/../.." && pwd)
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cp -a "$root/data" "$root/demo" "$root/docs" "$work/"
+failures=0
+cases=0
+
+# expect TEXT FILE SED...: with FILE changed by the sed commands, one line of the report contains TEXT.
+expect() {
+    local text=$1 file=$2 report
+    shift 2
+    cp -a "$work/$file" "$work/saved"
+    sed -i "$@" "$work/$file"
+    if cmp -s "$work/$file" "$work/saved"; then
+        echo "the case \"$text\" changes nothing in $file"
+        failures=$((failures + 1))
+    fi
+    report=$("$here/check-data.sh" "$work" 2>&1) && report+=' (and it reports success)'
+    mv "$work/saved" "$work/$file"
+    judge "$text" "$report"
+}
+# expect_with TEXT COMMAND UNDO: the same for changes that are more than an edit of one file.
+expect_with() {
+    local text=$1 report
+    (cd "$work" && eval "$2")
+    report=$("$here/check-data.sh" "$work" 2>&1) && report+=' (and it reports success)'
+    (cd "$work" && eval "$3")
+    judge "$text" "$report"
+}
+judge() {
+    cases=$((cases + 1))
+    if [[ $2 != *"$1"* || $2 == *'reports success'* ]]; then
+        printf 'not seen: %s\n%s\n' "$1" "$2" | head -n 12
+        failures=$((failures + 1))
+    fi
+}
+
+if ! "$here/check-data.sh" "$work"; then
+    echo 'the data has faults before anything is broken'
+    exit 1
+fi
+
+minimal=data/files/minimal.ini
+setup=data/files/setup.ini
+list=data/files/disklist.ini
+menu=data/files/base_files/bin/MENU.BAT
+
+# Text files and names
+expect 'a line does not end in CR LF' $menu '5s/\r$//'
+expect 'a line does not end in CR LF' demo/files/demo.ini '1s/\r$//'
+expect_with 'the last line has no line end' "printf 'REM' >>$menu" "sed -i '\$d' $menu"
+expect 'neither printable ASCII nor a blank' data/keyfile.sample.txt '4s/Jane/J\xe4ne/; 5s/\r/\t\r/; 6s/Jane/J\xe4ne/; s/Doe/D\xf6/'
+expect_with 'not an upper-case name of the form 8.3' 'mv data/files/keyb/bin/LAYOUT.BAT data/files/keyb/bin/KEYLAYOUT.BAT' \
+    'mv data/files/keyb/bin/KEYLAYOUT.BAT data/files/keyb/bin/LAYOUT.BAT'
+expect_with 'not an upper-case name of the form 8.3' 'mv data/files/keyb/bin/LAYOUT.BAT data/files/keyb/bin/layout.bat' \
+    'mv data/files/keyb/bin/layout.bat data/files/keyb/bin/LAYOUT.BAT'
+expect_with 'the name of the folder is not of the form 8.3' 'mkdir "data/files/keyb/more files"' 'rmdir "data/files/keyb/more files"'
+expect_with 'this base file is missing' 'mv data/files/base_files/MSDOS.SYS .' 'mv MSDOS.SYS data/files/base_files/'
+
+# The batch language
+for line in 'SET /P X=' 'FOR /F %%A IN (X) DO ECHO' 'IF DEFINED X ECHO' 'IF NOT DEFINED X ECHO' 'GOTO :EOF' 'ECHO %~dp0' \
+    'ECHO A& ECHO B' 'DIR 2>NUL' 'ECHO %DATE%' 'if /i A==B ECHO' 'IF 1 EQU 1 ECHO'; do
+    expect 'not in the language of DOS' $menu "2a ${line//&/\\&}\r"
+done
+expect 'more than 127 characters' $menu "2a $(printf 'ECHO %0125d' 0)\r"
+expect 'a pipe needs a disk' $menu '2a DIR | MORE\r'
+expect 'writes to A:' $menu '2a ECHO X>A:\\X.TXT\r'
+expect 'there is no label FIXED' $menu 's/^:FIXED/:LOOSE/'
+expect 'begin with the same eight characters' $menu 's/^:FIXED/:FIXED\r\n:ABCDEFGH1\r\n:ABCDEFGH2/'
+expect 'it calls A:\BIN\MENUROW.BAT' $menu 's/MENUITEM/MENUROW/'
+
+# The catalogue
+expect 'but the sections are' $list 's/^Count=5/Count=6/'
+expect 'fewer than four disks' $list 's/^Count=5/Count=3/'
+expect 'there is no file key' $list '0,/^file=/{/^file=/d}'
+expect 'there is no file key' $list '/^file=tools/d'
+expect 'there is no file key' demo/disklist.rows.ini '/^file=/d'
+expect 'aspi is not 0 or 1' $list '0,/^aspi=0/s//aspi=yes/'
+expect 'Name is no lower-case name' $list 's/^Name=tools/Name=Tools/'
+expect 'there is no configuration tool.ini' $list 's/^Name=tools/Name=tool/'
+expect 'no row of the catalogue names this configuration' $list 's/^Name=tools/Name=tool/'
+expect 'two rows are named cdrom' $list 's/^Name=tools/Name=cdrom/'
+expect 'the rows could not be added' demo/disklist.rows.ini 's/^Name=demo/Name=tools/'
+expect 'there is no Desc' $list '/^Desc=Tools/d'
+expect 'Icon is not from 1 to 8' $list 's/^Icon=5/Icon=9/'
+expect_with 'the configuration of the custom row is missing' 'mv data/files/custom.ini .' 'mv custom.ini data/files/'
+
+# Configurations
+expect 'no such section: [Copy_files]' $minimal 's/^\[Copy_Files\]/[Copy_files]/'
+expect 'no such section: [Copy_Files] ' $minimal 's/^\[Copy_Files\]/[Copy_Files] /'
+expect 'the line is in no section' $minimal '/^\[Copy_Files\]/d'
+expect 'no "=": io.sys' $minimal 's/^io.sys=.*/io.sys\r/'
+expect 'more than one "="' $minimal 's/^edit.com=BIN/edit.com=BIN\\EDIT.COM=BIN/'
+expect 'one side is empty' $minimal 's/^edit.com=.*/edit.com= \r/'
+expect 'no path of 8.3 names' $minimal 's/BIN.EDIT.COM/BIN\\TEXTEDITOR.COM/'
+expect 'the right side names no file' $minimal 's/BIN.EDIT.COM/BIN/'
+expect 'not in capitals' $minimal 's/BIN.EDIT.COM/BIN\\edit.com/'
+expect 'neither shipped nor one of the DOS files: edlin.com' $minimal 's/^edit.com=/edlin.com=/'
+expect 'neither shipped nor one of the DOS files: files\missing' $minimal 's/^edit.com=/files\\missing\\*.*=/'
+expect 'neither shipped nor described' data/files/cdrom.ini 's/^cdrom.sys=/atapi.sys=/'
+expect 'only *.* is copied as a pattern' data/files/custom.ini 's/^modules\\\*\.\*/modules\\*.cab/'
+expect 'a folder is copied with \*.* behind it' demo/files/demo.ini 's/^files\\demo\\\*\.\*/files\\demo/'
+expect 'another line has the same target' $minimal 's/BIN.EDIT.COM/BIN\\SYS.COM/'
+expect 'a base file is replaced' $minimal 's/BIN.EDIT.COM/AUTOEXEC.BAT/'
+expect 'the disk gets no IO.SYS' $minimal '/^io.sys/d'
+expect 'the disk gets no IO.SYS' $minimal 's/=IO.SYS/=io.sys/'
+expect 'the disk gets no COMMAND.COM' data/files/custom.ini '/^command.com/d'
+expect 'the disk gets no COMMAND.COM' demo/files/demo.ini '/^command.com/d'
+expect 'the disk gets no BIN\CHOICE.COM' $minimal '/^choice.com/d'
+expect 'the disk gets no HIMEM.SYS' $minimal '/^himem.sys/d'
+expect 'no BIN\EXTRACT.EXE' data/files/tools.ini '/^extract.exe/d'
+expect 'there is no module folder files\keys' data/files/custom.ini 's/^keyb=LIB/keys=LIB/'
+expect 'looks for its modules in LIB only' data/files/custom.ini 's/^keyb=LIB/keyb=BIN/'
+expect 'only files\dos may receive files' data/files/tools.ini 's/^attrib.exe=dos/attrib.exe=keyb/'
+expect 'a line that performs nothing' $setup '2a [Create_CABs]\r\nSetupWin=LIB\r'
+expect 'no driver: SCSI' $minimal '$a [DefaultDrivers]\r\nSCSI\\AHA\r'
+expect 'do not fit on a disk' data/files/network.ini '/^mem.exe/a scandisk.exe=A\\SCANDISK.EXE\r\nscandisk.exe=B\\SCANDISK.EXE\r\nscandisk.exe=C\\SCANDISK.EXE\r\nscandisk.exe=D\\SCANDISK.EXE\r'
+
+# Plugins, and what the documentation says
+expect_with 'a plugin without a folder' 'mv data/plugins/stamp .' 'mv stamp data/plugins/'
+expect 'docs/ does not mention `files\keyb\KEYB.BAT`' docs/shipped-files.md '/keyb.KEYB/d'
+expect 'there is no file files\keyb\NONE.BAT' docs/shipped-files.md 's/^| `files.keyb.KEYB.BAT.*/&\n| `files\\keyb\\NONE.BAT` | none |/'
+expect_with 'ship no key file' 'cp data/keyfile.sample.txt data/keyfile.txt' 'rm data/keyfile.txt'
+expect_with 'would hide the import' 'mkdir data/dos' 'rmdir data/dos'
+
+if ((failures > 0)); then
+    echo "check-data-test: $failures of $cases faults were not seen" >&2
+    exit 1
+fi
+echo "check-data-test: all $cases faults were seen"
