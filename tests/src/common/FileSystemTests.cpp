@@ -1,0 +1,136 @@
+#include "src/common/FileSystem.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+#include "src/common/RuntimeError.h"
+#include "tests/support/ApplicationFolder.h"
+
+namespace velbooter::testing {
+namespace {
+
+class FileFunctions : public ::testing::Test {
+ protected:
+    /// Returns the number of the error that `action` raises; 0 when it raises none.
+    static int NumberOf(const std::function<void()>& action) {
+        try {
+            action();
+        } catch (const RuntimeError& error) {
+            return error.Number;
+        }
+        return 0;
+    }
+
+    ApplicationFolder Folder;
+};
+
+TEST_F(FileFunctions, AListingGivesHiddenEntriesAndTheFolderItself) {
+    Folder.Write("t\\b.txt");
+    Folder.Write("t\\a.txt");
+    Folder.SetAttributes("t\\a.txt", FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+    Folder.MakeFolder("t\\sub");
+    FolderListing listing(Folder.At("t\\*.*"));
+    std::vector<std::string> names;
+    while (const auto entry = listing.Next()) {
+        names.push_back(entry->Name);
+        EXPECT_EQ(entry->Name == "sub" || entry->Name[0] == '.', entry->IsFolder) << entry->Name;
+    }
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ((std::vector<std::string>{".", "..", "a.txt", "b.txt", "sub"}), names);
+    EXPECT_FALSE(listing.Next());
+}
+
+TEST_F(FileFunctions, AListingRestartsAtItsBeginning) {
+    Folder.Write("t\\a.txt");
+    FolderListing listing(Folder.At("t\\*.txt"));
+    EXPECT_EQ("a.txt", listing.Next()->Name);
+    EXPECT_FALSE(listing.Next());
+    Folder.Write("t\\0.txt");
+    listing.Restart();
+    EXPECT_TRUE(listing.Next());
+    EXPECT_TRUE(listing.Next());
+    EXPECT_FALSE(listing.Next());
+}
+
+TEST_F(FileFunctions, AListingOfNothingIsEmpty) {
+    EXPECT_FALSE(FolderListing(Folder.At("nowhere\\*.*")).Next());
+    EXPECT_FALSE(FolderListing(Folder.At("*.none")).Next());
+}
+
+TEST_F(FileFunctions, CopyingReplacesAProtectedDestination) {
+    const std::string source = Folder.Write("a", "new");
+    for (const DWORD attributes : {FILE_ATTRIBUTE_READONLY, FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_SYSTEM,
+                                   FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM}) {
+        Folder.Write("b" + std::to_string(attributes), "old and longer");
+        Folder.SetAttributes("b" + std::to_string(attributes), attributes);
+        CopyFileOver(source, Folder.At("b" + std::to_string(attributes)));
+        EXPECT_EQ("new", Folder.Read("b" + std::to_string(attributes))) << attributes;
+    }
+}
+
+TEST_F(FileFunctions, CopyingRaisesTheFileErrors) {
+    const std::string source = Folder.Write("a", "new");
+    EXPECT_EQ(kFileNotFound, NumberOf([&] { CopyFileOver(Folder.At("missing"), Folder.At("b")); }));
+    EXPECT_EQ(kPathNotFound, NumberOf([&] { CopyFileOver(source, Folder.At("nowhere\\b")); }));
+    EXPECT_NE(0, NumberOf([&] { CopyFileOver(source, Folder.MakeFolder("folder")); }));
+    EXPECT_NE(0, NumberOf([&] { CopyFileOver(Folder.At("*.cab"), Folder.At("b")); }));
+    const std::string locked = Folder.Write("locked", "old");
+    {
+        LockedFile lock(locked);
+        EXPECT_EQ(kPermissionDenied, NumberOf([&] { CopyFileOver(source, locked); }));
+        EXPECT_EQ(kPermissionDenied, NumberOf([&] { CopyFileOver(locked, Folder.At("b")); }));
+    }
+    EXPECT_EQ("old", Folder.Read("locked")) << "a failed copy keeps the destination";
+    EXPECT_FALSE(Folder.HasFile("b"));
+}
+
+TEST_F(FileFunctions, DeletingIgnoresAttributes) {
+    Folder.Write("a");
+    Folder.SetAttributes("a", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+    DeleteFileAt(Folder.At("a"));
+    EXPECT_FALSE(Folder.HasFile("a"));
+    EXPECT_EQ(kFileNotFound, NumberOf([&] { DeleteFileAt(Folder.At("a")); }));
+    const std::string locked = Folder.Write("locked");
+    LockedFile lock(locked);
+    EXPECT_EQ(kPermissionDenied, NumberOf([&] { DeleteFileAt(locked); }));
+}
+
+TEST_F(FileFunctions, RenamingOntoAnExistingFileIsError58) {
+    Folder.Write("a", "a");
+    Folder.Write("b", "b");
+    EXPECT_EQ(kFileAlreadyExists, NumberOf([&] { RenameFileTo(Folder.At("a"), Folder.At("b")); }));
+    RenameFileTo(Folder.At("a"), Folder.At("c"));
+    EXPECT_EQ("a", Folder.Read("c"));
+    EXPECT_FALSE(Folder.HasFile("a"));
+    EXPECT_EQ(kFileNotFound, NumberOf([&] { RenameFileTo(Folder.At("a"), Folder.At("d")); }));
+}
+
+TEST_F(FileFunctions, MakeFolderMakesOneLevel) {
+    MakeFolder(Folder.At("one"));
+    EXPECT_TRUE(Folder.HasFolder("one"));
+    EXPECT_EQ(kPathFileAccess, NumberOf([&] { MakeFolder(Folder.At("one")); }));
+    EXPECT_EQ(kPathNotFound, NumberOf([&] { MakeFolder(Folder.At("two\\three")); }));
+}
+
+TEST_F(FileFunctions, MakeEmptyFileEmptiesAnOldOne) {
+    Folder.Write("a", "text");
+    MakeEmptyFile(Folder.At("a"));
+    MakeEmptyFile(Folder.At("b"));
+    EXPECT_EQ("", Folder.Read("a"));
+    EXPECT_EQ("", Folder.Read("b"));
+    EXPECT_EQ(kPathNotFound, NumberOf([&] { MakeEmptyFile(Folder.At("nowhere\\b")); }));
+}
+
+TEST_F(FileFunctions, TheCurrentFolderCanBeChanged) {
+    ChangeDriveAndFolder(Folder.Path());
+    EXPECT_EQ(Folder.Path(), CurrentFolder());
+    EXPECT_NE(0, NumberOf([&] { ChangeDriveAndFolder(Folder.At("missing")); }));
+    EXPECT_EQ(Folder.Path(), CurrentFolder());
+}
+
+}  // namespace
+}  // namespace velbooter::testing

@@ -1,0 +1,147 @@
+#include "tests/support/ApplicationFolder.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+namespace velbooter::testing {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string WithoutExtension(const std::string& path) {
+    return path.substr(0, path.rfind('.'));
+}
+
+std::string FreshFolder() {
+    static int counter = 0;
+    char buffer[MAX_PATH];
+    const DWORD length = GetTempPathA(MAX_PATH, buffer);
+    std::string base(buffer, length);
+    // Command lines of external programs are not quoted, so a blank would change them.
+    if (base.find(' ') != std::string::npos) base = "C:\\";
+    const std::string path =
+        base + "vb" + std::to_string(GetCurrentProcessId()) + "_" + std::to_string(++counter);
+    fs::remove_all(path);
+    fs::create_directories(path);
+    return path;
+}
+
+}  // namespace
+
+std::string CurrentFolder() {
+    char buffer[MAX_PATH];
+    return std::string(buffer, GetCurrentDirectoryA(MAX_PATH, buffer));
+}
+
+std::string TestProgramFolder() {
+    char buffer[MAX_PATH];
+    const std::string path(buffer, GetModuleFileNameA(nullptr, buffer, MAX_PATH));
+    return path.substr(0, path.rfind('\\'));
+}
+
+ApplicationFolder::ApplicationFolder() : path_(FreshFolder()), formerFolder_(CurrentFolder()) {}
+
+ApplicationFolder::~ApplicationFolder() {
+    SetCurrentDirectoryA(formerFolder_.c_str());
+    std::error_code ignored;
+    std::vector<fs::path> entries;
+    for (const auto& entry : fs::recursive_directory_iterator(path_, ignored)) entries.push_back(entry);
+    for (const fs::path& entry : entries) {
+        SetFileAttributesA(entry.string().c_str(), FILE_ATTRIBUTE_NORMAL);
+    }
+    fs::remove_all(path_, ignored);
+}
+
+std::string ApplicationFolder::Write(const std::string& tail, const std::string& content) const {
+    const std::string path = At(tail);
+    fs::create_directories(fs::path(path).parent_path());
+    std::ofstream file(path, std::ios::binary);
+    file.write(content.data(), static_cast<std::streamsize>(content.size()));
+    file.close();
+    EXPECT_TRUE(file.good()) << "cannot write " << path;
+    return path;
+}
+
+std::string ApplicationFolder::Read(const std::string& tail) const {
+    std::ifstream file(At(tail), std::ios::binary);
+    EXPECT_TRUE(file.is_open()) << "cannot read " << At(tail);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+std::string ApplicationFolder::MakeFolder(const std::string& tail) const {
+    fs::create_directories(At(tail));
+    return At(tail);
+}
+
+void ApplicationFolder::Remove(const std::string& tail) const {
+    fs::remove_all(At(tail));
+}
+
+bool ApplicationFolder::HasFile(const std::string& tail) const {
+    return fs::is_regular_file(At(tail));
+}
+
+bool ApplicationFolder::HasFolder(const std::string& tail) const {
+    return fs::is_directory(At(tail));
+}
+
+void ApplicationFolder::SetAttributes(const std::string& tail, std::uint32_t attributes) const {
+    ASSERT_TRUE(SetFileAttributesA(At(tail).c_str(), attributes)) << At(tail);
+}
+
+std::uint32_t ApplicationFolder::Attributes(const std::string& tail) const {
+    return GetFileAttributesA(At(tail).c_str());
+}
+
+std::vector<std::string> ApplicationFolder::Tree(const std::string& tail) const {
+    std::vector<std::string> files;
+    const std::string root = tail.empty() ? path_ : At(tail);
+    if (!fs::is_directory(root)) return files;
+    for (const auto& entry : fs::recursive_directory_iterator(root)) {
+        if (entry.is_directory()) continue;
+        std::string file = entry.path().string().substr(root.size() + 1);
+        std::replace(file.begin(), file.end(), '/', '\\');
+        files.push_back(file);
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+void ApplicationFolder::MakeTool(const std::string& tail, const std::string& instructions) const {
+    const std::string path = At(tail);
+    fs::create_directories(fs::path(path).parent_path());
+    fs::copy_file(TestProgramFolder() + "\\recorder.exe", path, fs::copy_options::overwrite_existing);
+    Write(WithoutExtension(tail) + ".do", instructions);
+}
+
+std::vector<ToolCall> ApplicationFolder::Calls(const std::string& tail) const {
+    std::vector<ToolCall> calls;
+    const std::string log = WithoutExtension(tail) + ".log";
+    if (!HasFile(log)) return calls;
+    std::istringstream lines(Read(log));
+    ToolCall call;
+    while (std::getline(lines, call.CommandLine) && std::getline(lines, call.Window) &&
+           std::getline(lines, call.WorkingFolder)) {
+        calls.push_back(call);
+    }
+    return calls;
+}
+
+LockedFile::LockedFile(const std::string& fullPath)
+    : handle_(CreateFileA(fullPath.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                          FILE_ATTRIBUTE_NORMAL, nullptr)) {
+    EXPECT_NE(handle_, INVALID_HANDLE_VALUE) << "cannot lock " << fullPath;
+}
+
+void LockedFile::Release() {
+    if (handle_ != INVALID_HANDLE_VALUE) CloseHandle(handle_);
+    handle_ = INVALID_HANDLE_VALUE;
+}
+
+}  // namespace velbooter::testing

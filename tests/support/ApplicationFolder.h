@@ -1,0 +1,92 @@
+#pragma once
+// A small application folder in a fresh temporary directory, for tests that work on real files. Paths given
+// to its functions are relative to it ("cabs\bin\a.cab").
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "src/forms/Application.h"
+#include "tests/support/ScriptedDesktop.h"
+
+namespace velbooter::testing {
+
+/// One call of a stand-in tool as it saw it.
+struct ToolCall {
+    std::string CommandLine;    ///< the exact text of GetCommandLineA
+    std::string Window;         ///< "hidden", "shown" (no window state given) or "state N"
+    std::string WorkingFolder;  ///< the current folder at its start
+};
+
+class ApplicationFolder {
+ public:
+    /// Makes the folder; its path holds no blank.
+    ApplicationFolder();
+    ApplicationFolder(const ApplicationFolder&) = delete;
+    ApplicationFolder& operator=(const ApplicationFolder&) = delete;
+    /// Restores the current folder of the process and removes everything, whatever its attributes are.
+    ~ApplicationFolder();
+
+    /// The folder without a trailing backslash.
+    const std::string& Path() const { return path_; }
+    std::string At(const std::string& tail) const { return path_ + "\\" + tail; }
+
+    /// Writes a file byte for byte, its folders made; returns its full path.
+    std::string Write(const std::string& tail, const std::string& content = "") const;
+    /// Returns a file's bytes; fails the test when it cannot be read.
+    std::string Read(const std::string& tail) const;
+    std::string MakeFolder(const std::string& tail) const;
+    void Remove(const std::string& tail) const;
+    bool HasFile(const std::string& tail) const;
+    bool HasFolder(const std::string& tail) const;
+
+    /// Attributes as the system numbers them (FILE_ATTRIBUTE_...).
+    void SetAttributes(const std::string& tail, std::uint32_t attributes) const;
+    std::uint32_t Attributes(const std::string& tail) const;
+
+    /// Returns the files below a folder as sorted paths relative to it.
+    std::vector<std::string> Tree(const std::string& tail) const;
+
+    /// Puts a stand-in program at `tail` (an .exe or .com), which records its calls and carries out
+    /// `instructions` (see Recorder.cpp) each time.
+    void MakeTool(const std::string& tail, const std::string& instructions = "") const;
+    /// Returns the calls of the stand-in at `tail` so far, in their order.
+    std::vector<ToolCall> Calls(const std::string& tail) const;
+
+ private:
+    std::string path_;
+    std::string formerFolder_;
+};
+
+/// Holds a file open without sharing, so that nothing else can open it, until Release or its end.
+class LockedFile {
+ public:
+    explicit LockedFile(const std::string& fullPath);
+    LockedFile(const LockedFile&) = delete;
+    LockedFile& operator=(const LockedFile&) = delete;
+    ~LockedFile() { Release(); }
+    void Release();
+
+ private:
+    void* handle_;
+};
+
+/// Returns the folder in which the running test program lies, without a trailing backslash.
+std::string TestProgramFolder();
+
+/// Returns the current folder of the process.
+std::string CurrentFolder();
+
+/// The common fixture: an application folder, a scripted desktop and an application on both.
+class ApplicationTest : public ::testing::Test {
+ protected:
+    ApplicationTest() { Screen.Watch(App); }
+
+    ApplicationFolder Folder;
+    ScriptedDesktop Screen;
+    Application App{Folder.Path(), Screen};
+};
+
+}  // namespace velbooter::testing

@@ -1,0 +1,104 @@
+// A stand-in for the external programs. Copied under their names, it appends what it was started with to the
+// log file beside itself (its own name with .log): the exact command line, the window state and the working
+// folder, a line each. Then it carries out the instruction file beside itself (.do), one instruction a line,
+// its words separated by "|":
+//   create|FILE        makes FILE, relative to the working folder, with the text "made by " + its own name
+//   exit|NUMBER        ends with that exit code
+//   wait|MILLISECONDS  waits, without a message queue
+//   idle|MILLISECONDS  waits for input that long, with a message queue
+//   signal|HANDLE      sets the inherited event
+//   extract            plays an extractor: makes FOLDER\NAME of "... CABINET NAME /l FOLDER\"
+//   expand             plays an expander: makes FOLDER\NAME of "... -f:NAME "FOLDER\""
+#include <windows.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::string OwnPathWithoutExtension() {
+    char buffer[MAX_PATH];
+    const std::string path(buffer, GetModuleFileNameA(nullptr, buffer, MAX_PATH));
+    return path.substr(0, path.rfind('.'));
+}
+
+std::string WindowState() {
+    STARTUPINFOA start{};
+    start.cb = sizeof(start);
+    GetStartupInfoA(&start);
+    if ((start.dwFlags & STARTF_USESHOWWINDOW) == 0) return "shown";
+    if (start.wShowWindow == SW_HIDE) return "hidden";
+    return "state " + std::to_string(start.wShowWindow);
+}
+
+std::vector<std::string> Words(const std::string& line) {
+    std::vector<std::string> words;
+    std::istringstream parts(line);
+    std::string word;
+    while (std::getline(parts, word, '|')) words.push_back(word);
+    return words;
+}
+
+void MakeFile(const std::string& file, const std::string& maker) {
+    std::ofstream(file, std::ios::binary) << "made by " << maker;
+}
+
+/// Returns the text between `before` and the next `after` in `text`.
+std::string Between(const std::string& text, const std::string& before, const std::string& after) {
+    const size_t start = text.find(before);
+    if (start == std::string::npos) return "";
+    const size_t from = start + before.size();
+    const size_t end = text.find(after, from);
+    return text.substr(from, end == std::string::npos ? end : end - from);
+}
+
+void WaitForInput(unsigned long milliseconds) {
+    MSG message;
+    PeekMessageA(&message, nullptr, WM_USER, WM_USER, PM_NOREMOVE);
+    const ULONGLONG end = GetTickCount64() + milliseconds;
+    for (ULONGLONG now = GetTickCount64(); now < end; now = GetTickCount64()) {
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now), QS_ALLINPUT);
+        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        }
+    }
+}
+
+}  // namespace
+
+int main() {
+    const std::string own = OwnPathWithoutExtension();
+    const std::string commandLine = GetCommandLineA();
+    char folder[MAX_PATH];
+    GetCurrentDirectoryA(MAX_PATH, folder);
+    std::ofstream(own + ".log", std::ios::binary | std::ios::app) << commandLine << '\n'
+                                                                  << WindowState() << '\n'
+                                                                  << folder << '\n';
+
+    std::ifstream instructions(own + ".do", std::ios::binary);
+    std::string line;
+    while (std::getline(instructions, line)) {
+        const std::vector<std::string> words = Words(line);
+        if (words.empty()) continue;
+        const std::string& verb = words[0];
+        const std::string value = words.size() > 1 ? words[1] : "";
+        const unsigned long number = std::strtoul(value.c_str(), nullptr, 10);
+        if (verb == "create") MakeFile(value, own.substr(own.rfind('\\') + 1));
+        if (verb == "exit") return static_cast<int>(number);
+        if (verb == "wait") Sleep(number);
+        if (verb == "idle") WaitForInput(number);
+        if (verb == "signal") SetEvent(reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(number)));
+        if (verb == "extract") {
+            const std::string member = Between(commandLine, ".CAB ", " ");
+            MakeFile(Between(commandLine, "/l ", " ") + member, member);
+        }
+        if (verb == "expand") {
+            const std::string member = Between(commandLine, "-f:", " ");
+            MakeFile(Between(commandLine, "\"", "\"") + member, member);
+        }
+    }
+    return 0;
+}

@@ -1,0 +1,98 @@
+#pragma once
+// A Desktop without a screen. The answers are scripted in the order in which the program must ask; every
+// question is compared with the script as a whole, and what the forms showed at each repaint is kept. A
+// question that is not in the script fails the test, and so does a scripted one that was never asked.
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "src/forms/Application.h"
+#include "src/forms/Desktop.h"
+
+namespace velbooter::testing {
+
+/// What the forms showed at one repaint.
+struct View {
+    bool PendingEvents = false;  ///< whether it was PendingEvents that painted, not Repaint
+    std::string WizardStatus;
+    std::string WaitStatus;
+    bool WaitVisible = false;
+    Label Step3, Step4;
+    std::string Mark3, Mark4;
+    int Progress = 0;
+    int ProgressMax = 0;
+};
+
+/// Returns all fields of a message in readable lines; two messages are alike when these texts are.
+std::string Describe(const Message& message);
+
+class ScriptedDesktop : public Desktop {
+ public:
+    using Action = std::function<void()>;
+
+    ScriptedDesktop() = default;
+    ScriptedDesktop(const ScriptedDesktop&) = delete;
+    ScriptedDesktop& operator=(const ScriptedDesktop&) = delete;
+    /// Fails the test when scripted questions are left.
+    ~ScriptedDesktop() override;
+
+    /// Records the forms of `app`, which must outlive the desktop's use, at every repaint.
+    void Watch(const Application& app) { app_ = &app; }
+
+    /// The next question must be exactly `message`; `meanwhile` runs while it is on the screen.
+    void Expect(const Message& message, Answer answer = Answer::Ok, Action meanwhile = {});
+
+    /// The next question must be a message whose text holds every one of `parts`.
+    void ExpectMessageWith(const std::vector<std::string>& parts, Answer answer = Answer::Ok);
+
+    /// The next question must be the format dialog, which closes with `result`.
+    void ExpectFormatDialog(std::int32_t result, Action meanwhile = {});
+
+    /// The next question must be the open dialog, preset to the file name `preset`; nothing means cancelled.
+    void ExpectOpenDialog(const std::string& preset, const std::optional<std::string>& chosen);
+
+    /// Everything that was asked: messages only.
+    std::vector<Message> Messages;
+    std::vector<View> Views;
+    /// Run at each Repaint and PendingEvents, after the view was recorded.
+    Action OnPaint;
+
+    /// Returns the texts of the wait window's status line as they were painted, repetitions left out.
+    std::vector<std::string> WaitStatuses() const;
+    /// Returns the texts of the wizard's status label in the same way.
+    std::vector<std::string> WizardStatuses() const;
+    int Repaints() const;
+    int EventPumps() const { return static_cast<int>(Views.size()) - Repaints(); }
+
+    Answer ShowMessage(const Message& message) override;
+    std::int32_t ShowFormatDialog() override;
+    std::optional<std::string> ShowOpenDialog(const CommonDialog& dialog) override;
+    void Repaint() override;
+    void PendingEvents() override;
+
+ private:
+    enum class Kind { Message, MessageParts, Format, Open };
+    struct Step {
+        Kind What = Kind::Message;
+        Message Shown{};
+        std::vector<std::string> Parts{};
+        Answer Reply = Answer::Ok;
+        std::int32_t FormatReply = 0;
+        std::string Preset{};
+        std::optional<std::string> Chosen{};
+        Action Meanwhile{};
+    };
+
+    std::optional<Step> Take();
+    void Record(bool pendingEvents);
+    std::vector<std::string> Painted(std::string View::*field) const;
+
+    const Application* app_ = nullptr;
+    std::deque<Step> script_;
+};
+
+}  // namespace velbooter::testing
