@@ -1,0 +1,23 @@
+#pragma once
+// The translation of x86 call targets: the relative address after each E8 byte becomes an absolute one, so
+// that calls of the same routine look alike. It suits linked programs and harms others, so each folder
+// decides once.
+
+#include <cstdint>
+#include <span>
+
+namespace tools::cabarc::lzx {
+
+/// The customary translation size: addresses wrap at it. Sizes nearer to the folder's gain nothing
+/// noticeable.
+constexpr std::uint32_t kTranslationSize = 12'000'000;
+
+/// Translates one frame in place. `folderOffset` is where the frame begins in the folder, a multiple of the
+/// frame size. The last ten bytes of a frame and all frames from 1 GiB on stay as they are.
+void TranslateFrame(std::span<std::uint8_t> frame, std::uint32_t folderOffset);
+
+/// Returns whether a folder that begins with `start` becomes smaller by translation, judged by a quick
+/// estimate of both. No bytes give false.
+bool TranslationPays(std::span<const std::uint8_t> start);
+
+}  // namespace tools::cabarc::lzx

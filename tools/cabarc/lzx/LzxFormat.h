@@ -1,0 +1,101 @@
+#pragma once
+// The numbers that the LZX format fixes as it is used in cabinets: window sizes, position slots, alphabets,
+// code length limits and frames. Everything else in this folder is choice; nothing here is.
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+
+namespace tools::cabarc::lzx {
+
+constexpr int kMinWindowBits = 15;
+constexpr int kMaxWindowBits = 21;
+
+/// A folder is cut into frames of this many bytes; each makes one data block of the cabinet, and no match may
+/// cross from one frame into the next.
+constexpr std::uint32_t kFrameSize = 32768;
+
+/// The most that readers accept as the packed form of one frame.
+constexpr std::uint32_t kMaxFramePayload = kFrameSize + 6144;
+
+constexpr std::uint32_t kMinMatch = 2;
+constexpr std::uint32_t kMaxMatch = 257;
+
+constexpr int kLiterals = 256;
+constexpr int kLengthHeaders =
+    8;  ///< main symbols per position slot: lengths 2..8, then "see the length tree"
+constexpr int kLengthSymbols = 249;  ///< lengths 9..257
+constexpr int kAlignedSymbols = 8;
+constexpr int kPretreeSymbols = 20;
+constexpr int kRepeats = 3;  ///< slots 0..2 name the last three offsets
+
+constexpr int kMaxCodeLength = 16;  ///< main and length tree
+constexpr int kMaxPretreeLength = 15;
+constexpr int kMaxAlignedLength = 7;
+
+enum class BlockType : std::uint8_t { Verbatim = 1, Aligned = 2, Uncompressed = 3 };
+constexpr int kBlockTypeBits = 3;
+constexpr int kBlockSizeBits = 24;
+
+/// Offsets are stored as "formatted offset" = offset + 2; 0..2 stand for the repeat offsets.
+constexpr std::uint32_t kOffsetBias = 2;
+
+/// Returns the number of extra bits that follow a main symbol of this position slot.
+constexpr int ExtraBits(int slot) {
+    return slot < 4 ? 0 : std::min(17, slot / 2 - 1);
+}
+
+/// Returns the smallest formatted offset of the slot.
+constexpr std::uint32_t SlotBase(int slot) {
+    if (slot < 4) return static_cast<std::uint32_t>(slot);
+    // From slot 36 on all slots have the same width.
+    if (slot >= 36) return static_cast<std::uint32_t>(slot - 34) << 17;
+    return static_cast<std::uint32_t>(2 + slot % 2) << ExtraBits(slot);
+}
+
+/// Returns the position slot of a formatted offset (below 2^21).
+constexpr int SlotOf(std::uint32_t formatted) {
+    if (formatted < 4) return static_cast<int>(formatted);
+    if (formatted >= 1U << 18) return 34 + static_cast<int>(formatted >> 17);
+    const int top = std::bit_width(formatted) - 1;
+    return 2 * top + static_cast<int>((formatted >> (top - 1)) & 1U);
+}
+
+/// Slots whose extra bits include a whole aligned symbol (three low bits).
+constexpr int kFirstAlignedSlot = 8;
+
+/// Returns the number of position slots of a window of 2^windowBits bytes.
+constexpr int PositionSlots(int windowBits) {
+    return SlotOf((1U << windowBits) - 1) + 1;
+}
+
+/// Returns the number of main symbols of a window.
+constexpr int MainSymbols(int windowBits) {
+    return kLiterals + kLengthHeaders * PositionSlots(windowBits);
+}
+
+constexpr int kMaxSlots = PositionSlots(kMaxWindowBits);
+constexpr int kMaxMainSymbols = MainSymbols(kMaxWindowBits);
+
+/// Returns the largest offset that a window can name.
+constexpr std::uint32_t MaxOffset(int windowBits) {
+    return (1U << windowBits) - 1 - kOffsetBias;
+}
+
+static_assert(PositionSlots(15) == 30 && PositionSlots(16) == 32 && PositionSlots(17) == 34);
+static_assert(PositionSlots(18) == 36 && PositionSlots(19) == 38 && PositionSlots(20) == 42);
+static_assert(PositionSlots(21) == 50 && MainSymbols(21) == 656);
+static_assert(SlotBase(4) == 4 && SlotBase(8) == 16 && SlotBase(38) == 1U << 19 && SlotBase(50) == 1U << 21);
+static_assert([] {
+    for (int slot = 0; slot < kMaxSlots; ++slot)
+        if (SlotBase(slot + 1) != SlotBase(slot) + (1U << ExtraBits(slot)) ||
+            SlotOf(SlotBase(slot)) != slot || SlotOf(SlotBase(slot + 1) - 1) != slot)
+            return false;
+    return true;
+}());
+static_assert(SlotOf(3) == 3 && SlotOf(4) == 4 && SlotOf(5) == 4 && SlotOf(6) == 5 && SlotOf(15) == 7);
+static_assert(SlotOf((1U << 18) - 1) == 35 && SlotOf(1U << 18) == 36 && SlotOf((1U << 21) - 1) == 49);
+static_assert(ExtraBits(kFirstAlignedSlot) == 3 && ExtraBits(kFirstAlignedSlot - 1) == 2);
+static_assert(kMaxMatch == kMinMatch + (kLengthHeaders - 1) + kLengthSymbols - 1);
+
+}  // namespace tools::cabarc::lzx
