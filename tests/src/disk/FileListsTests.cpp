@@ -1,0 +1,213 @@
+#include "src/disk/FileLists.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include "src/common/RuntimeError.h"
+#include "tests/support/ApplicationFolder.h"
+
+namespace velbooter::testing {
+namespace {
+
+using std::string_literals::operator""s;
+using Files = std::vector<std::string>;
+
+class FileList : public ApplicationTest {
+ protected:
+    void MakeTree(const Files& files) {
+        for (const std::string& file : files) Folder.Write("cabs\\" + file);
+    }
+    Files Listed() const {
+        Files files;
+        for (int i = 0; i < App.Wizard.LstFiles.ListCount(); ++i)
+            files.push_back(App.Wizard.LstFiles.List(i));
+        return files;
+    }
+    Files Queue() const {
+        Files folders;
+        for (int i = 0; i < App.Wizard.LstDirs.ListCount(); ++i)
+            folders.push_back(App.Wizard.LstDirs.List(i));
+        return folders;
+    }
+    Files Filled() {
+        FillInitialList(App);
+        return Listed();
+    }
+};
+
+TEST_F(FileList, TheSystemFilesComeFirstWhereverTheyWereFound) {
+    MakeTree({"AUTOEXEC.BAT", "COMMAND.COM", "IO.SYS", "MSDOS.SYS", "ZZZ.TXT"});
+    EXPECT_EQ((Files{"IO.SYS", "MSDOS.SYS", "COMMAND.COM", "AUTOEXEC.BAT", "ZZZ.TXT"}), Filled());
+}
+
+TEST_F(FileList, TheSystemFilesAreListedWhenTheTreeHasNone) {
+    MakeTree({"A.TXT"});
+    EXPECT_EQ((Files{"IO.SYS", "MSDOS.SYS", "COMMAND.COM", "A.TXT"}), Filled());
+}
+
+TEST_F(FileList, AMissingTreeGivesTheSystemFilesAlone) {
+    EXPECT_EQ((Files{"IO.SYS", "MSDOS.SYS", "COMMAND.COM"}), Filled());
+}
+
+TEST_F(FileList, ALowerCaseSystemFileKeepsItsOwnEntry) {
+    MakeTree({"io.sys", "Msdos.sys", "x.txt"});
+    EXPECT_EQ((Files{"IO.SYS", "MSDOS.SYS", "COMMAND.COM", "io.sys", "Msdos.sys", "x.txt"}), Filled());
+}
+
+TEST_F(FileList, SystemFilesInSubFoldersStay) {
+    MakeTree({"IO.SYS", "sub\\IO.SYS", "sub\\COMMAND.COM"});
+    EXPECT_EQ((Files{"IO.SYS", "MSDOS.SYS", "COMMAND.COM", "sub\\COMMAND.COM", "sub\\IO.SYS"}), Filled());
+}
+
+TEST_F(FileList, EveryEntryIsSelected) {
+    MakeTree({"a", "b", "sub\\c"});
+    FillInitialList(App);
+    for (int i = 0; i < App.Wizard.LstFiles.ListCount(); ++i)
+        EXPECT_TRUE(App.Wizard.LstFiles.Selected(i)) << i;
+    EXPECT_EQ(6, App.Wizard.LstFiles.SelectedCount());
+}
+
+TEST_F(FileList, AnOldListIsReplacedAndTheQueueIsEmptyAfterwards) {
+    MakeTree({"a"});
+    FillInitialList(App);
+    EXPECT_EQ((Files{"IO.SYS", "MSDOS.SYS", "COMMAND.COM", "a"}), Filled());
+    EXPECT_EQ((Files{}), Queue());
+}
+
+TEST_F(FileList, OfTwoSubFoldersTheOneFoundLastIsScannedFirst) {
+    MakeTree({"0.txt", "A\\1.txt", "A\\AA\\2.txt", "B\\3.txt", "B\\BA\\4.txt", "B\\BB\\5.txt", "z.txt"});
+    EXPECT_EQ((Files{"IO.SYS", "MSDOS.SYS", "COMMAND.COM", "0.txt", "z.txt", "B\\3.txt", "B\\BB\\5.txt",
+                     "B\\BA\\4.txt", "A\\1.txt", "A\\AA\\2.txt"}),
+              Filled());
+}
+
+TEST_F(FileList, HiddenAndSystemFilesAreListed) {
+    MakeTree({"h.txt"});
+    Folder.SetAttributes("cabs\\h.txt",
+                         FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ((Files{"IO.SYS", "MSDOS.SYS", "COMMAND.COM", "h.txt"}), Filled());
+}
+
+TEST_F(FileList, FoldersWhoseNameBeginsWithADotAreSkippedFilesAreNot) {
+    MakeTree({".folder\\a.txt", ".file", "b.txt"});
+    EXPECT_EQ((Files{"IO.SYS", "MSDOS.SYS", "COMMAND.COM", ".file", "b.txt"}), Filled());
+}
+
+TEST_F(FileList, ALongListKeepsEveryName) {
+    Files expected{"IO.SYS", "MSDOS.SYS", "COMMAND.COM"};
+    for (int i = 100; i < 400; ++i) {
+        MakeTree({"f" + std::to_string(i)});
+        expected.push_back("f" + std::to_string(i));
+    }
+    EXPECT_EQ(expected, Filled());
+}
+
+TEST_F(FileList, ScanningAppendsFilesAndPutsFoldersBehindTheFirstOfTheQueue) {
+    MakeTree({"f.txt", "A\\x", "B\\x"});
+    App.Wizard.LstDirs.AddItem(Folder.At("cabs\\"));
+    App.Wizard.LstDirs.AddItem("waiting\\");
+    App.Wizard.LstFiles.AddItem("old");
+    ScanCabsFolder(App, Folder.At("cabs\\"), "*.*");
+    EXPECT_EQ((Files{Folder.At("cabs\\"), Folder.At("cabs\\B\\"), Folder.At("cabs\\A\\"), "waiting\\"}),
+              Queue());
+    EXPECT_EQ((Files{"old", "f.txt"}), Listed());
+    EXPECT_FALSE(App.Wizard.LstFiles.Selected(1));
+}
+
+TEST_F(FileList, ScanningTrimsTheFolderAndAddsItsBackslash) {
+    MakeTree({"sub\\f.txt"});
+    ScanCabsFolder(App, "  " + Folder.At("cabs\\sub") + "  ", "*.*");
+    EXPECT_EQ((Files{"sub\\f.txt"}), Listed());
+}
+
+TEST_F(FileList, ScanningTakesAPattern) {
+    MakeTree({"a.txt", "b.cab"});
+    App.Wizard.LstDirs.AddItem(Folder.At("cabs\\"));
+    ScanCabsFolder(App, Folder.At("cabs\\"), "*.cab");
+    EXPECT_EQ((Files{"b.cab"}), Listed());
+}
+
+TEST_F(FileList, EventsAreHandledAfterEachName) {
+    MakeTree({"a", "b", "c"});
+    FillInitialList(App);
+    // ".", ".." and the three files.
+    EXPECT_EQ(5, Screen.EventPumps());
+}
+
+class LineCounts : public ApplicationTest {
+ protected:
+    std::int32_t Count(const std::string& content, const std::string& section, bool useSuffix = false,
+                       const std::string& suffix = "") {
+        return CountSectionLines(Folder.Write("d.ini", content), section, useSuffix, suffix);
+    }
+};
+
+TEST_F(LineCounts, TheHeaderIsCountedWithTheEntries) {
+    EXPECT_EQ(3, Count("[NDIS]\r\nA=1\r\nB=0\r\n", "NDIS"));
+    EXPECT_EQ(1, Count("[NDIS]\r\n", "NDIS"));
+}
+
+TEST_F(LineCounts, AMissingSectionCountsNothing) {
+    EXPECT_EQ(0, Count("[ASPI]\r\nA=1\r\n", "NDIS"));
+    EXPECT_EQ(0, Count("", "NDIS"));
+    EXPECT_EQ(0, Count("NDIS\r\nA=1\r\n", "NDIS"));
+}
+
+TEST_F(LineCounts, TheSectionEndsAtAnyOtherHeader) {
+    EXPECT_EQ(2, Count("[ASPI]\r\nX=1\r\n[NDIS]\r\nA=1\r\n[ODI16]\r\nB=1\r\nC=1\r\n", "NDIS"));
+    EXPECT_EQ(2, Count("[NDIS]\r\nA=1\r\n[broken\r\nB=1\r\n", "NDIS"));
+}
+
+TEST_F(LineCounts, ASectionThatComesTwiceIsCountedTwice) {
+    EXPECT_EQ(4, Count("[NDIS]\r\nA=1\r\n[X]\r\nB=1\r\n[NDIS]\r\nC=1\r\n", "NDIS"));
+}
+
+TEST_F(LineCounts, CommentsAndEmptyLinesAreNotCounted) {
+    EXPECT_EQ(2, Count("[NDIS]\r\n\r\n;A=1\r\nB=1\r\n\r\n", "NDIS"));
+    EXPECT_EQ(3, Count("[NDIS]\r\n ;A=1\r\n  \r\n", "NDIS")) << "only the first character counts";
+}
+
+TEST_F(LineCounts, OnlyLinesWithTheSuffixAreCountedTheHeaderIncluded) {
+    EXPECT_EQ(2, Count("[NDIS]\r\nA=1\r\nB=0\r\nC=1\r\n", "NDIS", true, "=1"));
+    EXPECT_EQ(1, Count("[NDIS]\r\nA=1\r\n", "NDIS", true, "]"));
+    EXPECT_EQ(3, Count("[NDIS]\r\nA=1\r\nB=0\r\n", "NDIS", true, ""));
+    EXPECT_EQ(0, Count("[NDIS]\r\nA=1 \r\nB=\r\n", "NDIS", true, "=1"));
+    EXPECT_EQ(3, Count("[NDIS]\r\nA=1\r\nB=0\r\n", "NDIS", false, "=1")) << "not asked for";
+}
+
+TEST_F(LineCounts, TheHeaderIsExactAndCaseCounts) {
+    EXPECT_EQ(0, Count("[ndis]\r\nA=1\r\n", "NDIS"));
+    EXPECT_EQ(0, Count("[NDIS] \r\nA=1\r\n", "NDIS"));
+    EXPECT_EQ(0, Count(" [NDIS]\r\nA=1\r\n", "NDIS"));
+}
+
+TEST_F(LineCounts, LfLineEndsCountTheSame) {
+    EXPECT_EQ(2, Count("[NDIS]\nA=1\nB=0\nC=1", "NDIS", true, "=1"));
+}
+
+TEST_F(LineCounts, CountFileLinesCountsEmptyLinesToo) {
+    EXPECT_EQ(0, CountFileLines(Folder.Write("a", "")));
+    EXPECT_EQ(1, CountFileLines(Folder.Write("a", "x")));
+    EXPECT_EQ(3, CountFileLines(Folder.Write("a", "x\r\n\r\ny\r\n")));
+    EXPECT_EQ(3, CountFileLines(Folder.Write("a", "x\n\ny")));
+    EXPECT_EQ(2, CountFileLines(Folder.Write("a", std::string(10'000'000, 'x') + "\n;")));
+    EXPECT_EQ(1, CountFileLines(Folder.Write("a", "\0\0"s)));
+}
+
+TEST_F(LineCounts, AMissingFileIsError53) {
+    try {
+        CountFileLines(Folder.At("missing.ini"));
+        ADD_FAILURE();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(kFileNotFound, error.Number);
+    }
+    try {
+        CountSectionLines(Folder.At("missing.ini"), "NDIS", false, "");
+        ADD_FAILURE();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(kFileNotFound, error.Number);
+    }
+}
+
+}  // namespace
+}  // namespace velbooter::testing

@@ -1,0 +1,86 @@
+#include "src/forms/CancelApp.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/ApplicationFolder.h"
+
+namespace velbooter::testing {
+namespace {
+
+class Canceling : public ApplicationTest {
+ protected:
+    void MakeWorkingFiles() {
+        Folder.Write("Drivers.ini", "[NDIS]\r\n");
+        Folder.Write("cabs\\bin\\a.cab");
+        Folder.Write("Temp\\Velbooter12\\IO.SYS");
+        Folder.Write("files\\disklist.ini");
+    }
+    void ExpectCleanFolder() {
+        EXPECT_FALSE(Folder.HasFile("Drivers.ini"));
+        EXPECT_FALSE(Folder.HasFolder("cabs"));
+        EXPECT_FALSE(Folder.HasFolder("Temp"));
+        EXPECT_TRUE(Folder.HasFile("files\\disklist.ini"));
+    }
+};
+
+TEST_F(Canceling, TheRunIsOverAndSaysSo) {
+    App.Wizard.LblFinish.Caption = "";
+    CancelApp(App);
+    EXPECT_TRUE(App.RunEnded);
+    EXPECT_EQ("Operation canceled", App.Wizard.LblFinish.Caption);
+}
+
+TEST_F(Canceling, TheWorkingFilesAreDeleted) {
+    MakeWorkingFiles();
+    CancelApp(App);
+    ExpectCleanFolder();
+}
+
+TEST_F(Canceling, WithoutWorkingFilesNothingHappens) {
+    CancelApp(App);
+    EXPECT_TRUE(App.RunEnded);
+    EXPECT_EQ((std::vector<std::string>{}), Folder.Tree(""));
+}
+
+TEST_F(Canceling, ADeletionThatFailsIsIgnoredAndTheOthersHappen) {
+    MakeWorkingFiles();
+    {
+        LockedFile index(Folder.At("Drivers.ini"));
+        LockedFile cabinet(Folder.At("cabs\\bin\\a.cab"));
+        CancelApp(App);
+        EXPECT_TRUE(App.RunEnded);
+        EXPECT_FALSE(Folder.HasFolder("Temp"));
+    }
+    DeleteWorkingFiles(App);
+    ExpectCleanFolder();
+}
+
+TEST_F(Canceling, TheCleanUpAloneLeavesTheRunAsItIs) {
+    MakeWorkingFiles();
+    DeleteWorkingFiles(App);
+    ExpectCleanFolder();
+    EXPECT_FALSE(App.RunEnded);
+    EXPECT_EQ("Operation completed successfully", App.Wizard.LblFinish.Caption);
+}
+
+TEST_F(Canceling, OnlyFinishIsLeftOfTheButtons) {
+    App.Wizard.CmdBack.Enabled = true;
+    App.Wizard.CmdFinish.Enabled = false;
+    CancelApp(App);
+    EXPECT_FALSE(App.Wizard.CmdNext.Visible);
+    EXPECT_TRUE(App.Wizard.CmdFinish.Visible);
+    EXPECT_TRUE(App.Wizard.CmdFinish.Enabled);
+    EXPECT_FALSE(App.Wizard.CmdBack.Enabled);
+    EXPECT_FALSE(App.Wizard.CmdCancel.Enabled);
+}
+
+TEST_F(Canceling, TheFinalPageIsTheOnlyOneShown) {
+    for (Frame& page : App.Wizard.FraMain) page.Visible = true;
+    CancelApp(App);
+    for (int page = 0; page < kPageCount; ++page) {
+        EXPECT_EQ(page == kFinishedPage, App.Wizard.FraMain[static_cast<size_t>(page)].Visible) << page;
+    }
+}
+
+}  // namespace
+}  // namespace velbooter::testing
