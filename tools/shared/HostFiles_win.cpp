@@ -252,6 +252,7 @@ void CreateFolders(const fs::path& folder) {
         const std::size_t separator = current.find_last_of(L'\\');
         current.resize(separator == std::wstring::npos ? 0 : separator);
     }
+    if (missing.empty() && KindOf(folder) != FileKind::Folder) missing.push_back(LongPath(folder).native());
     for (; !missing.empty(); missing.pop_back()) {
         if (CreateDirectoryW(missing.back().c_str(), nullptr)) continue;
         // Another process may have been faster.

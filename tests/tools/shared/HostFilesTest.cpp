@@ -1,0 +1,193 @@
+#include "tools/shared/HostFiles.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
+#include "tests/tools/shared/TestFolder.h"
+#include "tools/shared/ToolError.h"
+
+namespace tools {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::ErrorOf;
+using ::testing::HasSubstr;
+using testing::NoiseBytes;
+using ::testing::StartsWith;
+using testing::TestFolder;
+
+TEST(ListFolder, SortsByNameWithoutCase) {
+    const TestFolder folder;
+    for (const char* name : {"b.txt", "A.txt", "c", "_"}) folder.Write(name, "");
+    EXPECT_THAT(folder.Names(), ElementsAre("A.txt", "b.txt", "c", "_"));
+}
+
+TEST(ListFolder, TellsFilesFromFoldersAndTheirSizes) {
+    const TestFolder folder;
+    folder.MakeFolder("inner");
+    folder.Write("some", NoiseBytes(1234, 1));
+    const std::vector<HostFile> found = ListFolder(folder.Path());
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_TRUE(found[0].IsFolder);
+    EXPECT_FALSE(found[0].IsLink);
+    EXPECT_EQ(found[0].Size, 0U);
+    EXPECT_FALSE(found[1].IsFolder);
+    EXPECT_FALSE(found[1].IsSpecial);
+    EXPECT_EQ(found[1].Size, 1234U);
+}
+
+TEST(ListFolder, GivesLocalTimesOfSummerAndWinter) {
+    const TestFolder folder;
+    const DosTime winter = PackDosTime(1999, 1, 15, 12, 34, 56);
+    const DosTime summer = PackDosTime(1999, 7, 15, 0, 2, 4);
+    folder.Write("summer", NoiseBytes(1, 1), summer, kArchive);
+    folder.Write("winter", NoiseBytes(1, 1), winter, kArchive);
+    const std::vector<HostFile> found = ListFolder(folder.Path());
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[0].Modified, summer);
+    EXPECT_EQ(found[1].Modified, winter);
+}
+
+TEST(ListFolder, GivesAttributes) {
+    const TestFolder folder;
+    folder.Write("locked", NoiseBytes(1, 1), DosTime{}, kReadOnly);
+    folder.Write("plain", NoiseBytes(1, 1), DosTime{}, kArchive);
+    const std::vector<HostFile> found = ListFolder(folder.Path());
+    ASSERT_EQ(found.size(), 2U);
+    // Wine gives every file the archive attribute.
+    EXPECT_EQ(found[0].Attributes & ~kArchive, kReadOnly);
+    EXPECT_EQ(found[1].Attributes, kArchive);
+}
+
+#ifdef _WIN32
+TEST(ListFolder, GivesHiddenAndSystemAttributes) {
+    const TestFolder folder;
+    folder.Write("all", NoiseBytes(1, 1), DosTime{}, kReadOnly | kHidden | kSystem | kArchive);
+    EXPECT_EQ(ListFolder(folder.Path()).at(0).Attributes, kReadOnly | kHidden | kSystem | kArchive);
+}
+#endif
+
+TEST(ListFolder, NamesAreUtf8) {
+    const TestFolder folder;
+    folder.Write("\xC3\xA4\xD0\x96\xE2\x82\xAC.txt", "x");
+    EXPECT_THAT(folder.Names(), ElementsAre("\xC3\xA4\xD0\x96\xE2\x82\xAC.txt"));
+}
+
+TEST(ListFolder, AMissingFolderIsNamed) {
+    const TestFolder folder;
+    EXPECT_THAT(ErrorOf([&] { ListFolder(folder.Path("none")); }),
+                StartsWith(folder.Text("none") + ": this folder cannot be read: "));
+}
+
+TEST(ListFolder, AFileIsNoFolder) {
+    const TestFolder folder;
+    folder.Write("file", "x");
+    EXPECT_THAT(ErrorOf([&] { ListFolder(folder.Path("file")); }), HasSubstr("this folder cannot be read"));
+}
+
+#ifndef _WIN32
+TEST(ListFolder, MarksWhatIsReachedThroughLinksAndWhatIsNoFile) {
+    const TestFolder folder;
+    folder.Write("file", NoiseBytes(77, 1));
+    std::filesystem::create_symlink("file", folder.Path("link to file"));
+    std::filesystem::create_directory_symlink(".", folder.Path("link to folder"));
+    std::filesystem::create_symlink("nowhere", folder.Path("lost link"));
+    ASSERT_EQ(mkfifo(folder.Path("pipe").c_str(), 0600), 0);
+    const std::vector<HostFile> found = ListFolder(folder.Path());
+    ASSERT_EQ(found.size(), 5U);
+    EXPECT_EQ(found[1].Size, 77U);
+    EXPECT_FALSE(found[1].IsLink || found[1].IsFolder || found[1].IsSpecial);
+    EXPECT_TRUE(found[2].IsFolder && found[2].IsLink);
+    EXPECT_TRUE(found[3].IsSpecial);
+    EXPECT_TRUE(found[4].IsSpecial);
+}
+
+TEST(ListFolder, ANameThatIsNotUtf8IsShownInBytes) {
+    const TestFolder folder;
+    std::filesystem::create_directory(folder.Path() / "bad\xE4");
+    EXPECT_THAT(ErrorOf([&] { ListFolder(folder.Path()); }), HasSubstr("a name that is not UTF-8: bad\\xE4"));
+}
+#endif
+
+TEST(ReadWhole, FillsTheBuffer) {
+    const TestFolder folder;
+    const testing::Bytes content = NoiseBytes(100'000, 3);
+    folder.Write("file", content);
+    testing::Bytes read(content.size());
+    ReadWhole(folder.Path("file"), read);
+    EXPECT_EQ(read, content);
+}
+
+TEST(ReadWhole, AFileOfAnotherSizeHasChanged) {
+    const TestFolder folder;
+    folder.Write("file", "abc");
+    for (const std::size_t size : {0U, 2U, 4U}) {
+        testing::Bytes read(size);
+        EXPECT_EQ(ErrorOf([&] { ReadWhole(folder.Path("file"), read); }),
+                  folder.Text("file") + ": changed while it was being read");
+    }
+}
+
+TEST(ReadWhole, AMissingFileIsNamed) {
+    const TestFolder folder;
+    testing::Bytes read(1);
+    EXPECT_THAT(ErrorOf([&] { ReadWhole(folder.Path("none"), read); }),
+                StartsWith(folder.Text("none") + ": cannot be opened: "));
+}
+
+TEST(PathFromUtf8, TakesEitherSlash) {
+    const TestFolder folder;
+    folder.Write("a/b/c.txt", "x");
+    EXPECT_EQ(KindOf(folder.Path("a\\b\\c.txt")), FileKind::Writable);
+    EXPECT_EQ(KindOf(folder.Path("a/b\\c.txt")), FileKind::Writable);
+}
+
+TEST(PathFromUtf8, RefusesWhatIsNoText) {
+    EXPECT_EQ(ErrorOf([] { PathFromUtf8("a\xFF"); }), "this name is not UTF-8: a\\xFF");
+}
+
+TEST(KindOf, TellsWhatStandsUnderAName) {
+    const TestFolder folder;
+    folder.MakeFolder("folder");
+    folder.Write("file", "x");
+    folder.Write("locked", "x");
+    folder.SetReadOnly("locked", true);
+    EXPECT_EQ(KindOf(folder.Path("none")), FileKind::Missing);
+    EXPECT_EQ(KindOf(folder.Path("folder")), FileKind::Folder);
+    EXPECT_EQ(KindOf(folder.Path("file")), FileKind::Writable);
+    EXPECT_EQ(KindOf(folder.Path("locked")), FileKind::ReadOnly);
+}
+
+TEST(CreateFolders, MakesParentsAndAcceptsWhatIsThere) {
+    const TestFolder folder;
+    CreateFolders(folder.Path("a/b/c"));
+    CreateFolders(folder.Path("a/b/c"));
+    EXPECT_EQ(KindOf(folder.Path("a/b/c")), FileKind::Folder);
+}
+
+TEST(CreateFolders, AFileInTheWayIsAnError) {
+    const TestFolder folder;
+    folder.Write("a", "x");
+    EXPECT_THAT(ErrorOf([&] { CreateFolders(folder.Path("a/b")); }),
+                HasSubstr("this folder cannot be made: "));
+    EXPECT_THAT(ErrorOf([&] { CreateFolders(folder.Path("a")); }), HasSubstr("this folder cannot be made: "));
+}
+
+TEST(LongPath, ReachesBeyondTheUsualLimit) {
+    const TestFolder folder;
+    std::string deep;
+    for (int i = 0; i < 8; ++i) deep += std::string(60, static_cast<char>('a' + i)) + "/";
+    folder.Write(deep + "file.txt", "far down");
+    EXPECT_THAT(folder.Names(deep), ElementsAre("file.txt"));
+    testing::Bytes read(8);
+    ReadWhole(folder.Path(deep + "file.txt"), read);
+    EXPECT_EQ(std::string(read.begin(), read.end()), "far down");
+    EXPECT_EQ(Utf8FromPath(LongPath(folder.Path("x"))), folder.Text("x")) << "shown as a user writes it";
+}
+
+}  // namespace
+}  // namespace tools

@@ -1,0 +1,222 @@
+#include "tools/shared/OutputFile.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <sys/resource.h>
+
+#include <csignal>
+#endif
+
+#include <fstream>
+
+#include "tests/tools/shared/TestFolder.h"
+#include "tools/shared/ToolError.h"
+
+namespace tools {
+namespace {
+
+using testing::Bytes;
+using ::testing::ElementsAre;
+using testing::ErrorOf;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using testing::NoiseBytes;
+using ::testing::StartsWith;
+using testing::TestFolder;
+
+TEST(OutputFile, AppearsOnlyWhenItIsCommitted) {
+    const TestFolder folder;
+    const Bytes content = NoiseBytes(70'000, 1);
+    OutputFile file(folder.Path("new.bin"));
+    file.Write(content);
+    EXPECT_FALSE(folder.Exists("new.bin"));
+    file.Commit();
+    EXPECT_EQ(folder.Read("new.bin"), content);
+    EXPECT_THAT(folder.Names(), ElementsAre("new.bin"));
+}
+
+TEST(OutputFile, MakesMissingParentFolders) {
+    const TestFolder folder;
+    OutputFile file(folder.Path("one/two/new.bin"));
+    file.Write(NoiseBytes(1, 1));
+    file.Commit();
+    EXPECT_TRUE(folder.Exists("one/two/new.bin"));
+}
+
+TEST(OutputFile, ReplacesAnOlderFileOnlyAtTheCommit) {
+    const TestFolder folder;
+    folder.Write("target", "old");
+    OutputFile file(folder.Path("target"));
+    file.Write(Bytes{'n', 'e', 'w', '!'});
+    EXPECT_EQ(folder.Read("target"), (Bytes{'o', 'l', 'd'}));
+    file.Commit();
+    EXPECT_EQ(folder.Read("target"), (Bytes{'n', 'e', 'w', '!'}));
+    EXPECT_THAT(folder.Names(), ElementsAre("target"));
+}
+
+TEST(OutputFile, WithoutACommitNothingChangesAndNothingIsLeft) {
+    const TestFolder folder;
+    folder.Write("target", "old");
+    {
+        OutputFile file(folder.Path("target"));
+        file.Write(NoiseBytes(5000, 1));
+    }
+    EXPECT_EQ(folder.Read("target"), (Bytes{'o', 'l', 'd'}));
+    EXPECT_THAT(folder.Names(), ElementsAre("target"));
+}
+
+TEST(OutputFile, WriteAtChangesEarlierBytesAndTheAppendingGoesOn) {
+    const TestFolder folder;
+    OutputFile file(folder.Path("target"));
+    file.Write(Bytes{1, 2, 3, 4});
+    file.WriteAt(1, Bytes{9, 8});
+    EXPECT_EQ(file.Size(), 4U);
+    file.Write(Bytes{5});
+    EXPECT_EQ(file.Size(), 5U);
+    file.Commit();
+    EXPECT_EQ(folder.Read("target"), (Bytes{1, 9, 8, 4, 5}));
+}
+
+TEST(OutputFile, AReadOnlyTargetIsRefusedAtOnce) {
+    const TestFolder folder;
+    folder.Write("target", "old");
+    folder.SetReadOnly("target", true);
+    EXPECT_EQ(ErrorOf([&] { OutputFile file(folder.Path("target")); }),
+              folder.Text("target") + ": is read-only");
+    EXPECT_THAT(folder.Names(), ElementsAre("target"));
+}
+
+TEST(OutputFile, ATargetThatBecameReadOnlyIsRefusedAtTheCommit) {
+    const TestFolder folder;
+    folder.Write("target", "old");
+    {
+        OutputFile file(folder.Path("target"));
+        folder.SetReadOnly("target", true);
+        EXPECT_EQ(ErrorOf([&] { file.Commit(); }), folder.Text("target") + ": is read-only");
+    }
+    EXPECT_EQ(folder.Read("target"), (Bytes{'o', 'l', 'd'}));
+    EXPECT_THAT(folder.Names(), ElementsAre("target"));
+}
+
+TEST(OutputFile, AFolderIsRefused) {
+    const TestFolder folder;
+    folder.MakeFolder("target");
+    EXPECT_EQ(ErrorOf([&] { OutputFile file(folder.Path("target")); }),
+              folder.Text("target") + ": is a folder");
+    EXPECT_THAT(ErrorOf([&] { OutputFile file(folder.Path("target") / ""); }),
+                HasSubstr("is not the name of a file"));
+}
+
+TEST(OutputFile, OfTwoRunsTheSecondIsRefusedAndTheFirstGoesOn) {
+    const TestFolder folder;
+    OutputFile first(folder.Path("target"));
+    first.Write(Bytes{1});
+    EXPECT_EQ(ErrorOf([&] { OutputFile second(folder.Path("target")); }),
+              folder.Text("target") + ": is being written by another run");
+    first.Write(Bytes{2});
+    first.Commit();
+    EXPECT_EQ(folder.Read("target"), (Bytes{1, 2}));
+}
+
+TEST(OutputFile, TakesOverWhatAKilledRunLeft) {
+    const TestFolder folder;
+    folder.Write("target.unfinished~", NoiseBytes(10'000, 1));
+    OutputFile file(folder.Path("target"));
+    file.Write(Bytes{1, 2, 3});
+    file.Commit();
+    EXPECT_EQ(folder.Read("target"), (Bytes{1, 2, 3}));
+    EXPECT_THAT(folder.Names(), ElementsAre("target"));
+}
+
+// The process that dies is another one that runs this test again, so the folder must be the same in both.
+class KilledRun : public ::testing::Test {
+ protected:
+    std::filesystem::path Folder() const {
+        return std::filesystem::temp_directory_path() / "velbooter killed run";
+    }
+    void TearDown() override { std::filesystem::remove_all(Folder()); }
+
+    [[noreturn]] static void Die() {
+#ifdef _WIN32
+        TerminateProcess(GetCurrentProcess(), 9);
+#else
+        std::raise(SIGKILL);
+#endif
+        std::abort();
+    }
+#ifdef _WIN32
+    ::testing::ExitedWithCode IsKilled{9};
+#else
+    ::testing::KilledBySignal IsKilled{SIGKILL};
+#endif
+};
+
+TEST_F(KilledRun, LeavesTheOldTargetAndDoesNotHinderTheNext) {
+    const std::filesystem::path target = Folder() / "target";
+    CreateFolders(Folder());
+    std::ofstream(target) << "old";
+    EXPECT_EXIT(
+        {
+            OutputFile file(target);
+            file.Write(NoiseBytes(100'000, 1));
+            Die();
+        },
+        IsKilled, "");
+    EXPECT_EQ(std::filesystem::file_size(target), 3U);
+#ifdef _WIN32
+    EXPECT_EQ(ListFolder(Folder()).size(), 1U) << "the system removes the part with the process";
+#endif
+    OutputFile file(target);
+    file.Write(Bytes{1, 2});
+    file.Commit();
+    EXPECT_EQ(std::filesystem::file_size(target), 2U);
+    EXPECT_EQ(ListFolder(Folder()).size(), 1U);
+}
+
+#ifdef _WIN32
+TEST(OutputFile, ATargetInUseStaysAsItIs) {
+    const TestFolder folder;
+    folder.Write("target", "old");
+    const HANDLE reader = CreateFileW(folder.Path("target").c_str(), GENERIC_READ,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(reader, INVALID_HANDLE_VALUE);
+    {
+        OutputFile file(folder.Path("target"));
+        file.Write(NoiseBytes(100, 1));
+        EXPECT_EQ(
+            ErrorOf([&] { file.Commit(); }),
+            folder.Text("target") + ": cannot be replaced: another program is using it, or it is protected");
+    }
+    CloseHandle(reader);
+    EXPECT_EQ(folder.Read("target"), (Bytes{'o', 'l', 'd'}));
+    EXPECT_THAT(folder.Names(), ElementsAre("target"));
+}
+#else
+TEST(OutputFile, AWriteThatFailsNamesTheTargetAndLeavesNothing) {
+    const TestFolder folder;
+    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit oldLimit{};
+    getrlimit(RLIMIT_FSIZE, &oldLimit);
+    const rlimit limit{5000, oldLimit.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    const std::string error = ErrorOf([&] {
+        OutputFile file(folder.Path("target"));
+        file.Write(NoiseBytes(10'000, 1));
+    });
+    setrlimit(RLIMIT_FSIZE, &oldLimit);
+    std::signal(SIGXFSZ, oldHandler);
+    EXPECT_THAT(error, StartsWith(folder.Text("target") + ": cannot be written: "));
+    EXPECT_THAT(folder.Names(), IsEmpty());
+}
+
+TEST(OutputFile, ADeviceIsRefused) {
+    EXPECT_EQ(ErrorOf([] { OutputFile file("/dev/null"); }), "/dev/null: is not an ordinary file");
+}
+#endif
+
+}  // namespace
+}  // namespace tools

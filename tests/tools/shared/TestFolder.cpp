@@ -1,0 +1,121 @@
+#include "tests/tools/shared/TestFolder.h"
+
+#ifdef _WIN32
+#include <io.h>
+#include <sys/stat.h>
+#endif
+
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <random>
+#include <stdexcept>
+
+#include "tools/shared/HostFiles.h"
+
+namespace tools::testing {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+#ifdef _WIN32
+// The standard library does not remove what lies deeper than the usual limit of Windows.
+void RemoveTree(const fs::path& folder) {
+    for (const HostFile& entry : ListFolder(folder)) {
+        const fs::path path = LongPath(folder / PathFromUtf8(entry.Name));
+        if (entry.IsFolder) {
+            RemoveTree(path);
+        } else {
+            _wchmod(path.c_str(), _S_IWRITE);
+            _wremove(path.c_str());
+        }
+    }
+    _wrmdir(LongPath(folder).c_str());
+}
+#else
+void RemoveTree(const fs::path& folder) {
+    fs::remove_all(folder);
+}
+#endif
+
+}  // namespace
+
+Bytes NoiseBytes(std::size_t count, std::uint32_t seed) {
+    std::mt19937 random(seed);
+    Bytes bytes(count);
+    for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random());
+    return bytes;
+}
+
+TestFolder::TestFolder() {
+    std::random_device random;
+    do {
+        root_ = fs::temp_directory_path() / ("velbooter test " + std::to_string(random()));
+    } while (!fs::create_directory(root_));
+}
+
+TestFolder::~TestFolder() {
+    try {
+        RemoveTree(root_);
+    } catch (const std::exception& error) {
+        std::cerr << "not removed: " << root_ << ": " << error.what() << "\n";
+    }
+}
+
+fs::path TestFolder::Path(const std::string& name) const {
+    return name.empty() ? root_ : root_ / PathFromUtf8(name);
+}
+
+std::string TestFolder::Text(const std::string& name) const {
+    return Utf8FromPath(Path(name));
+}
+
+void TestFolder::MakeFolder(const std::string& name) const {
+    CreateFolders(Path(name));
+}
+
+void TestFolder::Write(const std::string& name, const Bytes& content) const {
+    CreateFolders(Path(name).parent_path());
+    std::ofstream file(LongPath(Path(name)), std::ios::binary);
+    std::copy(content.begin(), content.end(), std::ostreambuf_iterator<char>(file));
+    if (!file.flush()) throw std::runtime_error("cannot write " + Text(name));
+}
+
+void TestFolder::Write(const std::string& name, const std::string& content) const {
+    Write(name, Bytes(content.begin(), content.end()));
+}
+
+void TestFolder::Write(const std::string& name, const Bytes& content, DosTime modified,
+                       std::uint8_t attributes) const {
+    Write(name, content);
+    if (!SetTimeAndAttributes(Path(name), modified, attributes))
+        throw std::runtime_error("cannot set time and attributes of " + Text(name));
+}
+
+Bytes TestFolder::Read(const std::string& name) const {
+    std::ifstream file(LongPath(Path(name)), std::ios::binary);
+    if (!file) throw std::runtime_error("cannot read " + Text(name));
+    return Bytes(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}
+
+bool TestFolder::Exists(const std::string& name) const {
+    return KindOf(Path(name)) != FileKind::Missing;
+}
+
+void TestFolder::SetReadOnly(const std::string& name, bool isReadOnly) const {
+    constexpr fs::perms kAnyoneWrites =
+        fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    if (isReadOnly)
+        fs::permissions(Path(name), kAnyoneWrites, fs::perm_options::remove);
+    else
+        fs::permissions(Path(name), fs::perms::owner_write, fs::perm_options::add);
+}
+
+std::vector<std::string> TestFolder::Names(const std::string& name) const {
+    std::vector<std::string> names;
+    for (const HostFile& file : ListFolder(Path(name))) names.push_back(file.Name);
+    return names;
+}
+
+}  // namespace tools::testing

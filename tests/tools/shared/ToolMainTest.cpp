@@ -1,0 +1,36 @@
+#include "tools/shared/ToolMain.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
+
+#include "tools/shared/ToolError.h"
+
+namespace tools {
+namespace {
+
+// Runs `work` as a program named "tool" and returns what it printed.
+std::string Printed(const std::function<void()>& work, int expectedCode) {
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(RunTool("tool", work), expectedCode);
+    return ::testing::internal::GetCapturedStderr();
+}
+
+TEST(ToolMain, SuccessIsSilentAndGivesCode0) {
+    EXPECT_EQ(Printed([] {}, 0), "");
+}
+
+TEST(ToolMain, AFailureIsOneLineWithTheProgramsNameAndGivesItsCode) {
+    EXPECT_EQ(Printed([] { throw ToolError("a.txt: is missing"); }, 1), "tool: a.txt: is missing\n");
+    EXPECT_EQ(Printed([] { throw ToolError("no such option", ExitCode::WrongCall); }, 2),
+              "tool: no such option\n");
+}
+
+TEST(ToolMain, AnyOtherFailureGivesCode1) {
+    EXPECT_EQ(Printed([] { throw std::bad_alloc(); }, 1), "tool: there is not enough memory\n");
+    EXPECT_EQ(Printed([] { throw std::runtime_error("odd"); }, 1), "tool: odd\n");
+}
+
+}  // namespace
+}  // namespace tools
