@@ -1,0 +1,167 @@
+#include "tools/cabarc/CabinetReader.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+#include <sstream>
+
+#include "tests/tools/cabarc/ParsedCabinet.h"
+#include "tools/shared/ToolError.h"
+
+namespace tools::cabarc::test {
+namespace {
+
+using ::testing::HasSubstr;
+
+CabinetDirectory ReadFrom(const Bytes& bytes) {
+    std::istringstream stream(std::string(bytes.begin(), bytes.end()), std::ios::binary);
+    return ReadCabinetDirectory(stream, "some.cab");
+}
+
+/// Returns the message by which the bytes are refused, or "accepted".
+std::string Refusal(const Bytes& bytes) {
+    try {
+        ReadFrom(bytes);
+        return "accepted";
+    } catch (const ToolError& error) {
+        EXPECT_EQ(error.Code, ExitCode::Failed);
+        EXPECT_EQ(std::string(error.what()).find('\n'), std::string::npos);
+        EXPECT_EQ(std::string(error.what()).rfind("some.cab: ", 0), 0U) << error.what();
+        return error.what();
+    }
+}
+
+/// Returns the cabinet with the bytes from `offset` on replaced.
+Bytes With(Bytes bytes, std::size_t offset, const Bytes& replacement) {
+    std::copy(replacement.begin(), replacement.end(), bytes.begin() + static_cast<std::ptrdiff_t>(offset));
+    return bytes;
+}
+
+Bytes Sample() {
+    return HandMade({{"a.txt", BytesOf("alpha"), 0x21, 0},
+                     {"sub\\b.bin", NoiseOf(40000), 0x20, 0},
+                     {"caf\xC3\xA9", BytesOf("x"), 0xA0, 1}});
+}
+
+constexpr std::size_t kFolderRecords = 36;
+constexpr std::size_t kMemberRecords = 36 + 2 * 8;
+
+TEST(CabinetReader, ReadsEveryField) {
+    const CabinetDirectory directory = ReadFrom(Sample());
+    EXPECT_EQ(directory.CabinetSize, Sample().size());
+    ASSERT_EQ(directory.Folders.size(), 2U);
+    EXPECT_EQ(directory.Folders[0].Blocks, 2);
+    EXPECT_EQ(directory.Folders[0].Type, 0);
+    ASSERT_EQ(directory.Members.size(), 3U);
+    const CabinetMember& second = directory.Members[1];
+    EXPECT_EQ(second.Name, "sub\\b.bin");
+    EXPECT_EQ(second.Size, 40000U);
+    EXPECT_EQ(second.Offset, 5U);
+    EXPECT_EQ(second.Folder, 0);
+    EXPECT_EQ(second.Modified, PackDosTime(2003, 4, 5, 6, 7, 8));
+    EXPECT_EQ(second.Attributes, 0x20);
+    EXPECT_EQ(directory.Members[2].Folder, 1);
+    EXPECT_EQ(directory.Members[2].Attributes, 0xA0);
+}
+
+TEST(CabinetReader, SkipsReservesAndNeighboursNames) {
+    Bytes cabinet = HandMade({{"a.txt", BytesOf("alpha")}});
+    cabinet[30] = 7;
+    // Header reserve of 3 bytes, folder reserve of 2, then two names for each neighbour.
+    const Bytes inserted = {3, 0, 2, 0, 9, 9, 9, 'p', 0, 'd', 0, 'n', 0, 'e', 0};
+    cabinet.insert(cabinet.begin() + 36, inserted.begin(), inserted.end());
+    const Bytes folderReserve = {8, 8};
+    cabinet.insert(cabinet.begin() + 36 + 15 + 8, folderReserve.begin(), folderReserve.end());
+    cabinet[16] = static_cast<std::uint8_t>(36 + 15 + 8 + 2);
+    const CabinetDirectory directory = ReadFrom(cabinet);
+    EXPECT_EQ(directory.Flags, 7);
+    ASSERT_EQ(directory.Members.size(), 1U);
+    EXPECT_EQ(directory.Members[0].Name, "a.txt");
+}
+
+TEST(CabinetReader, AcceptsBytesBehindTheCabinet) {
+    Bytes cabinet = Sample();
+    cabinet.resize(cabinet.size() + 100);
+    EXPECT_EQ(Refusal(cabinet), "accepted");
+}
+
+TEST(CabinetReader, SaysWhatIsNoCabinet) {
+    EXPECT_EQ(Refusal({}), "some.cab: this is not a cabinet");
+    EXPECT_EQ(Refusal(BytesOf("MSC")), "some.cab: this is not a cabinet");
+    EXPECT_EQ(Refusal(With(Sample(), 0, {'m'})), "some.cab: this is not a cabinet");
+    EXPECT_EQ(Refusal(Bytes(100000)), "some.cab: this is not a cabinet");
+}
+
+TEST(CabinetReader, RefusesEveryCutOffCabinet) {
+    const Bytes cabinet = Sample();
+    for (std::size_t size = 4; size < cabinet.size(); size += size < 200 ? 1 : 997) {
+        EXPECT_NE(Refusal({cabinet.begin(), cabinet.begin() + static_cast<std::ptrdiff_t>(size)}), "accepted")
+            << size;
+    }
+    EXPECT_THAT(Refusal({cabinet.begin(), cabinet.end() - 1}),
+                HasSubstr("this cabinet is cut off: it should have"));
+}
+
+TEST(CabinetReader, RefusesRecordsThatContradictTheFormat) {
+    const Bytes sample = Sample();
+    EXPECT_THAT(Refusal(With(sample, 25, {2})), HasSubstr("version"));
+    EXPECT_THAT(Refusal(With(sample, 26, {0, 0})), HasSubstr("holds nothing"));
+    EXPECT_THAT(Refusal(With(sample, 28, {0, 0})), HasSubstr("holds nothing"));
+    EXPECT_THAT(Refusal(With(sample, 26, {0xFF, 0xFF})), HasSubstr("damaged"));
+    EXPECT_THAT(Refusal(With(sample, 28, {0xFF, 0xFF})), HasSubstr("damaged"));
+    EXPECT_THAT(Refusal(With(sample, 30, {8})), HasSubstr("unknown flags"));
+    EXPECT_THAT(Refusal(With(sample, 8, {0xFF, 0xFF, 0xFF, 0xFF})), HasSubstr("cut off"));
+    EXPECT_THAT(Refusal(With(sample, 16, {0xFF, 0xFF, 0xFF, 0x7F})), HasSubstr("damaged"));
+    EXPECT_THAT(Refusal(With(sample, kFolderRecords, {0xFF, 0xFF, 0xFF, 0x7F})), HasSubstr("beyond its end"));
+    EXPECT_THAT(Refusal(With(sample, kMemberRecords + 8, {2, 0})), HasSubstr("a folder that does not exist"));
+    EXPECT_THAT(Refusal(With(sample, kMemberRecords + 8, {0xFE, 0xFF})),
+                HasSubstr("a folder that does not exist"));
+    EXPECT_THAT(Refusal(With(sample, kMemberRecords, {0, 0, 2, 0})), HasSubstr("beyond its folder's end"));
+    EXPECT_THAT(Refusal(With(sample, kMemberRecords + 4, {0xFF, 0xFF, 0xFF, 0xFF})),
+                HasSubstr("beyond its folder's end"));
+    EXPECT_THAT(Refusal(With(sample, kMemberRecords + 16, {0})), HasSubstr("has no name"));
+}
+
+TEST(CabinetReader, RefusesNamesThatAreTooLong) {
+    EXPECT_EQ(Refusal(HandMade({{std::string(255, 'n'), BytesOf("x")}})), "accepted");
+    EXPECT_THAT(Refusal(HandMade({{std::string(256, 'n'), BytesOf("x")}})), HasSubstr("too long"));
+}
+
+TEST(CabinetReader, MembersOfASetMayBelongToAnotherCabinet) {
+    Bytes cabinet = With(HandMade({{"a.txt", BytesOf("alpha")}}), 36 + 8 + 8, {0xFE, 0xFF});
+    EXPECT_THAT(Refusal(cabinet), HasSubstr("does not exist"));
+    cabinet[30] = 2;
+    const Bytes next = {'n', 0, 'd', 0};
+    cabinet.insert(cabinet.begin() + 36, next.begin(), next.end());
+    cabinet[16] = static_cast<std::uint8_t>(cabinet[16] + next.size());
+    EXPECT_EQ(Refusal(cabinet), "accepted");
+}
+
+// Whatever the bytes are, they are read or refused; the sanitizers watch.
+TEST(CabinetReader, SurvivesRandomDamage) {
+    const Bytes sample = Sample();
+    std::mt19937 random(20);
+    int refused = 0;
+    for (int round = 0; round < 20000; ++round) {
+        Bytes cabinet = sample;
+        for (int i = 0; i < 4; ++i) cabinet[random() % 120] = static_cast<std::uint8_t>(random() >> 11);
+        cabinet.resize(cabinet.size() - (round % 3 == 0 ? random() % cabinet.size() : 0));
+        if (Refusal(cabinet) != "accepted") ++refused;
+    }
+    EXPECT_GT(refused, 10000);
+}
+
+class ReadCabinetFileTest : public InTestFolder {};
+
+TEST_F(ReadCabinetFileTest, NamesWhatCannotBeRead) {
+    std::filesystem::create_directory("folder");
+    EXPECT_THAT([] { ReadCabinetFile("missing.cab"); },
+                ::testing::ThrowsMessage<ToolError>("missing.cab: there is no such file"));
+    EXPECT_THAT([] { ReadCabinetFile("folder"); },
+                ::testing::ThrowsMessage<ToolError>("folder: this is not a file"));
+    WriteBytes("sub/a.cab", Sample());
+    EXPECT_EQ(ReadCabinetFile("sub\\a.cab").Members.size(), 3U);
+}
+
+}  // namespace
+}  // namespace tools::cabarc::test

@@ -1,0 +1,141 @@
+#include "tools/cabarc/ExtractionPlan.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/tools/cabarc/TestFolder.h"
+#include "tools/cabarc/MemberFiles.h"
+#include "tools/shared/HostFiles.h"
+#include "tools/shared/ToolError.h"
+
+namespace tools::cabarc::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::ThrowsMessage;
+using Names = std::vector<std::string>;
+
+CabinetDirectory DirectoryOf(const Names& names) {
+    CabinetDirectory directory;
+    directory.Folders.resize(1);
+    for (const std::string& name : names) {
+        CabinetMember member;
+        member.Name = name;
+        member.Attributes = kNameIsUtf8 | kArchive;
+        member.Modified = PackDosTime(1998, 7, 6, 5, 4, 2);
+        directory.Members.push_back(member);
+    }
+    return directory;
+}
+
+Names Targets(const std::vector<PlannedMember>& plan) {
+    Names targets;
+    for (const PlannedMember& member : plan) targets.push_back(member.Target.generic_string());
+    return targets;
+}
+
+class ExtractionPlan : public InTestFolder {};
+
+TEST_F(ExtractionPlan, TakesTheMembersThatMatch) {
+    const CabinetDirectory directory = DirectoryOf({"NDIS.TXT", "sub\\ndis.dos", "sub/other.bin", "readme"});
+    EXPECT_THAT(Targets(PlanExtraction(directory, "c.cab", Names{"ndis.*"}, "", false)),
+                ElementsAre("NDIS.TXT", "sub/ndis.dos"));
+    EXPECT_THAT(Targets(PlanExtraction(directory, "c.cab", {}, "out\\", false)),
+                ElementsAre("out/NDIS.TXT", "out/sub/ndis.dos", "out/sub/other.bin", "out/readme"));
+    const auto plan = PlanExtraction(directory, "c.cab", Names{"sub\\o*", "readme"}, "", false);
+    EXPECT_EQ(plan.front().Index, 2U);
+    EXPECT_EQ(plan.back().Index, 3U);
+}
+
+TEST_F(ExtractionPlan, EveryPatternMustFindSomething) {
+    const CabinetDirectory directory = DirectoryOf({"a.txt"});
+    EXPECT_THAT(
+        [&] {
+            PlanExtraction(directory, "c.cab", Names{"a.*", "scsi.txt"}, "", false);
+        },
+        ThrowsMessage<ToolError>("c.cab: no member matches scsi.txt"));
+}
+
+TEST_F(ExtractionPlan, RefusesUnsafeNamesBeforeAnythingIsWritten) {
+    for (const char* name : {"..\\x", "sub\\..\\..\\x", "C:\\x", "\\x", "nul", "a:b"}) {
+        const CabinetDirectory directory = DirectoryOf({"good", name});
+        EXPECT_THAT(
+            [&] { PlanExtraction(directory, "c.cab", {}, "", true); },
+            ThrowsMessage<ToolError>(HasSubstr(std::string("c.cab: the member ") + name + " is refused: ")));
+        EXPECT_EQ(PlanExtraction(directory, "c.cab", Names{"good"}, "", true).size(), 1U);
+    }
+}
+
+TEST_F(ExtractionPlan, RefusesExistingFilesUnlessOverwritten) {
+    WriteBytes("sub/b", BytesOf("mine"));
+    const CabinetDirectory directory = DirectoryOf({"a", "sub\\b"});
+    EXPECT_THAT([&] { PlanExtraction(directory, "c.cab", {}, "", false); },
+                ThrowsMessage<ToolError>(HasSubstr("exists already; -o overwrites it")));
+    EXPECT_EQ(PlanExtraction(directory, "c.cab", {}, "", true).size(), 2U);
+    EXPECT_EQ(PlanExtraction(directory, "c.cab", Names{"a"}, "", false).size(), 1U);
+}
+
+TEST_F(ExtractionPlan, RefusesSets) {
+    CabinetDirectory directory = DirectoryOf({"a"});
+    directory.Flags = kHasNextCabinet;
+    EXPECT_THAT([&] { PlanExtraction(directory, "c.cab", {}, "", true); },
+                ThrowsMessage<ToolError>("c.cab: this cabinet is part of a set; sets cannot be extracted"));
+}
+
+class MemberFilesTest : public InTestFolder {};
+
+TEST_F(MemberFilesTest, WritePlannedMembersWithTheirTime) {
+    const CabinetDirectory directory = DirectoryOf({"a", "sub\\b", "c"});
+    const auto plan = PlanExtraction(directory, "c.cab", Names{"a", "b"}, "", false);
+    MemberFiles files(directory, plan, false);
+    EXPECT_TRUE(files.Begin(0));
+    files.Write(BytesOf("one"));
+    files.Write(BytesOf("two"));
+    EXPECT_FALSE(std::filesystem::exists("a"));
+    files.End();
+    EXPECT_EQ(ReadBytes("a"), BytesOf("onetwo"));
+    EXPECT_TRUE(files.Begin(1));
+    files.End();
+    EXPECT_FALSE(files.Begin(2));
+    EXPECT_EQ(ReadBytes("sub/b"), Bytes());
+    EXPECT_EQ(ListFolder(".")[0].Modified, PackDosTime(1998, 7, 6, 5, 4, 2));
+}
+
+TEST_F(MemberFilesTest, UnfinishedMemberLeavesTheOldFileAsItWas) {
+    WriteBytes("a", BytesOf("old"));
+    ASSERT_TRUE(SetTimeAndAttributes("a", PackDosTime(2000, 1, 1, 0, 0, 0), kReadOnly));
+    const CabinetDirectory directory = DirectoryOf({"a"});
+    const auto plan = PlanExtraction(directory, "c.cab", {}, "", true);
+    {
+        MemberFiles files(directory, plan, true);
+        EXPECT_TRUE(files.Begin(0));
+        files.Write(BytesOf("half"));
+    }
+    EXPECT_EQ(ReadBytes("a"), BytesOf("old"));
+    EXPECT_EQ(KindOf("a"), FileKind::ReadOnly);
+    EXPECT_EQ(TreeOf(".").size(), 1U);
+    MemberFiles files(directory, plan, true);
+    EXPECT_TRUE(files.Begin(0));
+    files.Write(BytesOf("new"));
+    files.End();
+    EXPECT_EQ(ReadBytes("a"), BytesOf("new"));
+    EXPECT_EQ(KindOf("a"), FileKind::Writable);
+}
+
+TEST_F(MemberFilesTest, TwoMembersOfOneNameAreRefusedUnlessOverwritten) {
+    const CabinetDirectory directory = DirectoryOf({"a", "A"});
+    const auto plan = PlanExtraction(directory, "c.cab", {}, "", false);
+    MemberFiles files(directory, plan, false);
+    ASSERT_TRUE(files.Begin(0));
+    files.Write(BytesOf("first"));
+    files.End();
+#ifdef _WIN32
+    EXPECT_THROW(files.Begin(1), ToolError);
+#else
+    EXPECT_TRUE(files.Begin(1));  // two files on a system that knows case
+#endif
+    EXPECT_EQ(ReadBytes("a"), BytesOf("first"));
+}
+
+}  // namespace
+}  // namespace tools::cabarc::test

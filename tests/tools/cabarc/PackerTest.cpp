@@ -1,0 +1,199 @@
+#include "tools/cabarc/Packer.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/tools/cabarc/ParsedCabinet.h"
+#include "tools/shared/HostFiles.h"
+#include "tools/shared/ToolError.h"
+
+namespace tools::cabarc::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::ThrowsMessage;
+using Words = std::vector<std::string>;
+
+PackReport PackWith(const Words& words) {
+    return Pack(ParseCommandLine(words, false));
+}
+
+Words NamesIn(const std::string& cabinet) {
+    Words names;
+    for (const ParsedMember& member : Parse(ReadBytes(cabinet)).Members) names.push_back(member.Name);
+    return names;
+}
+
+class Packer : public InTestFolder {};
+
+TEST_F(Packer, PacksAModuleAsTheBuildAsksForIt) {
+    WriteBytes("files/net/net.bat", ProseOf(5000));
+    WriteBytes("files/net/bin/tcp.exe", NoiseOf(70000));
+    SetTime("files/net/net.bat", 2001, 2, 3, 4, 5, 6);
+    const PackReport report = PackWith(
+        {"-m", "LZX:21", "-p", "-r", "-P", "files\\net\\", "n", "cabs\\lib\\net.cab", "files\\net\\*.*"});
+    EXPECT_EQ(report.Files, 2U);
+    EXPECT_EQ(report.BytesIn, 75000U);
+    const Bytes bytes = ReadBytes("cabs/lib/net.cab");
+    EXPECT_EQ(report.BytesOut, bytes.size());
+    const ParsedCabinet cabinet = Parse(bytes);
+    ASSERT_EQ(cabinet.Folders.size(), 1U);
+    EXPECT_EQ(cabinet.Folders[0].Type, 0x1503U);
+    ASSERT_THAT(NamesIn("cabs/lib/net.cab"), ElementsAre("net.bat", "bin\\tcp.exe"));
+    EXPECT_EQ(cabinet.Members[0].Date, 21U << 9 | 2U << 5 | 3U);
+    EXPECT_EQ(cabinet.Members[0].Time, 4U << 11 | 5U << 5 | 3U);
+    EXPECT_EQ(cabinet.Members[0].Attributes, 0x20U);
+}
+
+TEST_F(Packer, StoresContentsByteForByte) {
+    const Bytes prose = ProseOf(100001);
+    const Bytes noise = NoiseOf(65536);
+    WriteBytes("a", prose);
+    WriteBytes("b", {});
+    WriteBytes("c", noise);
+    WriteBytes("d", {7});
+    for (const char* method : {"NONE", "MSZIP"}) {
+        PackWith({"-m", method, "n", "out.cab", "a", "b", "c", "d"});
+        const ParsedCabinet cabinet = Parse(ReadBytes("out.cab"));
+        ASSERT_EQ(cabinet.Members.size(), 4U);
+        EXPECT_EQ(cabinet.Members[0].Contents, prose) << method;
+        EXPECT_EQ(cabinet.Members[1].Contents, Bytes()) << method;
+        EXPECT_EQ(cabinet.Members[2].Contents, noise) << method;
+        EXPECT_EQ(cabinet.Members[3].Contents, Bytes{7}) << method;
+    }
+}
+
+TEST_F(Packer, SameInputGivesSameBytes) {
+    WriteBytes("in/a", ProseOf(50000));
+    WriteBytes("in/b", NoiseOf(50000));
+    for (const char* method : {"NONE", "MSZIP", "LZX:16"}) {
+        PackWith({"-m", method, "n", "one.cab", "in\\*"});
+        PackWith({"-m", method, "n", "two.cab", "in/*.*"});
+        EXPECT_EQ(ReadBytes("one.cab"), ReadBytes("two.cab")) << method;
+    }
+}
+
+TEST_F(Packer, OnlyEmptyFilesMakeACabinetWithoutData) {
+    WriteBytes("in/a", {});
+    WriteBytes("in/b", {});
+    for (const char* method : {"NONE", "MSZIP", "LZX:21"}) {
+        PackWith({"-m", method, "n", "out.cab", "in\\*"});
+        const ParsedCabinet cabinet = Parse(ReadBytes("out.cab"));
+        EXPECT_THAT(NamesIn("out.cab"), ElementsAre("a", "b")) << method;
+        EXPECT_THAT(cabinet.Folders[0].Records, IsEmpty()) << method;
+    }
+}
+
+TEST_F(Packer, EmptyFoldersAreNotStored) {
+    WriteBytes("in/sub/a", BytesOf("x"));
+    std::filesystem::create_directories("in/nothing/at/all");
+    PackWith({"-p", "-r", "n", "out.cab", "in\\*"});
+    EXPECT_THAT(NamesIn("out.cab"), ElementsAre("in\\sub\\a"));
+}
+
+TEST_F(Packer, NamesBeyondAsciiAreMarkedAsUtf8) {
+    WriteBytes("in/caf\xC3\xA9.txt", BytesOf("x"));
+    WriteBytes("in/plain.txt", BytesOf("y"));
+    PackWith({"n", "out.cab", "in\\*"});
+    const ParsedCabinet cabinet = Parse(ReadBytes("out.cab"));
+    EXPECT_THAT(NamesIn("out.cab"), ElementsAre("caf\xC3\xA9.txt", "plain.txt"));
+    EXPECT_EQ(cabinet.Members[0].Attributes, 0xA0U);
+    EXPECT_EQ(cabinet.Members[1].Attributes, 0x20U);
+}
+
+TEST_F(Packer, ReadOnlyIsStored) {
+    WriteBytes("a", BytesOf("x"));
+    ASSERT_TRUE(SetTimeAndAttributes("a", PackDosTime(2000, 1, 1, 0, 0, 0), kReadOnly));
+    PackWith({"n", "out.cab", "a"});
+    EXPECT_EQ(Parse(ReadBytes("out.cab")).Members[0].Attributes & 1U, 1U);
+}
+
+TEST_F(Packer, TwoFilesOfOneStoredNameAreRefused) {
+    WriteBytes("one/a.txt", BytesOf("x"));
+    WriteBytes("two/A.TXT", BytesOf("y"));
+    WriteBytes("out.cab", BytesOf("old"));
+    EXPECT_THAT(
+        [] {
+            PackWith({"n", "out.cab", "one\\*", "two\\*"});
+        },
+        ThrowsMessage<ToolError>("two\\A.TXT and one\\a.txt would both be stored as A.TXT"));
+    EXPECT_EQ(ReadBytes("out.cab"), BytesOf("old"));
+    PackWith({"-p", "n", "out.cab", "one\\*", "two\\*"});
+    EXPECT_THAT(NamesIn("out.cab"), ElementsAre("one\\a.txt", "two\\A.TXT"));
+}
+
+TEST_F(Packer, NothingIsWrittenWhenAPatternFindsNothing) {
+    WriteBytes("a", BytesOf("x"));
+    EXPECT_THAT(
+        [] {
+            PackWith({"n", "cabs\\out.cab", "a", "gone\\*.*"});
+        },
+        ThrowsMessage<ToolError>("gone\\*.*: there is no such file"));
+    EXPECT_FALSE(std::filesystem::exists("cabs"));
+}
+
+TEST_F(Packer, PathsThatLeadOutOfTheFolderNeedAPrefix) {
+    WriteBytes("beside/a", BytesOf("x"));
+    std::filesystem::create_directory("work");
+    std::filesystem::current_path("work");
+    EXPECT_THAT(
+        [] {
+            PackWith({"-p", "n", "out.cab", "..\\beside\\a"});
+        },
+        ThrowsMessage<ToolError>(
+            "..\\beside\\a: the name ..\\beside\\a cannot be stored: it leads out of the folder"));
+    PackWith({"-p", "-P", "..\\beside", "n", "out.cab", "..\\beside\\a"});
+    EXPECT_THAT(NamesIn("out.cab"), ElementsAre("a"));
+    std::filesystem::current_path(Folder);
+}
+
+TEST_F(Packer, NamesOf255BytesFitAndLongerOnesAreRefused) {
+    const std::string folder = std::string(120, 'f') + "\\" + std::string(100, 'g') + "\\";
+    WriteBytes(folder + std::string(33, 'n'), BytesOf("fits"));
+    PackWith({"-p", "-r", "n", "out.cab", folder + "*"});
+    EXPECT_EQ(NamesIn("out.cab")[0].size(), 255U);
+    WriteBytes(folder + std::string(34, 'n'), BytesOf("does not"));
+    EXPECT_THAT(
+        [&] {
+            PackWith({"-p", "-r", "n", "out.cab", folder + "*"});
+        },
+        ThrowsMessage<ToolError>(HasSubstr("cannot be stored: it has more than 255 bytes")));
+    EXPECT_EQ(NamesIn("out.cab").size(), 1U);
+}
+
+TEST_F(Packer, FileThatIsTooBigIsRefusedUnread) {
+    WriteBytes("big", {});
+    std::filesystem::resize_file("big", 0x7FFF8001);
+    EXPECT_THAT(
+        [] {
+            PackWith({"n", "out.cab", "big"});
+        },
+        ThrowsMessage<ToolError>(
+            "big: this file is too big for a cabinet, which takes at most 2147450880 bytes of a file"));
+    EXPECT_FALSE(std::filesystem::exists("out.cab"));
+}
+
+TEST_F(Packer, FailureLeavesTheOldCabinetAndNoOtherFile) {
+    WriteBytes("a", BytesOf("x"));
+    std::filesystem::create_directory("out.cab");
+    EXPECT_THROW(PackWith({"n", "out.cab", "a"}), ToolError);
+    EXPECT_EQ(TreeOf(".").size(), 1U);
+}
+
+TEST_F(Packer, TakesThreeThousandFilesInManyFolders) {
+    for (int i = 0; i < 3000; ++i) {
+        WriteBytes("in/" + std::to_string(i % 60) + "/file" + std::to_string(i),
+                   BytesOf(std::to_string(i * i)));
+    }
+    PackWith({"-p", "-r", "-P", "in", "n", "out.cab", "in\\*.*"});
+    const ParsedCabinet cabinet = Parse(ReadBytes("out.cab"));
+    ASSERT_EQ(cabinet.Members.size(), 3000U);
+    for (const ParsedMember& member : cabinet.Members) {
+        const long long number = std::stoll(member.Name.substr(member.Name.find("file") + 4));
+        EXPECT_EQ(member.Contents, BytesOf(std::to_string(number * number)));
+    }
+}
+
+}  // namespace
+}  // namespace tools::cabarc::test
