@@ -41,7 +41,7 @@ std::string AskForCdFolder(Application& app) {
     for (;;) {
         const auto chosen = app.Screen.ShowOpenDialog(app.Wizard.DlgOpen);
         if (!chosen) EndWithoutDosFiles();
-        const std::string folder = GetFolderPart(*chosen);
+        std::string folder = GetFolderPart(*chosen);
         if (FileExists(folder + "\\WIN.COM") || FileExists(folder + "\\" + kCdCabinet)) return folder;
         app.Wizard.DlgOpen.FileName = kCdCabinet;
     }

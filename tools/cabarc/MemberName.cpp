@@ -97,7 +97,7 @@ std::optional<std::string> NameProblem(const std::string& name) {
     if (name.find_first_of(kSeparators) == 0) return "it is an absolute path";
     if (name.size() >= 2 && name[1] == ':') return "it names a drive";
     for (const std::string_view part : PathParts(name)) {
-        if (const auto problem = PartProblem(part)) return problem;
+        if (auto problem = PartProblem(part)) return problem;
     }
     return std::nullopt;
 }
