@@ -22,7 +22,9 @@ constexpr std::size_t kAheadBytes = std::size_t{2} * SegmentParser::kMaxBytes;
 }  // namespace
 
 LzxEncoder::LzxEncoder(int windowBits, const LzxOptions& options, BlockSink& sink)
-    : windowBits_(CheckedWindowBits(windowBits)), sink_(sink), parser_(windowBits, options),
+    : windowBits_(CheckedWindowBits(windowBits)),
+      sink_(sink),
+      parser_(windowBits, options),
       capacity_((std::size_t{1} << windowBits) + kAheadBytes) {
     buffer_.reserve(capacity_);
 }

@@ -77,9 +77,10 @@ constexpr int MainSymbols(int windowBits) {
 constexpr int kMaxSlots = PositionSlots(kMaxWindowBits);
 constexpr int kMaxMainSymbols = MainSymbols(kMaxWindowBits);
 
-/// Returns the largest offset that a window can name.
+/// Returns the largest offset that is used. A window can name one byte more, but 7-Zip 26.02 mixes up the
+/// first bytes of some matches that begin exactly there.
 constexpr std::uint32_t MaxOffset(int windowBits) {
-    return (1U << windowBits) - 1 - kOffsetBias;
+    return (1U << windowBits) - 2 - kOffsetBias;
 }
 
 static_assert(PositionSlots(15) == 30 && PositionSlots(16) == 32 && PositionSlots(17) == 34);

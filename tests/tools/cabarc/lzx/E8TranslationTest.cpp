@@ -1,0 +1,70 @@
+#include "tools/cabarc/lzx/E8Translation.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/tools/cabarc/lzx/TestData.h"
+#include "tools/shared/ByteOrder.h"
+
+namespace tests {
+namespace {
+
+using tools::GetU32;
+using tools::PutU32;
+using tools::cabarc::lzx::kTranslationSize;
+using tools::cabarc::lzx::TranslateFrame;
+using tools::cabarc::lzx::TranslationPays;
+
+// A frame with one call at `place` in it; returns the operand after translation.
+std::uint32_t Translated(std::uint32_t operand, std::size_t place, std::uint32_t folderOffset,
+                         std::size_t frameSize = 32768) {
+    Bytes frame(frameSize, 0x90);
+    frame[place] = 0xE8;
+    PutU32(&frame[place + 1], operand);
+    TranslateFrame(frame, folderOffset);
+    return GetU32(&frame[place + 1]);
+}
+
+TEST(E8Translation, AddsThePlaceOfTheCall) {
+    EXPECT_EQ(Translated(1000, 50, 65536), 1000U + 50U + 65536U);
+    EXPECT_EQ(Translated(0U - 65536U - 50U, 50, 65536), 0U);
+}
+
+TEST(E8Translation, LeavesTargetsBeforeTheFolderAlone) {
+    EXPECT_EQ(Translated(0U - 65536U - 51U, 50, 65536), 0U - 65536U - 51U);
+}
+
+TEST(E8Translation, WrapsTargetsBehindTheTranslationSize) {
+    EXPECT_EQ(Translated(kTranslationSize - 51, 50, 0), kTranslationSize - 1);
+    EXPECT_EQ(Translated(kTranslationSize - 50, 50, 0), 0U - 50U);
+    EXPECT_EQ(Translated(kTranslationSize, 50, 0), kTranslationSize);
+}
+
+TEST(E8Translation, SparesTheLastTenBytesOfAFrame) {
+    EXPECT_EQ(Translated(7, 89, 0, 100), 7U + 89U);
+    EXPECT_EQ(Translated(7, 90, 0, 100), 7U);
+    EXPECT_EQ(Translated(7, 0, 0, 10), 7U);
+}
+
+TEST(E8Translation, StopsAtOneGibibyte) {
+    EXPECT_NE(Translated(0xFFFFFFFF, 5, 32767U * 32768U), 0xFFFFFFFFU);
+    EXPECT_EQ(Translated(0xFFFFFFFF, 5, 32768U * 32768U), 0xFFFFFFFFU);
+}
+
+TEST(E8Translation, StepsOverTheOperandOfEveryCall) {
+    Bytes frame(64, 0);
+    frame[0] = 0xE8;
+    PutU32(&frame[1], 0x00E80000U);  // an E8 inside an operand is no call
+    frame[5] = 0xE8;
+    PutU32(&frame[6], 1);
+    TranslateFrame(frame, 32768);
+    EXPECT_EQ(GetU32(&frame[6]), 1U + 32768U + 5U);
+}
+
+TEST(E8Translation, DoesNotPayForNothing) {
+    EXPECT_FALSE(TranslationPays({}));
+    EXPECT_FALSE(TranslationPays(TextLike(50'000, 1)));
+    EXPECT_TRUE(TranslationPays(CodeLike(200'000, 1)));
+}
+
+}  // namespace
+}  // namespace tests

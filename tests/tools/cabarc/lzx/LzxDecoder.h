@@ -1,0 +1,45 @@
+#pragma once
+// A decoder of LZX folders for the tests, written from the format alone and shared with the encoder in
+// nothing. It is as strict as the strictest reader known, and stricter: whatever any reader refuses, it
+// refuses.
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "tools/cabarc/FolderCompressor.h"
+
+namespace tests {
+
+/// A folder as its compressor handed it over.
+class FrameCollector : public tools::cabarc::BlockSink {
+ public:
+    struct Frame {
+        std::vector<std::uint8_t> Payload;
+        std::size_t Size = 0;
+    };
+
+    void PutBlock(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) override {
+        Frames.push_back({{payload.begin(), payload.end()}, uncompressedSize});
+    }
+
+    /// Bytes of all payloads.
+    std::size_t PackedSize() const;
+
+    std::vector<Frame> Frames;
+};
+
+/// How often each kind of block occurs in a folder, and whether its bytes were translated.
+struct LzxContents {
+    std::size_t Verbatim = 0;
+    std::size_t Aligned = 0;
+    std::size_t Uncompressed = 0;
+    bool Translated = false;
+};
+
+/// Decodes a folder. Throws std::runtime_error saying what is wrong with it. Fills `contents` when given.
+std::vector<std::uint8_t> DecodeLzx(const std::vector<FrameCollector::Frame>& frames, int windowBits,
+                                    LzxContents* contents = nullptr);
+
+}  // namespace tests

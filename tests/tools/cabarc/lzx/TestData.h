@@ -1,0 +1,45 @@
+#pragma once
+// Generated input for the compressor: one function per kind of data, repeatable from its seed.
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tests {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// Bytes without any order.
+Bytes RandomBytes(std::size_t size, std::uint32_t seed);
+
+/// Words of a small vocabulary in lines, like a script.
+Bytes TextLike(std::size_t size, std::uint32_t seed);
+
+/// Instructions of a few shapes, many of them calls (E8) of a few targets.
+Bytes CodeLike(std::size_t size, std::uint32_t seed);
+
+/// Nothing but calls: E8 with operands of every kind, near the limits included.
+Bytes CallsOnly(std::size_t size, std::uint32_t seed);
+
+/// Stretches of one byte, of lengths from 1 to some thousands.
+Bytes Runs(std::size_t size, std::uint32_t seed);
+
+/// Records of fixed width whose fields change slowly, like tables and bitmaps.
+Bytes Records(std::size_t size, std::uint32_t seed);
+
+/// Stretches of all kinds above, of lengths that are even and odd.
+Bytes Mixed(std::size_t size, std::uint32_t seed);
+
+/// Copies of earlier bytes from every distance up to `farthest`, a few fresh ones between.
+Bytes FarCopies(std::size_t size, std::size_t farthest, std::uint32_t seed);
+
+/// Every kind with its name.
+struct DataKind {
+    std::string Name;
+    std::function<Bytes(std::size_t, std::uint32_t)> Make;
+};
+const std::vector<DataKind>& DataKinds();
+
+}  // namespace tests

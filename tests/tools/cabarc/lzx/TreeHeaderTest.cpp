@@ -1,0 +1,54 @@
+#include "tools/cabarc/lzx/TreeHeader.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "tests/tools/cabarc/lzx/TestData.h"
+#include "tools/cabarc/lzx/HuffmanCode.h"
+
+namespace tests {
+namespace {
+
+using tools::cabarc::lzx::BitWriter;
+using tools::cabarc::lzx::BuildCodeLengths;
+using tools::cabarc::lzx::TreeHeader;
+using Lengths = std::vector<std::uint8_t>;
+
+Lengths LengthsOf(std::size_t size, std::uint32_t seed) {
+    std::vector<std::uint32_t> counts(size);
+    const Bytes noise = RandomBytes(size, seed);
+    for (std::size_t i = 0; i < size; ++i)
+        counts[i] = noise[i] % 5 < 2 ? 0U : noise[i] * std::uint32_t{noise[i]};
+    Lengths lengths(size);
+    BuildCodeLengths(counts, 16, lengths);
+    return lengths;
+}
+
+TEST(TreeHeader, TakesAsManyBitsAsItSays) {
+    for (std::uint32_t seed = 0; seed < 20; ++seed) {
+        const TreeHeader header(LengthsOf(400, seed), LengthsOf(400, seed + 1));
+        BitWriter writer;
+        header.Write(writer);
+        writer.PadToWord();
+        EXPECT_EQ(writer.Bytes().size(), (header.Bits() + 15) / 16 * 2);
+    }
+}
+
+TEST(TreeHeader, SaysUnchangedLengthsInOneBitEach) {
+    const Lengths lengths = LengthsOf(256, 1);
+    EXPECT_LE(TreeHeader(lengths, lengths).Bits(), 80U + 256U);
+}
+
+TEST(TreeHeader, SaysAnEmptyTreeInAFewRuns) {
+    EXPECT_LE(TreeHeader(LengthsOf(249, 2), Lengths(249, 0)).Bits(), 80U + 6U * 6U);
+}
+
+TEST(TreeHeader, PrefersRunsOfEqualLengthsToDifferences) {
+    // Every length is 8, and the list before was noise: each run of five costs a run symbol and one
+    // difference.
+    EXPECT_LT(TreeHeader(LengthsOf(256, 3), Lengths(256, 8)).Bits(), 80U + 256U / 5U * 6U);
+}
+
+}  // namespace
+}  // namespace tests
