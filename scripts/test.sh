@@ -17,17 +17,19 @@ for preset in mingw-x86 host-asan; do
     }
 done
 
-# One server for all tests: a cold start would cost each of them seconds. It keeps its output open, so it gets none of ours.
-wineserver -k || true
-stop_wine() { wineserver -k 2>/dev/null || [ $? -le 2 ]; }
+# One server for all tests: a cold start would cost each of them seconds. The server and the services that the first program
+# starts keep their output open as long as they live, so they get none of ours.
+stop_wine() { if wineserver -k 2>/dev/null; then wineserver -w; fi; }
 trap stop_wine EXIT
+stop_wine
 
 run_tests() {
     wineserver -p >/dev/null 2>&1 </dev/null
+    scripts/wine.sh cmd /c exit >/dev/null 2>&1 </dev/null
     local failed=0
     for preset in host host-asan mingw-x64; do
         echo "Testing $preset"
-        ctest --preset "$preset" --no-tests=error || failed=1
+        ctest --preset "$preset" --no-tests=error -j "$(nproc)" || failed=1
     done
     return "$failed"
 }
