@@ -16,6 +16,7 @@ constexpr const char* kCheckMark = "\xFC";
 
 void BeginStep(Application& app, Label& line) {
     app.Wait.LblStatus.Caption = line.Caption + " ...";
+    app.Screen.Repaint();
     line.Bold = true;
     app.Screen.Repaint();
 }
