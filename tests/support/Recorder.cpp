@@ -7,13 +7,15 @@
 //   wait|MILLISECONDS  waits, without a message queue
 //   idle|MILLISECONDS  waits for input that long, with a message queue
 //   signal|HANDLE      sets the inherited event
-//   extract            plays an extractor: makes FOLDER\NAME of "... CABINET NAME /l FOLDER\"
+//   tree|FILE          lists the files below the folder that is its last argument into FILE, sorted, with
+//   their sizes extract            plays an extractor: makes FOLDER\NAME of "... CABINET NAME /l FOLDER\"
 //   expand             plays an expander: makes FOLDER\NAME of "... -f:NAME "FOLDER\""
 #include <windows.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -56,6 +58,17 @@ std::string Between(const std::string& text, const std::string& before, const st
     return text.substr(from, end == std::string::npos ? end : end - from);
 }
 
+void ListTree(const std::string& folder, const std::string& file) {
+    std::set<std::string> lines;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        if (!entry.is_regular_file()) continue;
+        lines.insert(entry.path().string().substr(folder.size() + 1) + " " +
+                     std::to_string(entry.file_size()));
+    }
+    std::ofstream list(file, std::ios::binary);
+    for (const std::string& line : lines) list << line << '\n';
+}
+
 void WaitForInput(unsigned long milliseconds) {
     MSG message;
     PeekMessageA(&message, nullptr, WM_USER, WM_USER, PM_NOREMOVE);
@@ -91,6 +104,7 @@ int main() {
         if (verb == "wait") Sleep(number);
         if (verb == "idle") WaitForInput(number);
         if (verb == "signal") SetEvent(reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(number)));
+        if (verb == "tree") ListTree(commandLine.substr(commandLine.rfind(' ') + 1), value);
         if (verb == "extract") {
             const std::string member = Between(commandLine, ".CAB ", " ");
             MakeFile(Between(commandLine, "/l ", " ") + member, member);

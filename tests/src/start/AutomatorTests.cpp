@@ -1,0 +1,267 @@
+#include "src/start/Automator.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "src/common/ProgramEnd.h"
+#include "tests/support/ApplicationFolder.h"
+
+namespace velbooter::testing {
+namespace {
+
+using Files = std::vector<std::string>;
+
+class BatchMode : public ApplicationTest {
+ protected:
+    BatchMode() {
+        Folder.Write(
+            "files\\disklist.ini",
+            "[Disks_List]\r\nCount=3\r\n[1]\r\nName=first\r\n[2]\r\nName=MyDisk\r\n[3]\r\nName=third\r\n");
+        for (const char* disk : {"first", "mydisk", "third", "custom"}) {
+            Folder.Write(std::string("files\\") + disk + ".ini",
+                         std::string("[Copy_Files]\r\nfiles\\marks\\") + disk + "=mark\\" + disk + "\r\n");
+            Folder.Write(std::string("files\\marks\\") + disk, disk);
+        }
+        for (const char* name : {"IO.SYS", "MSDOS.SYS", "COMMAND.COM"}) {
+            Folder.Write(std::string("files\\base_files\\") + name, name);
+        }
+        Folder.MakeTool("bfi.exe", "tree|tree.txt\n");
+    }
+    ExitCode Run(const CommandLineValues& values) {
+        try {
+            RunBatch(App, values);
+        } catch (const ProgramEnd& end) {
+            return end.Code;
+        }
+        return ExitCode::InternalError;
+    }
+    static CommandLineValues Values(const std::string& disk, const std::string& target = "") {
+        CommandLineValues values;
+        values.DiskName = disk;
+        values.TargetPath = target;
+        return values;
+    }
+    /// Returns the text between `before` and `after` in the image tool's command line.
+    std::string InCommandLine(const std::string& before, const std::string& after) {
+        const auto calls = Folder.Calls("bfi.exe");
+        if (calls.size() != 1) return "calls: " + std::to_string(calls.size());
+        const std::string& line = calls[0].CommandLine;
+        const size_t from = line.find(before) + before.size();
+        return line.substr(from, line.find(after, from) - from);
+    }
+    std::string Image() { return InCommandLine("-f=\"", "\""); }
+    std::string Type() { return InCommandLine("-t=", " "); }
+
+    void ExpectCleanFolder() {
+        EXPECT_FALSE(Folder.HasFile("Drivers.ini"));
+        EXPECT_FALSE(Folder.HasFolder("cabs"));
+        EXPECT_FALSE(Folder.HasFolder("Temp"));
+    }
+    static Message Summary(const std::string& values) {
+        return {
+            "There has been an invalid parameter,\r\n"
+            "check your settings before starting the batch mode :\r\n"
+            "\r\n" +
+                values,
+            "Check your Command Line Parameters", Buttons::OkCancel, Icon::Exclamation};
+    }
+};
+
+TEST_F(BatchMode, BuildsTheNamedDiskAndEndsTheProgram) {
+    EXPECT_EQ(ExitCode::Built, Run(Values("MyDisk", "C:\\out\\boot.img")));
+    EXPECT_EQ(3, App.SelectedDiskIndex);
+    EXPECT_EQ("COMMAND.COM 11\nIO.SYS 6\nMSDOS.SYS 9\nmark\\mydisk 6\n", Folder.Read("tree.txt"));
+    EXPECT_EQ("C:\\out\\boot.img", Image());
+    EXPECT_EQ("144", Type());
+    EXPECT_FALSE(App.Wait.Visible);
+    EXPECT_TRUE(Screen.Messages.empty());
+    ExpectCleanFolder();
+}
+
+TEST_F(BatchMode, TheWaitWindowTellsEachPhase) {
+    Run(Values("MyDisk"));
+    const Files phases{"Getting a list of Disks Configuration ...",
+                       "Getting Disk Configuration INI file ...",
+                       "Processing mydisk.ini file ...",
+                       "Getting files list to be copied to the floppy image ...",
+                       "Creating the floppy image file ...",
+                       "Formating Floppy Disk ...",
+                       "Copying files to floppy disk ..."};
+    const Files painted = Screen.WaitStatuses();
+    auto place = painted.begin();
+    for (const std::string& phase : phases) {
+        place = std::find(place, painted.end(), phase);
+        ASSERT_NE(painted.end(), place) << phase;
+    }
+    ASSERT_FALSE(Screen.Views.empty());
+    for (const View& view : Screen.Views) {
+        if (view.WaitStatus == phases[4]) {
+            EXPECT_TRUE(view.WaitVisible);
+        }
+    }
+    EXPECT_TRUE(Screen.Views.front().WaitVisible);
+}
+
+TEST_F(BatchMode, TheWizardIsNeverOnItsWay) {
+    App.Wizard.LstFiles.AddItem("left over");
+    Run(Values("first"));
+    EXPECT_EQ("IO.SYS", App.Wizard.LstFiles.List(0));
+    EXPECT_EQ(4, App.Wizard.LstFiles.ListCount());
+    EXPECT_FALSE(App.RunEnded);
+}
+
+TEST_F(BatchMode, ANameThatDiffersInCaseDoesNotExist) {
+    Screen.Expect({"The disk \"mydisk\" doesn't exist", "Critical error", Buttons::Ok, Icon::Critical});
+    EXPECT_EQ(ExitCode::UnknownDisk, Run(Values("mydisk")));
+    EXPECT_TRUE(Folder.HasFolder("cabs")) << "nothing is cleaned up";
+    EXPECT_TRUE(Folder.HasFile("Drivers.ini"));
+    EXPECT_TRUE(Folder.Calls("bfi.exe").empty());
+}
+
+TEST_F(BatchMode, CustomBuildsTheCustomConfiguration) {
+    EXPECT_EQ(ExitCode::Built, Run(Values("custom")));
+    EXPECT_EQ(1, App.SelectedDiskIndex);
+    EXPECT_NE(std::string::npos, Folder.Read("tree.txt").find("mark\\custom"));
+}
+
+TEST_F(BatchMode, OfTwoRowsWithOneNameTheLastWins) {
+    Folder.Write(
+        "files\\disklist.ini",
+        "[Disks_List]\r\nCount=3\r\n[1]\r\nName=first\r\n[2]\r\nName=third\r\n[3]\r\nName=first\r\n");
+    EXPECT_EQ(ExitCode::Built, Run(Values("first")));
+    EXPECT_EQ(4, App.SelectedDiskIndex);
+}
+
+TEST_F(BatchMode, WithoutATargetTheDefaultIsKept) {
+    EXPECT_EQ(ExitCode::Built, Run(Values("first")));
+    EXPECT_EQ("BootDisk.img", Image());
+}
+
+TEST_F(BatchMode, ATargetWithoutADriveIsRelativeToTheApplicationFolder) {
+    EXPECT_EQ(ExitCode::Built, Run(Values("first", "images\\boot a.img")));
+    EXPECT_EQ(Folder.At("images\\boot a.img"), App.Wizard.TxtDest.Text);
+    EXPECT_EQ("images\\boot a.img", Image());
+}
+
+TEST_F(BatchMode, ATargetThatBeginsWithABackslashIsTakenAsRelativeToo) {
+    EXPECT_EQ(ExitCode::Built, Run(Values("first", "\\boot.img")));
+    EXPECT_EQ(Folder.Path() + "\\\\boot.img", App.Wizard.TxtDest.Text);
+}
+
+TEST_F(BatchMode, ATargetWithADriveIsTakenAsItIs) {
+    EXPECT_EQ(ExitCode::Built, Run(Values("first", "D:\\boot.img")));
+    EXPECT_EQ("D:\\boot.img", Image());
+}
+
+TEST_F(BatchMode, OnlyImageTypeTwoGivesTheLargeImage) {
+    const std::pair<int, const char*> cases[] = {{0, "144"}, {1, "144"}, {2, "288"}, {3, "144"}};
+    for (const auto& [type, size] : cases) {
+        Folder.Remove("bfi.log");
+        App.SelectedDiskIndex = 0;
+        ChooseOption(App.Wizard, &FrmWizard::OptFloppy);
+        CommandLineValues values = Values("first");
+        values.ImageType = type;
+        EXPECT_EQ(ExitCode::Built, Run(values)) << type;
+        EXPECT_EQ(size, Type()) << type;
+    }
+}
+
+TEST_F(BatchMode, ThePluginIsAddedToTheImage) {
+    Folder.Write("plugins\\extra\\plugin.txt", "p");
+    CommandLineValues values = Values("first");
+    values.PluginName = "extra";
+    EXPECT_EQ(ExitCode::Built, Run(values));
+    EXPECT_NE(std::string::npos, Folder.Read("tree.txt").find("plugin.txt 1\n"));
+}
+
+TEST_F(BatchMode, AWrongParameterShowsTheSummaryAndOkBuilds) {
+    CommandLineValues values = Values("MyDisk");
+    values.ParameterError = true;
+    Screen.Expect(
+        Summary("Disk Name : MyDisk\r\nTarget : \r\nPlugin to Apply : None\r\nImage Type : 1.44 MB\r\n"
+                "Select Drivers : False\r\nLoad Product key from keyfile.txt : False\r\n"),
+        Answer::Ok, [&] { EXPECT_FALSE(App.Wait.Visible); });
+    EXPECT_EQ(ExitCode::Built, Run(values));
+    EXPECT_EQ("144", Type());
+}
+
+TEST_F(BatchMode, CancelAtTheSummaryEndsTheProgramBeforeAnything) {
+    CommandLineValues values = Values("nosuch disk", "C:\\a b.img");
+    values.ParameterError = true;
+    values.ImageType = 2;
+    values.ShowDriverDialog = true;
+    values.UseKeyFile = true;
+    Screen.Expect(Summary("Disk Name : nosuch disk\r\nTarget : C:\\a b.img\r\nPlugin to Apply : None\r\n"
+                          "Image Type : 2.88 MB\r\nSelect Drivers : True\r\n"
+                          "Load Product key from keyfile.txt : True\r\n"),
+                  Answer::Cancel);
+    EXPECT_EQ(ExitCode::Refused, Run(values));
+    EXPECT_FALSE(Folder.HasFolder("cabs"));
+    EXPECT_TRUE(Screen.Views.empty());
+}
+
+TEST_F(BatchMode, TheSummaryDoesNotNameAGivenPlugin) {
+    CommandLineValues values = Values("first");
+    values.ParameterError = true;
+    values.PluginName = "extra";
+    Screen.Expect(Summary("Disk Name : first\r\nTarget : \r\nPlugin to Apply : \r\nImage Type : 1.44 MB\r\n"
+                          "Select Drivers : False\r\nLoad Product key from keyfile.txt : False\r\n"),
+                  Answer::Cancel);
+    EXPECT_EQ(ExitCode::Refused, Run(values));
+}
+
+TEST_F(BatchMode, ACanceledPreparationEndsWithoutAMessageOfItsOwn) {
+    LockedFile lock(Folder.At("files\\base_files\\IO.SYS"));
+    Screen.Expect({"Error while copying the file :\r\n" + Folder.At("files\\base_files\\*.*"),
+                   "Error While Copying", Buttons::AbortRetryIgnore, Icon::Critical},
+                  Answer::Abort);
+    EXPECT_EQ(ExitCode::Canceled, Run(Values("first")));
+    EXPECT_TRUE(App.Wizard.LV_Disk.ListItems.empty()) << "nothing was done after";
+    EXPECT_FALSE(App.Wait.Visible);
+    ExpectCleanFolder();
+}
+
+TEST_F(BatchMode, ACanceledConfigurationEndsWithoutAMessageOfItsOwn) {
+    Folder.Write("files\\first.ini", "[Create_CABs]\r\nsetupwin=x\r\n");
+    EXPECT_EQ(ExitCode::Canceled, Run(Values("first")));
+    EXPECT_EQ(0, App.Wizard.LstFiles.ListCount());
+    EXPECT_TRUE(Folder.Calls("bfi.exe").empty());
+    EXPECT_FALSE(App.Wait.Visible);
+    ExpectCleanFolder();
+}
+
+TEST_F(BatchMode, AFailedStagingEndsCanceled) {
+    Folder.Remove("files\\base_files\\IO.SYS");
+    Screen.Expect(
+        {"Error while copying the file from its Source :\r\nIO.SYS", "Error", Buttons::Ok, Icon::Critical});
+    EXPECT_EQ(ExitCode::Canceled, Run(Values("first")));
+    EXPECT_TRUE(Folder.Calls("bfi.exe").empty());
+    EXPECT_FALSE(App.Wait.Visible);
+    ExpectCleanFolder();
+}
+
+TEST_F(BatchMode, AMissingConfigurationFileIsShownOnceAndCleanedUp) {
+    Folder.Remove("files\\first.ini");
+    Screen.ExpectMessageWith({"53", "File not found", "first.ini"});
+    EXPECT_EQ(ExitCode::InternalError, Run(Values("first")));
+    EXPECT_TRUE(App.RunEnded);
+    EXPECT_FALSE(App.Wait.Visible);
+    ExpectCleanFolder();
+}
+
+TEST_F(BatchMode, AnAbsurdCatalogueIsShownOnceAndCleanedUp) {
+    Folder.Write("files\\disklist.ini", "[Disks_List]\r\nCount=99999\r\n");
+    Screen.ExpectMessageWith({"6", "Overflow"});
+    EXPECT_EQ(ExitCode::InternalError, Run(Values("first")));
+    ExpectCleanFolder();
+}
+
+TEST_F(BatchMode, ALockedDriverIndexIsShownOnce) {
+    LockedFile lock(Folder.Write("Drivers.ini", "old"));
+    Screen.ExpectMessageWith({"70", "Permission denied", "Drivers.ini"});
+    EXPECT_EQ(ExitCode::InternalError, Run(Values("first")));
+}
+
+}  // namespace
+}  // namespace velbooter::testing

@@ -1,0 +1,96 @@
+#include "src/start/Main.h"
+
+#include <gtest/gtest.h>
+
+#include "src/common/ProgramEnd.h"
+#include "src/common/SetupCommon.h"
+#include "src/dos/DosFileList.h"
+#include "tests/support/ApplicationFolder.h"
+
+namespace velbooter::testing {
+namespace {
+
+class ProgramStart : public ApplicationTest {
+ protected:
+    void WriteDosFiles() {
+        for (const char* name : kDosFiles) Folder.Write(std::string("dos\\") + name);
+    }
+    void MakeDisk() {
+        Folder.Write("files\\disklist.ini", "[Disks_List]\r\nCount=1\r\n[1]\r\nName=mydisk\r\n");
+        Folder.Write("files\\mydisk.ini", "[Copy_Files]\r\nIO.SYS=IO.SYS\r\nCOMMAND.COM=COMMAND.COM\r\n");
+        Folder.Write("files\\base_files\\MSDOS.SYS");
+        Folder.MakeTool("bfi.exe", "tree|tree.txt\n");
+    }
+    ExitCode Start(const std::string& commandLine) {
+        const SingleInstance instance(Folder.Path());
+        try {
+            Main(App, instance, commandLine);
+        } catch (const ProgramEnd& end) {
+            return end.Code;
+        }
+        return ExitCode::InternalError;
+    }
+    static Message OptionError(const std::string& text) {
+        return {text, "Command Line options Error", Buttons::Ok, Icon::None};
+    }
+};
+
+TEST_F(ProgramStart, ASecondInstanceIsRefusedBeforeAnythingElse) {
+    const SingleInstance first(Folder.Path());
+    Screen.Expect({"The Veltrane is already running", "Already Running", Buttons::Ok, Icon::Critical});
+    EXPECT_EQ(ExitCode::AlreadyRunning, Start("mydisk")) << "the DOS files are missing too";
+    EXPECT_EQ((std::vector<std::string>{}), Folder.Tree(""));
+    EXPECT_FALSE(Folder.HasFolder("dos"));
+    EXPECT_EQ("", App.WindowsFolder);
+}
+
+TEST_F(ProgramStart, MissingDosFilesEndTheProgramBeforeTheCommandLineIsRead) {
+    Screen.ExpectMessageWith({"Press OK to import the needed files"}, Answer::Cancel);
+    EXPECT_EQ(ExitCode::DosFilesMissing, Start("-t"));
+    EXPECT_EQ(GetWindowsFolder(), App.WindowsFolder);
+    EXPECT_EQ(GetSystemFolder(), App.SystemFolder);
+}
+
+TEST_F(ProgramStart, ACommandLineOfOneBlankIsABatchRunWithoutAName) {
+    WriteDosFiles();
+    Screen.Expect(OptionError("The disk name is not specified"));
+    EXPECT_EQ(ExitCode::Refused, Start(" "));
+    EXPECT_FALSE(Folder.HasFolder("cabs")) << "nothing was prepared";
+}
+
+TEST_F(ProgramStart, ACommandLineBuildsItsDisk) {
+    WriteDosFiles();
+    MakeDisk();
+    EXPECT_EQ(ExitCode::Built, Start("-t 288 mydisk out\\two.img"));
+    const auto calls = Folder.Calls("bfi.exe");
+    ASSERT_EQ(1u, calls.size());
+    EXPECT_NE(std::string::npos, calls[0].CommandLine.find(" -t=288 -f=\"out\\two.img\" Temp\\Velbooter"));
+    EXPECT_EQ("COMMAND.COM 0\nIO.SYS 0\nMSDOS.SYS 0\n", Folder.Read("tree.txt"));
+}
+
+TEST_F(ProgramStart, AWrongImageTypeIsReportedThenSummarisedThenBuiltSmall) {
+    WriteDosFiles();
+    MakeDisk();
+    Screen.Expect(OptionError("Invalid Image type: 360"));
+    Screen.Expect({"There has been an invalid parameter,\r\n"
+                   "check your settings before starting the batch mode :\r\n"
+                   "\r\n"
+                   "Disk Name : mydisk\r\nTarget : \r\nPlugin to Apply : None\r\nImage Type : 1.44 MB\r\n"
+                   "Select Drivers : False\r\nLoad Product key from keyfile.txt : False\r\n",
+                   "Check your Command Line Parameters", Buttons::OkCancel, Icon::Exclamation},
+                  Answer::Ok);
+    EXPECT_EQ(ExitCode::Built, Start("-t 360 mydisk"));
+    EXPECT_NE(std::string::npos, Folder.Calls("bfi.exe").at(0).CommandLine.find(" -t=144 "));
+}
+
+TEST_F(ProgramStart, AnEmptyCommandLinePreparesTheFolderAndSaysSo) {
+    WriteDosFiles();
+    MakeDisk();
+    Screen.ExpectMessageWith({});
+    EXPECT_EQ(ExitCode::Built, Start(""));
+    EXPECT_EQ(Folder.At("BootDisk.img"), App.Wizard.TxtDest.Text);
+    EXPECT_TRUE(Folder.Calls("bfi.exe").empty());
+}
+
+}  // namespace
+}  // namespace velbooter::testing
