@@ -1,0 +1,121 @@
+// Programs that others wrote read what bfi writes: fsck.fat, mtools and 7-Zip. A missing one is a failure.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/tools/bfi/ImageFixture.h"
+#include "tests/tools/shared/RunProgram.h"
+#include "tools/shared/HostFiles.h"
+
+namespace bfi::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using tools::PackDosTime;
+using tools::testing::ProgramResult;
+using tools::testing::RunProgram;
+
+class Checker : public ImageTest {
+ protected:
+    std::string Image() const { return Files.Text("out.img"); }
+
+    void WriteSampleTree() const {
+        const tools::DosTime time = PackDosTime(1998, 5, 11, 20, 1, 2);
+        Files.Write("tree/io.sys", NoiseBytes(3000, 1), time, tools::kArchive);
+        Files.Write("tree/command.com", NoiseBytes(93'812, 2), time, tools::kArchive);
+        Files.Write("tree/locked.txt", NoiseBytes(10, 3), time, tools::kReadOnly);
+        Files.Write("tree/lib/net.cab", NoiseBytes(200'000, 4), time, tools::kArchive);
+        Files.Write("tree/lib/A long name.text", NoiseBytes(777, 5), time, tools::kArchive);
+        Files.Write("tree/lib/deep/empty", Bytes{}, time, tools::kArchive);
+        Files.MakeFolder("tree/nothing");
+    }
+
+    void ExpectSound() const {
+        const ProgramResult check = RunProgram({"fsck.fat", "-n", "-v", Image()});
+        EXPECT_EQ(check.ExitCode, 0) << check.Output;
+        const ProgramResult archiver = RunProgram({"7z", "t", Image()});
+        EXPECT_EQ(archiver.ExitCode, 0) << archiver.Output;
+    }
+};
+
+TEST_P(Checker, FsckAndSevenZipFindNothing) {
+    WriteSampleTree();
+    Build();
+    ExpectSound();
+}
+
+TEST_P(Checker, FsckFindsNothingOnAnEmptyAndOnAFullDisk) {
+    Build();
+    ExpectSound();
+    Files.Write("tree/all", NoiseBytes(Format().DataClusters() * Format().ClusterBytes(), 1));
+    Build();
+    ExpectSound();
+    const ProgramResult check = RunProgram({"fsck.fat", "-n", Image()});
+    const std::string clusters = std::to_string(Format().DataClusters());
+    EXPECT_THAT(check.Output, HasSubstr(clusters + "/" + clusters + " clusters"));
+}
+
+TEST_P(Checker, FsckFindsNothingInAFullRootAndALargeFolder) {
+    for (int i = 0; i < 200; ++i) Files.Write("tree/f" + std::to_string(i), "x");
+    for (int i = 0; i < 300; ++i) Files.Write("tree/sub folder/long name " + std::to_string(i), "x");
+    Build();
+    ExpectSound();
+}
+
+TEST_P(Checker, McopyGivesEveryFileBack) {
+    WriteSampleTree();
+    Build();
+    Files.MakeFolder("back");
+    const ProgramResult copy =
+        RunProgram({"mcopy", "-s", "-m", "-n", "-i", Image(), "::*", Files.Text("back")});
+    ASSERT_EQ(copy.ExitCode, 0) << copy.Output;
+    EXPECT_THAT(Files.Names("back"), ElementsAre("COMMAND.COM", "IO.SYS", "LIB", "LOCKED.TXT", "NOTHING"));
+    EXPECT_EQ(Files.Read("back/IO.SYS"), NoiseBytes(3000, 1));
+    EXPECT_EQ(Files.Read("back/COMMAND.COM"), NoiseBytes(93'812, 2));
+    EXPECT_EQ(Files.Read("back/LOCKED.TXT"), NoiseBytes(10, 3));
+    EXPECT_EQ(Files.Read("back/LIB/NET.CAB"), NoiseBytes(200'000, 4));
+    EXPECT_EQ(Files.Read("back/LIB/A long name.text"), NoiseBytes(777, 5));
+    EXPECT_EQ(Files.Read("back/LIB/DEEP/EMPTY"), Bytes{});
+    for (const tools::HostFile& file : tools::ListFolder(Files.Path("back")))
+        if (!file.IsFolder) {
+            EXPECT_EQ(file.Modified, PackDosTime(1998, 5, 11, 20, 1, 2)) << file.Name;
+        }
+}
+
+TEST_P(Checker, MtypePrintsAFile) {
+    Files.Write("tree/autoexec.bat", "@echo off\r\n");
+    Build();
+    const ProgramResult type = RunProgram({"mtype", "-i", Image(), "::AUTOEXEC.BAT"});
+    EXPECT_EQ(type.ExitCode, 0);
+    EXPECT_EQ(type.Output, "@echo off\r\n");
+}
+
+TEST_P(Checker, MattribShowsTheAttributes) {
+    WriteSampleTree();
+    Build();
+    const ProgramResult attributes =
+        RunProgram({"mattrib", "-i", Image(), "::IO.SYS", "::COMMAND.COM", "::LOCKED.TXT"});
+    EXPECT_EQ(attributes.ExitCode, 0) << attributes.Output;
+    EXPECT_THAT(attributes.Output, HasSubstr("  A  SHR     ::/IO.SYS"));
+    EXPECT_THAT(attributes.Output, HasSubstr("  A          ::/COMMAND.COM"));
+    EXPECT_THAT(attributes.Output, HasSubstr("       R     ::/LOCKED.TXT"));
+}
+
+TEST_P(Checker, MinfoShowsTheGeometryAndTheLabel) {
+    Build();
+    const ProgramResult info = RunProgram({"minfo", "-i", Image(), "::"});
+    EXPECT_EQ(info.ExitCode, 0) << info.Output;
+    const bool is144 = GetParam() == "144";
+    for (const char* line :
+         {"cylinders: 80", is144 ? "sectors per track: 18" : "sectors per track: 36",
+          is144 ? "small size: 2880 sectors" : "small size: 5760 sectors",
+          is144 ? "max available root directory slots: 224" : "max available root directory slots: 240",
+          "media descriptor byte: 0xf0", "sectors per fat: 9", "\nfats: 2\n", "disk label=\"VELSTART   \""})
+        EXPECT_THAT(info.Output, HasSubstr(line));
+}
+
+VELBOOTER_BOTH_FORMATS(Checker);
+
+}  // namespace
+}  // namespace bfi::testing

@@ -1,0 +1,221 @@
+#include "tests/tools/bfi/FatReader.h"
+
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+
+namespace bfi::testing {
+namespace {
+
+void Require(bool isSound, const std::string& what) {
+    if (!isSound) throw std::runtime_error(what);
+}
+
+class Reader {
+ public:
+    explicit Reader(const std::vector<std::uint8_t>& image) : bytes_(image) {}
+
+    FatImage Read() {
+        ReadBootSector();
+        ReadTable();
+        const std::vector<std::uint8_t> root(bytes_.begin() + rootStart_, bytes_.begin() + dataStart_);
+        ReadDirectory(root, "", 0, 0);
+        for (std::uint32_t cluster = 2; cluster < table_.size(); ++cluster) {
+            Require(table_[cluster] == 0 || used_.count(cluster) == 1,
+                    "lost cluster " + std::to_string(cluster));
+            if (table_[cluster] == 0) ++result_.FreeClusters;
+        }
+        return std::move(result_);
+    }
+
+ private:
+    std::uint32_t Number(std::size_t at, int count) const {
+        std::uint32_t value = 0;
+        for (int i = count - 1; i >= 0; --i)
+            value = (value << 8) | bytes_.at(at + static_cast<std::size_t>(i));
+        return value;
+    }
+
+    void ReadBootSector() {
+        Require(bytes_.size() >= 512 && bytes_[510] == 0x55 && bytes_[511] == 0xAA, "no boot signature");
+        Require(Number(11, 2) == 512, "sectors are not of 512 bytes");
+        const std::uint32_t sectors = Number(19, 2);
+        Require(bytes_.size() == sectors * 512, "the image's length is not that of its sectors");
+        Require(bytes_[16] == 2 && Number(14, 2) == 1 && bytes_[21] == 0xF0, "no floppy with two tables");
+        Require(Number(28, 4) == 0 && Number(32, 4) == 0 && bytes_[36] == 0 && bytes_[37] == 0 &&
+                    bytes_[38] == 0x29,
+                "fields that a floppy leaves 0");
+        fatBytes_ = Number(22, 2) * 512;
+        rootStart_ = static_cast<std::ptrdiff_t>(512 + 2 * fatBytes_);
+        dataStart_ = rootStart_ + static_cast<std::ptrdiff_t>(Number(17, 2) * 32);
+        result_.ClusterBytes = bytes_[13] * 512U;
+        result_.Clusters = (sectors * 512 - static_cast<std::uint32_t>(dataStart_)) / result_.ClusterBytes;
+        result_.Serial = Number(39, 4);
+        result_.Label.assign(bytes_.begin() + 43, bytes_.begin() + 54);
+        Require(std::string(bytes_.begin() + 54, bytes_.begin() + 62) == "FAT12   ", "not FAT12");
+    }
+
+    void ReadTable() {
+        Require(std::equal(bytes_.begin() + 512, bytes_.begin() + 512 + fatBytes_,
+                           bytes_.begin() + 512 + fatBytes_),
+                "the two tables differ");
+        Require(bytes_[512] == 0xF0 && bytes_[513] == 0xFF && bytes_[514] == 0xFF,
+                "the table starts wrongly");
+        for (std::uint32_t cluster = 0; cluster < result_.Clusters + 2; ++cluster) {
+            const std::uint32_t pair = Number(512 + cluster * 3 / 2, 2);
+            table_.push_back((cluster % 2 == 0 ? pair : pair >> 4) & 0xFFF);
+        }
+        for (std::size_t at = 512 + (table_.size() * 3 + 1) / 2; at < 512 + fatBytes_; ++at)
+            Require(bytes_[at] == 0, "bytes behind the end of the table");
+    }
+
+    std::vector<std::uint32_t> Chain(std::uint32_t first, const std::string& path) {
+        std::vector<std::uint32_t> chain;
+        if (first == 0) return chain;
+        for (std::uint32_t cluster = first; cluster < 0xFF8; cluster = table_[cluster]) {
+            Require(cluster >= 2 && cluster < table_.size(), path + ": cluster out of range");
+            Require(used_.insert(cluster).second, path + ": cluster used twice");
+            chain.push_back(cluster);
+        }
+        return chain;
+    }
+
+    std::vector<std::uint8_t> Bytes(const std::vector<std::uint32_t>& chain) const {
+        std::vector<std::uint8_t> all;
+        for (const std::uint32_t cluster : chain) {
+            const auto start = bytes_.begin() + dataStart_ +
+                               static_cast<std::ptrdiff_t>((cluster - 2) * result_.ClusterBytes);
+            all.insert(all.end(), start, start + static_cast<std::ptrdiff_t>(result_.ClusterBytes));
+        }
+        return all;
+    }
+
+    static std::string DottedName(const std::string& raw) {
+        const auto trimmed = [](std::string text) {
+            text.erase(text.find_last_not_of(' ') + 1);
+            return text;
+        };
+        const std::string base = trimmed(raw.substr(0, 8));
+        const std::string extension = trimmed(raw.substr(8));
+        return extension.empty() ? base : base + "." + extension;
+    }
+
+    static unsigned Checksum(const std::string& raw) {
+        unsigned sum = 0;
+        for (const char letter : raw)
+            sum = (((sum & 1) << 7) + (sum >> 1) + static_cast<std::uint8_t>(letter)) & 0xFF;
+        return sum;
+    }
+
+    void ReadDirectory(const std::vector<std::uint8_t>& table, const std::string& prefix, std::uint32_t self,
+                       std::uint32_t parent) {
+        std::set<std::string> names;
+        std::u16string longName;
+        int partsLeft = 0;
+        unsigned checksum = 0;
+        bool isEnded = false;
+        for (std::size_t at = 0; at < table.size(); at += 32) {
+            const std::uint8_t* const raw = table.data() + at;
+            if (isEnded || raw[0] == 0) {
+                Require(std::all_of(raw, raw + 32, [](std::uint8_t byte) { return byte == 0; }),
+                        prefix + ": entries behind the end");
+                isEnded = true;
+                continue;
+            }
+            const auto word = [&](std::size_t offset) {
+                return static_cast<std::uint16_t>(raw[offset] | raw[offset + 1] << 8);
+            };
+            if (raw[11] == 0x0F) {
+                const int number = raw[0] & 0x3F;
+                if ((raw[0] & 0x40) != 0) {
+                    Require(partsLeft == 0, prefix + ": a long name without its short one");
+                    longName.clear();
+                    checksum = raw[13];
+                } else {
+                    Require(number == partsLeft && raw[13] == checksum,
+                            prefix + ": parts of a long name out of order");
+                }
+                Require(raw[12] == 0 && word(26) == 0, prefix + ": a long name with odd fields");
+                partsLeft = number - 1;
+                if (partsLeft == 0) partsLeft = -1;
+                std::u16string part;
+                for (const std::size_t offset : {1, 3, 5, 7, 9, 14, 16, 18, 20, 22, 24, 28, 30})
+                    part += static_cast<char16_t>(word(offset));
+                longName = part + longName;
+                continue;
+            }
+            FatEntry entry;
+            const std::string shortName(raw, raw + 11);
+            entry.Attributes = raw[11];
+            entry.Time = word(22);
+            entry.Date = word(24);
+            entry.Size = static_cast<std::uint32_t>(word(28)) | static_cast<std::uint32_t>(word(30)) << 16;
+            const std::uint32_t first = word(26);
+            Require(word(20) == 0 && raw[12] == 0, prefix + shortName + ": fields that DOS leaves 0");
+            if (self != 0 && at < 64) {
+                Require(shortName == (at == 0 ? ".          " : "..         "), prefix + ": no . and ..");
+                Require(entry.IsFolder() && first == (at == 0 ? self : parent) && entry.Size == 0,
+                        prefix + ": wrong . or ..");
+                continue;
+            }
+            if (partsLeft != 0) {
+                Require(partsLeft == -1 && checksum == Checksum(shortName),
+                        prefix + shortName + ": not the long name's");
+                const std::size_t end = longName.find(u'\0');
+                entry.Long = longName.substr(0, end);
+                if (end != std::u16string::npos)
+                    Require(longName.find_first_not_of(char16_t{0xFFFF}, end + 1) == std::u16string::npos,
+                            prefix + shortName + ": a long name with odd padding");
+                partsLeft = 0;
+            }
+            Require(names.insert(shortName).second || entry.IsLabel(),
+                    prefix + shortName + ": two of that name");
+            if (entry.IsLabel()) {
+                Require(self == 0 && first == 0 && entry.Size == 0, "a label out of place");
+                entry.Path = shortName;
+                result_.Entries.push_back(entry);
+                continue;
+            }
+            entry.Path = prefix + DottedName(shortName);
+            entry.Clusters = Chain(first, entry.Path);
+            if (entry.IsFolder()) {
+                Require(entry.Size == 0 && !entry.Clusters.empty(),
+                        entry.Path + ": a folder with a size or without room");
+                result_.Entries.push_back(entry);
+                ReadDirectory(Bytes(entry.Clusters), entry.Path + "/", first, self);
+                continue;
+            }
+            const std::size_t needed = (entry.Size + result_.ClusterBytes - 1) / result_.ClusterBytes;
+            Require(entry.Clusters.size() == needed, entry.Path + ": the chain does not match the size");
+            entry.Content = Bytes(entry.Clusters);
+            Require(std::all_of(entry.Content.begin() + entry.Size, entry.Content.end(),
+                                [](auto byte) { return byte == 0; }),
+                    entry.Path + ": bytes behind the end of the file");
+            entry.Content.resize(entry.Size);
+            result_.Entries.push_back(entry);
+        }
+        Require(partsLeft == 0, prefix + ": a long name at the end");
+    }
+
+    const std::vector<std::uint8_t>& bytes_;
+    std::uint32_t fatBytes_ = 0;
+    std::ptrdiff_t rootStart_ = 0;
+    std::ptrdiff_t dataStart_ = 0;
+    std::vector<std::uint32_t> table_;
+    std::set<std::uint32_t> used_;
+    FatImage result_;
+};
+
+}  // namespace
+
+const FatEntry& FatImage::At(const std::string& path) const {
+    for (const FatEntry& entry : Entries)
+        if (entry.Path == path) return entry;
+    throw std::runtime_error("no entry " + path);
+}
+
+FatImage ReadFatImage(const std::vector<std::uint8_t>& image) {
+    return Reader(image).Read();
+}
+
+}  // namespace bfi::testing

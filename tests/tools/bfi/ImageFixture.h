@@ -1,0 +1,61 @@
+#pragma once
+// What the tests of whole images share: a folder with a boot sector and a tree, and the way from it to a read
+// image.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/tools/bfi/FatReader.h"
+#include "tests/tools/shared/TestFolder.h"
+#include "tools/bfi/ImageBuilder.h"
+
+namespace bfi::testing {
+
+using tools::testing::Bytes;
+using tools::testing::NoiseBytes;
+
+/// Returns a boot sector that bfi accepts, with noise for code.
+inline Bytes SampleBootSector() {
+    Bytes sector = NoiseBytes(512, 4711);
+    const std::string start = "\xEB\x3C\x90MSWIN4.1";
+    std::copy(start.begin(), start.end(), sector.begin());
+    sector[510] = 0x55;
+    sector[511] = 0xAA;
+    return sector;
+}
+
+/// A test with the types "144" and "288" as its parameter. The tree is in "tree", the image is "out.img".
+class ImageTest : public ::testing::TestWithParam<std::string> {
+ protected:
+    ImageTest() {
+        Files.Write("boot.bin", SampleBootSector());
+        Files.MakeFolder("tree");
+    }
+
+    const Geometry& Format() const { return *GeometryOfType(GetParam()); }
+
+    ImageRequest Request() const {
+        return {Files.Text("boot.bin"), "Velstart", &Format(), Files.Text("out.img"), Files.Text("tree")};
+    }
+
+    /// Builds the image and reads it back.
+    FatImage Build() const {
+        BuildImage(Request());
+        return ReadFatImage(Files.Read("out.img"));
+    }
+
+    /// What the refusal says; empty when the image is built.
+    std::string Refusal() const {
+        const std::string error = tools::testing::ErrorOf([&] { BuildImage(Request()); });
+        return error == "(no error)" ? "" : error;
+    }
+
+    const tools::testing::TestFolder Files;
+};
+
+}  // namespace bfi::testing
+
+#define VELBOOTER_BOTH_FORMATS(suite)                                        \
+    INSTANTIATE_TEST_SUITE_P(Floppy, suite, ::testing::Values("144", "288"), \
+                             [](const auto& info) { return info.param; })

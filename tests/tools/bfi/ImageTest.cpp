@@ -1,0 +1,200 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/tools/bfi/ImageFixture.h"
+#include "tools/shared/HostFiles.h"
+
+namespace bfi::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using tools::DosTime;
+using tools::PackDosTime;
+
+std::vector<std::string> Paths(const FatImage& image) {
+    std::vector<std::string> paths;
+    for (const FatEntry& entry : image.Entries) paths.push_back(entry.Path);
+    return paths;
+}
+
+TEST_P(ImageTest, GivesEveryFileBackWithItsTimeAndAttributes) {
+    const DosTime time = PackDosTime(1998, 5, 11, 20, 1, 2);
+    const DosTime other = PackDosTime(2024, 12, 31, 23, 59, 58);
+    Files.Write("tree/config.sys", NoiseBytes(1, 1), time, tools::kArchive);
+    Files.Write("tree/lib/net.cab", NoiseBytes(300'001, 2), other,
+                tools::kReadOnly | tools::kHidden | tools::kSystem);
+    Files.Write("tree/lib/deep/er/x", NoiseBytes(1024, 3), time, tools::kArchive);
+    Files.Write("tree/lib/deep/empty.txt", Bytes{}, other, tools::kArchive);
+    const FatImage image = Build();
+    EXPECT_THAT(Paths(image),
+                ElementsAre("VELSTART   ", "CONFIG.SYS", "LIB", "LIB/DEEP", "LIB/DEEP/EMPTY.TXT",
+                            "LIB/DEEP/ER", "LIB/DEEP/ER/X", "LIB/NET.CAB"));
+    EXPECT_EQ(image.At("CONFIG.SYS").Content, NoiseBytes(1, 1));
+    EXPECT_EQ(image.At("LIB/NET.CAB").Content, NoiseBytes(300'001, 2));
+    EXPECT_EQ(image.At("LIB/DEEP/ER/X").Content, NoiseBytes(1024, 3));
+    EXPECT_EQ(image.At("LIB/DEEP/EMPTY.TXT").Content, Bytes{});
+    EXPECT_EQ(image.At("CONFIG.SYS").Date, time.Date);
+    EXPECT_EQ(image.At("CONFIG.SYS").Time, time.Time);
+    EXPECT_EQ(image.At("LIB/NET.CAB").Date, other.Date);
+    EXPECT_EQ(image.At("LIB/NET.CAB").Time, other.Time);
+    for (const tools::HostFile& staged : tools::ListFolder(Files.Path("tree/lib")))
+        if (!staged.IsFolder) {
+            EXPECT_EQ(image.At("LIB/NET.CAB").Attributes, staged.Attributes);
+        }
+    EXPECT_EQ(image.At("LIB/NET.CAB").Attributes & 0x01, 0x01);
+    EXPECT_EQ(image.At("CONFIG.SYS").Attributes, 0x20);
+}
+
+TEST_P(ImageTest, TheSystemFilesComeFirstThenTheLabelThenCommandComThenTheRestByName) {
+    for (const char* name :
+         {"autoexec.bat", "zzz", "command.com", "Io.sys", "msdos.SYS", "Bin/x", "config.sys"})
+        Files.Write(std::string("tree/") + name, NoiseBytes(600, 1));
+    EXPECT_THAT(Paths(Build()), ElementsAre("IO.SYS", "MSDOS.SYS", "VELSTART   ", "COMMAND.COM",
+                                            "AUTOEXEC.BAT", "BIN", "BIN/X", "CONFIG.SYS", "ZZZ"));
+}
+
+TEST_P(ImageTest, TheSystemFilesAreReadOnlyHiddenAndSystemInTheRootOnly) {
+    for (const char* name : {"io.sys", "msdos.sys", "command.com", "sub/io.sys"})
+        Files.Write(std::string("tree/") + name, NoiseBytes(600, 1));
+    const FatImage image = Build();
+    EXPECT_EQ(image.At("IO.SYS").Attributes, 0x27);
+    EXPECT_EQ(image.At("MSDOS.SYS").Attributes, 0x27);
+    EXPECT_EQ(image.At("COMMAND.COM").Attributes, 0x20);
+    EXPECT_EQ(image.At("SUB/IO.SYS").Attributes, 0x20);
+}
+
+TEST_P(ImageTest, AFolderCalledLikeASystemFileIsAFolder) {
+    Files.Write("tree/io.sys/x", "1");
+    Files.Write("tree/a", "1");
+    const FatImage image = Build();
+    EXPECT_THAT(Paths(image), ElementsAre("VELSTART   ", "A", "IO.SYS", "IO.SYS/X"));
+    EXPECT_EQ(image.At("IO.SYS").Attributes & 0x17, 0x10);
+}
+
+TEST_P(ImageTest, EveryFileLiesInOnePieceAndIoSysStartsTheDataArea) {
+    for (const char* name : {"a", "io.sys", "m/b", "m/c", "msdos.sys", "z"})
+        Files.Write(std::string("tree/") + name, NoiseBytes(2500, 1));
+    const FatImage image = Build();
+    EXPECT_EQ(image.At("IO.SYS").Clusters.front(), 2U);
+    EXPECT_EQ(image.At("MSDOS.SYS").Clusters.front(), image.At("IO.SYS").Clusters.back() + 1);
+    for (const FatEntry& entry : image.Entries)
+        for (std::size_t i = 1; i < entry.Clusters.size(); ++i)
+            EXPECT_EQ(entry.Clusters[i], entry.Clusters[i - 1] + 1) << entry.Path;
+}
+
+TEST_P(ImageTest, TheLabelIsTheSameInTheBootSectorAndInTheRoot) {
+    Files.Write("tree/a", NoiseBytes(1, 1), PackDosTime(1999, 2, 3, 4, 5, 6), tools::kArchive);
+    const FatImage image = Build();
+    EXPECT_EQ(image.Label, "VELSTART   ");
+    EXPECT_EQ(image.At("VELSTART   ").Attributes, 0x08);
+    EXPECT_EQ(image.At("VELSTART   ").Date, PackDosTime(1999, 2, 3, 4, 5, 6).Date) << "the newest file's";
+}
+
+TEST_P(ImageTest, AnEmptyTreeGivesAnEmptyDisk) {
+    const FatImage image = Build();
+    EXPECT_THAT(Paths(image), ElementsAre("VELSTART   "));
+    EXPECT_EQ(image.FreeClusters, Format().DataClusters());
+    EXPECT_EQ(Files.Read("out.img").size(), GetParam() == "144" ? 1'474'560U : 2'949'120U);
+}
+
+TEST_P(ImageTest, AnEmptyFolderTakesOneCluster) {
+    Files.MakeFolder("tree/nothing");
+    EXPECT_EQ(Build().FreeClusters, Format().DataClusters() - 1);
+}
+
+TEST_P(ImageTest, FillsTheDataAreaToTheLastCluster) {
+    const std::size_t room = Format().DataClusters() * Format().ClusterBytes();
+    EXPECT_EQ(Format().DataClusters(), GetParam() == "144" ? 2847U : 2863U);
+    Files.Write("tree/all", NoiseBytes(room, 1));
+    const FatImage image = Build();
+    EXPECT_EQ(image.FreeClusters, 0U);
+    EXPECT_EQ(image.At("ALL").Content, NoiseBytes(room, 1));
+}
+
+TEST_P(ImageTest, FillsTheDataAreaWithFoldersAndSmallFiles) {
+    // A folder with 100 entries of 32 bytes and two of its own, and files of one byte in a cluster each.
+    for (int i = 0; i < 100; ++i) Files.Write("tree/sub/f" + std::to_string(i), "x");
+    const std::size_t folderClusters = Format().ClustersFor(102 * 32);
+    const std::size_t rest = Format().DataClusters() - 100 - folderClusters;
+    Files.Write("tree/rest", NoiseBytes(rest * Format().ClusterBytes(), 1));
+    EXPECT_EQ(Build().FreeClusters, 0U);
+    Files.Write("tree/sub/one-more", "x");
+    EXPECT_EQ(Refusal(), Files.Text("tree") + ": does not fit on a " + Format().Name +
+                             " disk: " + std::to_string(Format().ClusterBytes()) + " bytes are missing");
+}
+
+TEST_P(ImageTest, OneClusterTooManyIsRefusedWithTheMissingBytes) {
+    const std::size_t room = Format().DataClusters() * Format().ClusterBytes();
+    const std::string start = Files.Text("tree") + ": does not fit on a " + Format().Name + " disk: ";
+    Files.Write("tree/all", NoiseBytes(room + 1, 1));
+    EXPECT_EQ(Refusal(), start + std::to_string(Format().ClusterBytes()) + " bytes are missing");
+    Files.Write("tree/more", NoiseBytes(10'000, 1));
+    EXPECT_EQ(Refusal(), start + std::to_string(Format().ClusterBytes() + 10'240) + " bytes are missing");
+    EXPECT_THAT(Files.Names(), ElementsAre("boot.bin", "tree"));
+}
+
+TEST_P(ImageTest, AFoldersOwnClusterCountsToo) {
+    const std::size_t room = Format().DataClusters() * Format().ClusterBytes();
+    Files.Write("tree/all", NoiseBytes(room, 1));
+    Files.MakeFolder("tree/folder");
+    EXPECT_EQ(Refusal(), Files.Text("tree") + ": does not fit on a " + Format().Name +
+                             " disk: " + std::to_string(Format().ClusterBytes()) + " bytes are missing");
+}
+
+TEST_P(ImageTest, TheRootHoldsAsManyEntriesAsItHas) {
+    const int entries = GetParam() == "144" ? 224 : 240;
+    for (int i = 0; i < entries - 1; ++i) Files.Write("tree/f" + std::to_string(i), "");
+    EXPECT_EQ(Build().Entries.size(), static_cast<std::size_t>(entries));
+    Files.Write("tree/g", "");
+    EXPECT_EQ(Refusal(), Files.Text("tree") + ": the root directory of a " + Format().Name +
+                             " disk has room for " + std::to_string(entries) + " entries, and " +
+                             std::to_string(entries + 1) +
+                             " are needed (the label takes one, a long name takes several)");
+}
+
+TEST_P(ImageTest, AFolderBelowTheRootHoldsMoreEntriesThanTheRoot) {
+    for (int i = 0; i < 500; ++i) Files.Write("tree/sub/f" + std::to_string(i), "");
+    const FatImage image = Build();
+    EXPECT_EQ(image.Entries.size(), 502U);
+    EXPECT_EQ(image.At("SUB").Clusters.size(), Format().ClustersFor(502 * 32));
+}
+
+TEST_P(ImageTest, FoldersMayBeNestedDeeply) {
+    std::string path = "tree";
+    std::string stored;
+    for (int i = 0; i < 60; ++i) {
+        path += "/d" + std::to_string(i);
+        stored += "D" + std::to_string(i) + "/";
+    }
+    Files.Write(path + "/file", "deep");
+    EXPECT_EQ(Build().At(stored + "FILE").Content, (Bytes{'d', 'e', 'e', 'p'}));
+}
+
+TEST_P(ImageTest, LongNamesAreKeptBesideTheirAliases) {
+    Files.Write("tree/A long name with \xC3\xA4 and \xE2\x82\xAC.text", "1");
+    Files.Write("tree/sub folder/exactly 13 un", "2");
+    Files.Write("tree/sub folder/" + std::string(120, 'n') + ".x", "3");
+    const FatImage image = Build();
+    EXPECT_EQ(image.At("ALONGN~1.TEX").Long, u"A long name with \u00E4 and \u20AC.text");
+    EXPECT_EQ(image.At("SUBFOL~1").Long, u"sub folder");
+    EXPECT_EQ(image.At("SUBFOL~1/EXACTL~1").Long, u"exactly 13 un");
+    EXPECT_EQ(image.At("SUBFOL~1/NNNNNN~1.X").Long.size(), 122U);
+}
+
+TEST_P(ImageTest, TheSameContentsGiveTheSameImageAndOthersAnotherSerialNumber) {
+    const DosTime time = PackDosTime(2001, 1, 1, 1, 1, 2);
+    Files.Write("tree/b", NoiseBytes(5000, 1), time, tools::kArchive);
+    Files.Write("tree/a", NoiseBytes(5000, 2), time, tools::kArchive);
+    const FatImage first = Build();
+    const Bytes bytes = Files.Read("out.img");
+    EXPECT_EQ(Build().Serial, first.Serial);
+    EXPECT_EQ(Files.Read("out.img"), bytes);
+    Files.Write("tree/a", NoiseBytes(5000, 3), time, tools::kArchive);
+    EXPECT_NE(Build().Serial, first.Serial);
+    EXPECT_NE(first.Serial, 0U);
+}
+
+VELBOOTER_BOTH_FORMATS(ImageTest);
+
+}  // namespace
+}  // namespace bfi::testing

@@ -1,0 +1,153 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/tools/shared/TestFolder.h"
+#include "tools/bfi/DirectoryNames.h"
+#include "tools/bfi/ShortName.h"
+#include "tools/shared/Utf8.h"
+
+namespace bfi {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using tools::testing::ErrorOf;
+
+std::string Packed(const std::string& name) {
+    const auto shortName = ToShortName(name);
+    return shortName ? std::string(shortName->begin(), shortName->end()) : "(none)";
+}
+
+std::vector<std::string> Stored(const std::vector<std::string>& names) {
+    std::vector<std::string> stored;
+    for (const DirectoryName& name : NameEntries("here/", names))
+        stored.emplace_back(name.Short.begin(), name.Short.end());
+    return stored;
+}
+
+TEST(ShortName, IsUpperCasedAndPadded) {
+    EXPECT_EQ(Packed("io.sys"), "IO      SYS");
+    EXPECT_EQ(Packed("A"), "A          ");
+    EXPECT_EQ(Packed("Autoexec.Bat"), "AUTOEXECBAT");
+    EXPECT_EQ(Packed("_msnet.nic"), "_MSNET  NIC");
+    EXPECT_EQ(Packed("A!#$%&'("), "A!#$%&'(   ");
+    EXPECT_EQ(Packed(")-@^`{}~._1"), ")-@^`{}~_1 ");
+}
+
+TEST(ShortName, HoldsOnlyWhatDosAllows) {
+    for (const char* name : {"", ".", "..", ".txt", "a.", "ninechars", "a.text", "a.b.c", "a b", "a+b", "a,b",
+                             "a;b", "a=b", "a[b", "a]b", "\xC3\xA4", "a.b c"})
+        EXPECT_EQ(Packed(name), "(none)") << name;
+}
+
+TEST(ShortName, DevicesAreKnownWhateverTheirExtension) {
+    for (const char* name :
+         {"con", "PRN", "Aux.txt", "NUL.tar.gz", "CLOCK$", "com1", "COM9.x", "lpt1", "LPT9", "con .txt"})
+        EXPECT_TRUE(IsDeviceName(name)) << name;
+    for (const char* name : {"CONS", "COM", "COM0", "COM10", "LPT", "LPTX", "NULL", "AUX1", "ACON", "CLOCK"})
+        EXPECT_FALSE(IsDeviceName(name)) << name;
+}
+
+TEST(VolumeLabel, IsUpperCasedAndPadded) {
+    const ShortName label = ToVolumeLabel("Velstart");
+    EXPECT_EQ(std::string(label.begin(), label.end()), "VELSTART   ");
+    const ShortName longest = ToVolumeLabel("my disk no1");
+    EXPECT_EQ(std::string(longest.begin(), longest.end()), "MY DISK NO1");
+}
+
+TEST(VolumeLabel, RefusesWhatDosWouldNotShow) {
+    EXPECT_THAT(ErrorOf([] { ToVolumeLabel(""); }), HasSubstr("the volume label is empty"));
+    EXPECT_THAT(ErrorOf([] { ToVolumeLabel("twelve chars"); }),
+                HasSubstr("-l=twelve chars: a volume label has at most 11"));
+    EXPECT_THAT(ErrorOf([] { ToVolumeLabel(" A"); }), HasSubstr("cannot begin with a blank"));
+    for (const char* label : {"A.B", "A/B", "A*", "A\"", "A+B", "\xC3\xA4"})
+        EXPECT_THAT(ErrorOf([&] { ToVolumeLabel(label); }), HasSubstr("a volume label holds only")) << label;
+}
+
+TEST(DirectoryNames, ANameThatDiffersOnlyByCaseNeedsNoLongName) {
+    const auto names = NameEntries("", {"io.sys", "ReadMe.Txt"});
+    EXPECT_EQ(names[0].Slots(), 1U);
+    EXPECT_EQ(names[1].Slots(), 1U);
+    EXPECT_THAT(Stored({"io.sys", "ReadMe.Txt"}), ElementsAre("IO      SYS", "README  TXT"));
+}
+
+TEST(DirectoryNames, AnyOtherNameGetsALongNameAndAnAlias) {
+    const struct {
+        const char* Name;
+        const char* Alias;
+    } cases[] = {
+        {"long file name.text", "LONGFI~1TEX"},
+        {"a.b.c", "AB~1    C  "},
+        {"a b", "AB~1       "},
+        {".profile", "PROFIL~1   "},
+        {"a+b=c.x,y", "A_B_C~1 X_Y"},
+        {"\xC3\xA4\xC3\xB6.txt", "__~1    TXT"},
+        {" .txt", "_~1     TXT"},
+        {"..x", "_~1     X  "},
+        {"ninechars", "NINECH~1   "},
+        {"a.text", "A~1     TEX"},
+        {"\xF0\x9F\x92\xBE", "_~1        "},
+    };
+    for (const auto& sample : cases) {
+        EXPECT_THAT(Stored({sample.Name}), ElementsAre(sample.Alias)) << sample.Name;
+        EXPECT_EQ(NameEntries("", {sample.Name})[0].Long, tools::Utf16FromUtf8(sample.Name));
+    }
+}
+
+TEST(DirectoryNames, AnAliasIsUniqueInItsFolder) {
+    EXPECT_THAT(Stored({"long file 1", "long file 2", "longfi~1", "long file 3"}),
+                ElementsAre("LONGFI~2   ", "LONGFI~3   ", "LONGFI~1   ", "LONGFI~4   "));
+}
+
+TEST(DirectoryNames, TheNumberOfAnAliasGrowsIntoTheName) {
+    std::vector<std::string> names;
+    for (int i = 0; i < 1200; ++i) names.push_back("similar long name " + std::to_string(i));
+    const std::vector<std::string> stored = Stored(names);
+    EXPECT_EQ(stored[8], "SIMILA~9   ");
+    EXPECT_EQ(stored[9], "SIMIL~10   ");
+    EXPECT_EQ(stored[99], "SIMI~100   ");
+    EXPECT_EQ(stored[1199], "SIM~1200   ");
+}
+
+TEST(DirectoryNames, ALongNameTakesOneSlotForThirteenUnits) {
+    const auto slots = [](std::size_t length) {
+        return NameEntries("", {"+" + std::string(length - 1, 'x')})[0].Slots();
+    };
+    EXPECT_EQ(slots(13), 2U);
+    EXPECT_EQ(slots(14), 3U);
+    EXPECT_EQ(slots(26), 3U);
+    EXPECT_EQ(slots(27), 4U);
+    EXPECT_EQ(slots(255), 21U);
+}
+
+TEST(DirectoryNames, RefusesWhatCannotBeStored) {
+    const struct {
+        const char* Name;
+        const char* Reason;
+    } cases[] = {
+        {"a:b", "holds a character"},   {"a*b", "holds a character"},       {"a?b", "holds a character"},
+        {"a\"b", "holds a character"},  {"a<b", "holds a character"},       {"a>b", "holds a character"},
+        {"a|b", "holds a character"},   {"a\\b", "holds a character"},      {"a\x01", "holds a character"},
+        {"a\x7F", "holds a character"}, {"a.", "ends with a dot"},          {"a ", "ends with a dot"},
+        {"nul", "for a device"},        {"com1.long name", "for a device"},
+    };
+    for (const auto& sample : cases)
+        EXPECT_THAT(ErrorOf([&] { NameEntries("here/", {sample.Name}); }), HasSubstr(sample.Reason))
+            << sample.Name;
+    EXPECT_THAT(ErrorOf([] { NameEntries("here/", {"nul"}); }), HasSubstr("here/nul: "));
+    EXPECT_THAT(ErrorOf([] { NameEntries("", {std::string(256, 'x')}); }), HasSubstr("longer than 255"));
+}
+
+TEST(DirectoryNames, TwoNamesThatAreOneToDosAreRefused) {
+    EXPECT_EQ(ErrorOf([] {
+                  NameEntries("here/", {"a.txt", "b", "A.TXT"});
+              }),
+              "here/a.txt and A.TXT have the same name on a DOS disk");
+    EXPECT_EQ(ErrorOf([] {
+                  NameEntries("", {"Long Name", "long name"});
+              }),
+              "Long Name and long name have the same name on a DOS disk");
+}
+
+}  // namespace
+}  // namespace bfi

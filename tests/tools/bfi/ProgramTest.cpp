@@ -1,0 +1,105 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#ifndef _WIN32
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+extern char** environ;
+#endif
+
+#include "tests/tools/bfi/ImageFixture.h"
+#include "tests/tools/shared/RunProgram.h"
+
+namespace bfi::testing {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+using tools::testing::ProgramResult;
+using tools::testing::RunProgram;
+using tools::testing::TestFolder;
+
+class BfiProgram : public ::testing::Test {
+ protected:
+    BfiProgram() {
+        Files.Write("boot.bin", SampleBootSector());
+        Files.Write("tree/a.txt", "hello");
+    }
+
+    std::vector<std::string> Words(const std::string& image) const {
+        return {BFI_PROGRAM, "-b=" + Files.Text("boot.bin"), "-l=Velstart",
+                "-t=144",    "-f=" + Files.Text(image),      Files.Text("tree")};
+    }
+
+    const TestFolder Files;
+};
+
+TEST_F(BfiProgram, IsSilentAndGives0WhenTheImageIsWritten) {
+    const ProgramResult result = RunProgram(Words("a b.img"));
+    EXPECT_EQ(result.ExitCode, 0);
+    EXPECT_EQ(result.Output, "");
+    EXPECT_EQ(ReadFatImage(Files.Read("a b.img")).At("A.TXT").Content, (Bytes{'h', 'e', 'l', 'l', 'o'}));
+}
+
+TEST_F(BfiProgram, AWrongCallShowsTheUsageAndGives2) {
+    const ProgramResult result = RunProgram({BFI_PROGRAM});
+    EXPECT_EQ(result.ExitCode, 2);
+    EXPECT_THAT(result.Output, StartsWith("bfi: the boot sector (-b=) is missing\nUsage: bfi "));
+}
+
+TEST_F(BfiProgram, AFailureIsOneLineAndGives1) {
+    Files.Write("boot.bin", "short");
+    const ProgramResult result = RunProgram(Words("a.img"));
+    EXPECT_EQ(result.ExitCode, 1);
+    EXPECT_EQ(result.Output,
+              "bfi: " + Files.Text("boot.bin") + ": a boot sector file must be exactly 512 bytes long\n");
+    EXPECT_FALSE(Files.Exists("a.img"));
+}
+
+TEST_F(BfiProgram, TakesNamesThatAreNotAscii) {
+    const std::string name = "\xD0\x94\xD0\xB8\xD1\x81\xD0\xBA \xE2\x82\xAC.img";
+    EXPECT_EQ(RunProgram(Words(name)).ExitCode, 0);
+    EXPECT_TRUE(Files.Exists(name));
+}
+
+TEST_F(BfiProgram, WildcardsInAnArgumentAreLeftAlone) {
+    std::vector<std::string> words = Words("a.img");
+    words.back() = Files.Text() + "/t*";
+    const ProgramResult result = RunProgram(words);
+    EXPECT_EQ(result.ExitCode, 1);
+    EXPECT_THAT(result.Output, HasSubstr("/t*: this folder cannot be read: "));
+}
+
+#ifndef _WIN32
+TEST_F(BfiProgram, KilledAtAnyMomentItLeavesTheOldImageOrTheNewOne) {
+    Files.Write("tree/big.bin", NoiseBytes(1'400'000, 1));
+    ASSERT_EQ(RunProgram(Words("new.img")).ExitCode, 0);
+    const Bytes complete = Files.Read("new.img");
+    const Bytes old = NoiseBytes(1000, 2);
+    for (int run = 0; run < 60; ++run) {
+        Files.Write("out.img", old);
+        std::vector<std::string> words = Words("out.img");
+        std::vector<char*> arguments;
+        for (std::string& word : words) arguments.push_back(word.data());
+        arguments.push_back(nullptr);
+        pid_t process = 0;
+        ASSERT_EQ(posix_spawn(&process, BFI_PROGRAM, nullptr, nullptr, arguments.data(), environ), 0);
+        usleep(static_cast<useconds_t>(run * 150));
+        kill(process, SIGKILL);
+        int status = 0;
+        waitpid(process, &status, 0);
+        const Bytes left = Files.Read("out.img");
+        EXPECT_TRUE(left == old || left == complete) << "killed after " << run * 150 << " microseconds";
+    }
+    EXPECT_EQ(RunProgram(Words("out.img")).ExitCode, 0);
+    EXPECT_EQ(Files.Read("out.img"), complete);
+    EXPECT_FALSE(Files.Exists("out.img.unfinished~"));
+}
+#endif
+
+}  // namespace
+}  // namespace bfi::testing
