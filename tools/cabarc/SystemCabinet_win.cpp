@@ -22,13 +22,16 @@ namespace {
 
 constexpr INT_PTR kFailed = -1;
 
-/// One run of the library over one cabinet. No exception may pass through the library: the callbacks keep it
-/// here, make the library stop, and it is thrown again outside.
+/// One run of the library over one cabinet, from which it unpacks the members First up to End, End not
+/// included. No exception may pass through the library: the callbacks keep it here, make the library stop,
+/// and it is thrown again outside.
 struct Session {
     const std::filesystem::path& File;
     const std::string& Label;
     const CabinetDirectory& Directory;
     MemberReceiver& Receiver;
+    std::size_t First;
+    std::size_t End;
     std::exception_ptr Failure;
     std::size_t Announced = 0;  ///< number of members that the library has come to
     std::uint64_t Written = 0;  ///< bytes of the member that is being unpacked
@@ -125,7 +128,8 @@ INT_PTR BeginMember(Session& session, const FDINOTIFICATION& notice) {
     const CabinetMember& member = session.Directory.Members[session.Announced++];
     if (member.Name != notice.psz1 || member.Size != static_cast<std::uint32_t>(notice.cb)) session.Damaged();
     session.Written = 0;
-    if (!session.Receiver.Begin(session.Announced - 1)) return 0;
+    const std::size_t index = session.Announced - 1;
+    if (index < session.First || index >= session.End || !session.Receiver.Begin(index)) return 0;
     auto stream = std::make_unique<OpenFile>();
     stream->Owner = &session;
     return reinterpret_cast<INT_PTR>(stream.release());
@@ -159,13 +163,7 @@ struct DestroyContext {
     void operator()(void* context) const { FDIDestroy(context); }
 };
 
-}  // namespace
-
-void RequireUnpacking() {}
-
-void UnpackCabinet(const std::filesystem::path& file, const std::string& label,
-                   const CabinetDirectory& directory, MemberReceiver& receiver) {
-    Session session{file, label, directory, receiver, nullptr};
+void RunLibrary(Session& session) {
     ERF error{};
     const std::unique_ptr<void, DestroyContext> context(
         FDICreate(Allocate, Release, Open, Read, Write, Close, Seek, cpuUNKNOWN, &error));
@@ -177,9 +175,30 @@ void UnpackCabinet(const std::filesystem::path& file, const std::string& label,
     if (session.Failure) std::rethrow_exception(session.Failure);
     if (!isDone && error.erfOper == FDIERROR_ALLOC_FAIL) throw std::bad_alloc();
     if (!isDone && error.erfOper == FDIERROR_BAD_COMPR_TYPE) {
-        throw ToolError(label + ": this cabinet is packed by a method that the system does not know");
+        throw ToolError(session.Label + ": this cabinet is packed by a method that the system does not know");
     }
-    if (!isDone || session.Announced != directory.Members.size()) session.Damaged();
+    if (!isDone || session.Announced != session.Directory.Members.size()) session.Damaged();
+}
+
+/// Returns the method of a member's folder, without its parameters.
+int MethodOf(const CabinetDirectory& directory, std::size_t index) {
+    return directory.Folders.at(directory.Members[index].Folder).Type & tcompMASK_TYPE;
+}
+
+}  // namespace
+
+void RequireUnpacking() {}
+
+void UnpackCabinet(const std::filesystem::path& file, const std::string& label,
+                   const CabinetDirectory& directory, MemberReceiver& receiver) {
+    // Wine's library takes the state of one method for that of another when folders of one cabinet differ in
+    // it, and crashes. So each run sees one method; nearly every cabinet has but one.
+    const std::size_t count = directory.Members.size();
+    for (std::size_t first = 0, end = 0; first < count; first = end) {
+        while (end < count && MethodOf(directory, end) == MethodOf(directory, first)) ++end;
+        Session session{file, label, directory, receiver, first, end, nullptr};
+        RunLibrary(session);
+    }
 }
 
 std::string MemberNameUtf8(const CabinetMember& member) {

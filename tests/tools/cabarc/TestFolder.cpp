@@ -37,15 +37,15 @@ Bytes ProseOf(std::size_t size, std::uint32_t seed) {
 
 void WriteBytes(const std::string& file, const Bytes& contents) {
     const fs::path path = PathFromUtf8(file);
-    if (path.has_parent_path()) fs::create_directories(path.parent_path());
-    std::ofstream stream(path, std::ios::binary);
+    if (path.has_parent_path()) CreateFolders(path.parent_path());
+    std::ofstream stream(LongPath(path), std::ios::binary);
     for (const std::uint8_t byte : contents) stream.put(static_cast<char>(byte));
     stream.close();
     if (!stream) throw std::runtime_error("the test cannot write " + file);
 }
 
 Bytes ReadBytes(const std::string& file) {
-    std::ifstream stream(PathFromUtf8(file), std::ios::binary);
+    std::ifstream stream(LongPath(PathFromUtf8(file)), std::ios::binary);
     if (!stream) throw std::runtime_error("the test cannot read " + file);
     return {std::istreambuf_iterator<char>(stream), {}};
 }
@@ -63,14 +63,38 @@ void SetTime(const std::string& file, int year, int month, int day, int hour, in
 
 std::map<std::string, Bytes> TreeOf(const std::string& folder) {
     std::map<std::string, Bytes> tree;
-    for (const auto& entry : fs::recursive_directory_iterator(PathFromUtf8(folder))) {
-        if (entry.is_directory()) continue;
-        const fs::path relative = entry.path().lexically_relative(PathFromUtf8(folder));
-        const std::u8string name = relative.generic_u8string();
-        tree[{name.begin(), name.end()}] = ReadBytes(Utf8FromPath(entry.path()));
+    for (const HostFile& entry : ListFolder(PathFromUtf8(folder))) {
+        const std::string path = folder + "/" + entry.Name;
+        if (entry.IsFolder) {
+            for (auto& [name, contents] : TreeOf(path)) tree[entry.Name + "/" + name] = std::move(contents);
+        } else {
+            tree[entry.Name] = ReadBytes(path);
+        }
     }
     return tree;
 }
+
+namespace {
+
+/// Read-only files and long paths, which Windows would keep, included.
+void RemoveTree(const fs::path& folder) {
+    for (const HostFile& entry : ListFolder(folder)) {
+        const fs::path path = folder / PathFromUtf8(entry.Name);
+        std::error_code ignored;
+        if (entry.IsFolder && !entry.IsLink) {
+            RemoveTree(path);
+        } else {
+            if (!entry.IsSpecial && !entry.IsLink) {
+                fs::permissions(LongPath(path), fs::perms::owner_write, fs::perm_options::add, ignored);
+            }
+            fs::remove(LongPath(path), ignored);
+        }
+    }
+    std::error_code ignored;
+    fs::remove(LongPath(folder), ignored);
+}
+
+}  // namespace
 
 InTestFolder::InTestFolder() : before_(fs::current_path()) {
     const auto* const info = ::testing::UnitTest::GetInstance()->current_test_info();
@@ -88,11 +112,7 @@ InTestFolder::InTestFolder() : before_(fs::current_path()) {
 InTestFolder::~InTestFolder() {
     std::error_code ignored;
     fs::current_path(before_, ignored);
-    for (const auto& entry : fs::recursive_directory_iterator(Folder, ignored)) {
-        fs::permissions(entry.path(), fs::perms::owner_all, fs::perm_options::add,
-                        ignored);  // Windows keeps read-only files
-    }
-    fs::remove_all(Folder, ignored);
+    RemoveTree(Folder);
 }
 
 }  // namespace tools::cabarc::test

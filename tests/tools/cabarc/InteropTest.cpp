@@ -1,0 +1,164 @@
+// What cabarc packs, unpacked by the programs of others: each must give every file back byte for byte under
+// its name, and those that restore times must restore the right ones.
+
+#include <gmock/gmock.h>
+
+#include <functional>
+
+#include "tests/tools/cabarc/RunProgram.h"
+#include "tests/tools/cabarc/TestFolder.h"
+#include "tools/shared/HostFiles.h"
+
+namespace tools::cabarc::test {
+namespace {
+
+using ::testing::HasSubstr;
+
+struct Unpacker {
+    const char* Name;
+    const char* Command;  ///< unpacks out.cab into the folder unpacked
+    bool RestoresTimes;
+};
+
+const Unpacker kUnpackers[] = {
+    {"cabextract", "LC_ALL=C.UTF-8 cabextract -q -d unpacked out.cab", true},
+    {"7z", "LC_ALL=C.UTF-8 7z x -y -ounpacked out.cab", true},
+    {"gcab", "LC_ALL=C.UTF-8 gcab -x -n -C unpacked out.cab", false},
+    {"bsdtar", "LC_ALL=C.UTF-8 bsdtar -x -C unpacked -f out.cab", true},
+};
+
+struct Tree {
+    const char* Name;
+    std::function<void()> Make;  ///< fills the folder in
+};
+
+void MakeMixedTree() {
+    WriteBytes("in/autoexec.bat", ProseOf(3000));
+    WriteBytes("in/empty", {});
+    WriteBytes("in/bin/noise.bin", NoiseOf(150001));
+    WriteBytes("in/bin/zeros", Bytes(100000));
+    WriteBytes("in/bin/deep/er/prose.txt", ProseOf(400000, 7));
+    WriteBytes("in/one", {0});
+    WriteBytes("in/zz-last-empty", {});
+    SetTime("in/autoexec.bat", 1994, 5, 31, 6, 22, 0);
+    SetTime("in/bin/noise.bin", 2024, 2, 29, 23, 59, 58);
+}
+
+void MakeFarMatches() {
+    // Longer than the biggest window, with repetitions from one end to the other.
+    Bytes data = NoiseOf(1500000, 3);
+    const Bytes prose = ProseOf(1200000, 4);
+    data.insert(data.end(), prose.begin(), prose.end());
+    const Bytes again(data.begin() + 700000, data.begin() + 1000000);
+    data.insert(data.end(), again.begin(), again.end());
+    WriteBytes("in/long.bin", data);
+    WriteBytes("in/prose.txt", prose);
+}
+
+void MakeBorders() {
+    for (const std::size_t size : {1U, 32767U, 32768U, 32769U, 65535U, 65536U, 98304U}) {
+        WriteBytes("in/p" + std::to_string(size), ProseOf(size, static_cast<std::uint32_t>(size)));
+        WriteBytes("in/n" + std::to_string(size), NoiseOf(size, static_cast<std::uint32_t>(size)));
+    }
+}
+
+void MakeForeignNames() {
+    WriteBytes("in/caf\xC3\xA9/na\xC3\xAFve.txt", BytesOf("latin"));
+    WriteBytes("in/\xD0\xBF\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82", BytesOf("cyrillic"));
+    WriteBytes("in/\xE6\xBC\xA2\xE5\xAD\x97.dat", BytesOf("han"));
+    WriteBytes("in/plain.txt", BytesOf("ascii"));
+}
+
+void MakeOneByte() {
+    WriteBytes("in/x", {42});
+}
+
+void MakeEmptyFiles() {
+    WriteBytes("in/a", {});
+    WriteBytes("in/sub/b", {});
+}
+
+const Tree kTrees[] = {{"Mixed", MakeMixedTree}, {"FarMatches", MakeFarMatches},
+                       {"Borders", MakeBorders}, {"ForeignNames", MakeForeignNames},
+                       {"OneByte", MakeOneByte}, {"EmptyFiles", MakeEmptyFiles}};
+
+const char* const kMethods[] = {"NONE", "MSZIP", "LZX:15", "LZX:18", "LZX:21"};
+
+std::map<std::string, DosTime> TimesOf(const std::string& folder) {
+    std::map<std::string, DosTime> times;
+    for (const HostFile& entry : ListFolder(PathFromUtf8(folder))) {
+        const std::string path = folder + "/" + entry.Name;
+        if (entry.IsFolder) {
+            for (const auto& [name, time] : TimesOf(path)) times[entry.Name + "/" + name] = time;
+        } else {
+            times[entry.Name] = entry.Modified;
+        }
+    }
+    return times;
+}
+
+class Interop : public InTestFolder, public ::testing::WithParamInterface<std::tuple<Tree, const char*>> {};
+
+TEST_P(Interop, OthersUnpackIt) {
+    const auto& [tree, method] = GetParam();
+    tree.Make();
+    const ProgramResult packed =
+        RunCabarc(std::string("-m ") + method + " -p -r -P 'in\\' n out.cab 'in\\*.*'");
+    ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;
+    const auto files = TreeOf("in");
+    const auto times = TimesOf("in");
+    for (const Unpacker& unpacker : kUnpackers) {
+        std::filesystem::remove_all("unpacked");
+        std::filesystem::create_directory("unpacked");
+        const ProgramResult result = RunCommand(unpacker.Command);
+        EXPECT_EQ(result.ExitCode, 0) << unpacker.Name << ": " << result.Output << result.Errors;
+        EXPECT_TRUE(TreeOf("unpacked") == files) << unpacker.Name << " gives other files or contents";
+        if (!unpacker.RestoresTimes) continue;
+        EXPECT_TRUE(TimesOf("unpacked") == times) << unpacker.Name << " gives other times";
+    }
+    const ProgramResult tested = RunCommand("cabextract -t out.cab");
+    EXPECT_EQ(tested.ExitCode, 0) << tested.Output << tested.Errors;
+}
+
+INSTANTIATE_TEST_SUITE_P(Trees, Interop,
+                         ::testing::Combine(::testing::ValuesIn(kTrees), ::testing::ValuesIn(kMethods)),
+                         [](const auto& info) {
+                             std::string method = std::get<1>(info.param);
+                             std::erase(method, ':');
+                             return std::get<0>(info.param).Name + method;
+                         });
+
+class InteropAttributes : public InTestFolder {};
+
+TEST_F(InteropAttributes, AreSeenByOthers) {
+    WriteBytes("in/open", BytesOf("x"));
+    WriteBytes("in/shut", BytesOf("y"));
+    ASSERT_TRUE(SetTimeAndAttributes("in/shut", PackDosTime(1995, 1, 2, 3, 4, 6), kReadOnly));
+    ASSERT_EQ(RunCabarc("n out.cab 'in/*'").ExitCode, 0);
+    const ProgramResult listed = RunCommand("7z l -slt out.cab");
+    EXPECT_THAT(listed.Output, HasSubstr("Path = open\nSize = 1\nModified ="));
+    EXPECT_THAT(listed.Output, HasSubstr("Attributes = A"));
+    EXPECT_THAT(listed.Output, HasSubstr("Path = shut\nSize = 1\nModified = 1995-01-02 03:04:06"));
+    EXPECT_THAT(listed.Output, HasSubstr("Attributes = R"));
+}
+
+class InteropMany : public InTestFolder {};
+
+TEST_F(InteropMany, ThirtyThousandFilesArePackedAndUnpacked) {
+    Bytes all;
+    for (int i = 0; i < 30000; ++i) {
+        const std::string number = std::to_string(100000 + i);
+        const Bytes contents = BytesOf("file " + number + "\r\n");
+        WriteBytes("in/" + number.substr(0, 3) + "/" + number + ".txt", contents);
+        all.insert(all.end(), contents.begin(), contents.end());
+    }
+    const ProgramResult packed = RunCabarc("-m LZX:21 -p -r -P in n out.cab 'in\\*.*'");
+    ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;
+    EXPECT_THAT(packed.Output, HasSubstr("30000 files"));
+    EXPECT_EQ(RunCommand("cabextract -q -p out.cab").ExitCode, 0);
+    EXPECT_TRUE(ReadBytes("stdout.txt") == all);
+    EXPECT_EQ(RunCommand("7z t out.cab").ExitCode, 0);
+}
+
+}  // namespace
+}  // namespace tools::cabarc::test
