@@ -1,0 +1,266 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include "tests/boot/Machine.h"
+#include "tests/tools/bfi/FatReader.h"
+#include "tests/tools/shared/TestFolder.h"
+#include "tools/bfi/ImageBuilder.h"
+#include "tools/shared/ByteOrder.h"
+
+namespace boot::testing {
+namespace {
+
+using bfi::Geometry;
+using bfi::testing::FatImage;
+using bfi::testing::ReadFatImage;
+using ::testing::HasSubstr;
+using tools::testing::Bytes;
+using tools::testing::NoiseBytes;
+
+constexpr char kMissing[] = "No IO.SYS on this disk";
+constexpr char kWrong[] = "Not an MS-DOS 7 IO.SYS";
+constexpr char kUnreadable[] = "Disk cannot be read";
+constexpr char kPrompt[] = "Change disk, press a key";
+constexpr std::size_t kSector = 512;
+constexpr std::size_t kEntry = 32;
+constexpr int kProbeEnded = 99;
+
+Bytes FileAt(const char* path) {
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_TRUE(file) << path;
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+Bytes Probe() {
+    return FileAt(BOOT_PROBE);
+}
+
+class Boot : public ::testing::TestWithParam<std::string> {
+ protected:
+    const Geometry& Format() const { return *bfi::GeometryOfType(GetParam()); }
+    std::string Image() const { return Files.Text("disk.img"); }
+    std::string Report() const { return Files.Text("report"); }
+
+    void BuildDisk(const std::string& label = "Velstart") const {
+        Files.MakeFolder("tree");
+        bfi::BuildImage({BOOT_SECTOR, label, &Format(), Image(), Files.Text("tree")});
+    }
+
+    // Starts the disk, whose IO.SYS is the probe, and returns what that reports.
+    std::map<std::string, unsigned> Started() const {
+        Machine machine(Image(), Report());
+        EXPECT_EQ(machine.WaitForEnd(), kProbeEnded) << machine.Text();
+        std::map<std::string, unsigned> values;
+        std::ifstream report(Report());
+        for (std::string line; std::getline(report, line);) {
+            const std::size_t equals = line.find('=');
+            values[line.substr(0, equals)] =
+                static_cast<unsigned>(std::stoul(line.substr(equals + 1), nullptr, 16));
+        }
+        return values;
+    }
+
+    void ExpectMessage(const std::string& text) const {
+        Machine machine(Image(), Report());
+        EXPECT_TRUE(machine.WaitFor(kPrompt)) << machine.Text();
+        EXPECT_THAT(machine.Text(), HasSubstr(text));
+        EXPECT_TRUE(Files.Read("report").empty()) << "nothing was started";
+    }
+
+    std::size_t RootStart() const { return Format().RootSector() * kSector; }
+
+    void SwapRootEntries(Bytes& image, std::size_t left, std::size_t right) const {
+        const auto root = image.begin() + static_cast<std::ptrdiff_t>(RootStart());
+        const auto first = root + static_cast<std::ptrdiff_t>(left * kEntry);
+        std::swap_ranges(first, first + kEntry, root + static_cast<std::ptrdiff_t>(right * kEntry));
+    }
+
+    const tools::testing::TestFolder Files;
+};
+
+void SetFatEntry(Bytes& image, const Geometry& format, std::uint32_t cluster, std::uint32_t value) {
+    for (std::uint32_t copy = 0; copy < 2; ++copy) {
+        std::uint8_t* const pair =
+            image.data() + (1 + copy * format.SectorsPerFat) * kSector + cluster * 3 / 2;
+        const std::uint32_t old = tools::GetU16(pair);
+        tools::PutU16(pair, cluster % 2 == 0 ? (old & 0xF000U) | value : (old & 0xFU) | value << 4);
+    }
+}
+
+// Moves the first clusters of a file that starts in cluster 2 to `places`; what is left of it keeps its
+// place.
+void Scatter(Bytes& image, const Geometry& format, const std::vector<std::uint32_t>& places) {
+    const auto start = [&](std::uint32_t cluster) {
+        return image.begin() + static_cast<std::ptrdiff_t>(format.DataSector() * kSector +
+                                                           (cluster - 2) * format.ClusterBytes());
+    };
+    const auto length = static_cast<std::ptrdiff_t>(format.ClusterBytes());
+    for (std::uint32_t i = 0; i < places.size(); ++i) {
+        std::copy(start(2 + i), start(2 + i) + length, start(places[i]));
+        std::fill(start(2 + i), start(2 + i) + length, std::uint8_t{0});
+        SetFatEntry(image, format, 2 + i, 0);
+    }
+    for (std::uint32_t i = 0; i < places.size(); ++i)
+        SetFatEntry(image, format, places[i],
+                    i + 1 < places.size() ? places[i + 1] : 2 + static_cast<std::uint32_t>(places.size()));
+}
+
+TEST_P(Boot, HandsOverToIoSysAsMsDos7NeedsIt) {
+    Files.Write("tree/io.sys", Probe());
+    BuildDisk();
+    std::map<std::string, unsigned> values = Started();
+    EXPECT_EQ(values["CS"], 0x70U);
+    EXPECT_EQ(values["SS"], 0U);
+    EXPECT_EQ(values["BP"], 0x7C00U);
+    EXPECT_EQ(values["SP"], 0x7C00U - 0x0C);
+    EXPECT_EQ(values["DI"], 2U) << "the first cluster";
+    EXPECT_EQ(values["DX"] & 0xFF, 0U) << "the drive";
+    EXPECT_EQ(values["DRIVE"] & 0xFF, 0U);
+    EXPECT_EQ(values["BP-2"], 0U);
+    EXPECT_EQ(values["BP-4"], GetParam() == "144" ? 33U : 34U) << "the first data sector";
+    EXPECT_GE(values["BP-6"], 0xC000U) << "the firmware's own disk table";
+    EXPECT_EQ(values["BP-A"], 0U);
+    EXPECT_EQ(values["BP-C"], 0x78U);
+    EXPECT_EQ(values["TABLE"], 0x522U);
+    EXPECT_EQ(values["TABLESEGMENT"], 0U);
+    EXPECT_EQ(values["TRACK"] & 0xFF, GetParam() == "144" ? 18U : 36U);
+    EXPECT_EQ(values["SETTLE"] & 0xFF, 0x0FU);
+    EXPECT_EQ(values["MARKER"], 0xBEEFU) << "in the fourth sector";
+    EXPECT_EQ(values["SIGNATURE"], 0xAA55U);
+    EXPECT_EQ(values["TEXTS"], tools::GetU16(FileAt(BOOT_SECTOR).data() + 0x1EE));
+}
+
+TEST_P(Boot, FindsIoSysFurtherDownInTheRootAndInPieces) {
+    Files.Write("tree/io.sys", Probe());
+    for (int i = 0; i < 30; ++i) Files.Write("tree/file" + std::to_string(i), "");
+    BuildDisk();
+    Bytes image = Files.Read("disk.img");
+    SwapRootEntries(image, 0, 25);
+    // Entry 341 lies across two sectors of the table; the last ones are in its later sectors.
+    const std::vector<std::uint32_t> places = GetParam() == "144"
+                                                  ? std::vector<std::uint32_t>{341, 2500, 12, 1365}
+                                                  : std::vector<std::uint32_t>{341, 2864};
+    Scatter(image, Format(), places);
+    tools::PutU16(image.data() + RootStart() + 25 * kEntry + 26, places.front());
+    EXPECT_EQ(ReadFatImage(image).At("IO.SYS").Content, Probe()) << "still the same file";
+    Files.Write("disk.img", image);
+    std::map<std::string, unsigned> values = Started();
+    EXPECT_EQ(values["DI"], 341U);
+    EXPECT_EQ(values["MARKER"], 0xBEEFU);
+}
+
+TEST_P(Boot, PassesOverALabelThatReadsLikeIoSys) {
+    Files.Write("tree/io.sys", Probe());
+    BuildDisk("IO      SYS");
+    Bytes image = Files.Read("disk.img");
+    SwapRootEntries(image, 0, 1);
+    Files.Write("disk.img", image);
+    EXPECT_EQ(Started()["DI"], 2U);
+}
+
+TEST_P(Boot, SaysThatIoSysIsMissingAndStartsAgainOnAKey) {
+    Files.Write("tree/command.com", "x");
+    BuildDisk();
+    Machine machine(Image(), Report());
+    ASSERT_TRUE(machine.WaitFor(kPrompt)) << machine.Text();
+    EXPECT_THAT(machine.Text(), HasSubstr(kMissing));
+    machine.Press(' ');
+    EXPECT_TRUE(machine.WaitFor(kMissing, 2)) << machine.Text();
+}
+
+TEST_P(Boot, SaysThatIoSysIsMissingInAFullRootToo) {
+    for (std::uint32_t i = 1; i < Format().RootEntries; ++i) Files.Write("tree/f" + std::to_string(i), "");
+    BuildDisk();
+    ExpectMessage(kMissing);
+}
+
+TEST_P(Boot, SaysThatIoSysIsNotOfMsDos7) {
+    Bytes probe = Probe();
+    probe[0x201] = 'K';
+    Files.Write("tree/io.sys", probe);
+    BuildDisk();
+    ExpectMessage(kWrong);
+}
+
+TEST_P(Boot, AShortIoSysIsNotOfMsDos7) {
+    Bytes probe = Probe();
+    probe.resize(1024);
+    Files.Write("tree/io.sys", probe);
+    Files.Write("tree/zzz", Probe());
+    BuildDisk();
+    ExpectMessage(kWrong);
+}
+
+TEST_P(Boot, SaysThatTheDiskCannotBeRead) {
+    Files.Write("tree/io.sys", Probe());
+    BuildDisk();
+    // The root directory is now said to lie in a sector that no track of the drive has.
+    Bytes image = Files.Read("disk.img");
+    tools::PutU16(image.data() + 0x0E, 30);
+    tools::PutU16(image.data() + 0x18, 60);
+    Files.Write("disk.img", image);
+    ExpectMessage(kUnreadable);
+}
+
+TEST_P(Boot, TheStandInForIoSysSaysOnCom1WhoStartedIt) {
+    const std::string folder = STANDIN_FOLDER;
+    Files.Write("tree/IO.SYS", FileAt((folder + "/IO.SYS").c_str()));
+    BuildDisk();
+    Machine machine(Image(), Report(), Machine::Display::Apart);
+    EXPECT_TRUE(machine.WaitFor("IO.SYS stand-in: started by the boot sector\r\n")) << machine.Text();
+}
+
+INSTANTIATE_TEST_SUITE_P(Floppy, Boot, ::testing::Values("144", "288"),
+                         [](const auto& info) { return info.param; });
+
+TEST(BootSectorFile, GivesIoSysItsMessagesInTheFormThatItReads) {
+    const Bytes sector = FileAt(BOOT_SECTOR);
+    ASSERT_EQ(sector.size(), kSector);
+    const std::size_t table = tools::GetU16(sector.data() + 0x1EE) - 0x7C00U;
+    std::vector<std::string> texts;
+    for (std::size_t i = 0; i < 4; ++i) {
+        const std::size_t displacement = sector.at(table + i);
+        EXPECT_GE(displacement, 1U);
+        EXPECT_LE(displacement, 0x7FU);
+        std::string text;
+        std::size_t at = table + i + 1 + displacement;
+        for (; sector.at(at) != 0 && sector.at(at) != 0xFF; ++at) text += static_cast<char>(sector.at(at));
+        EXPECT_EQ(sector.at(at), i < 3 ? 0xFF : 0x00);
+        texts.push_back(text);
+    }
+    EXPECT_EQ(texts[0], std::string("\r\n") + kWrong);
+    EXPECT_EQ(texts[1], std::string("\r\n") + kUnreadable);
+    EXPECT_EQ(texts[2], texts[0]);
+    EXPECT_EQ(texts[3], std::string("\r\n") + kPrompt);
+}
+
+TEST(StandIns, EveryOneSaysWhichFileItStandsFor) {
+    const std::string folder = STANDIN_FOLDER;
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        const std::string name = entry.path().filename().string();
+        const Bytes content = FileAt(entry.path().c_str());
+        EXPECT_THAT(std::string(content.begin(), content.end()), HasSubstr(name)) << name;
+        EXPECT_THAT(std::string(content.begin(), content.end()), HasSubstr("stand-in")) << name;
+        ++count;
+    }
+    EXPECT_EQ(count, 25);
+}
+
+TEST(StandIns, TheDriverBeginsWithADeviceHeader) {
+    const Bytes driver = FileAt(STANDIN_FOLDER "/HIMEM.SYS");
+    ASSERT_GT(driver.size(), 18U);
+    EXPECT_EQ(tools::GetU32(driver.data()), 0xFFFFFFFFU);
+    EXPECT_EQ(tools::GetU16(driver.data() + 4), 0x8000U);
+    EXPECT_LT(tools::GetU16(driver.data() + 6), driver.size());
+    EXPECT_LT(tools::GetU16(driver.data() + 8), driver.size());
+    EXPECT_EQ(std::string(driver.begin() + 10, driver.begin() + 18), "STANDIN$");
+}
+
+}  // namespace
+}  // namespace boot::testing

@@ -1,0 +1,87 @@
+; In the place of IO.SYS: reports what the boot sector handed over, as lines "NAME=HEX" on port E9h, and ends the
+; machine through port F4h. It judges nothing; the test does.
+
+        cpu     8086
+        bits    16
+        org     0
+
+%macro report 2
+        mov     ax, %2
+        call    line
+        db      %1, "=", 0
+%endmacro
+
+        db      "MZ"
+        times   200h - ($ - $$) db 0
+        db      "BJ"                    ; inc dx, dec dx: the entry begins with it
+        mov     [cs:savedSp], sp
+        mov     [cs:savedDx], dx
+        mov     [cs:savedDi], di
+        mov     ax, cs
+        mov     ds, ax
+        cld
+        report  "CS", cs
+        report  "SS", ss
+        report  "SP", [savedSp]
+        report  "BP", bp
+        report  "DI", [savedDi]
+        report  "DX", [savedDx]
+        report  "BP-2", [bp - 2]
+        report  "BP-4", [bp - 4]
+        report  "BP-6", [bp - 6]
+        report  "BP-8", [bp - 8]
+        report  "BP-A", [bp - 10]
+        report  "BP-C", [bp - 12]
+        report  "DRIVE", [bp + 24h]
+        report  "TEXTS", [bp + 1EEh]
+        report  "SIGNATURE", [bp + 1FEh]
+        report  "MARKER", [marker]
+        mov     bx, 1Eh * 4
+        report  "TABLE", [ss:bx]
+        report  "TABLESEGMENT", [ss:bx + 2]
+        report  "TRACK", [ss:522h + 4]
+        report  "SETTLE", [ss:522h + 9]
+        mov     al, 31h
+        out     0F4h, al
+stop:
+        hlt
+        jmp     stop
+
+; Prints the name behind the call, the number in AX and a line end.
+line:
+        pop     si
+        push    ax
+nextLetter:
+        lodsb
+        test    al, al
+        jz      nameDone
+        out     0E9h, al
+        jmp     nextLetter
+nameDone:
+        pop     dx
+        mov     cx, 4
+nextDigit:
+        push    cx
+        mov     cl, 4
+        rol     dx, cl
+        pop     cx
+        mov     al, dl
+        and     al, 0Fh
+        add     al, "0"
+        cmp     al, "9"
+        jbe     isDigit
+        add     al, "A" - "9" - 1
+isDigit:
+        out     0E9h, al
+        loop    nextDigit
+        mov     al, 10
+        out     0E9h, al
+        jmp     si
+
+savedSp dw      0
+savedDx dw      0
+savedDi dw      0
+
+        times   600h - ($ - $$) db 0
+marker: dw      0BEEFh
+        times   900h - ($ - $$) db 0AAh
