@@ -1,0 +1,63 @@
+#pragma once
+// The common ground of the tests that work on a real drive A:, which with-drive-a.sh makes for them.
+
+#include <windows.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "src/common/RuntimeError.h"
+#include "src/common/SetupCommon.h"
+#include "tests/support/ApplicationFolder.h"
+
+namespace velbooter::testing {
+
+class DriveATest : public ApplicationTest {
+ protected:
+    DriveATest() {
+        std::error_code noDrive;
+        std::vector<std::filesystem::path> old;
+        for (const auto& entry : std::filesystem::directory_iterator("A:\\", noDrive))
+            old.push_back(entry.path());
+        for (const auto& path : old) std::filesystem::remove_all(path);
+    }
+
+    /// Adds a selected entry with a file of `size` bytes.
+    void Add(const std::string& entry, size_t size) {
+        Folder.Write("cabs\\" + entry, std::string(size, 'x'));
+        App.Wizard.LstFiles.AddItem(entry);
+        App.Wizard.LstFiles.Select(App.Wizard.LstFiles.ListCount() - 1, true);
+    }
+
+    /// Returns the size of a file on the drive; -1 when it is not there.
+    static std::int32_t SizeOnDrive(const std::string& entry) { return GetFileSize("A:\\" + entry); }
+
+    static std::string DescriptionOf(int number) {
+        return "The current Error has happend :\r\n" + RuntimeErrorText(number);
+    }
+    static Message NotEnoughSpace(const std::string& entry) {
+        return {"The Image file doesn't have enough free space for the file \r\n" + entry +
+                    "\r\nThe file will not be copied to the floppy image.",
+                "Not Enough Free Space", Buttons::Ok, Icon::Exclamation};
+    }
+    static Message DiskFull() {
+        return {DescriptionOf(kDiskFull), "Error while Copying to Floppy", Buttons::AbortRetryIgnore,
+                Icon::Critical};
+    }
+
+    /// Gives the drive's file system other options while the test runs.
+    static void Remount(const std::string& options) {
+        const char* control = std::getenv("VELBOOTER_DRIVE_A_CONTROL");
+        ASSERT_NE(nullptr, control) << "not run by with-drive-a.sh";
+        const std::string folder = std::string("Z:") + control;
+        std::ofstream(folder + "/new") << options;
+        std::filesystem::rename(folder + "/new", folder + "/request");
+        for (int i = 0; i < 200 && std::filesystem::exists(folder + "/request"); ++i) Sleep(50);
+        EXPECT_FALSE(std::filesystem::exists(folder + "/request")) << "not remounted";
+    }
+};
+
+}  // namespace velbooter::testing
