@@ -7,8 +7,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 runs=${1:-20}
 "$root/scripts/setup.sh"
 cd "$root"
-mkdir -p build
-{ cmake --preset host && cmake --build --preset host; } >build/host.log 2>&1 || { tail -n 40 build/host.log >&2; exit 1; }
+scripts/build-preset.sh host bfi cabarc bootsect
 corpus=$root/build/corpus
 [ -d "$corpus/s6_floppy" ] || bench/make-corpus.sh "$corpus" >build/corpus.log 2>&1
 bin=$root/build/host/bin

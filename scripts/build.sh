@@ -6,18 +6,9 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 "$root/scripts/setup.sh"
 cd "$root"
 
-build_preset() {
-    local log=build/$1.log
-    mkdir -p build
-    { cmake --preset "$1" && cmake --build --preset "$1"; } >"$log" 2>&1 || {
-        tail -n 60 "$log" >&2
-        echo "build.sh: the build of $1 failed; the whole log is $root/$log" >&2
-        exit 1
-    }
-}
 # The native companions pack what the demonstration brings along.
-build_preset host
-build_preset mingw-x64
+scripts/build-preset.sh host bfi cabarc
+scripts/build-preset.sh mingw-x64 velbooter bfi cabarc bootsect standins
 
 rm -rf build/app build/demo
 mkdir -p build/app

@@ -9,12 +9,9 @@ cd "$root"
 . scripts/wine-environment.sh
 scripts/check.sh
 
-echo 'Building the 32-bit program and the sanitized companions'
-for preset in mingw-x86 host-asan; do
-    { cmake --preset "$preset" && cmake --build --preset "$preset"; } >"build/$preset.log" 2>&1 || {
-        tail -n 60 "build/$preset.log" >&2
-        exit 1
-    }
+for preset in host host-asan mingw-x64 mingw-x86; do
+    echo "Building $preset"
+    scripts/build-preset.sh "$preset"
 done
 
 # One server for all tests: a cold start would cost each of them seconds. The server and the services that the first program
