@@ -1,0 +1,209 @@
+// The questions about files that cannot be copied, and what each answer does.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/Expectations.h"
+#include "tests/e2e/support/LockedFile.h"
+#include "tests/e2e/support/ProgramUnderTest.h"
+
+namespace velbooter::e2e {
+namespace {
+
+const std::vector<std::string> kDiskWithAMissingFile = {"[Copy_Files]", "io.sys=IO.SYS",
+                                                        "nosuch.sys=NOSUCH.SYS", "command.com=COMMAND.COM"};
+
+TEST(CopyQuestion, AbortCancelsTheBuild) {
+    const ApplicationFolder folder;
+    folder.SetCustomDisk(kDiskWithAMissingFile);
+    ProgramUnderTest program(folder, " custom");
+    EXPECT_EQ(program.Message(), CopyQuestion("nosuch.sys"));
+    EXPECT_EQ(program.Status(), "Processing custom.ini file ...");
+    EXPECT_TRUE(folder.Exists("cabs\\IO.SYS"));
+    program.Press("Abort");
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_FALSE(folder.Exists("BootDisk.img"));
+    ExpectNoWorkingFiles(folder);
+}
+
+TEST(CopyQuestion, IgnoreLeavesTheFileOut) {
+    const ApplicationFolder folder;
+    folder.SetCustomDisk(kDiskWithAMissingFile);
+    ProgramUnderTest program(folder, " custom");
+    EXPECT_EQ(program.Answer("Ignore"), CopyQuestion("nosuch.sys"));
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
+    EXPECT_EQ(image.Files().count("NOSUCH.SYS"), 0u);
+    ExpectNoWorkingFiles(folder);
+}
+
+TEST(CopyQuestion, RetryDoesNotSearchAMissingFileAgain) {
+    const ApplicationFolder folder;
+    folder.SetCustomDisk(kDiskWithAMissingFile);
+    ProgramUnderTest program(folder, " custom");
+    EXPECT_EQ(program.Message(), CopyQuestion("nosuch.sys"));
+    folder.Write("nosuch.sys", "here, but too late");
+    program.Press("Retry");
+    EXPECT_EQ(program.Answer("Retry"), CopyQuestion("nosuch.sys"));
+    EXPECT_EQ(program.Answer("Ignore"), CopyQuestion("nosuch.sys"));
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
+    EXPECT_EQ(image.Files().count("NOSUCH.SYS"), 0u);
+}
+
+TEST(CopyQuestion, RetryCopiesOnceTheDestinationIsFree) {
+    const ApplicationFolder folder;
+    folder.Write("PAYLOAD.TXT", "new");
+    folder.SetCustomDisk(SmallDiskWith({"[Copy_Files_for_CABs]", "PAYLOAD.TXT=held\\PAYLOAD.TXT",
+                                        "[Copy_Files]", "files\\held\\PAYLOAD.TXT=PAYLOAD.TXT"}));
+    folder.Write("files\\held\\PAYLOAD.TXT", "old");
+    LockedFile lock(folder.Path("files\\held\\PAYLOAD.TXT"));
+    ProgramUnderTest program(folder, " custom");
+    EXPECT_EQ(program.Answer("Retry"), CopyQuestion("PAYLOAD.TXT"));
+    EXPECT_EQ(program.Message(), CopyQuestion("PAYLOAD.TXT"));
+    lock.Release();
+    program.Press("Retry");
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
+    EXPECT_EQ(image.Files().at("PAYLOAD.TXT"), "new");
+}
+
+TEST(CopyQuestion, RetryCopiesOnceTheSourceIsFree) {
+    const ApplicationFolder folder;
+    const std::string source = folder.OutsidePath("HELD.TXT");
+    WriteFileAt(source, "now readable");
+    folder.SetCustomDisk(SmallDiskWith({source + "=BIN\\HELD.TXT"}));
+    LockedFile lock(source);
+    ProgramUnderTest program(folder, " custom");
+    EXPECT_EQ(program.Message(), CopyQuestion(source));
+    lock.Release();
+    program.Press("Retry");
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
+    EXPECT_EQ(image.Files().at("BIN\\HELD.TXT"), "now readable");
+}
+
+TEST(CopyQuestion, ComesForABaseFileBeforeTheDiskIsLookedFor) {
+    const ApplicationFolder folder;
+    const LockedFile lock(folder.Path("files\\base_files\\AUTOEXEC.BAT"));
+    ProgramUnderTest program(folder, " custom");
+    EXPECT_EQ(program.Answer("Abort"), CopyQuestion(folder.Path("files\\base_files\\*.*")));
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_FALSE(folder.Exists("BootDisk.img"));
+    ExpectNoWorkingFiles(folder);
+}
+
+TEST(CopyQuestion, NeverComesForAModule) {
+    const ApplicationFolder folder;
+    folder.SetCustomDisk(SmallDiskWith({"[Copy_CABs]", "nosuch.cab=LIB\\nosuch.cab"}));
+    ProgramUnderTest program(folder, " custom");
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
+}
+
+TEST(CopyQuestion, ClosingTheWaitWindowMeanwhileDoesNothing) {
+    const ApplicationFolder folder;
+    folder.SetCustomDisk(kDiskWithAMissingFile);
+    ProgramUnderTest program(folder, " custom");
+    EXPECT_EQ(program.Message(), CopyQuestion("nosuch.sys"));
+    ASSERT_NE(program.WaitWindow(), nullptr);
+    ::PostMessageA(program.WaitWindow(), WM_CLOSE, 0, 0);
+    program.Press("Ignore");
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
+}
+
+ShownMessage UnreadableSource(const std::string& entry) {
+    return {"Error while copying the file from its Source :\r\n" + entry, "Error", {"OK"}, Picture::Critical};
+}
+
+TEST(StagingMessage, MissingSystemFileEndsTheBuild) {
+    const ApplicationFolder folder;
+    folder.SetCustomDisk({"[Copy_Files]", "command.com=COMMAND.COM"});
+    folder.Write("BootDisk.img", "an old image");
+    ProgramUnderTest program(folder, " custom");
+    EXPECT_EQ(program.Message(), UnreadableSource("IO.SYS"));
+    EXPECT_EQ(program.Status(), "Formating Floppy Disk ...");
+    program.Press("OK");
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(folder.Read("BootDisk.img"), "an old image");
+    ExpectNoWorkingFiles(folder);
+}
+
+TEST(StagingMessage, FileThatBecomesUnreadableEndsTheBuild) {
+    const ApplicationFolder folder;
+    folder.Write("LATE.TXT", "locked when it is staged");
+    folder.SetCustomDisk(SmallDiskWith({"LATE.TXT=BIN\\LATE.TXT", "nosuch.sys=NOSUCH.SYS"}));
+    ProgramUnderTest program(folder, " custom");
+    EXPECT_EQ(program.Message(), CopyQuestion("nosuch.sys"));
+    const LockedFile lock(folder.Path("cabs\\BIN\\LATE.TXT"));
+    program.Press("Ignore");
+    const ShownMessage message = program.Answer("OK");
+    EXPECT_THAT(message.Text, testing::EndsWith("\\LATE.TXT"));
+    EXPECT_EQ(message, UnreadableSource(message.Text.substr(message.Text.find('\n') + 1)));
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_FALSE(folder.Exists("BootDisk.img"));
+}
+
+// The name of the staging folder, as a run that stands in its staging shows it.
+std::string StagingFolderOf(const ApplicationFolder& folder) {
+    folder.SetCustomDisk({"[Copy_Files]", "command.com=COMMAND.COM"});
+    ProgramUnderTest program(folder, " custom");
+    EXPECT_EQ(program.Message(), UnreadableSource("IO.SYS"));
+    const std::vector<std::string> names = folder.Names("Temp");
+    program.Press("OK");
+    program.ExitCode();
+    if (names.size() != 1) throw std::runtime_error("not one staging folder");
+    return names.front();
+}
+
+TEST(StagingMessage, EveryStartTriesTheSameFolderNames) {
+    const ApplicationFolder folder;
+    const std::string name = StagingFolderOf(folder);
+    EXPECT_THAT(name, testing::MatchesRegex("Velbooter\\d+"));
+    EXPECT_EQ(StagingFolderOf(folder), name);
+}
+
+ShownMessage WithoutDescription(ShownMessage message) {
+    message.Text.erase(message.Text.find("\r\n") + 2);
+    return message;
+}
+
+const ShownMessage kStagingQuestion{"The current Error has happend :\r\n",
+                                    "Error while Copying to Floppy",
+                                    {"Abort", "Retry", "Ignore"},
+                                    Picture::Critical};
+
+TEST(StagingMessage, RetryGoesOnWithTheSameFile) {
+    const ApplicationFolder folder;
+    const std::string staging = "Temp\\" + StagingFolderOf(folder);
+    folder.SetCustomDisk(SmallDisk());
+    folder.Write("Temp", "a file in the folder's place");
+    ProgramUnderTest program(folder, " custom");
+    const ShownMessage first = program.Answer("Retry");
+    EXPECT_EQ(WithoutDescription(first), kStagingQuestion);
+    EXPECT_GT(first.Text.size(), kStagingQuestion.Text.size()) << "the error is not described";
+    EXPECT_EQ(program.Message(), first);
+    folder.Remove("Temp");
+    folder.Write(staging + "\\MADE.TXT", "the folder is there now");
+    program.Press("Retry");
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
+    ExpectNoWorkingFiles(folder);
+}
+
+TEST(StagingMessage, IgnoreGoesOnWithTheNextFileAndAbortCancels) {
+    const ApplicationFolder folder;
+    folder.SetCustomDisk(SmallDisk());
+    folder.Write("Temp", "a file in the folder's place");
+    ProgramUnderTest program(folder, " custom");
+    EXPECT_EQ(WithoutDescription(program.Answer("Ignore")), kStagingQuestion);
+    EXPECT_EQ(WithoutDescription(program.Answer("Abort")), kStagingQuestion);
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_FALSE(folder.Exists("BootDisk.img"));
+    EXPECT_FALSE(folder.Exists("cabs"));
+}
+
+}  // namespace
+}  // namespace velbooter::e2e

@@ -1,0 +1,153 @@
+// The check of the DOS files at start, and their import through the system's own dialog.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/Expectations.h"
+#include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/ProgramUnderTest.h"
+#include "tests/e2e/support/WindowTree.h"
+
+namespace velbooter::e2e {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::vector<std::string> kDosFiles = {
+    "IO.SYS",     "COMMAND.COM", "ATTRIB.EXE",  "CHOICE.COM", "DELTREE.EXE",  "DISKCOPY.COM", "EDIT.COM",
+    "EMM386.EXE", "EXTRACT.EXE", "FC.EXE",      "FDISK.EXE",  "FORMAT.COM",   "HIMEM.SYS",    "LABEL.EXE",
+    "MEM.EXE",    "MODE.COM",    "MORE.COM",    "MOVE.EXE",   "SCANDISK.EXE", "SMARTDRV.EXE", "SORT.EXE",
+    "SYS.COM",    "XCOPY.EXE",   "XCOPY32.EXE", "XCOPY32.MOD"};
+
+const ShownMessage kImportQuestion{
+    "Your current windows installation doesn't contain the required\r\n"
+    "DOS files needed for the Veltrane to funtion properly.\r\n"
+    "Press OK to import the needed files from the Windows 98/98SE Setup CD.",
+    "DOS Files no found",
+    {"OK", "Cancel", "Help"},
+    Picture::Exclamation};
+
+// An application folder without DOS files, and a folder "cd" beside it that holds them.
+class DosFiles : public testing::Test {
+ protected:
+    void SetUp() override {
+        char windows[MAX_PATH] = "";
+        ::GetWindowsDirectoryA(windows, MAX_PATH);
+        ASSERT_FALSE(fs::exists(std::string(windows) + "\\Command"))
+            << "with a Command folder in Windows the program imports without a question";
+        folder_.SetCustomDisk(SmallDisk());
+        fs::copy(folder_.Path("dos"), folder_.OutsidePath("cd"), fs::copy_options::recursive);
+        WriteFileAt(Cd("WIN.COM"), "stand-in");
+        folder_.Remove("dos");
+    }
+
+    std::string Cd(const std::string& name) const { return folder_.OutsidePath("cd\\" + name); }
+
+    const ApplicationFolder folder_;
+};
+
+// The box for the file's name; its number differs between systems.
+HWND NameBox(HWND dialog) {
+    for (const int id : {1148, 1152}) {
+        if (const HWND box = ::GetDlgItem(dialog, id)) return box;
+    }
+    throw HarnessFailure("the file dialog has no box for a name");
+}
+
+void Choose(ProgramUnderTest& program, HWND dialog, const std::string& path) {
+    ::SendMessageA(NameBox(dialog), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
+    ::PostMessageA(dialog, WM_COMMAND, IDOK, 0);
+    program.WaitUntilGone(dialog);
+}
+
+TEST_F(DosFiles, CancelOfTheQuestionEndsTheProgram) {
+    ProgramUnderTest program(folder_, " custom");
+    EXPECT_EQ(program.Answer("Cancel"), kImportQuestion);
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
+    EXPECT_FALSE(folder_.Exists("BootDisk.img"));
+}
+
+TEST_F(DosFiles, OneMissingFileIsEnoughForTheQuestion) {
+    fs::copy(folder_.OutsidePath("cd"), folder_.Path("dos"), fs::copy_options::recursive);
+    folder_.Remove("dos\\XCOPY32.MOD");
+    ProgramUnderTest program(folder_, "");
+    EXPECT_EQ(program.Answer("Cancel"), kImportQuestion);
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
+}
+
+TEST_F(DosFiles, HelpLeavesTheQuestionStanding) {
+    ProgramUnderTest program(folder_, " custom");
+    EXPECT_EQ(program.Message(), kImportQuestion);
+    program.PressAndKeep("Help");
+    EXPECT_EQ(program.Answer("Cancel"), kImportQuestion);
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
+}
+
+TEST_F(DosFiles, CancelOfTheFileDialogEndsTheProgram) {
+    ProgramUnderTest program(folder_, " custom");
+    program.Answer("OK");
+    const HWND dialog = program.FileDialog();
+    ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+    program.WaitUntilGone(dialog);
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
+}
+
+TEST_F(DosFiles, AnyFileOfTheCdFolderIsEnoughToImportAll) {
+    ProgramUnderTest program(folder_, " custom");
+    program.Answer("OK");
+    Choose(program, program.FileDialog(), Cd("MEM.EXE"));
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    for (const std::string& name : kDosFiles) {
+        ASSERT_TRUE(folder_.Exists("dos\\" + name)) << name;
+        EXPECT_EQ(folder_.Read("dos\\" + name), ReadFileAt(Cd(name))) << name;
+    }
+    ExpectImage(folder_, folder_.Path("BootDisk.img"), kSmallImageBytes);
+}
+
+TEST_F(DosFiles, WaitWindowCountsTheImportedFiles) {
+    ProgramUnderTest program(folder_, " custom");
+    program.Answer("OK");
+    Choose(program, program.FileDialog(), Cd("WIN.COM"));
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    const std::vector<std::string> texts = program.StatusTexts();
+    std::vector<std::string> import;
+    for (size_t i = 0; i < kDosFiles.size(); ++i) {
+        import.push_back("Please wait ... Importing " + kDosFiles[i] + " (" + std::to_string(i + 1) + "/25)");
+    }
+    import.emplace_back("Please wait ... Checking import process");
+    const auto first = std::find(texts.begin(), texts.end(), import.front());
+    ASSERT_GE(static_cast<size_t>(texts.end() - first), import.size());
+    EXPECT_EQ(std::vector<std::string>(first, first + static_cast<std::ptrdiff_t>(import.size())), import);
+}
+
+TEST_F(DosFiles, FolderWithoutTheCdsFilesAsksAgainWithTheCabinetPreset) {
+    ProgramUnderTest program(folder_, " custom");
+    program.Answer("OK");
+    Choose(program, program.FileDialog(), folder_.Path("files\\disklist.ini"));
+    const HWND again = program.FileDialog();
+    EXPECT_EQ(TextOf(NameBox(again)), "BASE5.CAB");
+    Choose(program, again, Cd("WIN.COM"));
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    ExpectImage(folder_, folder_.Path("BootDisk.img"), kSmallImageBytes);
+}
+
+TEST_F(DosFiles, FileThatTheImportDidNotFindEndsTheProgram) {
+    fs::remove(Cd("SORT.EXE"));
+    fs::remove(Cd("XCOPY.EXE"));
+    ProgramUnderTest program(folder_, " custom");
+    program.Answer("OK");
+    Choose(program, program.FileDialog(), Cd("WIN.COM"));
+    EXPECT_EQ(program.Answer("OK"), (ShownMessage{"The file SORT.EXE couldn't be extracted successfully",
+                                                  "Critical Error",
+                                                  {"OK", "Help"},
+                                                  Picture::Critical}));
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
+    EXPECT_TRUE(folder_.Exists("dos\\XCOPY32.MOD"));
+    EXPECT_FALSE(folder_.Exists("BootDisk.img"));
+}
+
+}  // namespace
+}  // namespace velbooter::e2e

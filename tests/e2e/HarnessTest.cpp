@@ -1,0 +1,54 @@
+// The harness itself: it has to see a program that does not behave.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/Expectations.h"
+#include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/ProgramUnderTest.h"
+#include "tests/e2e/support/Programs.h"
+
+namespace velbooter::e2e {
+namespace {
+
+void ReplaceTheProgram(const ApplicationFolder& folder, const std::string& with) {
+    std::filesystem::copy_file(with, folder.Path("velbooter.exe"),
+                               std::filesystem::copy_options::overwrite_existing);
+}
+
+TEST(Harness, SeesAProgramThatEndsInsteadOfShowingAMessage) {
+    const ApplicationFolder folder;
+    folder.Remove("velbooter.exe");
+    ReplaceTheProgram(folder, TestProgram("e2e_plugin.exe"));
+    ProgramUnderTest program(folder, " nosuch");
+    EXPECT_THROW(program.Message(), HarnessFailure);
+}
+
+TEST(Harness, SeesAProgramThatIsNoProgram) {
+    const ApplicationFolder folder;
+    folder.Write("velbooter.exe", "not a program");
+    EXPECT_THROW(ProgramUnderTest(folder, " custom"), HarnessFailure);
+}
+
+TEST(Harness, SeesAMessageThatNoTestAskedFor) {
+    const ApplicationFolder folder;
+    ProgramUnderTest program(folder, " nosuch");
+    EXPECT_THROW(program.ExitCode(), HarnessFailure);
+    program.Kill();
+}
+
+TEST(Harness, SeesATruncatedImage) {
+    const ApplicationFolder folder;
+    folder.SetCustomDisk(SmallDisk());
+    ProgramUnderTest program(folder, " custom");
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    const std::string image = folder.Path("BootDisk.img");
+    EXPECT_NO_THROW(FloppyImage{image});
+    std::filesystem::resize_file(image, kSmallImageBytes - 512);
+    EXPECT_THROW(FloppyImage{image}, HarnessFailure);
+}
+
+}  // namespace
+}  // namespace velbooter::e2e

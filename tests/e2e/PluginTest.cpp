@@ -1,0 +1,78 @@
+// Plugins: which program runs, how, and what comes onto the disk.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/Expectations.h"
+#include "tests/e2e/support/ProgramUnderTest.h"
+#include "tests/e2e/support/Programs.h"
+
+namespace velbooter::e2e {
+namespace {
+
+FloppyImage BuildWithPlugin(const ApplicationFolder& folder, const std::string& name) {
+    folder.SetCustomDisk(SmallDisk());
+    ProgramUnderTest program(folder, " -plugin " + name + " custom");
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    ExpectNoWorkingFiles(folder);
+    return ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
+}
+
+void AddProgram(const ApplicationFolder& folder, const std::string& tail) {
+    std::filesystem::create_directories(folder.Path("plugins"));
+    std::filesystem::copy_file(TestProgram("e2e_plugin.exe"), folder.Path(tail));
+}
+
+const char* const kBatch = "@echo off\r\necho batch >plugins\\both\\BATCH.TXT\r\n";
+
+TEST(Plugin, ProgramRunsInPlaceOfTheBatchFileOfTheSameName) {
+    const ApplicationFolder folder;
+    folder.Write("plugins\\both.bat", kBatch);
+    AddProgram(folder, "plugins\\both.exe");
+    folder.Write("plugins\\both\\BIN\\TOOL.TXT", "a file of the plugin");
+    const FloppyImage image = BuildWithPlugin(folder, "both");
+    EXPECT_EQ(image.Files().count("BATCH.TXT"), 0u);
+    EXPECT_EQ(image.Files().at("BIN\\TOOL.TXT"), "a file of the plugin");
+    // The program is started without quotes or arguments, in a window, in the application folder.
+    EXPECT_EQ(image.Files().at("RAN.TXT"),
+              folder.Path("plugins\\both.exe") + "\r\n" + folder.Path() + "\r\nshown\r\n");
+}
+
+TEST(Plugin, BatchFileRunsAloneAndItsFilesComeAlong) {
+    const ApplicationFolder folder;
+    folder.Write("plugins\\both.bat", kBatch);
+    folder.Write("plugins\\both\\TOOL.TXT", "a file of the plugin");
+    const FloppyImage image = BuildWithPlugin(folder, "both");
+    EXPECT_EQ(image.Files().at("BATCH.TXT"), "batch \r\n");
+    EXPECT_EQ(image.Files().at("TOOL.TXT"), "a file of the plugin");
+}
+
+TEST(Plugin, FileReplacesTheDisksOwn) {
+    const ApplicationFolder folder;
+    folder.Write("plugins\\mine\\AUTOEXEC.BAT", "@echo the plugin's\r\n");
+    const FloppyImage image = BuildWithPlugin(folder, "mine");
+    EXPECT_EQ(image.Files().at("AUTOEXEC.BAT"), "@echo the plugin's\r\n");
+}
+
+TEST(Plugin, ShippedOneStampsTheDisk) {
+    const ApplicationFolder folder;
+    const FloppyImage image = BuildWithPlugin(folder, "stamp");
+    ASSERT_EQ(image.Files().count("STAMP.TXT"), 1u);
+    EXPECT_NE(image.Files().at("STAMP.TXT").find("This disk was built on"), std::string::npos);
+    EXPECT_EQ(image.Files().at("BIN\\STAMP.BAT"), folder.Read("plugins\\stamp\\bin\\STAMP.BAT"));
+}
+
+TEST(Plugin, WithoutTheOptionNoneIsAdded) {
+    const ApplicationFolder folder;
+    folder.SetCustomDisk(SmallDisk());
+    ProgramUnderTest program(folder, " custom");
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
+    EXPECT_EQ(image.Files().count("STAMP.TXT"), 0u);
+    EXPECT_EQ(image.Files().count("BIN\\STAMP.BAT"), 0u);
+}
+
+}  // namespace
+}  // namespace velbooter::e2e

@@ -1,0 +1,68 @@
+// Only one run at a time works in an application folder.
+
+#include <gtest/gtest.h>
+
+#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/Expectations.h"
+#include "tests/e2e/support/ProgramUnderTest.h"
+
+namespace velbooter::e2e {
+namespace {
+
+const std::vector<std::string> kDiskThatAsks = {"[Copy_Files]", "io.sys=IO.SYS", "nosuch.sys=NOSUCH.SYS",
+                                                "command.com=COMMAND.COM"};
+const ShownMessage kAlreadyRunning{
+    "The Veltrane is already running", "Already Running", {"OK"}, Picture::Critical};
+
+TEST(SingleInstance, SecondStartIsRefusedAndTheFirstGoesOn) {
+    const ApplicationFolder folder;
+    folder.SetCustomDisk(kDiskThatAsks);
+    ProgramUnderTest first(folder, " custom");
+    EXPECT_EQ(first.Message(), CopyQuestion("nosuch.sys"));
+    for (const char* arguments : {"", " custom", " -x"}) {
+        ProgramUnderTest second(folder, arguments);
+        EXPECT_EQ(second.Answer("OK"), kAlreadyRunning);
+        EXPECT_EQ(second.ExitCode(), Number(ExitCode::AlreadyRunning));
+    }
+    first.Press("Ignore");
+    EXPECT_EQ(first.ExitCode(), Number(ExitCode::Built));
+    ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
+}
+
+TEST(SingleInstance, IsTestedBeforeTheDosFiles) {
+    const ApplicationFolder folder;
+    folder.SetCustomDisk(kDiskThatAsks);
+    ProgramUnderTest first(folder, " custom");
+    EXPECT_EQ(first.Message(), CopyQuestion("nosuch.sys"));
+    folder.Remove("dos\\XCOPY32.MOD");
+    ProgramUnderTest second(folder, " custom");
+    EXPECT_EQ(second.Answer("OK"), kAlreadyRunning);
+    EXPECT_EQ(second.ExitCode(), Number(ExitCode::AlreadyRunning));
+    first.Press("Abort");
+    EXPECT_EQ(first.ExitCode(), Number(ExitCode::Canceled));
+}
+
+TEST(SingleInstance, NextStartIsWelcomeOnceTheFirstHasEnded) {
+    const ApplicationFolder folder;
+    folder.SetCustomDisk(SmallDisk());
+    for (int run = 0; run < 2; ++run) {
+        ProgramUnderTest program(folder, " custom");
+        EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    }
+}
+
+TEST(SingleInstance, KilledRunBlocksNobody) {
+    const ApplicationFolder folder;
+    folder.SetCustomDisk(kDiskThatAsks);
+    ProgramUnderTest first(folder, " custom");
+    EXPECT_EQ(first.Message(), CopyQuestion("nosuch.sys"));
+    first.Kill();
+    folder.SetCustomDisk(SmallDisk());
+    ProgramUnderTest next(folder, " custom");
+    EXPECT_EQ(next.ExitCode(), Number(ExitCode::Built));
+    ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
+    ExpectNoWorkingFiles(folder);
+}
+
+}  // namespace
+}  // namespace velbooter::e2e

@@ -1,0 +1,130 @@
+#include "tests/e2e/support/ApplicationFolder.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "tests/e2e/support/HarnessFailure.h"
+
+namespace velbooter::e2e {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// A path of the system below Wine is seen through drive Z:.
+std::string WindowsPath(std::string path) {
+    if (path.empty() || path.front() != '/') return path;
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return "Z:" + path;
+}
+
+std::string DemoFolder() {
+    const char* given = std::getenv("VELBOOTER_DEMO_FOLDER");
+    return WindowsPath(given != nullptr ? given : VELBOOTER_DEMO_FOLDER);
+}
+
+std::string NewTestFolder() {
+    char temp[MAX_PATH] = "";
+    ::GetTempPathA(MAX_PATH, temp);
+    static int number = 0;
+    return std::string(temp) + "velbooter-e2e-" + std::to_string(::GetCurrentProcessId()) + "-" +
+           std::to_string(++number);
+}
+
+// Read-only files cannot be removed; a test may have made some.
+void RemoveTree(const fs::path& path) {
+    std::error_code ignored;
+    for (fs::recursive_directory_iterator entry(path, ignored), end; entry != end; entry.increment(ignored)) {
+        ::SetFileAttributesW(entry->path().c_str(), FILE_ATTRIBUTE_NORMAL);
+    }
+    fs::remove_all(path, ignored);
+}
+
+}  // namespace
+
+ApplicationFolder::ApplicationFolder(const std::string& name)
+    : base_(NewTestFolder()), path_(base_ + "\\" + name) {
+    const std::string demo = DemoFolder();
+    if (!fs::exists(demo + "\\velbooter.exe")) {
+        throw HarnessFailure("no demonstration in " + demo + ": scripts/build.sh makes it");
+    }
+    RemoveTree(base_);
+    fs::create_directories(path_);
+    fs::copy(demo, path_, fs::copy_options::recursive);
+}
+
+ApplicationFolder::~ApplicationFolder() {
+    RemoveTree(base_);
+}
+
+std::string ApplicationFolder::Path(const std::string& tail) const {
+    return tail.empty() ? path_ : path_ + "\\" + tail;
+}
+
+std::string ApplicationFolder::OutsidePath(const std::string& tail) const {
+    fs::create_directories(base_ + "\\outside");
+    return base_ + "\\outside\\" + tail;
+}
+
+bool ApplicationFolder::Exists(const std::string& tail) const {
+    return fs::exists(Path(tail));
+}
+
+void ApplicationFolder::Write(const std::string& tail, const std::string& contents) const {
+    WriteFileAt(Path(tail), contents);
+}
+
+std::string ApplicationFolder::Read(const std::string& tail) const {
+    return ReadFileAt(Path(tail));
+}
+
+void ApplicationFolder::Remove(const std::string& tail) const {
+    if (fs::remove_all(Path(tail)) == 0) throw HarnessFailure("nothing to remove at " + Path(tail));
+}
+
+std::vector<std::string> ApplicationFolder::Names(const std::string& tail) const {
+    std::vector<std::string> names;
+    if (!Exists(tail)) return names;
+    for (const auto& entry : fs::directory_iterator(Path(tail))) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+void ApplicationFolder::SetCustomDisk(const std::vector<std::string>& lines) const {
+    std::string text;
+    for (const std::string& line : lines) text += line + "\r\n";
+    Write("files\\custom.ini", text);
+}
+
+std::vector<std::string> SmallDisk() {
+    return {"[Copy_Files]", "io.sys=IO.SYS", "command.com=COMMAND.COM"};
+}
+
+std::vector<std::string> SmallDiskWith(const std::vector<std::string>& more) {
+    std::vector<std::string> lines = SmallDisk();
+    lines.insert(lines.end(), more.begin(), more.end());
+    return lines;
+}
+
+std::string ReadFileAt(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) throw HarnessFailure("cannot read " + path);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void WriteFileAt(const std::string& path, const std::string& contents) {
+    fs::create_directories(fs::path(path).parent_path());
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    file << contents;
+    file.close();
+    if (!file) throw HarnessFailure("cannot write " + path);
+}
+
+}  // namespace velbooter::e2e

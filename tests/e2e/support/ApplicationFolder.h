@@ -1,0 +1,62 @@
+#pragma once
+// A fresh copy of the demonstration's application folder in the temporary folder. Every test has its own, so
+// that nothing a run leaves behind reaches another test. Paths are in the ANSI code page, tails are relative
+// to the folder and have no leading backslash.
+
+#include <string>
+#include <vector>
+
+namespace velbooter::e2e {
+
+class ApplicationFolder {
+ public:
+    /// Copies the demonstration. `name` becomes the last part of the folder's path and may hold blanks.
+    /// Throws HarnessFailure when there is no built demonstration.
+    explicit ApplicationFolder(const std::string& name = "app");
+
+    /// Removes the folder with all that is in it; what another process still holds open stays.
+    ~ApplicationFolder();
+    ApplicationFolder(const ApplicationFolder&) = delete;
+    ApplicationFolder& operator=(const ApplicationFolder&) = delete;
+
+    /// The full path of `tail`; without one, that of the folder, which ends in no backslash.
+    std::string Path(const std::string& tail = "") const;
+
+    /// A folder beside the application folder, for files that belong to the test; made at the first call.
+    std::string OutsidePath(const std::string& tail) const;
+
+    bool Exists(const std::string& tail) const;
+
+    /// Writes `contents` as they are and makes missing folders. Throws on failure.
+    void Write(const std::string& tail, const std::string& contents) const;
+
+    /// The contents of a file, as they are. Throws when it cannot be read.
+    std::string Read(const std::string& tail) const;
+
+    /// Removes a file or a folder with all that is in it; it must exist.
+    void Remove(const std::string& tail) const;
+
+    /// The names in a folder, sorted; empty when the folder does not exist.
+    std::vector<std::string> Names(const std::string& tail) const;
+
+    /// Replaces the configuration of the custom disk, whose name is "custom"; lines end in CR LF.
+    void SetCustomDisk(const std::vector<std::string>& lines) const;
+
+ private:
+    std::string base_;  ///< the test's own folder; the application folder lies below it
+    std::string path_;
+};
+
+/// The lines of a disk that holds nothing but what a start needs; it is built without packing anything.
+std::vector<std::string> SmallDisk();
+
+/// The lines of SmallDisk with `more` behind them.
+std::vector<std::string> SmallDiskWith(const std::vector<std::string>& more);
+
+/// Reads a whole file by its full path. Throws HarnessFailure when it cannot be read.
+std::string ReadFileAt(const std::string& path);
+
+/// Writes a whole file by its full path and makes missing folders. Throws HarnessFailure on failure.
+void WriteFileAt(const std::string& path, const std::string& contents);
+
+}  // namespace velbooter::e2e

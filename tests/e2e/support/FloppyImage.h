@@ -1,0 +1,45 @@
+#pragma once
+// Reads a raw FAT12 floppy image back, independently of the tool that wrote it.
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+namespace velbooter::e2e {
+
+/// An image read as a whole. Long names are not looked at: a file is known by its 8.3 name.
+class FloppyImage {
+ public:
+    /// Reads the image at `path`. Throws HarnessFailure when it is not a FAT12 volume that fills its file, or
+    /// when a file's chain of clusters is broken.
+    explicit FloppyImage(const std::string& path);
+
+    /// The size of the image in bytes.
+    size_t Size() const { return bytes_.size(); }
+
+    /// The volume label of the root folder.
+    const std::string& Label() const { return label_; }
+
+    /// The contents of all files by path, as in "BIN\MENU.BAT".
+    const std::map<std::string, std::string>& Files() const { return files_; }
+
+    /// The attribute byte of a file; 0 when there is no such file.
+    std::uint8_t Attributes(const std::string& path) const;
+
+ private:
+    std::uint32_t Number(size_t offset, size_t length) const;
+    std::uint32_t NextCluster(std::uint32_t cluster) const;
+    std::string Chain(std::uint32_t cluster) const;
+    void ReadFolder(const std::string& entries, const std::string& prefix);
+
+    std::string bytes_;
+    size_t fatStart_ = 0;
+    size_t dataStart_ = 0;
+    size_t clusterBytes_ = 0;
+    size_t clusters_ = 0;
+    std::string label_;
+    std::map<std::string, std::string> files_;
+    std::map<std::string, std::uint8_t> attributes_;
+};
+
+}  // namespace velbooter::e2e

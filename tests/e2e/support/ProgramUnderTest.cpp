@@ -1,0 +1,181 @@
+#include "tests/e2e/support/ProgramUnderTest.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <sstream>
+
+#include "tests/e2e/support/Evidence.h"
+#include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/WindowTree.h"
+
+namespace velbooter::e2e {
+
+namespace {
+
+using std::chrono::steady_clock;
+
+constexpr DWORD kStep = 50;
+constexpr std::chrono::seconds kWindowPatience{10};
+constexpr std::chrono::seconds kRunPatience{60};
+constexpr DWORD kKilled = 77;
+
+// Without a window manager Wine would wait two seconds for one whenever a window goes away.
+void LetWineManageTheWindows() {
+    const char* const key = "Software\\Wine\\AppDefaults\\velbooter.exe\\X11 Driver";
+    const bool isWine = ::GetProcAddress(::GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
+    if (isWine) ::RegSetKeyValueA(HKEY_CURRENT_USER, key, "Managed", REG_SZ, "N", 2);
+}
+
+}  // namespace
+
+ProgramUnderTest::ProgramUnderTest(const ApplicationFolder& folder, const std::string& arguments) {
+    LetWineManageTheWindows();
+    static int number = 0;
+    statusFile_ = folder.OutsidePath("status-" + std::to_string(++number) + ".txt");
+    ::SetEnvironmentVariableA(kStatusFileVariable, statusFile_.c_str());
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    std::string commandLine = "\"" + folder.Path("velbooter.exe") + "\"" + arguments;
+    const BOOL started = ::CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                          folder.OutsidePath("").c_str(), &startup, &process_);
+    if (started == 0)
+        throw HarnessFailure("velbooter.exe did not start: error " + std::to_string(::GetLastError()));
+}
+
+ProgramUnderTest::~ProgramUnderTest() {
+    if (IsRunning()) {
+        ADD_FAILURE() << RecordEvidence(ProcessId(), "the program still ran when the test was over");
+        Kill();
+    }
+    if (spy_ != nullptr) ::UnhookWindowsHookEx(spy_);
+    ::CloseHandle(process_.hThread);
+    ::CloseHandle(process_.hProcess);
+}
+
+ShownMessage ProgramUnderTest::Message() {
+    const HWND box = NextDialog();
+    PlaceSpy(box);
+    box_ = box;
+    return ReadMessageBox(box);
+}
+
+void ProgramUnderTest::Press(const std::string& button) {
+    const HWND box = box_;
+    PressAndKeep(button);
+    WaitUntilGone(box);
+    box_ = nullptr;
+}
+
+void ProgramUnderTest::PressAndKeep(const std::string& button) {
+    if (box_ == nullptr) Fail("the test presses a button of a message that it has not read");
+    PressButton(box_, button);
+}
+
+ShownMessage ProgramUnderTest::Answer(const std::string& button) {
+    ShownMessage message = Message();
+    Press(button);
+    return message;
+}
+
+HWND ProgramUnderTest::FileDialog() {
+    return NextDialog();
+}
+
+DWORD ProgramUnderTest::ExitCode() {
+    const auto end = steady_clock::now() + kRunPatience;
+    while (::WaitForSingleObject(process_.hProcess, kStep) == WAIT_TIMEOUT) {
+        Look(Dialogs::Refused);
+        if (steady_clock::now() > end) Fail("the program did not end");
+    }
+    DWORD code = 0;
+    ::GetExitCodeProcess(process_.hProcess, &code);
+    return code;
+}
+
+void ProgramUnderTest::Kill() {
+    ::TerminateProcess(process_.hProcess, kKilled);
+    ::WaitForSingleObject(process_.hProcess, INFINITE);
+}
+
+HWND ProgramUnderTest::WaitWindow() const {
+    for (const WindowInfo& window : TopLevelWindows(ProcessId())) {
+        if (window.Class == "FrmWait" && window.Visible) return window.Handle;
+    }
+    return nullptr;
+}
+
+std::string ProgramUnderTest::Status() const {
+    const HWND window = WaitWindow();
+    std::string text;
+    for (const WindowInfo& child : ChildWindows(window)) {
+        if (child.Class == "Static") text += KeptTextOf(child.Handle);
+    }
+    return window == nullptr ? "" : text;
+}
+
+std::vector<std::string> ProgramUnderTest::StatusTexts() const {
+    std::istringstream file(ReadFileAt(statusFile_));
+    std::vector<std::string> texts;
+    for (std::string line; std::getline(file, line);) texts.push_back(line);
+    return texts;
+}
+
+bool ProgramUnderTest::IsRunning() const {
+    return ::WaitForSingleObject(process_.hProcess, 0) == WAIT_TIMEOUT;
+}
+
+// Returns the dialog on the screen, or null.
+HWND ProgramUnderTest::Look(Dialogs dialogs) {
+    HWND dialog = nullptr;
+    for (const WindowInfo& window : TopLevelWindows(ProcessId())) {
+        if (!window.Visible) continue;
+        if (window.Class == "FrmWait") {
+            sawWaitWindow_ = true;
+        } else if (window.Class == "#32770" && dialogs == Dialogs::Allowed) {
+            dialog = window.Handle;
+        } else {
+            Fail("the program shows a window that the test does not expect");
+        }
+    }
+    return dialog;
+}
+
+HWND ProgramUnderTest::NextDialog() {
+    const auto end = steady_clock::now() + kWindowPatience;
+    for (;;) {
+        if (const HWND dialog = Look(Dialogs::Allowed)) return dialog;
+        if (!IsRunning()) {
+            DWORD code = 0;
+            ::GetExitCodeProcess(process_.hProcess, &code);
+            Fail("the program ended with exit code " + std::to_string(code) + " where a message was due");
+        }
+        if (steady_clock::now() > end) Fail("no message came");
+        ::Sleep(kStep);
+    }
+}
+
+void ProgramUnderTest::WaitUntilGone(HWND window) {
+    const auto end = steady_clock::now() + kWindowPatience;
+    while (::IsWindow(window) != FALSE) {
+        if (steady_clock::now() > end) Fail("a window stays that should be gone");
+        ::Sleep(kStep / 5);
+    }
+}
+
+void ProgramUnderTest::PlaceSpy(HWND window) {
+    if (spy_ != nullptr) return;
+    const HMODULE library = ::LoadLibraryA("e2e_spy.dll");
+    if (library == nullptr) throw HarnessFailure("e2e_spy.dll is not beside the test program");
+    const auto procedure =
+        reinterpret_cast<HOOKPROC>(reinterpret_cast<void*>(::GetProcAddress(library, kSpyProcedure)));
+    spy_ = ::SetWindowsHookExA(WH_CALLWNDPROCRET, procedure, library,
+                               ::GetWindowThreadProcessId(window, nullptr));
+    if (spy_ == nullptr) throw HarnessFailure("the spy could not be placed");
+}
+
+void ProgramUnderTest::Fail(const std::string& reason) const {
+    throw HarnessFailure(RecordEvidence(ProcessId(), reason));
+}
+
+}  // namespace velbooter::e2e

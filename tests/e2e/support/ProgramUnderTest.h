@@ -1,0 +1,81 @@
+#pragma once
+// One run of the real velbooter.exe, watched and answered from outside. Whatever the program shows that a
+// test did not ask for is that test's failure.
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/ShownMessage.h"
+
+namespace velbooter::e2e {
+
+class ProgramUnderTest {
+ public:
+    /// Starts the program of `folder`, which must live longer. Its command line is its path between double
+    /// quotes and then `arguments` to the letter, the separating blank included. The current folder is not
+    /// the program's own, so that nothing relies on it.
+    ProgramUnderTest(const ApplicationFolder& folder, const std::string& arguments);
+
+    /// Ends a program that still runs, which is a failure of the test.
+    ~ProgramUnderTest();
+    ProgramUnderTest(const ProgramUnderTest&) = delete;
+    ProgramUnderTest& operator=(const ProgramUnderTest&) = delete;
+
+    /// Waits for the next message box and reads it. It stays until Press.
+    ShownMessage Message();
+
+    /// Presses a button of the message box that Message has read, and waits until the box is gone.
+    void Press(const std::string& button);
+
+    /// Presses a button that leaves the message box standing.
+    void PressAndKeep(const std::string& button);
+
+    /// Waits for the next message box, reads it and presses `button`.
+    ShownMessage Answer(const std::string& button);
+
+    /// Waits for the dialog that asks for a file.
+    HWND FileDialog();
+
+    /// Waits until `window` is gone.
+    void WaitUntilGone(HWND window);
+
+    /// Waits for the end and returns the exit code. Fails at any window but the wait window.
+    DWORD ExitCode();
+
+    /// Ends the program from outside, as a task manager would, and waits until it is gone.
+    void Kill();
+
+    DWORD ProcessId() const { return process_.dwProcessId; }
+
+    /// The wait window, or null while it is not shown.
+    HWND WaitWindow() const;
+
+    /// The status line of the wait window; "" while it is not shown.
+    std::string Status() const;
+
+    /// Every text the status line has received since the first message was read, in order.
+    std::vector<std::string> StatusTexts() const;
+
+    /// Whether the wait window was ever seen on the screen.
+    bool SawWaitWindow() const { return sawWaitWindow_; }
+
+ private:
+    enum class Dialogs { Allowed, Refused };
+
+    bool IsRunning() const;
+    HWND Look(Dialogs dialogs);
+    HWND NextDialog();
+    void PlaceSpy(HWND window);
+    [[noreturn]] void Fail(const std::string& reason) const;
+
+    std::string statusFile_;
+    PROCESS_INFORMATION process_{};
+    HHOOK spy_ = nullptr;
+    HWND box_ = nullptr;  ///< the message box that was read and not yet answered
+    bool sawWaitWindow_ = false;
+};
+
+}  // namespace velbooter::e2e

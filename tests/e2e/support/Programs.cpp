@@ -1,0 +1,97 @@
+#include "tests/e2e/support/Programs.h"
+
+#include <tlhelp32.h>
+
+#include "tests/e2e/support/HarnessFailure.h"
+
+namespace velbooter::e2e {
+
+namespace {
+
+constexpr DWORD kKilled = 77;
+constexpr DWORD kPatience = 60000;
+
+// Returns whether the process was still at work.
+bool KillAndWait(HANDLE process) {
+    ::TerminateProcess(process, kKilled);
+    ::WaitForSingleObject(process, kPatience);
+    DWORD code = 0;
+    ::GetExitCodeProcess(process, &code);
+    return code == kKilled;
+}
+
+// Returns the child's process id, or 0.
+DWORD FindChild(DWORD parent, const std::string& name) {
+    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32 entry{};
+    entry.dwSize = sizeof entry;
+    DWORD found = 0;
+    for (BOOL more = ::Process32First(snapshot, &entry); more != FALSE;
+         more = ::Process32Next(snapshot, &entry)) {
+        if (entry.th32ParentProcessID == parent && ::lstrcmpiA(entry.szExeFile, name.c_str()) == 0) {
+            found = entry.th32ProcessID;
+        }
+    }
+    ::CloseHandle(snapshot);
+    return found;
+}
+
+}  // namespace
+
+std::string TestProgram(const std::string& name) {
+    char path[MAX_PATH] = "";
+    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
+    const std::string own = path;
+    return own.substr(0, own.rfind('\\') + 1) + name;
+}
+
+StartedTool::StartedTool(const std::string& commandLine, const std::string& folder) {
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    std::string line = commandLine;
+    if (::CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+                         folder.c_str(), &startup, &process) == 0) {
+        throw HarnessFailure("did not start: " + commandLine);
+    }
+    ::CloseHandle(process.hThread);
+    process_ = process.hProcess;
+}
+
+StartedTool::~StartedTool() {
+    KillAndWait(process_);
+    ::CloseHandle(process_);
+}
+
+DWORD StartedTool::ExitCode() {
+    if (::WaitForSingleObject(process_, kPatience) != WAIT_OBJECT_0)
+        throw HarnessFailure("a tool does not end");
+    DWORD code = 0;
+    ::GetExitCodeProcess(process_, &code);
+    return code;
+}
+
+bool StartedTool::Kill() {
+    return KillAndWait(process_);
+}
+
+bool KillChild(DWORD parent, const std::string& name) {
+    constexpr ULONGLONG kWait = 10000;
+    const ULONGLONG end = ::GetTickCount64() + kWait;
+    for (;;) {
+        const DWORD child = FindChild(parent, name);
+        const HANDLE process =
+            child == 0
+                ? nullptr
+                : ::OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE | PROCESS_QUERY_INFORMATION, FALSE, child);
+        if (process != nullptr) {
+            const bool killed = KillAndWait(process);
+            ::CloseHandle(process);
+            return killed;
+        }
+        if (::GetTickCount64() > end) throw HarnessFailure(name + " was not started");
+        ::Sleep(1);
+    }
+}
+
+}  // namespace velbooter::e2e

@@ -1,0 +1,33 @@
+#pragma once
+// A message box as another process sees it, read in full and pressed by messages.
+
+#include <windows.h>
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/spy/SpyProtocol.h"
+
+namespace velbooter::e2e {
+
+/// Everything that a message box shows. Buttons are their texts from left to right, without access keys.
+struct ShownMessage {
+    std::string Text;
+    std::string Title;
+    std::vector<std::string> Buttons;
+    Picture Icon = Picture::None;
+
+    bool operator==(const ShownMessage&) const = default;
+};
+
+/// Prints a message for GoogleTest.
+void PrintTo(const ShownMessage& message, std::ostream* out);
+
+/// Reads the box `box`, in whose thread the spy must be.
+ShownMessage ReadMessageBox(HWND box);
+
+/// Presses the button that reads `button` and returns at once. Throws HarnessFailure when the box has none.
+void PressButton(HWND box, const std::string& button);
+
+}  // namespace velbooter::e2e

@@ -1,0 +1,34 @@
+#pragma once
+// Looks at the windows of another process: by process and class, never by position on the screen.
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace velbooter::e2e {
+
+struct WindowInfo {
+    HWND Handle = nullptr;
+    std::string Class;
+    int Id = 0;  ///< of a child; 0 for a top-level window
+    bool Visible = false;
+    bool Enabled = false;
+};
+
+/// The top-level windows of a process, from the topmost down, hidden ones included.
+std::vector<WindowInfo> TopLevelWindows(DWORD process);
+
+/// All windows below `parent`, children of children included.
+std::vector<WindowInfo> ChildWindows(HWND parent);
+
+/// A window's text, asked of the window itself; "" when it does not answer within a second.
+std::string TextOf(HWND window);
+
+/// A window's text as the system keeps it, which asks nothing of a busy window.
+std::string KeptTextOf(HWND window);
+
+/// The windows of a process as an indented tree, for a person to read.
+std::string DescribeWindows(DWORD process);
+
+}  // namespace velbooter::e2e
