@@ -37,6 +37,7 @@ void ReadFolder(SourceTree& tree, std::size_t index) {
                              return Rank(left) < Rank(right);
                          });
     std::vector<std::string> names;
+    names.reserve(found.size());
     for (const tools::HostFile& file : found) names.push_back(file.Name);
     const std::vector<DirectoryName> stored = NameEntries(shown, names);
     for (std::size_t i = 0; i < found.size(); ++i) {
