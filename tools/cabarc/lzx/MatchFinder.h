@@ -23,7 +23,8 @@ class Match {
 
 /// Limits of the search.
 struct SearchLimits {
-    /// Tree nodes visited per position. 48 finds all but 0.2 % of what 400 finds.
+    /// Tree nodes visited per position. On the reference sets twice as many save 0.06 %, half as many lose
+    /// 0.06 %.
     int Depth = 48;
     /// A match this long ends the search and is taken by the parser at once; it keeps runs from going
     /// quadratic.

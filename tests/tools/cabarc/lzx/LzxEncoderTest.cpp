@@ -73,7 +73,7 @@ TEST(LzxEncoder, ReachesTheWholeWindowAndNeverBeyond) {
     // A repetition at the largest offset in use is found, one byte farther it is not.
     for (const std::size_t distance : {32764, 32765}) {
         Bytes input = RandomBytes(distance, 3);
-        input.insert(input.end(), input.begin(), input.begin() + 32768);
+        for (std::size_t i = 0; i < 32768; ++i) input.push_back(input[i]);
         const std::size_t packed = Pack(input, 15).PackedSize();
         if (distance == 32764) {
             EXPECT_LT(packed, 34'000U);
@@ -86,8 +86,8 @@ TEST(LzxEncoder, ReachesTheWholeWindowAndNeverBeyond) {
 TEST(LzxEncoder, SlidesOverFoldersLongerThanItsBuffer) {
     for (const DataKind& kind : DataKinds()) {
         SCOPED_TRACE(kind.Name);
-        RoundTrip(kind.Make(5'400'001, 11), 21);
-        RoundTrip(kind.Make(2'500'000, 12), 15);
+        RoundTrip(kind.Make(4'400'001, 11), 21);
+        RoundTrip(kind.Make(2'300'000, 12), 15);
     }
 }
 
