@@ -62,6 +62,7 @@ Machine::Machine(const std::string& image, const std::string& reportFile, Displa
     posix_spawn_file_actions_adddup2(&actions, fromMachine[1], 1);
     posix_spawn_file_actions_adddup2(&actions, fromMachine[1], 2);
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     const int error = posix_spawnp(&process_, arguments[0], &actions, nullptr, arguments.data(), environ);

@@ -22,6 +22,7 @@ ProgramResult RunProgram(const std::vector<std::string>& words) {
     posix_spawn_file_actions_adddup2(&actions, ends[1], 2);
     std::vector<std::string> copies = words;
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : copies) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     pid_t process = 0;
