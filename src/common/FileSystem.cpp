@@ -14,6 +14,12 @@ void ClearAttributes(const std::string& file) {
     }
 }
 
+bool CanBeRead(const std::string& file) {
+    return static_cast<bool>(FileHandle(
+        ::CreateFileA(file.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)));
+}
+
 bool MeansNothingThere(DWORD error) {
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_NO_MORE_FILES ||
            error == ERROR_INVALID_NAME || error == ERROR_DIRECTORY;
@@ -39,9 +45,9 @@ std::optional<FolderEntry> FolderListing::Next() {
 void CopyFileOver(const std::string& source, const std::string& destination) {
     ClearAttributes(destination);
     if (::CopyFileA(source.c_str(), destination.c_str(), FALSE) == 0) {
-        const DWORD error = ::GetLastError();
-        if (RuntimeErrorFromSystem(error) == kDiskFull) ::DeleteFileA(destination.c_str());
-        throw RuntimeError(RuntimeErrorFromSystem(error), destination);
+        const int number = RuntimeErrorFromSystem(::GetLastError());
+        if (number == kDiskFull) ::DeleteFileA(destination.c_str());
+        throw RuntimeError(number, CanBeRead(source) ? destination : source);
     }
 }
 

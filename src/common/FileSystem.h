@@ -37,7 +37,8 @@ class FolderListing {
 };
 
 /// Copies a file, replacing the destination. Its read-only, hidden and system attributes do not protect an
-/// old destination. A copy that ends for want of space leaves no part of the file behind.
+/// old destination. A copy that ends for want of space leaves no part of the file behind. The error names the
+/// source when that cannot be read, else the destination.
 void CopyFileOver(const std::string& source, const std::string& destination);
 
 /// Deletes a file whatever its attributes are.

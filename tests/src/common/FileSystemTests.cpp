@@ -88,6 +88,24 @@ TEST_F(FileFunctions, CopyingRaisesTheFileErrors) {
     EXPECT_FALSE(Folder.HasFile("b"));
 }
 
+TEST_F(FileFunctions, AFailedCopyNamesTheFileThatIsToBlame) {
+    const std::string source = Folder.Write("a", "new");
+    const auto fileOf = [](const std::string& from, const std::string& to) -> std::string {
+        try {
+            CopyFileOver(from, to);
+        } catch (const RuntimeError& error) {
+            return error.File;
+        }
+        return "no error";
+    };
+    EXPECT_EQ(Folder.At("missing"), fileOf(Folder.At("missing"), Folder.At("b")));
+    EXPECT_EQ(Folder.At("nowhere\\b"), fileOf(source, Folder.At("nowhere\\b")));
+    const std::string locked = Folder.Write("locked", "old");
+    LockedFile lock(locked);
+    EXPECT_EQ(locked, fileOf(source, locked));
+    EXPECT_EQ(locked, fileOf(locked, Folder.At("b")));
+}
+
 TEST_F(FileFunctions, DeletingIgnoresAttributes) {
     Folder.Write("a");
     Folder.SetAttributes("a", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);

@@ -189,7 +189,7 @@ TEST_F(DosFilesCheck, AnErrorOfTheImportIsShownAndEndsTheProgram) {
     Folder.Write("cd\\BASE5.CAB");  // the CD lacks EXTRACT.EXE
     Screen.Expect(NoCommandFolder(), Answer::Ok);
     Screen.ExpectOpenDialog("", Folder.At("cd\\BASE5.CAB"));
-    Screen.ExpectMessageWith({"53", "File not found", "EXTRACT.EXE"});
+    Screen.ExpectMessageWith({"53", "File not found", Folder.At("cd\\EXTRACT.EXE")});
     ExpectEnd([&] { CheckDOSFiles(App); });
 }
 
