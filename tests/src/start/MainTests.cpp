@@ -92,5 +92,14 @@ TEST_F(ProgramStart, AnEmptyCommandLinePreparesTheFolderAndSaysSo) {
     EXPECT_TRUE(Folder.Calls("bfi.exe").empty());
 }
 
+TEST_F(ProgramStart, AFailedPreparationWithoutACommandLineIsShownOnce) {
+    WriteDosFiles();
+    MakeDisk();
+    LockedFile lock(Folder.Write("Drivers.ini", "old"));
+    Screen.ExpectMessageWith({"70", "Permission denied", "Drivers.ini"});
+    EXPECT_EQ(ExitCode::InternalError, Start(""));
+    EXPECT_TRUE(App.RunEnded);
+}
+
 }  // namespace
 }  // namespace velbooter::testing
