@@ -30,7 +30,7 @@ timeout 20 qemu-system-i386 -display none -no-reboot -net none -m 16 -boot a -se
     -drive "if=floppy,format=raw,readonly=on,file=${image//,/,,}" </dev/null >build/demo-qemu.log 2>&1 &
 machine=$!
 for _ in $(seq 200); do
-    grep -q 'IO\.SYS' "$serial" 2>/dev/null && break
+    grep -aq $'IO\\.SYS.*\r' "$serial" 2>/dev/null && break # the whole line, up to its end
     kill -0 "$machine" 2>/dev/null || break
     sleep 0.1
 done
