@@ -18,7 +18,7 @@ std::string TrimAtNul(const std::string& text);
 /// Returns whether `character` (a string of one character) is "\" or "/".
 bool IsPathSeparator(const std::string& character);
 
-/// Splits `path` at its last separator. Returns true with `folder` (without the separator, so "" for "\\a")
+/// Splits `path` at its last separator. Returns true with `folder` (without the separator, so "" for "\a")
 /// and `file` set. Without a separator `folder` becomes the current folder, `file` the whole path, and the
 /// result is false; a path that ends in a separator sets nothing and gives false.
 bool SplitPath(const std::string& path, std::string& folder, std::string& file);
