@@ -30,8 +30,9 @@ class MemberReceiver {
 /// Throws ToolError when this system cannot unpack cabinets.
 void RequireUnpacking();
 
-/// Unpacks the wanted members of the cabinet at `file`, whose directory was read before. `label` names it in
-/// messages. Throws ToolError when its data is damaged or uses a method that the system does not know.
+/// Unpacks the wanted members of the cabinet at `file`, whose directory was read before and which is no part
+/// of a set. `label` names it in messages. Throws ToolError when its data is damaged or uses a method that
+/// the system does not know.
 void UnpackCabinet(const std::filesystem::path& file, const std::string& label,
                    const CabinetDirectory& directory, MemberReceiver& receiver);
 

@@ -48,7 +48,7 @@ class Extractor : public InTestFolder {
     ~Extractor() override { std::filesystem::current_path(Folder); }
 };
 
-class ExtractorOfMethod : public Extractor, public ::testing::WithParamInterface<const char*> {};
+class ExtractorOfMethod : public Extractor, public ::testing::WithParamInterface<std::string> {};
 
 TEST_P(ExtractorOfMethod, GivesBackContentsNamesTimesAndAttributes) {
     WriteBytes("../in/autoexec.bat", ProseOf(3000));

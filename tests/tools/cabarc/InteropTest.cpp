@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <ostream>
 
 #include "tests/tools/cabarc/RunProgram.h"
 #include "tests/tools/cabarc/TestFolder.h"
@@ -30,6 +31,8 @@ const Unpacker kUnpackers[] = {
 struct Tree {
     const char* Name;
     std::function<void()> Make;  ///< fills the folder in
+
+    friend std::ostream& operator<<(std::ostream& out, const Tree& tree) { return out << tree.Name; }
 };
 
 void MakeMixedTree() {
@@ -82,7 +85,7 @@ const Tree kTrees[] = {{"Mixed", MakeMixedTree}, {"FarMatches", MakeFarMatches},
                        {"Borders", MakeBorders}, {"ForeignNames", MakeForeignNames},
                        {"OneByte", MakeOneByte}, {"EmptyFiles", MakeEmptyFiles}};
 
-const char* const kMethods[] = {"NONE", "MSZIP", "LZX:15", "LZX:18", "LZX:21"};
+const std::string kMethods[] = {"NONE", "MSZIP", "LZX:15", "LZX:18", "LZX:21"};
 
 std::map<std::string, DosTime> TimesOf(const std::string& folder) {
     std::map<std::string, DosTime> times;
@@ -97,13 +100,12 @@ std::map<std::string, DosTime> TimesOf(const std::string& folder) {
     return times;
 }
 
-class Interop : public InTestFolder, public ::testing::WithParamInterface<std::tuple<Tree, const char*>> {};
+class Interop : public InTestFolder, public ::testing::WithParamInterface<std::tuple<Tree, std::string>> {};
 
 TEST_P(Interop, OthersUnpackIt) {
     const auto& [tree, method] = GetParam();
     tree.Make();
-    const ProgramResult packed =
-        RunCabarc(std::string("-m ") + method + " -p -r -P 'in\\' n out.cab 'in\\*.*'");
+    const ProgramResult packed = RunCabarc("-m " + method + " -p -r -P 'in\\' n out.cab 'in\\*.*'");
     ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;
     const auto files = TreeOf("in");
     const auto times = TimesOf("in");
