@@ -280,7 +280,7 @@ TEST(Kill, ImageIsOldOrCompleteWheneverItsToolIsKilled) {
 TEST(Kill, CabinetIsOldOrCompleteWheneverItsToolIsKilled) {
     const ApplicationFolder folder;
     folder.Write("out\\dos.cab", kOldImage);
-    folder.Write("dos\\LONG.TXT", LongText().substr(0, 400000));
+    folder.Write("dos\\LONG.TXT", LongText().substr(0, 100000));
     KilledTool(folder, folder.Path("cabarc.exe") + " -m LZX:21 -p -r -P dos\\ n out\\dos.cab dos\\*.*",
                "dos.cab")
         .ExpectOldOrNewAtEveryMoment();

@@ -50,7 +50,7 @@ StartedTool::StartedTool(const std::string& commandLine, const std::string& fold
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
     std::string line = commandLine;
-    if (::CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+    if (::CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS, nullptr,
                          folder.c_str(), &startup, &process) == 0) {
         throw HarnessFailure("did not start: " + commandLine);
     }

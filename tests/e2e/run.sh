@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Runs a test program in Wine and prints what it printed: run.sh PROGRAM [ARGUMENT...]
+# Wine's own processes outlive a test and hold its output open, for which the test runner would wait.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+status=0
+"$root/scripts/wine.sh" "$@" >"$log" 2>&1 </dev/null || status=$?
+cat "$log"
+exit "$status"
