@@ -9,10 +9,12 @@ namespace velbooter {
 namespace {
 
 // The prefix is compared as text alone, so a folder whose name merely begins like the application folder is
-// cut too.
+// cut too. A target of a command line that begins with a backslash stands behind two of them; it is relative
+// all the same, so it must not reach the tool as a path from the drive's root.
 std::string RelativeToApplication(const Application& app, const std::string& path) {
     if (!StartsWithIgnoringCase(path, app.ApplicationFolder)) return path;
-    const size_t begin = app.PathOf("").size();
+    size_t begin = app.PathOf("").size();
+    if (path.compare(begin - 1, 1, "\\") == 0) begin = path.find_first_not_of('\\', begin);
     return begin < path.size() ? path.substr(begin) : "";
 }
 

@@ -53,6 +53,12 @@ TEST_F(FloppyImages, ALongerFolderNameIsCutAsIfItWereOurs) {
     EXPECT_EQ(Expected("le\\a.img"), Arguments(Folder.Path() + "xle\\a.img"));
 }
 
+// The command line's target \boot.img stands behind the application folder and its backslash.
+TEST_F(FloppyImages, ATargetThatBeganWithABackslashStaysInTheApplicationFolder) {
+    EXPECT_EQ(Expected("boot.img"), Arguments(Folder.Path() + "\\\\boot.img"));
+    EXPECT_EQ(Expected("out\\boot.img"), Arguments(Folder.Path() + "\\\\\\out\\boot.img"));
+}
+
 TEST_F(FloppyImages, TheApplicationFolderItselfLeavesNothing) {
     EXPECT_EQ(Expected(""), Arguments(Folder.Path()));
     EXPECT_EQ(Expected(""), Arguments(Folder.Path() + "\\"));
