@@ -191,6 +191,7 @@ TEST_P(RelativeTarget, IsMadeBelowTheApplicationFolder) {
 INSTANTIATE_TEST_SUITE_P(
     Each, RelativeTarget,
     testing::Values(Target{"InMissingFolders", " custom images\\deep\\boot.img", "images\\deep\\boot.img"},
+                    Target{"BeginningWithABackslash", " custom \\images\\boot.img", "images\\boot.img"},
                     Target{"WithBlanks", " custom my images\\a b.img ", "my images\\a b.img"},
                     Target{"WithOptionsBehindIt", " custom a.img -sel", "a.img -sel"},
                     // The target is cut behind the first "custom", which is in the plugin's name.
