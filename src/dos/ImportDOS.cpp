@@ -7,6 +7,7 @@
 #include "src/common/Text.h"
 #include "src/disk/ExternalTools.h"
 #include "src/dos/DosFileList.h"
+#include "src/forms/WaitStatus.h"
 
 namespace velbooter {
 
@@ -29,24 +30,15 @@ std::string WithBackslash(std::string folder) {
     return folder;
 }
 
-void SetStatus(Application& app, const std::string& status) {
-    app.Wait.LblStatus.Caption = status;
-    app.Screen.Repaint();
-}
-
 // Shows the wait window as long as it lives.
 class ShownWaitWindow {
  public:
-    explicit ShownWaitWindow(Application& app) : app_(app) { Show(true); }
-    ~ShownWaitWindow() { Show(false); }
+    explicit ShownWaitWindow(Application& app) : app_(app) { ShowWaitWindow(app_, true); }
+    ~ShownWaitWindow() { ShowWaitWindow(app_, false); }
     ShownWaitWindow(const ShownWaitWindow&) = delete;
     ShownWaitWindow& operator=(const ShownWaitWindow&) = delete;
 
  private:
-    void Show(bool visible) {
-        app_.Wait.Visible = visible;
-        app_.Screen.Repaint();
-    }
     Application& app_;
 };
 
@@ -54,11 +46,11 @@ void ForEachDosFile(Application& app, const std::function<void(const std::string
     const ShownWaitWindow window(app);
     int number = 0;
     for (const char* name : kDosFiles) {
-        SetStatus(app, std::string("Please wait ... Importing ") + name + " (" + std::to_string(++number) +
-                           "/" + std::to_string(kDosFiles.size()) + ")");
+        SetWaitStatus(app, std::string("Please wait ... Importing ") + name + " (" +
+                               std::to_string(++number) + "/" + std::to_string(kDosFiles.size()) + ")");
         import(name);
     }
-    SetStatus(app, "Please wait ... Checking import process");
+    SetWaitStatus(app, "Please wait ... Checking import process");
 }
 
 // The part that both CD imports share: `extract` runs the tool for one member of the cabinets.

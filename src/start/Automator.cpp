@@ -7,6 +7,7 @@
 #include "src/disk/FileLists.h"
 #include "src/forms/CancelApp.h"
 #include "src/forms/ErrorMessage.h"
+#include "src/forms/WaitStatus.h"
 #include "src/start/BuildRun.h"
 #include "src/start/Catalogue.h"
 #include "src/start/InitApp.h"
@@ -17,18 +18,12 @@ namespace {
 
 // Ends a batch run that has shown its wait window.
 [[noreturn]] void EndRun(Application& app, ExitCode code) {
-    app.Wait.Visible = false;
-    app.Screen.Repaint();
+    ShowWaitWindow(app, false);
     throw ProgramEnd{code};
 }
 
 void EndRunIfCanceled(Application& app) {
     if (app.RunEnded) EndRun(app, ExitCode::Canceled);
-}
-
-void SetStatus(Application& app, const std::string& status) {
-    app.Wait.LblStatus.Caption = status;
-    app.Screen.Repaint();
 }
 
 // The name of a plugin is deliberately not shown: its line ends after the colon.
@@ -60,7 +55,7 @@ std::int16_t FindDisk(const FrmWizard& wizard, const std::string& diskName) {
 }
 
 void SelectDisk(Application& app, const std::string& diskName) {
-    SetStatus(app, "Getting Disk Configuration INI file ...");
+    SetWaitStatus(app, "Getting Disk Configuration INI file ...");
     app.SelectedDiskIndex = FindDisk(app.Wizard, diskName);
     if (app.SelectedDiskIndex != 0) return;
     app.Screen.ShowMessage(
@@ -80,20 +75,20 @@ void SelectTarget(Application& app, const CommandLineValues& values) {
 void Build(Application& app, const CommandLineValues& values) {
     InitApp(app);
     EndRunIfCanceled(app);
-    SetStatus(app, "Getting a list of Disks Configuration ...");
+    SetWaitStatus(app, "Getting a list of Disks Configuration ...");
     Fill_DiskList(app);
     SelectDisk(app, values.DiskName);
 
     const auto row = static_cast<size_t>(app.SelectedDiskIndex - 1);
     const std::string name = LowerCase(app.Wizard.LV_Disk.ListItems[row].SubItem);
-    SetStatus(app, "Processing " + name + ".ini file ...");
+    SetWaitStatus(app, "Processing " + name + ".ini file ...");
     Init_Lists(app, name + ".ini");
     EndRunIfCanceled(app);
 
-    SetStatus(app, "Getting files list to be copied to the floppy image ...");
+    SetWaitStatus(app, "Getting files list to be copied to the floppy image ...");
     FillInitialList(app);
     SelectTarget(app, values);
-    SetStatus(app, "Creating the floppy image file ...");
+    SetWaitStatus(app, "Creating the floppy image file ...");
     FinishApp(app, values.PluginName);
 }
 
@@ -101,8 +96,7 @@ void Build(Application& app, const CommandLineValues& values) {
 
 void RunBatch(Application& app, const CommandLineValues& values) {
     if (values.ParameterError) ConfirmParameters(app, values);
-    app.Wait.Visible = true;
-    app.Screen.Repaint();
+    ShowWaitWindow(app, true);
     try {
         Build(app, values);
     } catch (const RuntimeError& error) {

@@ -6,6 +6,7 @@
 #include "src/disk/Plugins.h"
 #include "src/disk/Staging.h"
 #include "src/forms/CancelApp.h"
+#include "src/forms/WaitStatus.h"
 
 namespace velbooter {
 
@@ -15,8 +16,7 @@ namespace {
 constexpr const char* kCheckMark = "\xFC";
 
 void BeginStep(Application& app, Label& line) {
-    app.Wait.LblStatus.Caption = line.Caption + " ...";
-    app.Screen.Repaint();
+    SetWaitStatus(app, line.Caption + " ...");
     line.Bold = true;
     app.Screen.Repaint();
 }
