@@ -3,6 +3,7 @@
 # packing against gcab's MSZIP. The reference sets are made from Debian packages on the first run (build/corpus).
 # usage: bench.sh [RUNS]   (timed runs of each command, 20 when not given)
 set -euo pipefail
+shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 runs=${1:-20}
 "$root/scripts/setup.sh"
@@ -15,8 +16,12 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cp build/host/boot/bootsect.bin "$work/boot.bin"
 
-median() { # median COMMAND: the median wall time in milliseconds
-    hyperfine -N -w 3 -r "$runs" --export-json "$work/time.json" "$1" >/dev/null 2>&1
+median() { # median COMMAND: the median wall time in milliseconds; ends the script when the command fails
+    rm -f "$work/time.json"
+    if ! hyperfine -N -w 3 -r "$runs" --export-json "$work/time.json" "$1" >"$work/hyperfine.log" 2>&1; then
+        cat "$work/hyperfine.log" >&2
+        return 1
+    fi
     sed -n 's/^ *"median": \([0-9.e-]*\),*/\1/p' "$work/time.json" | awk '{ printf "%.2f", $1 * 1000 }'
 }
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a / b }'; }
