@@ -56,12 +56,14 @@ class Parser {
             TakeOperatingSystem();
         } else if (Is({"-k", "/k", "-keyfile", "/keyfile"})) {
             values_.UseKeyFile = true;
-        } else if (Is({"-d", "/d", "-i", "/i"})) {
-            // Accepted, so that command lines that carry them are not rejected; nothing uses them.
+        } else if (Is({"-d", "/d"})) {
+            values_.DriversFlag = true;
         } else if (Is({"-p", "/p", "-plugin", "/plugin"})) {
             TakePlugin();
         } else if (Is({"-sel", "/sel"})) {
             values_.ShowDriverDialog = true;
+        } else if (Is({"-i", "/i"})) {
+            // Accepted, so that command lines that carry it are not rejected.
         } else if (Is({"-t", "/t"})) {
             TakeImageType();
         } else if (LooksLikeOption(Token())) {

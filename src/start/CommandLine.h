@@ -14,6 +14,7 @@ struct CommandLineValues {
     int ImageType = 0;  ///< 0 not given, 1 for 1.44 MB, 2 for 2.88 MB
     bool UseKeyFile = false;
     std::string PluginName;
+    bool DriversFlag = false;  ///< accepted and handed on; nothing uses it
     bool ShowDriverDialog = false;
     bool ParameterError = false;  ///< an option was wrong and has been reported
 };

@@ -101,6 +101,9 @@ TEST_F(CommandLine, EveryWordOfTheTableIsKnownInAnyCase) {
         EXPECT_EQ(1, Parse(word + " 144 x").ImageType) << word;
         EXPECT_EQ(2, Parse(word + " 288 x").ImageType) << word;
     }
+    for (const std::string word : {"-d", "/d", "-D"}) {
+        EXPECT_TRUE(Parse(word + " x").DriversFlag) << word;
+    }
     for (const std::string word :
          {"-d", "/d", "-D", "-i", "/i", "/I", "-o v", "/o v", "-os v", "/os v", "-OS v"}) {
         const CommandLineValues values = Parse(word + " x");
