@@ -15,10 +15,10 @@
 namespace boot::testing {
 namespace {
 
-using bfi::Geometry;
-using bfi::testing::FatImage;
-using bfi::testing::ReadFatImage;
 using ::testing::HasSubstr;
+using tools::bfi::Geometry;
+using tools::bfi::testing::FatImage;
+using tools::bfi::testing::ReadFatImage;
 using tools::testing::Bytes;
 using tools::testing::NoiseBytes;
 
@@ -42,13 +42,13 @@ Bytes Probe() {
 
 class Boot : public ::testing::TestWithParam<std::string> {
  protected:
-    const Geometry& Format() const { return *bfi::GeometryOfType(GetParam()); }
+    const Geometry& Format() const { return *tools::bfi::GeometryOfType(GetParam()); }
     std::string Image() const { return Files.Text("disk.img"); }
     std::string Report() const { return Files.Text("report"); }
 
     void BuildDisk(const std::string& label = "Velstart") const {
         Files.MakeFolder("tree");
-        bfi::BuildImage({BOOT_SECTOR, label, &Format(), Image(), Files.Text("tree")});
+        tools::bfi::BuildImage({BOOT_SECTOR, label, &Format(), Image(), Files.Text("tree")});
     }
 
     // Starts the disk, whose IO.SYS is the probe, and returns what that reports.

@@ -9,7 +9,7 @@
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 
-namespace bfi {
+namespace tools::bfi {
 namespace {
 
 constexpr std::size_t kDescriptionStart = 0x0B;
@@ -80,4 +80,4 @@ void SetSerialNumber(std::span<std::uint8_t> image, std::uint32_t serial) {
     tools::PutU32(image.data() + kSerialStart, serial);
 }
 
-}  // namespace bfi
+}  // namespace tools::bfi

@@ -9,7 +9,7 @@
 #include "tools/bfi/Geometry.h"
 #include "tools/bfi/ShortName.h"
 
-namespace bfi {
+namespace tools::bfi {
 
 using BootSector = std::array<std::uint8_t, kSectorBytes>;
 
@@ -25,4 +25,4 @@ BootSector DescribeDisk(const BootSector& code, const Geometry& geometry, const 
 /// Stores the serial number in an image (or a boot sector alone).
 void SetSerialNumber(std::span<std::uint8_t> image, std::uint32_t serial);
 
-}  // namespace bfi
+}  // namespace tools::bfi

@@ -2,7 +2,7 @@
 
 #include "tools/shared/ToolError.h"
 
-namespace bfi {
+namespace tools::bfi {
 namespace {
 
 constexpr char kUsage[] =
@@ -55,4 +55,4 @@ ImageRequest ParseCommandLine(const std::vector<std::string>& arguments) {
     return request;
 }
 
-}  // namespace bfi
+}  // namespace tools::bfi

@@ -8,7 +8,7 @@
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
 
-namespace bfi {
+namespace tools::bfi {
 namespace {
 
 constexpr std::size_t kLongestName = 255;
@@ -96,4 +96,4 @@ std::vector<DirectoryName> NameEntries(const std::string& folder, const std::vec
     return stored;
 }
 
-}  // namespace bfi
+}  // namespace tools::bfi

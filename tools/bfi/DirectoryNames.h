@@ -8,7 +8,7 @@
 
 #include "tools/bfi/ShortName.h"
 
-namespace bfi {
+namespace tools::bfi {
 
 /// Number of UTF-16 units of a long name that one 32-byte entry holds.
 constexpr std::size_t kUnitsPerLongNamePart = 13;
@@ -27,4 +27,4 @@ struct DirectoryName {
 /// the same to DOS.
 std::vector<DirectoryName> NameEntries(const std::string& folder, const std::vector<std::string>& names);
 
-}  // namespace bfi
+}  // namespace tools::bfi

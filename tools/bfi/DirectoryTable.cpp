@@ -6,7 +6,7 @@
 #include "tools/bfi/Geometry.h"
 #include "tools/shared/ByteOrder.h"
 
-namespace bfi {
+namespace tools::bfi {
 namespace {
 
 // Where the characters of a long name lie in an entry.
@@ -59,4 +59,4 @@ void DirectoryTable::Add(const DirectoryName& name, const EntryFacts& facts) {
     Add(name.Short, facts);
 }
 
-}  // namespace bfi
+}  // namespace tools::bfi

@@ -9,7 +9,7 @@
 #include "tools/bfi/ShortName.h"
 #include "tools/shared/DosTime.h"
 
-namespace bfi {
+namespace tools::bfi {
 
 constexpr std::uint8_t kLabelAttribute = 0x08;
 constexpr std::uint8_t kFolderAttribute = 0x10;
@@ -40,4 +40,4 @@ class DirectoryTable {
     std::span<std::uint8_t> free_;
 };
 
-}  // namespace bfi
+}  // namespace tools::bfi

@@ -6,7 +6,7 @@
 
 #include "tools/shared/ByteOrder.h"
 
-namespace bfi {
+namespace tools::bfi {
 namespace {
 
 constexpr std::uint32_t kEndOfChain = 0xFFF;
@@ -55,4 +55,4 @@ void FatVolume::SetFatEntry(std::uint32_t cluster, std::uint32_t value) {
     tools::PutU16(pair, cluster % 2 == 0 ? (old & 0xF000U) | value : (old & 0x000FU) | (value << 4));
 }
 
-}  // namespace bfi
+}  // namespace tools::bfi

@@ -10,7 +10,7 @@
 #include "tools/bfi/BootSector.h"
 #include "tools/bfi/Geometry.h"
 
-namespace bfi {
+namespace tools::bfi {
 
 class FatVolume {
  public:
@@ -40,4 +40,4 @@ class FatVolume {
     std::uint32_t nextCluster_ = kFirstCluster;
 };
 
-}  // namespace bfi
+}  // namespace tools::bfi

@@ -1,6 +1,6 @@
 #include "tools/bfi/Geometry.h"
 
-namespace bfi {
+namespace tools::bfi {
 namespace {
 
 constexpr Geometry kFloppy144{"1.44 MB", 2880, 1, 224, 9, 18, 2};
@@ -17,4 +17,4 @@ const Geometry* GeometryOfType(const std::string& type) {
     return nullptr;
 }
 
-}  // namespace bfi
+}  // namespace tools::bfi

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-namespace bfi {
+namespace tools::bfi {
 
 constexpr std::size_t kSectorBytes = 512;
 constexpr std::size_t kDirectoryEntryBytes = 32;
@@ -40,4 +40,4 @@ struct Geometry {
 /// Returns the format that the type "144" or "288" names, or nullptr for any other text.
 const Geometry* GeometryOfType(const std::string& type);
 
-}  // namespace bfi
+}  // namespace tools::bfi

@@ -9,7 +9,7 @@
 #include "tools/bfi/SourceTree.h"
 #include "tools/shared/OutputFile.h"
 
-namespace bfi {
+namespace tools::bfi {
 namespace {
 
 constexpr ShortName kThisFolder{'.', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' '};
@@ -104,4 +104,4 @@ void BuildImage(const ImageRequest& request) {
     output.Commit();
 }
 
-}  // namespace bfi
+}  // namespace tools::bfi

@@ -6,7 +6,7 @@
 
 #include "tools/bfi/Geometry.h"
 
-namespace bfi {
+namespace tools::bfi {
 
 /// One run of the tool; all texts are UTF-8.
 struct ImageRequest {
@@ -21,4 +21,4 @@ struct ImageRequest {
 /// image is made and an older one is untouched.
 void BuildImage(const ImageRequest& request);
 
-}  // namespace bfi
+}  // namespace tools::bfi

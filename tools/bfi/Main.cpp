@@ -6,6 +6,6 @@
 #include "tools/shared/ToolMain.h"
 
 int main(int argc, char** argv) {
-    return tools::RunTool("bfi",
-                          [&] { bfi::BuildImage(bfi::ParseCommandLine(tools::Arguments(argc, argv))); });
+    return tools::RunTool(
+        "bfi", [&] { tools::bfi::BuildImage(tools::bfi::ParseCommandLine(tools::Arguments(argc, argv))); });
 }

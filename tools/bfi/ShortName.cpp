@@ -6,7 +6,7 @@
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
 
-namespace bfi {
+namespace tools::bfi {
 namespace {
 
 constexpr std::size_t kBaseLength = 8;
@@ -65,4 +65,4 @@ ShortName ToVolumeLabel(const std::string& label) {
     return packed;
 }
 
-}  // namespace bfi
+}  // namespace tools::bfi

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-namespace bfi {
+namespace tools::bfi {
 
 /// The eleven characters of a directory entry: name, then extension, upper case, padded with blanks, no dot.
 using ShortName = std::array<char, 11>;
@@ -26,4 +26,4 @@ bool IsDeviceName(const std::string& name);
 /// characters, begins with a blank or holds a character that DOS does not allow.
 ShortName ToVolumeLabel(const std::string& label);
 
-}  // namespace bfi
+}  // namespace tools::bfi

@@ -6,7 +6,7 @@
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
 
-namespace bfi {
+namespace tools::bfi {
 namespace {
 
 constexpr std::size_t kOrdinary = 3;
@@ -96,4 +96,4 @@ std::size_t FolderBytes(const TreeFolder& folder) {
     return (folder.Slots() + 2) * kDirectoryEntryBytes;
 }
 
-}  // namespace bfi
+}  // namespace tools::bfi

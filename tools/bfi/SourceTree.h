@@ -11,7 +11,7 @@
 #include "tools/bfi/Geometry.h"
 #include "tools/shared/HostFiles.h"
 
-namespace bfi {
+namespace tools::bfi {
 
 /// One file or folder of the tree.
 struct TreeEntry {
@@ -51,4 +51,4 @@ void RequireRoom(const SourceTree& tree, const Geometry& geometry);
 /// Number of bytes that the entries of a folder below the root take on the disk.
 std::size_t FolderBytes(const TreeFolder& folder);
 
-}  // namespace bfi
+}  // namespace tools::bfi

@@ -5,7 +5,7 @@
 
 #include "tests/tools/bfi/ImageFixture.h"
 
-namespace bfi {
+namespace tools::bfi {
 namespace {
 
 using testing::SampleBootSector;
@@ -96,4 +96,4 @@ TEST(BootSector, DescribesEachFormat) {
 }
 
 }  // namespace
-}  // namespace bfi
+}  // namespace tools::bfi

@@ -7,7 +7,7 @@
 #include "tests/tools/shared/RunProgram.h"
 #include "tools/shared/HostFiles.h"
 
-namespace bfi::testing {
+namespace tools::bfi::testing {
 namespace {
 
 using ::testing::ElementsAre;
@@ -118,4 +118,4 @@ TEST_P(Checker, MinfoShowsTheGeometryAndTheLabel) {
 VELBOOTER_BOTH_FORMATS(Checker);
 
 }  // namespace
-}  // namespace bfi::testing
+}  // namespace tools::bfi::testing

@@ -5,7 +5,7 @@
 
 #include "tools/shared/ToolError.h"
 
-namespace bfi {
+namespace tools::bfi {
 namespace {
 
 using ::testing::HasSubstr;
@@ -63,4 +63,4 @@ TEST(BfiCommandLine, UnknownOptionsAndTypesAreNamed) {
 }
 
 }  // namespace
-}  // namespace bfi
+}  // namespace tools::bfi

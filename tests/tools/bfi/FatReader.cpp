@@ -4,7 +4,7 @@
 #include <set>
 #include <stdexcept>
 
-namespace bfi::testing {
+namespace tools::bfi::testing {
 namespace {
 
 void Require(bool isSound, const std::string& what) {
@@ -218,4 +218,4 @@ FatImage ReadFatImage(const std::vector<std::uint8_t>& image) {
     return Reader(image).Read();
 }
 
-}  // namespace bfi::testing
+}  // namespace tools::bfi::testing

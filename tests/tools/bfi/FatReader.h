@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace bfi::testing {
+namespace tools::bfi::testing {
 
 /// One directory entry, in the order in which the disk lists it.
 struct FatEntry {
@@ -39,4 +39,4 @@ struct FatImage {
 /// Throws std::runtime_error saying what is not sound.
 FatImage ReadFatImage(const std::vector<std::uint8_t>& image);
 
-}  // namespace bfi::testing
+}  // namespace tools::bfi::testing

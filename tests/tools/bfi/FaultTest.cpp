@@ -8,7 +8,7 @@
 #include "tests/tools/bfi/ImageFixture.h"
 #include "tools/shared/HostFiles.h"
 
-namespace bfi::testing {
+namespace tools::bfi::testing {
 namespace {
 
 using ::testing::HasSubstr;
@@ -132,4 +132,4 @@ TEST_P(Fault, ALinkToAFileIsStoredAsThatFile) {
 VELBOOTER_BOTH_FORMATS(Fault);
 
 }  // namespace
-}  // namespace bfi::testing
+}  // namespace tools::bfi::testing

@@ -10,7 +10,7 @@
 #include "tests/tools/shared/TestFolder.h"
 #include "tools/bfi/ImageBuilder.h"
 
-namespace bfi::testing {
+namespace tools::bfi::testing {
 
 using tools::testing::Bytes;
 using tools::testing::NoiseBytes;
@@ -54,7 +54,7 @@ class ImageTest : public ::testing::TestWithParam<std::string> {
     const tools::testing::TestFolder Files;
 };
 
-}  // namespace bfi::testing
+}  // namespace tools::bfi::testing
 
 #define VELBOOTER_BOTH_FORMATS(suite)                                        \
     INSTANTIATE_TEST_SUITE_P(Floppy, suite, ::testing::Values("144", "288"), \

@@ -4,7 +4,7 @@
 #include "tests/tools/bfi/ImageFixture.h"
 #include "tools/shared/HostFiles.h"
 
-namespace bfi::testing {
+namespace tools::bfi::testing {
 namespace {
 
 using ::testing::ElementsAre;
@@ -197,4 +197,4 @@ TEST_P(ImageTest, TheSameContentsGiveTheSameImageAndOthersAnotherSerialNumber) {
 VELBOOTER_BOTH_FORMATS(ImageTest);
 
 }  // namespace
-}  // namespace bfi::testing
+}  // namespace tools::bfi::testing

@@ -6,7 +6,7 @@
 #include "tools/bfi/ShortName.h"
 #include "tools/shared/Utf8.h"
 
-namespace bfi {
+namespace tools::bfi {
 namespace {
 
 using ::testing::ElementsAre;
@@ -150,4 +150,4 @@ TEST(DirectoryNames, TwoNamesThatAreOneToDosAreRefused) {
 }
 
 }  // namespace
-}  // namespace bfi
+}  // namespace tools::bfi

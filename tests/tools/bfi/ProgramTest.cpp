@@ -14,7 +14,7 @@ extern char** environ;
 #include "tests/tools/bfi/ImageFixture.h"
 #include "tests/tools/shared/RunProgram.h"
 
-namespace bfi::testing {
+namespace tools::bfi::testing {
 namespace {
 
 using ::testing::HasSubstr;
@@ -102,4 +102,4 @@ TEST_F(BfiProgram, KilledAtAnyMomentItLeavesTheOldImageOrTheNewOne) {
 #endif
 
 }  // namespace
-}  // namespace bfi::testing
+}  // namespace tools::bfi::testing
