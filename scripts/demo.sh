@@ -24,19 +24,5 @@ total=$((2847 * clusterBytes))
 echo "Made     $image ($(stat -c %s "$image") bytes)"
 echo "Disk     $((total - free)) bytes used, $free bytes free"
 
-serial=build/demo-serial.log
-rm -f "$serial"
-timeout 20 qemu-system-i386 -display none -no-reboot -net none -m 16 -boot a -serial "file:$serial" \
-    -drive "if=floppy,format=raw,readonly=on,file=${image//,/,,}" </dev/null >build/demo-qemu.log 2>&1 &
-machine=$!
-for _ in $(seq 200); do
-    grep -aq $'IO\\.SYS.*\r' "$serial" 2>/dev/null && break # the whole line, up to its end
-    kill -0 "$machine" 2>/dev/null || break
-    sleep 0.1
-done
-if kill -0 "$machine" 2>/dev/null; then kill "$machine"; fi
-if ! line=$(grep -a -m 1 'IO\.SYS' "$serial"); then
-    echo 'demo.sh: the image did not start IO.SYS within 20 seconds' >&2
-    exit 1
-fi
-echo "Booted   ${line%$'\r'}"
+line=$(scripts/boot-image.sh "$image")
+echo "Booted   $line"

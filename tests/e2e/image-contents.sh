@@ -98,19 +98,7 @@ compare_contents() {
 }
 
 boot() {
-    local image=$1 serial=$scratch/serial.txt machine
-    : >"$serial"
-    timeout 30 qemu-system-i386 -display none -no-reboot -net none -m 16 -boot a -serial "file:$serial" \
-        -drive "if=floppy,format=raw,readonly=on,file=${image//,/,,}" </dev/null >"$scratch/qemu.log" 2>&1 &
-    machine=$!
-    for _ in $(seq 300); do
-        grep -aq 'IO\.SYS' "$serial" && break
-        kill -0 "$machine" 2>/dev/null || break
-        sleep 0.1
-    done
-    kill "$machine" 2>/dev/null || true
-    wait "$machine" 2>/dev/null || true
-    grep -aq 'IO\.SYS' "$serial" || fail "$image does not start IO.SYS: $(cat "$serial" "$scratch/qemu.log")"
+    "$root/scripts/boot-image.sh" "$1" >"$scratch/boot.txt" || fail "$1 does not start"
 }
 
 run_program -t 144 demo 'out\one.img'
