@@ -8,12 +8,6 @@ namespace velbooter {
 
 namespace {
 
-void ClearAttributes(const std::string& file) {
-    if (::GetFileAttributesA(file.c_str()) != INVALID_FILE_ATTRIBUTES) {
-        ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_NORMAL);
-    }
-}
-
 bool CanBeRead(const std::string& file) {
     return static_cast<bool>(FileHandle(
         ::CreateFileA(file.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
@@ -42,8 +36,14 @@ std::optional<FolderEntry> FolderListing::Next() {
                        (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0};
 }
 
+void MakeWritable(const std::string& file) {
+    if (::GetFileAttributesA(file.c_str()) != INVALID_FILE_ATTRIBUTES) {
+        ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_NORMAL);
+    }
+}
+
 void CopyFileOver(const std::string& source, const std::string& destination) {
-    ClearAttributes(destination);
+    MakeWritable(destination);
     if (::CopyFileA(source.c_str(), destination.c_str(), FALSE) == 0) {
         const int number = RuntimeErrorFromSystem(::GetLastError());
         if (number == kDiskFull) ::DeleteFileA(destination.c_str());
@@ -52,7 +52,7 @@ void CopyFileOver(const std::string& source, const std::string& destination) {
 }
 
 void DeleteFileAt(const std::string& file) {
-    ClearAttributes(file);
+    MakeWritable(file);
     if (::DeleteFileA(file.c_str()) == 0) RaiseLastSystemError(file);
 }
 

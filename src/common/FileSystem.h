@@ -44,6 +44,9 @@ void CopyFileOver(const std::string& source, const std::string& destination);
 /// Deletes a file whatever its attributes are.
 void DeleteFileAt(const std::string& file);
 
+/// Clears the read-only, hidden and system attributes of `file`, if it is there.
+void MakeWritable(const std::string& file);
+
 /// Renames or moves a file on one drive; an existing destination is an error (58).
 void RenameFileTo(const std::string& file, const std::string& newName);
 

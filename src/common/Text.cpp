@@ -93,6 +93,13 @@ std::string NumberText(const std::string& text) {
 
 }  // namespace
 
+int CompareIgnoringCase(const std::string& left, const std::string& right) {
+    const auto length = [](const std::string& text) { return static_cast<int>(text.size()); };
+    return ::CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, left.data(), length(left), right.data(),
+                            length(right)) -
+           CSTR_EQUAL;
+}
+
 double NumericPrefix(const std::string& text) {
     // strtod itself passes over an exponent without digits. It cannot meet "inf" or "nan" here.
     const double value = std::strtod(NumberText(text).c_str(), nullptr);

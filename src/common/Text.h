@@ -31,6 +31,10 @@ bool EndsWith(const std::string& text, const std::string& part);
 /// Returns whether `text` begins with `part` when case does not count.
 bool StartsWithIgnoringCase(const std::string& text, const std::string& part);
 
+/// Returns a number below, equal to or above 0 as `left` comes before, with or after `right` in the user's
+/// alphabet when case does not count.
+int CompareIgnoringCase(const std::string& left, const std::string& right);
+
 /// Returns the number at the beginning of `text`: blanks, tabs and line ends are passed over, then an
 /// optional sign, digits with one decimal point, and an exponent. Reading stops at the first character that
 /// does not fit; no number gives 0.

@@ -6,10 +6,15 @@
 #include <string>
 
 #include "src/forms/Desktop.h"
+#include "src/forms/FrmDrivers.h"
 #include "src/forms/FrmWait.h"
 #include "src/forms/FrmWizard.h"
 
 namespace velbooter {
+
+/// The working selection of drivers in the application folder: made at the start of a run, deleted at its
+/// end.
+inline constexpr const char* kDriverIndexFile = "Drivers.ini";
 
 struct Application {
     /// `applicationFolder` without a trailing backslash; `desktop` must outlive the application.
@@ -27,6 +32,7 @@ struct Application {
 
     Desktop& Screen;
     FrmWizard Wizard;
+    FrmDrivers Drivers;
     FrmWait Wait;
 
     std::int16_t SelectedDiskIndex = 0;  ///< 1-based row of LV_Disk; 0 means none

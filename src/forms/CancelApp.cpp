@@ -7,7 +7,7 @@
 namespace velbooter {
 
 void DeleteWorkingFiles(Application& app) {
-    const std::string drivers = app.PathOf("Drivers.ini");
+    const std::string drivers = app.PathOf(kDriverIndexFile);
     if (FileExists(drivers)) {
         try {
             DeleteFileAt(drivers);

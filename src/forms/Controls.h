@@ -1,8 +1,7 @@
 #pragma once
 // The controls of the forms as plain values. A build reads and writes them whether or not a window shows
-// them; nothing here calls anything. Positions are 0-based.
+// them; nothing here calls anything. Positions are 0-based, sizes in twips (1440 to the inch).
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -17,6 +16,15 @@ struct CommandButton {
     std::string Caption;
     bool Enabled = true;
     bool Visible = true;
+    int Left = 0;
+    int Top = 0;
+};
+
+struct CheckBox {
+    std::string Caption;
+    int Width = 0;
+    bool Enabled = true;
+    int Value = 0;  ///< 1 when ticked
 };
 
 struct TextBox {
@@ -76,20 +84,6 @@ class ListBox {
     bool Contains(int index) const { return index >= 0 && index < ListCount(); }
 
     std::vector<Row> rows_;
-};
-
-/// One row of a list view: the text of the row, its first sub-item, and the pictures as indexes into the
-/// image list (1-based; not checked here).
-struct ListItem {
-    std::string Text;
-    std::string SubItem;
-    double Icon = 0;
-    int SmallIcon = 0;
-    bool Selected = false;
-};
-
-struct ListView {
-    std::vector<ListItem> ListItems;
 };
 
 /// A file dialog's settings; FileName is preset by the program and replaced by the user's choice.

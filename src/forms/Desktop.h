@@ -46,6 +46,10 @@ class Desktop {
     /// when the user cancelled.
     virtual std::optional<std::string> ShowOpenDialog(const CommonDialog& dialog) = 0;
 
+    /// Shows the driver selection, whose Visible the caller has set, above everything else. Returns when one
+    /// of its handlers has cleared Visible again.
+    virtual void ShowDriverSelection() = 0;
+
     /// Brings the windows in line with the forms and paints them at once.
     virtual void Repaint() = 0;
 

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "src/forms/Controls.h"
+#include "src/forms/ListView.h"
 
 namespace velbooter {
 
@@ -21,6 +22,14 @@ struct Frame {
     bool Visible = false;
 };
 
+/// Width of ChkNDIS in twips. It is the mark by which every reader tells what the network row stands for:
+/// NDIS drivers at exactly the one width, ODI drivers at exactly the other.
+inline constexpr int kNdisWidth = 2655;
+inline constexpr int kOdiWidth = 3015;
+
+/// File name of the image when nobody names another.
+inline constexpr const char* kDefaultImageName = "BootDisk.img";
+
 struct FrmWizard {
     FrmWizard() { FraMain[kWelcomePage].Visible = true; }
 
@@ -28,6 +37,25 @@ struct FrmWizard {
 
     ListView LV_Disk;
     Label LblStatus{"Press Next to load the disk configuration"};
+
+    CheckBox ChkASPI{"SCSI Host adapters drivers (ASPI)"};
+    CheckBox ChkNDIS{"Network adapters drivers (NDIS)", kNdisWidth};
+    CommandButton CmdSelASPI{"Select which drivers to include..."};
+    CommandButton CmdSelNDIS{"Select which drivers to include..."};
+    Label LblNDISNote{
+        "You only need the MSNET module and it requirements to make use of the NDIS drivers and load the "
+        "network interface."};
+
+    TextBox TxtOwner{"VelUser"};
+    TextBox TxtOrg{"MARSH LTD."};
+    TextBox TxtPCName{"VelPC"};
+    TextBox TxtWorkgroup{"MARSH_LTD"};
+    Label LblOSType{"Microsoft Windows 98"};
+    TextBox TxtKeyPart1;
+    TextBox TxtKeyPart2;
+    TextBox TxtKeyPart3;
+    TextBox TxtKeyPart4;
+    TextBox TxtKeyPart5;
 
     ListBox LstFiles;
     ListBox LstDirs;
@@ -38,8 +66,12 @@ struct FrmWizard {
     TextBox TxtDest{"C:\\BootDisk.img"};
 
     ProgressBar WorkProgress;
+    Label LblMsg1{"Preparing selected Drivers"};
+    Label LblMsg2{"Preparing pre-built drivers cache"};
     Label LblMsg3{"Formating Floppy Disk"};
     Label LblMsg4{"Copying files to floppy disk"};
+    Label LblRight1;
+    Label LblRight2;
     Label LblRight3;
     Label LblRight4;
 

@@ -62,6 +62,9 @@ ScriptedDesktop::~ScriptedDesktop() {
             case Kind::Open:
                 ADD_FAILURE() << "the open dialog was never shown";
                 break;
+            case Kind::Drivers:
+                ADD_FAILURE() << "the driver selection was never shown";
+                break;
         }
     }
 }
@@ -96,6 +99,13 @@ void ScriptedDesktop::ExpectOpenDialog(const std::string& preset, const std::opt
     step.What = Kind::Open;
     step.Preset = preset;
     step.Chosen = chosen;
+    script_.push_back(std::move(step));
+}
+
+void ScriptedDesktop::ExpectDriverSelection(Action meanwhile) {
+    Step step;
+    step.What = Kind::Drivers;
+    step.Meanwhile = std::move(meanwhile);
     script_.push_back(std::move(step));
 }
 
@@ -148,6 +158,17 @@ std::optional<std::string> ScriptedDesktop::ShowOpenDialog(const CommonDialog& d
     return step->Chosen;
 }
 
+void ScriptedDesktop::ShowDriverSelection() {
+    const std::optional<Step> step = Take();
+    if (!step || step->What != Kind::Drivers) {
+        ADD_FAILURE() << "unexpected driver selection";
+        return;
+    }
+    EXPECT_TRUE(app_->Drivers.Visible);
+    if (step->Meanwhile) step->Meanwhile();
+    EXPECT_FALSE(app_->Drivers.Visible) << "nobody has closed the driver selection";
+}
+
 void ScriptedDesktop::Record(bool pendingEvents) {
     View view;
     view.PendingEvents = pendingEvents;
@@ -156,8 +177,12 @@ void ScriptedDesktop::Record(bool pendingEvents) {
         view.WizardStatus = wizard.LblStatus.Caption;
         view.WaitStatus = app_->Wait.LblStatus.Caption;
         view.WaitVisible = app_->Wait.Visible;
+        view.Step1 = wizard.LblMsg1;
+        view.Step2 = wizard.LblMsg2;
         view.Step3 = wizard.LblMsg3;
         view.Step4 = wizard.LblMsg4;
+        view.Mark1 = wizard.LblRight1.Caption;
+        view.Mark2 = wizard.LblRight2.Caption;
         view.Mark3 = wizard.LblRight3.Caption;
         view.Mark4 = wizard.LblRight4.Caption;
         view.Progress = wizard.WorkProgress.Value;

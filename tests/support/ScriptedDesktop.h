@@ -21,8 +21,8 @@ struct View {
     std::string WizardStatus;
     std::string WaitStatus;
     bool WaitVisible = false;
-    Label Step3, Step4;
-    std::string Mark3, Mark4;
+    Label Step1, Step2, Step3, Step4;
+    std::string Mark1, Mark2, Mark3, Mark4;
     int Progress = 0;
     int ProgressMax = 0;
 };
@@ -55,6 +55,9 @@ class ScriptedDesktop : public Desktop {
     /// The next question must be the open dialog, preset to the file name `preset`; nothing means cancelled.
     void ExpectOpenDialog(const std::string& preset, const std::optional<std::string>& chosen);
 
+    /// The next question must be the driver selection; `meanwhile` plays the user.
+    void ExpectDriverSelection(Action meanwhile);
+
     /// Everything that was asked: messages only.
     std::vector<Message> Messages;
     std::vector<View> Views;
@@ -71,11 +74,12 @@ class ScriptedDesktop : public Desktop {
     Answer ShowMessage(const Message& message) override;
     std::int32_t ShowFormatDialog() override;
     std::optional<std::string> ShowOpenDialog(const CommonDialog& dialog) override;
+    void ShowDriverSelection() override;
     void Repaint() override;
     void PendingEvents() override;
 
  private:
-    enum class Kind { Message, MessageParts, Format, Open };
+    enum class Kind { Message, MessageParts, Format, Open, Drivers };
     struct Step {
         Kind What = Kind::Message;
         Message Shown{};
