@@ -2,12 +2,18 @@
 
 #include "src/common/ProgramEnd.h"
 #include "src/common/RuntimeError.h"
+#include "src/common/SetupCommon.h"
 #include "src/common/Text.h"
 #include "src/disk/DiskConfiguration.h"
 #include "src/disk/FileLists.h"
+#include "src/drivers/DriverSelection.h"
+#include "src/drivers/DriverSettings.h"
 #include "src/forms/CancelApp.h"
 #include "src/forms/ErrorMessage.h"
 #include "src/forms/WaitStatus.h"
+#include "src/setup/SetupData.h"
+#include "src/setup/SetupNT.h"
+#include "src/setup/SetupWin.h"
 #include "src/start/BuildRun.h"
 #include "src/start/Catalogue.h"
 #include "src/start/InitApp.h"
@@ -63,13 +69,45 @@ void SelectDisk(Application& app, const std::string& diskName) {
     throw ProgramEnd{ExitCode::UnknownDisk};
 }
 
+// The key file's mere presence takes precedence over the registry.
+void MakeSetupModules(Application& app, bool useKeyFile) {
+    if (app.SetupWinIncluded) {
+        SetWaitStatus(app, "Creating the SetupWin module ...");
+        if (useKeyFile || FileExists(app.PathOf(kKeyFile))) {
+            FillSetupDataFromKeyFile(app);
+        } else {
+            FillSetupDataFromReg(app);
+        }
+        CreateSetupInf(app);
+    }
+    if (app.SetupNTIncluded) {
+        SetWaitStatus(app, "Creating the SetupNT module ...");
+        CreateSetupNT(app);
+    }
+}
+
 // A path without a drive letter is relative to the application folder, also one that begins with a backslash.
+// The settings of the disk have put its own file into the box, or the bare folder when it has none.
 void SelectTarget(Application& app, const CommandLineValues& values) {
     ChooseOption(app.Wizard, values.ImageType == 2 ? &FrmWizard::OptImage28 : &FrmWizard::OptImage14);
     const std::string& target = values.TargetPath;
-    if (target.empty()) return;
+    if (target.empty()) {
+        if (app.Wizard.TxtDest.Text == app.PathOf(""))
+            app.Wizard.TxtDest.Text = app.PathOf(kDefaultImageName);
+        return;
+    }
     const bool hasDrive = target.size() >= 2 && target[1] == ':';
     app.Wizard.TxtDest.Text = hasDrive ? target : app.PathOf(target);
+}
+
+// The selection has one list: a disk that offers both kinds of drivers shows its network drivers only. Meant
+// so.
+void SelectDrivers(Application& app) {
+    SetWaitStatus(app, "Getting Drivers List ...");
+    if (app.Wizard.ChkASPI.Value != 0) LoadScsiDrivers(app);
+    if (app.Wizard.ChkNDIS.Value != 0) LoadNetworkDrivers(app);
+    app.Drivers.Visible = true;
+    app.Screen.ShowDriverSelection();
 }
 
 void Build(Application& app, const CommandLineValues& values) {
@@ -84,10 +122,13 @@ void Build(Application& app, const CommandLineValues& values) {
     SetWaitStatus(app, "Processing " + name + ".ini file ...");
     Init_Lists(app, name + ".ini");
     EndRunIfCanceled(app);
-
+    SetWaitStatus(app, "Getting Drivers Settings ...");
+    GetDiskAndDriverSettings(app);
+    MakeSetupModules(app, values.UseKeyFile);
     SetWaitStatus(app, "Getting files list to be copied to the floppy image ...");
     FillInitialList(app);
     SelectTarget(app, values);
+    if (values.ShowDriverDialog) SelectDrivers(app);
     SetWaitStatus(app, "Creating the floppy image file ...");
     FinishApp(app, values.PluginName);
 }

@@ -5,6 +5,8 @@
 #include "src/disk/FloppyImage.h"
 #include "src/disk/Plugins.h"
 #include "src/disk/Staging.h"
+#include "src/drivers/DriverPreparation.h"
+#include "src/drivers/NetworkLists.h"
 #include "src/forms/CancelApp.h"
 #include "src/forms/WaitStatus.h"
 
@@ -58,6 +60,14 @@ void ShowOnly(FrmWizard& wizard, WizardPage hidden, WizardPage shown) {
 
 void FinishApp(Application& app, const std::string& pluginName) {
     FrmWizard& wizard = app.Wizard;
+    BeginStep(app, wizard.LblMsg1);
+    PrepareDrivers(app);
+    if (app.RunEnded) return;
+    FinishStep(app, wizard.LblMsg1, wizard.LblRight1);
+    BeginStep(app, wizard.LblMsg2);
+    CreatePrebuiltFiles(app);
+    FinishStep(app, wizard.LblMsg2, wizard.LblRight2);
+
     const bool isImage = wizard.OptImage14.Value || wizard.OptImage28.Value;
     const bool built = isImage ? BuildImage(app, pluginName) : BuildFloppy(app);
     if (!built) {

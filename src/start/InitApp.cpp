@@ -2,25 +2,24 @@
 
 #include "src/common/FileSystem.h"
 #include "src/common/SetupCommon.h"
-#include "src/common/Text.h"
 #include "src/disk/DriverIndex.h"
 #include "src/disk/FileCopying.h"
 #include "src/dos/DosFiles.h"
+#include "src/drivers/DriverStore.h"
 #include "src/forms/CancelApp.h"
 
 namespace velbooter {
 
 void InitApp(Application& app) {
-    const char* const kIndexFile = "Drivers.ini";
-    if (FileExists(app.PathOf(kIndexFile))) DeleteFileAt(app.PathOf(kIndexFile));
-    for (const std::string group : {"ASPI", "NDIS", "ODI16", "ODI32"}) {
-        if (FolderExists(app.PathOf("drivers\\" + LowerCase(group))))
-            IndexDriverGroup(app, kIndexFile, group, 1);
+    const std::string index = app.PathOf(kDriverIndexFile);
+    if (FileExists(index)) DeleteFileAt(index);
+    for (const DriverGroup& group : kDriverGroups) {
+        if (HasDriverFolder(app, group)) IndexDriverGroup(app, kDriverIndexFile, group.Section, 1);
     }
     // The build reads the index line by line, so it has to be there even when there is no driver at all.
-    if (!FileExists(app.PathOf(kIndexFile))) MakeEmptyFile(app.PathOf(kIndexFile));
+    if (!FileExists(index)) MakeEmptyFile(index);
 
-    app.Wizard.TxtDest.Text = app.PathOf("BootDisk.img");
+    app.Wizard.TxtDest.Text = app.PathOf(kDefaultImageName);
     RefreshDosModuleFolder(app);
     DeleteFolderTree(app.PathOf("cabs"));
 

@@ -19,6 +19,10 @@ std::optional<std::string> SystemDesktop::ShowOpenDialog(const CommonDialog& dia
     return AskForExistingFile(waitWindow_.Handle(), dialog);
 }
 
+void SystemDesktop::ShowDriverSelection() {
+    app_->Drivers.Visible = false;
+}
+
 void SystemDesktop::Repaint() {
     if (app_ != nullptr) waitWindow_.Show(app_->Wait);
 }

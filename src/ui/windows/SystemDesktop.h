@@ -10,16 +10,17 @@ namespace velbooter {
 class SystemDesktop : public Desktop {
  public:
     /// Makes the windows show the forms of `app`, which must outlive every later call.
-    void ShowFormsOf(const Application& app) { app_ = &app; }
+    void ShowFormsOf(Application& app) { app_ = &app; }
 
     Answer ShowMessage(const Message& message) override;
     std::int32_t ShowFormatDialog() override;
     std::optional<std::string> ShowOpenDialog(const CommonDialog& dialog) override;
+    void ShowDriverSelection() override;
     void Repaint() override;
     void PendingEvents() override;
 
  private:
-    const Application* app_ = nullptr;
+    Application* app_ = nullptr;
     WaitWindow waitWindow_;
 };
 

@@ -1,0 +1,94 @@
+#include "src/drivers/NetworkLists.h"
+
+#include "src/common/FileSystem.h"
+#include "src/common/LineReader.h"
+#include "src/common/LineWriter.h"
+#include "src/common/SetupCommon.h"
+#include "src/common/Text.h"
+#include "src/disk/FileLists.h"
+#include "src/drivers/DriverStore.h"
+
+namespace velbooter {
+
+namespace {
+
+void DeleteIfThere(const std::string& file) {
+    if (FileExists(file)) DeleteFileAt(file);
+}
+
+void CopyFirstLine(const std::string& file, LineWriter& list) {
+    if (!FileExists(file)) return;
+    if (const auto line = LineReader(file).Next()) WriteToFile(*line, list);
+    DeleteFileAt(file);
+}
+
+void CopyAllLines(const std::string& file, LineWriter& list) {
+    if (!FileExists(file)) return;
+    {
+        LineReader lines(file);
+        while (const auto line = lines.Next()) WriteToFile(*line, list);
+    }
+    DeleteFileAt(file);
+}
+
+void Place(Application& app, const std::string& list, const std::string& entry) {
+    const std::string built = app.PathOf("cabs\\" + list);
+    if (!FileExists(built)) return;
+    CopyFileOver(built, app.PathOf("cabs\\" + entry));
+    DeleteFileAt(built);
+    app.Wizard.LstFiles.AddItem(entry);
+}
+
+}  // namespace
+
+void CreatePrebuiltFiles(Application& app) {
+    FrmWizard& wizard = app.Wizard;
+    if (wizard.ChkNDIS.Value != 0 && wizard.ChkNDIS.Width == kNdisWidth) {
+        CreateCacheFile(app, "ndis", "ndis");
+        if (!FolderExists(app.PathOf("cabs\\etc"))) MakeFolder(app.PathOf("cabs\\etc"));
+        Place(app, "_ndis.txt", "etc\\_msnet.nic");
+        Place(app, "_ndis.pci", "etc\\_msnet.pci");
+    }
+    ListBox& files = wizard.LstFiles;
+    for (int i = 0; i < files.ListCount(); ++i) {
+        if (StartsWith(files.List(i), "etc\\_")) files.Select(i, true);
+    }
+}
+
+void CreateCacheFile(Application& app, const std::string& name, const std::string& group) {
+    const std::string index = app.PathOf(kDriverIndexFile);
+    const std::string section = UpperCase(group);
+    const std::string folder = EndsWith(group, "\\") ? group : group + "\\";
+    const std::string nameList = app.PathOf(name + ".txt");
+    const std::string pciList = app.PathOf(name + ".pci");
+    ProgressBar& progress = app.Wizard.WorkProgress;
+    progress.Max = CountSectionLines(index, section, true, "1");
+    progress.Value = progress.Min;
+
+    LineWriter list(app.PathOf("cabs\\_" + name + ".txt"));
+    LineWriter map(app.PathOf("cabs\\_" + name + ".pci"));
+    WriteToFile("; This file is used to manual", list);
+    WriteToFile("; select a network driver", list);
+    WriteToFile(":_" + name + " \"Select Network driver...\" [x]", list);
+    WriteToFile("; PCI map file (build from " + name + ".pci files)", map);
+
+    bool inSection = false;
+    LineReader file(index);
+    while (const auto line = file.Next()) {
+        if (StartsWith(*line, "[")) inSection = *line == "[" + section + "]";
+        if (!inSection || line->empty() || line->front() == ';' || line->back() != '1') continue;
+        // The value is taken to be one character long: "E100B=11" names the driver "E100B=", which is kept
+        // so.
+        const std::string driver = line->substr(0, line->size() < 2 ? 0 : line->size() - 2);
+        ++progress.Value;
+        app.Screen.Repaint();
+        // What an interrupted run left would be taken for this driver's.
+        DeleteIfThere(nameList);
+        DeleteIfThere(pciList);
+        ExtractFromDriver(app, folder + driver + ".cab", name + ".*");
+        CopyFirstLine(nameList, list);
+        CopyAllLines(pciList, map);
+    }
+}
+
+}  // namespace velbooter

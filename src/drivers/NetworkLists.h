@@ -1,0 +1,22 @@
+#pragma once
+// The two lists that a disk with NDIS drivers carries: etc\_msnet.nic, from which the user of the disk picks
+// a driver, and etc\_msnet.pci, which tells the driver of an adapter by its PCI numbers.
+
+#include <string>
+
+#include "src/forms/Application.h"
+
+namespace velbooter {
+
+/// In NDIS mode, with the network row ticked, builds the two lists of the selected drivers in cabs\etc and
+/// adds them to LstFiles. In every mode marks all entries below "etc\_" as selected. Raises RuntimeError when
+/// a list cannot be written or moved to its place.
+void CreatePrebuiltFiles(Application& app);
+
+/// Writes cabs\_`name`.txt and cabs\_`name`.pci: their header lines and then, for every driver that section
+/// `group` (in upper case) of Drivers.ini selects, the first line of the member `name`.txt and all lines of
+/// the member `name`.pci of its cabinet in drivers\`group`. A driver without a member adds nothing to that
+/// list. Raises RuntimeError when a file cannot be read or written.
+void CreateCacheFile(Application& app, const std::string& name, const std::string& group);
+
+}  // namespace velbooter

@@ -1,0 +1,60 @@
+#include "src/setup/SetupData.h"
+
+#include "src/common/INIFile.h"
+#include "src/common/SetupCommon.h"
+
+namespace velbooter {
+
+namespace {
+
+// The groups are told by their positions alone; what stands between them is passed over, whatever it is.
+void SetProductKey(FrmWizard& wizard, const std::string& key) {
+    constexpr size_t kGroupLength = 5;
+    size_t begin = 0;
+    for (TextBox* box : KeyParts(wizard)) {
+        box->Text = begin < key.size() ? key.substr(begin, kGroupLength) : "";
+        begin += kGroupLength + 1;
+    }
+}
+
+}  // namespace
+
+std::array<TextBox*, 5> KeyParts(FrmWizard& wizard) {
+    return {&wizard.TxtKeyPart1, &wizard.TxtKeyPart2, &wizard.TxtKeyPart3, &wizard.TxtKeyPart4,
+            &wizard.TxtKeyPart5};
+}
+
+void FillSetupDataFromKeyFile(Application& app) {
+    if (!FileExists(app.PathOf(kKeyFile))) return;
+    const INIFile keyFile(app.PathOf(kKeyFile));
+    const auto read = [&](const char* key) { return TrimAtNul(keyFile.GetINIKey("Win9xInfo", key)); };
+    FrmWizard& wizard = app.Wizard;
+    wizard.TxtOwner.Text = read("OwnerName");
+    wizard.TxtOrg.Text = read("Organization");
+    wizard.LblOSType.Caption = read("OptimizedFor");
+    wizard.TxtPCName.Text = read("ComputerName");
+    wizard.TxtWorkgroup.Text = read("Workgroup");
+    SetProductKey(wizard, read("ProductKey"));
+}
+
+void FillSetupDataFromReg(Application& app) {
+    const auto windows = [](const char* value) {
+        return ReadRegistryString(RegistryRoot::LocalMachine, "Software\\Microsoft\\Windows\\CurrentVersion",
+                                  value)
+            .value_or("");
+    };
+    const auto network = [](const char* value) {
+        return ReadRegistryString(RegistryRoot::LocalMachine,
+                                  "System\\CurrentControlSet\\Services\\VxD\\VNETSUP", value)
+            .value_or("");
+    };
+    FrmWizard& wizard = app.Wizard;
+    SetProductKey(wizard, windows("ProductKey"));
+    wizard.TxtOwner.Text = windows("RegisteredOwner");
+    wizard.TxtOrg.Text = windows("RegisteredOrganization");
+    wizard.LblOSType.Caption = windows("ProductName");
+    wizard.TxtPCName.Text = network("ComputerName");
+    wizard.TxtWorkgroup.Text = network("Workgroup");
+}
+
+}  // namespace velbooter

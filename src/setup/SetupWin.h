@@ -1,0 +1,26 @@
+#pragma once
+// The module setupwin: an unattended setup of Windows 98/ME from the boot disk.
+
+#include <cstdint>
+#include <string>
+
+#include "src/forms/Application.h"
+
+namespace velbooter {
+
+/// The kinds of answer file.
+enum SetupInfType : std::int16_t {
+    kAutomaticInf = 0,  ///< auto.inf: asks nothing
+    kDefaultInf = 1,    ///< def.inf: shows its answers and lets the user change them
+    kKeyInf = 2,        ///< key.inf: the product key alone
+};
+
+/// Makes the answer files key.inf, def.inf and auto.inf and the batch file os.bat in files\setupwin\bin from
+/// the templates and the setup page, and packs files\setupwin into cabs\lib\setupwin.cab; a failed packing
+/// has shown its message. Raises RuntimeError when a template is missing or a file cannot be written.
+void CreateSetupInf(Application& app);
+
+/// Sets the setup page's data in the answer file `infFile`, a path relative to the application folder.
+void ProcessSetupInfFile(Application& app, const std::string& infFile, std::int16_t infType);
+
+}  // namespace velbooter
