@@ -53,8 +53,10 @@ TEST(Build, WaitWindowShowsThePhasesInOrder) {
     EXPECT_THAT(texts,
                 ElementsAre("Getting a list of Disks Configuration ...",
                             "Getting Disk Configuration INI file ...", "Processing custom.ini file ...",
+                            "Getting Drivers Settings ...",
                             "Getting files list to be copied to the floppy image ...",
-                            "Creating the floppy image file ...", "Formating Floppy Disk ...",
+                            "Creating the floppy image file ...", "Preparing selected Drivers ...",
+                            "Preparing pre-built drivers cache ...", "Formating Floppy Disk ...",
                             "Copying files to floppy disk ..."));
 }
 
