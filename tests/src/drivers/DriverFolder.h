@@ -1,0 +1,59 @@
+#pragma once
+// What the tests of the drivers share: an application folder with the real archiver in it, in which they make
+// driver cabinets, and the keys of Drivers.ini.
+
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/support/ApplicationFolder.h"
+
+namespace velbooter::testing {
+
+/// Lets others read a file but not write it until its end. The read-only attribute would not do: where the
+/// tests run with all rights, it does not keep anyone from writing.
+class WriteProtectedFile {
+ public:
+    explicit WriteProtectedFile(const std::string& fullPath);
+    WriteProtectedFile(const WriteProtectedFile&) = delete;
+    WriteProtectedFile& operator=(const WriteProtectedFile&) = delete;
+    ~WriteProtectedFile();
+
+ private:
+    void* handle_;
+};
+
+class DriversTest : public ApplicationTest {
+ protected:
+    /// Names of a cabinet's members and what they hold.
+    using Members = std::vector<std::pair<std::string, std::string>>;
+
+    /// Puts the real archiver into the application folder.
+    void InstallArchiver() const;
+
+    /// Makes drivers\`cabinet` ("ndis\\E100B.CAB") of `members` with the archiver, which is installed for it.
+    /// Members carry the attributes `attributes`.
+    void MakeCabinet(const std::string& cabinet, const Members& members, std::uint32_t attributes = 0) const;
+
+    /// Makes drivers\`cabinet`, a driver of `group` with the description `text` behind a field of 13
+    /// characters.
+    void MakeDriver(const std::string& cabinet, const std::string& descriptionFile,
+                    const std::string& text) const;
+
+    /// Makes drivers\`cabinet` for each of `cabinets`, files that are no cabinets.
+    void MakeEmptyCabinets(const std::string& folder, std::initializer_list<const char*> names) const;
+
+    /// Returns the value of a key in Drivers.ini; "" when there is none.
+    std::string Key(const std::string& section, const std::string& key) const;
+
+    /// Returns the number of the RuntimeError that `action` raises; 0 when it raises none.
+    static int NumberOf(const std::function<void()>& action);
+
+    /// Returns the values of the progress bar as they were painted, repetitions left out.
+    std::vector<int> PaintedProgress() const;
+};
+
+}  // namespace velbooter::testing
