@@ -36,6 +36,30 @@ TEST_F(Preparing, EveryDriverCabinetIsListedWithOneInTheOrderOfTheGroups) {
               Folder.Read("Drivers.ini"));
 }
 
+TEST_F(Preparing, ADriverIsNamedInUpperCaseWithoutItsExtension) {
+    for (const char* file : {"e100b.cab", "Rtl8139.CAB", "my card.cab"}) {
+        Folder.Write(std::string("drivers\\ndis\\") + file);
+    }
+    Folder.SetAttributes("drivers\\ndis\\e100b.cab",
+                         FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_READONLY);
+    InitApp(App);
+    const std::string index = Folder.Read("Drivers.ini");
+    EXPECT_EQ("[NDIS]\r\n", index.substr(0, 8));
+    for (const char* line : {"\r\nE100B=1\r\n", "\r\nRTL8139=1\r\n", "\r\nMY CARD=1\r\n"}) {
+        EXPECT_NE(std::string::npos, index.find(line)) << index;
+    }
+}
+
+TEST_F(Preparing, OnlyCabinetsOfTheGroupsOwnFolderAreDrivers) {
+    Folder.Write("drivers\\aspi\\README.TXT");
+    Folder.Write("drivers\\odi16\\readme.txt");
+    Folder.Write("drivers\\odi16\\nw.cab");
+    Folder.Write("drivers\\odi16\\more\\deep.cab");
+    Folder.Write("drivers\\root.cab");
+    InitApp(App);
+    EXPECT_EQ("[ODI16]\r\nNW=1\r\n", Folder.Read("Drivers.ini"));
+}
+
 TEST_F(Preparing, AnOldDriverIndexIsReplaced) {
     Folder.Write("Drivers.ini", "[ASPI]\r\nOLD=1\r\n");
     Folder.SetAttributes("Drivers.ini", FILE_ATTRIBUTE_READONLY);
