@@ -1,6 +1,7 @@
 #include "src/ui/windows/WaitWindow.h"
 
 #include "src/forms/ProductTexts.h"
+#include "src/ui/windows/ScreenMetrics.h"
 
 namespace velbooter {
 
@@ -20,20 +21,6 @@ LRESULT CALLBACK WaitProcedure(HWND window, UINT message, WPARAM wParam, LPARAM 
     return ::DefWindowProcA(window, message, wParam, lParam);
 }
 
-int ScreenDpi() {
-    const HDC screen = ::GetDC(nullptr);
-    const int dpi = ::GetDeviceCaps(screen, LOGPIXELSX);
-    ::ReleaseDC(nullptr, screen);
-    return dpi;
-}
-
-HFONT MessageFont() {
-    NONCLIENTMETRICSA metrics{};
-    metrics.cbSize = sizeof metrics;
-    ::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    return ::CreateFontIndirectA(&metrics.lfMessageFont);
-}
-
 void RegisterWaitClass(HINSTANCE instance) {
     WNDCLASSA windowClass{};
     windowClass.lpfnWndProc = WaitProcedure;
@@ -50,23 +37,17 @@ void RegisterWaitClass(HINSTANCE instance) {
 void WaitWindow::Create() {
     const HINSTANCE instance = ::GetModuleHandleA(nullptr);
     RegisterWaitClass(instance);
-    const int dpi = ScreenDpi();
-    const auto scale = [dpi](int pixels) { return ::MulDiv(pixels, dpi, USER_DEFAULT_SCREEN_DPI); };
-    RECT frame{0, 0, scale(kWidth), scale(kHeight)};
+    RECT frame{0, 0, ScaledPixels(kWidth), ScaledPixels(kHeight)};
     ::AdjustWindowRectEx(&frame, kStyle, FALSE, WS_EX_DLGMODALFRAME | WS_EX_APPWINDOW);
-    RECT work{};
-    ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
-    const int width = frame.right - frame.left;
-    const int height = frame.bottom - frame.top;
+    const SIZE size{frame.right - frame.left, frame.bottom - frame.top};
+    const POINT place = CenteredPlace(size, nullptr);
     window_.reset(::CreateWindowExA(WS_EX_DLGMODALFRAME | WS_EX_APPWINDOW, kClassName, kProgramTitle, kStyle,
-                                    work.left + (work.right - work.left - width) / 2,
-                                    work.top + (work.bottom - work.top - height) / 2, width, height, nullptr,
-                                    nullptr, instance, nullptr));
-    status_ = ::CreateWindowExA(0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX,
-                                scale(kMargin), scale(kMargin), scale(kWidth - 2 * kMargin),
-                                scale(kHeight - 2 * kMargin), window_.get(),
-                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(kStatusId)), instance, nullptr);
-    font_.reset(MessageFont());
+                                    place.x, place.y, size.cx, size.cy, nullptr, nullptr, instance, nullptr));
+    status_ = ::CreateWindowExA(
+        0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, ScaledPixels(kMargin),
+        ScaledPixels(kMargin), ScaledPixels(kWidth - 2 * kMargin), ScaledPixels(kHeight - 2 * kMargin),
+        window_.get(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(kStatusId)), instance, nullptr);
+    font_ = MessageFont();
     ::SendMessageA(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
 }
 

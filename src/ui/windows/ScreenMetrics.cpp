@@ -1,0 +1,56 @@
+#include "src/ui/windows/ScreenMetrics.h"
+
+#include <algorithm>
+
+namespace velbooter {
+
+namespace {
+
+constexpr int kTwipsPerInch = 1440;
+
+// Where the window is too large for the work area, its caption stays in sight.
+LONG Centered(LONG length, LONG from, LONG to, LONG workFrom, LONG workTo) {
+    const LONG centered = from + (to - from - length) / 2;
+    return std::max(std::min(centered, workTo - length), workFrom);
+}
+
+}  // namespace
+
+int ScreenDpi() {
+    const HDC screen = ::GetDC(nullptr);
+    const int dpi = ::GetDeviceCaps(screen, LOGPIXELSX);
+    ::ReleaseDC(nullptr, screen);
+    return dpi;
+}
+
+int ScaledPixels(int pixels) {
+    return ::MulDiv(pixels, ScreenDpi(), USER_DEFAULT_SCREEN_DPI);
+}
+
+int PixelsFromTwips(int twips) {
+    return ::MulDiv(twips, ScreenDpi(), kTwipsPerInch);
+}
+
+int TwipsFromPixels(int pixels) {
+    return ::MulDiv(pixels, kTwipsPerInch, ScreenDpi());
+}
+
+Font MessageFont() {
+    NONCLIENTMETRICSA metrics{};
+    metrics.cbSize = sizeof metrics;
+    ::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    return Font(::CreateFontIndirectA(&metrics.lfMessageFont));
+}
+
+POINT CenteredPlace(SIZE size, HWND owner) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    ::GetMonitorInfoA(::MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    const RECT& work = monitor.rcWork;
+    RECT around = work;
+    if (owner != nullptr) ::GetWindowRect(owner, &around);
+    return {Centered(size.cx, around.left, around.right, work.left, work.right),
+            Centered(size.cy, around.top, around.bottom, work.top, work.bottom)};
+}
+
+}  // namespace velbooter
