@@ -8,32 +8,42 @@ namespace velbooter {
 
 Answer SystemDesktop::ShowMessage(const Message& message) {
     Repaint();
-    return ShowMessageBox(waitWindow_.Handle(), message);
+    return ShowMessageBox(Front(), message);
 }
 
 std::int32_t SystemDesktop::ShowFormatDialog() {
-    return ShowFormatDialogForDriveA(waitWindow_.Handle());
+    return ShowFormatDialogForDriveA(Front());
 }
 
 std::optional<std::string> SystemDesktop::ShowOpenDialog(const CommonDialog& dialog) {
-    return AskForExistingFile(waitWindow_.Handle(), dialog);
+    return AskForExistingFile(Front(), dialog);
 }
 
 void SystemDesktop::ShowDriverSelection() {
-    app_->Drivers.Visible = false;
+    driversWindow_.RunModal(*app_, waitWindow_.Handle());
 }
 
 void SystemDesktop::Repaint() {
-    if (app_ != nullptr) waitWindow_.Show(app_->Wait);
+    if (app_ == nullptr) return;
+    waitWindow_.Show(app_->Wait);
+    driversWindow_.Show(*app_, waitWindow_.Handle());
 }
 
 void SystemDesktop::PendingEvents() {
     Repaint();
+    driversWindow_.IgnoreInput(true);
     MSG message{};
     while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
         ::TranslateMessage(&message);
         ::DispatchMessageA(&message);
     }
+    driversWindow_.IgnoreInput(false);
+    driversWindow_.RethrowFailure();
+}
+
+HWND SystemDesktop::Front() const {
+    const HWND selection = driversWindow_.Handle();
+    return selection != nullptr ? selection : waitWindow_.Handle();
 }
 
 }  // namespace velbooter

@@ -3,6 +3,7 @@
 
 #include "src/forms/Application.h"
 #include "src/forms/Desktop.h"
+#include "src/ui/windows/DriversWindow.h"
 #include "src/ui/windows/WaitWindow.h"
 
 namespace velbooter {
@@ -20,8 +21,11 @@ class SystemDesktop : public Desktop {
     void PendingEvents() override;
 
  private:
+    HWND Front() const;
+
     Application* app_ = nullptr;
     WaitWindow waitWindow_;
+    DriversWindow driversWindow_;  ///< owned by windows above, so it goes before them
 };
 
 }  // namespace velbooter

@@ -1,5 +1,5 @@
 #pragma once
-// Owning types for windows and drawing objects.
+// Owning types for windows, menus and drawing objects.
 
 #include <windows.h>
 
@@ -18,8 +18,14 @@ struct FontDeleter {
     void operator()(HFONT font) const { ::DeleteObject(font); }
 };
 
+struct MenuDeleter {
+    using pointer = HMENU;
+    void operator()(HMENU menu) const { ::DestroyMenu(menu); }
+};
+
 /// Owns a top-level window, and with it its children.
 using Window = std::unique_ptr<std::remove_pointer_t<HWND>, WindowDeleter>;
+using Menu = std::unique_ptr<std::remove_pointer_t<HMENU>, MenuDeleter>;
 using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, FontDeleter>;
 
 }  // namespace velbooter
