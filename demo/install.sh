@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Turns an application folder into the demonstration: install.sh CABARC STANDINS FOLDER.
-# Lays the demonstration's files and catalogue rows over FOLDER, packs its ready-made modules with
-# the native CABARC, and copies the stand-ins for the DOS files from STANDINS to FOLDER/dos.
+# Lays the demonstration's files, catalogue rows and key file over FOLDER, packs its ready-made modules and its
+# sample drivers with the native CABARC, and copies the stand-ins for the DOS files from STANDINS to FOLDER/dos.
 set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -16,6 +16,8 @@ folder=$(realpath "$3")
 mkdir -p "$folder/dos" "$folder/modules"
 cp -a "$here/files/." "$folder/files/"
 "$here/add-rows.sh" "$folder/files/disklist.ini" "$here/disklist.rows.ini"
+cp "$here/keyfile.txt" "$folder/"
+"$here/drivers/pack-drivers.sh" "$cabarc" "$folder/drivers"
 
 for module in "$here"/modules/*/; do
     name=$(basename "$module")

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the Windows program and its companions and leaves two runnable application folders: build/app, which is what
-# ships, and build/demo, the same with the demonstration's disk and stand-ins for the DOS files.
+# ships, and build/demo, the same with the demonstration's disks, sample drivers and stand-ins for the DOS files.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 "$root/scripts/setup.sh"
@@ -15,7 +15,6 @@ mkdir -p build/app
 cp -a data/. build/app/
 cp build/mingw-x64/bin/{velbooter,cabarc,bfi}.exe build/app/
 cp build/mingw-x64/boot/bootsect.bin build/app/files/
-mkdir -p build/app/{drivers,plugins}
 
 cp -a build/app build/demo
 demo/install.sh build/host/bin/cabarc build/mingw-x64/demo-dos build/demo
