@@ -77,8 +77,8 @@ expect 'begin with the same eight characters' $menu 's/^:FIXED/:FIXED\r\n:ABCDEF
 expect 'it calls A:\BIN\MENUROW.BAT' $menu 's/MENUITEM/MENUROW/'
 
 # The catalogue
-expect 'but the sections are' $list 's/^Count=5/Count=6/'
-expect 'fewer than four disks' $list 's/^Count=5/Count=3/'
+expect 'but the sections are' $list 's/^Count=6/Count=7/'
+expect 'fewer than four disks' $list 's/^Count=6/Count=3/'
 expect 'there is no file key' $list '0,/^file=/{/^file=/d}'
 expect 'there is no file key' $list '/^file=tools/d'
 expect 'there is no file key' demo/disklist.rows.ini '/^file=/d'
@@ -120,8 +120,58 @@ expect 'there is no module folder files\keys' data/files/custom.ini 's/^keyb=LIB
 expect 'looks for its modules in LIB only' data/files/custom.ini 's/^keyb=LIB/keyb=BIN/'
 expect 'only files\dos may receive files' data/files/tools.ini 's/^attrib.exe=dos/attrib.exe=keyb/'
 expect 'a line that performs nothing' $setup '2a [Create_CABs]\r\nSetupWin=LIB\r'
-expect 'no driver: SCSI' $minimal '$a [DefaultDrivers]\r\nSCSI\\AHA\r'
 expect 'do not fit on a disk' data/files/network.ini '/^mem.exe/a scandisk.exe=A\\SCANDISK.EXE\r\nscandisk.exe=B\\SCANDISK.EXE\r\nscandisk.exe=C\\SCANDISK.EXE\r\nscandisk.exe=D\\SCANDISK.EXE\r'
+
+# Drivers that are chosen at first
+expect 'no driver: SCSI' $minimal '$a [DefaultDrivers]\r\nSCSI\\AHA\r'
+expect 'no driver: NDIS' demo/files/demonet.ini 's/^NDIS.E100B/NDIS/'
+expect 'no driver: NDIS\E100B.CAB.OLD' demo/files/demonet.ini 's/^NDIS.E100B/&.CAB.OLD/'
+expect 'the demonstration has no driver NDIS\E1000' demo/files/demonet.ini 's/^NDIS.E100B/NDIS\\E1000/'
+expect 'the demonstration has no driver ODI16\CE100B' demo/files/demoodi.ini 's/^ODI32.CE100B/ODI16\\CE100B/'
+expect 'the disk takes no drivers of the group ASPI' demo/files/demonet.ini 's/^NDIS.E100B/ASPI\\BTDOSM/'
+expect 'the disk takes no drivers of the group ODI32' demo/disklist.rows.ini 's/^netw=1/netw=0/'
+expect 'the store ships empty' data/files/network.ini '$a [DefaultDrivers]\r\nNDIS\\E100B\r'
+
+# The driver store and the sample drivers
+readme=data/drivers/odi16/README.TXT
+adapters=demo/drivers/adapters.table
+drivers=demo/drivers/drivers.table
+expect_with 'nothing tells how to add a driver' "mv $readme ." "mv README.TXT data/drivers/odi16/"
+expect 'it does not tell of odi16.pci' $readme 's/odi16.pci/odi32.pci/'
+expect 'it does not tell of odi.txt' $readme 's/odi.txt/ndis.txt/'
+expect 'it does not tell of NAME.COM' $readme 's/NAME.COM/NAME.LAN/'
+expect 'packs into another group' $readme 's/drivers.odi16.PCNTNW/drivers\\odi32\\PCNTNW/'
+expect_with 'the store ships nothing but' 'cp data/keyfile.sample.txt data/drivers/ndis/E100B.CAB' 'rm data/drivers/ndis/E100B.CAB'
+expect_with 'the store ships nothing but' 'mkdir data/drivers/odi' 'rmdir data/drivers/odi'
+expect 'no PCI numbers of four hexadecimal digits' $adapters 's/ 9055 / 0x9055 /'
+expect 'no PCI numbers of four hexadecimal digits' $adapters 's/ 10EC 8139/ 10ec 8139/'
+expect 'the adapter has no name' $adapters 's/ 8139 .*/ 8139/'
+expect 'another line has the adapter 10B7 9055' $adapters 's/ 9050 / 9055 /'
+expect 'no driver is for the family spare' $adapters '$a spare 1234 5678 Spare'
+expect 'there is no family intel-pro1000' $drivers 's/intel-pro100 /intel-pro1000 /'
+expect 'there is no group odi' $drivers 's/^odi16/odi/'
+expect 'no name of at most eight capitals' $drivers 's/E100BODI/E100B_ODI/'
+expect 'no name of at most eight capitals' $drivers 's/RTL8139/rtl8139/'
+expect 'the driver has no description' $drivers 's/Intel PRO.*//'
+expect 'another line has the driver E100B of this group' $drivers 's/RTL8029/E100B/'
+expect 'fewer than three drivers of the group odi32' $drivers '/^odi32 *CE100B/d'
+expect 'no driver has the same name in odi16 and odi32' $drivers '/^odi16 *PCNTNW/d'
+expect 'these settings belong to no driver' $drivers 's/RTL8139/RTL8100/'
+expect 'there is no DriverName' demo/drivers/ndis/RTL8139.NIC 's/DriverName/Driver/'
+expect 'a line does not end in CR LF' demo/drivers/ndis/RTL8139.NIC 's/\r$//'
+
+# The templates of the answer files
+templates=data/files/inf_files
+expect_with 'this template is missing' "mv $templates/key_template.inf ." "mv key_template.inf $templates/"
+expect 'there is not one section [VREDIR]' $templates/winme_template.inf 's/^.VREDIR/[VREDIRECT/'
+expect 'there is not one section [Setup]' $templates/key_template.inf '$a [Setup]\r'
+expect '[Network] has no line for Workgroup' $templates/win98_template.inf '/^Workgroup/d'
+expect '[NameAndOrg] has no line for Display' $templates/winme_template.inf '/^Org=/{n;d}'
+expect '[UserData] has no line for ProductID' $templates/win2k_template.inf 's/^ProductID/ProductKey/'
+expect 'a comment has a "="' $templates/win2k_template.inf '2s/$/X=1\r/; 2s/\r//'
+expect '[Unattended] does not say Repartition=No' $templates/win2k_template.inf 's/^Repartition=No/Repartition=Yes/'
+expect '[Data] does not say AutoPartition=0' $templates/win2k_template.inf '/^AutoPartition/d'
+expect '[Unattended] does not say FileSystem=LeaveAlone' $templates/win2k_template.inf 's/LeaveAlone/ConvertNTFS/'
 
 # Plugins, and what the documentation says
 expect_with 'a plugin without a folder' 'mv data/plugins/stamp .' 'mv stamp data/plugins/'

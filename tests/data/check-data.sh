@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Checks the starter tree (data/) and what the demonstration adds to it (demo/) without running the program:
 # line ends, names, the catalogue, every line of every disk configuration, the batch language, the size of
-# each disk, and that docs/ mentions everything that ships. Prints one line for each fault and exits 1 if
-# there was any. check-data.sh [-v] [ROOT] checks another checkout; -v tells how full each disk can be.
+# each disk, the driver store, the sample drivers, the templates, and that docs/ mentions everything that ships.
+# Prints one line for each fault and exits 1 if there was any.
+# check-data.sh [-v] [ROOT] checks another checkout; -v tells how full each disk can be.
 set -euo pipefail
 export LC_ALL=C
 
@@ -41,10 +42,13 @@ declare -A index=()
 while IFS= read -r -d '' path; do index[${path,,}]=$path; done < <(find "$data" "$demo" -print0)
 documentation=$(cat "$root/docs"/*.md)
 
-# find_in BASE PATH: prints the path of what Windows would open, or fails.
+# Functions that are called for every line answer in REPLY: a subshell for each would take most of the time.
+
+# find_in BASE PATH: sets REPLY to the path of what Windows would open, or fails.
 find_in() {
     local path=$1/${2//\\//}
-    [[ -n ${index[${path,,}]:-} ]] && printf '%s' "${index[${path,,}]}"
+    REPLY=${index[${path,,}]:-}
+    [[ -n $REPLY ]]
 }
 
 is_dos_name() { [[ $1 =~ ^[A-Z0-9_~!#$%\&@-]{1,8}(\.[A-Z0-9_~!#$%\&@-]{1,3})?$ ]]; }
@@ -55,23 +59,24 @@ is_dos_path() {
     ((${#parts[@]} > 0)) || return 1
     for part in "${parts[@]}"; do is_dos_name "${part^^}" || return 1; done
 }
-trimmed() {
-    local text=$1
-    text=${text#"${text%%[! ]*}"}
-    printf '%s' "${text%"${text##*[! ]}"}"
+# trim TEXT: sets REPLY to TEXT without the blanks around it.
+trim() {
+    REPLY=${1#"${1%%[! ]*}"}
+    REPLY=${REPLY%"${REPLY##*[! ]}"}
 }
 
 check_text_files() {
     local file
     local -a files
-    mapfile -d '' files < <(find "$data" "$demo/files" "$demo/modules" "$demo/disklist.rows.ini" -type f -size +0 \
+    mapfile -d '' files < <(find "$data" "$demo/files" "$demo/modules" "$demo/drivers"/*/ "$demo/disklist.rows.ini" \
+        "$demo/keyfile.txt" -type f -size +0 \
         ! -name '*.bin' ! -name '*.cab' -print0)
     while IFS= read -r -d '' file; do
         fault "$(shown "$file")" 'a line does not end in CR LF'
     done < <(grep -l -Z -v $'\r$' "${files[@]}")
     while IFS= read -r -d '' file; do
         fault "$(shown "$file")" 'the last line has no line end'
-    done < <(for file in "${files[@]}"; do [[ $(tail -c 1 "$file" | od -A n -c) == *'\n'* ]] || printf '%s\0' "$file"; done)
+    done < <(grep -L -Z -z -P '\n\z' "${files[@]}")
     while IFS= read -r -d '' file; do
         fault "$(shown "$file")" 'a character is neither printable ASCII nor a blank'
     done < <(grep -l -Z $'[^\r -~]\|\r.' "${files[@]}")
@@ -120,7 +125,7 @@ check_batch_file() {
         fi
         if [[ $line =~ (^|[^A-Z])GOTO\ ([^\ ]+) ]]; then wanted[${BASH_REMATCH[2]}]=1; fi
         if [[ $line =~ CALL\ A:\\([^\ %]+)(\ |$) ]]; then
-            find_in "$data/files/base_files" "${BASH_REMATCH[1]}" >/dev/null ||
+            find_in "$data/files/base_files" "${BASH_REMATCH[1]}" ||
                 fault "$name" "it calls A:\\${BASH_REMATCH[1]}, which no base file becomes"
         fi
     done <"$1"
@@ -132,38 +137,49 @@ check_batch_files() {
         find "$data/files" "$demo/files" "$demo/modules" "$data/plugins"/*/ -type f -iname '*.bat' -print0)
 }
 
-# ini_value FILE SECTION KEY
-ini_value() {
-    tr -d '\r' <"$1" | awk -v section="[$2]" -v key="$3=" '
-        /^\[/ { inside = ($0 == section) }
-        inside && index($0, key) == 1 { print substr($0, length(key) + 1); exit }'
+# read_ini FILE: fills ini with the values of an INI file, by SECTION/KEY; the first of two lines with one key counts.
+declare -A ini=()
+read_ini() {
+    local line section=''
+    ini=()
+    while IFS= read -r line; do
+        line=${line%$'\r'}
+        if [[ $line == '['* ]]; then
+            section=${line#'['}
+            section=${section%']'*}
+        elif [[ $line == *=* && $line != ';'* && -z ${ini[$section/${line%%=*}]+x} ]]; then
+            ini[$section/${line%%=*}]=${line#*=}
+        fi
+    done <"$1"
 }
 
-# check_row FILE SECTION: one section of the catalogue. Prints nothing but faults.
+# check_row FILE SECTION: one section of the catalogue FILE, which ini holds. Prints nothing but faults.
 check_row() {
     local file=$1 section=$2 key value
     local where
     where="$(shown "$file") [$section]"
     for key in aspi ndis netw; do
-        value=$(ini_value "$file" "$section" "$key")
+        value=${ini[$section/$key]:-}
         [[ $value =~ ^[01]$ ]] || fault "$where" "$key is not 0 or 1"
     done
-    [[ -n $(ini_value "$file" "$section" file) ]] || fault "$where" 'there is no file key'
+    [[ -n ${ini[$section/file]:-} ]] || fault "$where" 'there is no file key'
     if [[ $section != 0 ]]; then
-        value=$(ini_value "$file" "$section" Name)
+        value=${ini[$section/Name]:-}
         [[ $value =~ ^[a-z0-9_]{1,8}$ && $value != custom ]] ||
             fault "$where" "Name is no lower-case name for a file and for the command line: $value"
         [[ -f $data/files/$value.ini || -f $demo/files/$value.ini ]] ||
             fault "$where" "there is no configuration $value.ini"
-        [[ -n $(ini_value "$file" "$section" Desc) ]] || fault "$where" 'there is no Desc'
-        value=$(ini_value "$file" "$section" Icon)
+        [[ -n ${ini[$section/Desc]:-} ]] || fault "$where" 'there is no Desc'
+        value=${ini[$section/Icon]:-}
         [[ $value =~ ^[1-8]$ ]] || fault "$where" "Icon is not from 1 to 8: $value"
     fi
 }
 
+declare -A rows=()
 check_catalogue() {
-    local file=$data/files/disklist.ini count section name sections expected number whole
-    count=$(ini_value "$file" Disks_List Count)
+    local file=$data/files/disklist.ini count key section name sections expected number whole
+    read_ini "$file"
+    count=${ini[Disks_List/Count]:-}
     sections=$(tr -d '\r' <"$file" | sed -n 's/^\[\([0-9]*\)\]$/\1/p' | tr '\n' ' ')
     expected=
     if [[ $count =~ ^[0-9]+$ ]]; then for ((number = 0; number <= count; number++)); do expected+="$number "; done; fi
@@ -175,8 +191,14 @@ check_catalogue() {
     whole=$(mktemp)
     cp "$file" "$whole"
     if "$demo/add-rows.sh" "$whole" "$demo/disklist.rows.ini" >/dev/null; then
-        number=$(ini_value "$whole" Disks_List Count)
+        read_ini "$whole"
+        number=${ini[Disks_List/Count]}
         for ((section = count + 1; section <= number; section++)); do check_row "$whole" "$section"; done
+        for ((section = 1; section <= number; section++)); do
+            for key in aspi ndis netw; do
+                rows[${ini[$section/Name]:-}/$key]=${ini[$section/$key]:-}
+            done
+        done
         while read -r name; do
             fault 'the catalogue' "two rows are named $name"
         done < <(tr -d '\r' <"$whole" | sed -n 's/^Name=//p' | sort | uniq -d)
@@ -193,23 +215,27 @@ check_catalogue() {
     [[ -f $data/files/custom.ini ]] || fault 'data/files/custom.ini' 'the configuration of the custom row is missing'
 }
 
-clusters() { echo $((($1 + 511) / 512 * 512)); }
+# folder_bytes FOLDER [FIND-OPTION...]: sets REPLY to the bytes that FOLDER's files and the folder itself take on a floppy.
 folder_bytes() {
-    local sum=0 size
-    while read -r size; do sum=$((sum + $(clusters "$size"))); done < <(find "$1" "${@:2}" -type f -printf '%s\n')
-    echo $((sum + 1024))
+    local size
+    REPLY=1024
+    while read -r size; do REPLY=$((REPLY + (size + 511) / 512 * 512)); done < <(find "$1" "${@:2}" -type f -printf '%s\n')
 }
 
 # check_configuration FILE FOLDER...: reads FILE as the program does. The sources are looked for in FOLDERs.
 check_configuration() {
-    local file=$1 name line section='' left right number=0 succeeded=no found size source base destination
+    local file=$1 disk name line section='' left right number=0 succeeded=no found size source base destination
     shift
     local -a folders=("$@")
     local -A onDisk=() moduleBytes=() baseFiles=()
     local total=0 hasIo=no hasCommand=no
     name=$(shown "$file")
-    total=$(($(folder_bytes "$data/files/base_files" -maxdepth 1) + $(folder_bytes "$data/files/base_files/bin")))
-    for found in "$data/files/base_files"/*; do baseFiles[$(basename "${found,,}")]=1; done
+    disk=$(basename "$file" .ini)
+    total=$baseBytes
+    for found in "$data/files/base_files"/*; do
+        found=${found##*/}
+        baseFiles[${found,,}]=1
+    done
 
     resolve() {
         local folder
@@ -234,7 +260,7 @@ check_configuration() {
                 ;;
         esac
         if [[ $section == '[DefaultDrivers]' ]]; then
-            [[ ${line^^} =~ ^(ASPI|NDIS|ODI16|ODI32)\\[A-Z0-9_]{1,8}(\.CAB)?$ ]] || fault "$where" "no driver: $line"
+            check_default_driver "$where" "$line" "$disk"
             continue
         fi
         if [[ $line != *=* ]]; then
@@ -242,9 +268,11 @@ check_configuration() {
             continue
         fi
         if [[ ${line#*=} == *=* ]]; then fault "$where" "more than one \"=\": $line"; fi
-        left=$(trimmed "${line%%=*}")
+        trim "${line%%=*}"
+        left=$REPLY
         right=${line#*=}
-        right=$(trimmed "${right%%=*}")
+        trim "${right%%=*}"
+        right=$REPLY
         if [[ -z $section ]]; then
             fault "$where" 'the line is in no section'
             continue
@@ -259,12 +287,15 @@ check_configuration() {
             [[ ${right^^} == LIB ]] || fault "$where" "the boot disk looks for its modules in LIB only: $right"
             base=$left
             [[ $left != dos ]] || base=dos_files
-            if ! found=$(resolve "files\\$base") || [[ ! -d $found ]]; then
+            if ! resolve "files\\$base" || [[ ! -d $REPLY ]]; then
                 fault "$where" "there is no module folder files\\$left"
                 continue
             fi
-            total=$((total + $(folder_bytes "$found") + ${moduleBytes[${left,,}]:-0}))
+            folder_bytes "$REPLY"
+            total=$((total + REPLY + ${moduleBytes[${left,,}]:-0}))
             if [[ ${left,,} == setupwin || ${left,,} == setupnt ]]; then
+                folder_bytes "$data/files/inf_files"  # the answers are copies of templates
+                total=$((total + REPLY))
                 [[ $succeeded == yes ]] ||
                     fault "$where" 'a line that performs nothing before any copy or pack ends the build'
             else
@@ -279,9 +310,11 @@ check_configuration() {
         size=0
         if [[ $source == "$left" && -n ${dosBytes[${left,,}]:-} ]]; then
             size=${dosBytes[${left,,}]}
-        elif found=$(resolve "$source"); then
+        elif resolve "$source"; then
+            found=$REPLY
             if [[ -d $found && $source != "$left" ]]; then
-                size=$(folder_bytes "$found" -maxdepth 1)
+                folder_bytes "$found" -maxdepth 1
+                size=$REPLY
             elif [[ -d $found ]]; then
                 fault "$where" "a folder is copied with \\*.* behind it: $left"
             else
@@ -295,7 +328,7 @@ check_configuration() {
             fault "$where" "neither shipped nor one of the DOS files: $left"
             continue
         fi
-        size=$(clusters "$size")
+        size=$(((size + 511) / 512 * 512))
 
         if [[ $source == "$left" ]]; then
             destination=${right##*\\}
@@ -332,7 +365,9 @@ check_configuration() {
 }
 
 check_configurations() {
-    local file
+    local file baseBytes
+    folder_bytes "$data/files/base_files"
+    baseBytes=$REPLY
     for file in "$data/files"/*.ini; do
         if [[ $(basename "$file") != disklist.ini ]]; then check_configuration "$file" "$data"; fi
     done
@@ -365,11 +400,17 @@ check_plugins() {
     done
 }
 
+# shellcheck source=tests/data/check-drivers.sh
+. "$(dirname "${BASH_SOURCE[0]}")/check-drivers.sh"
+
 check_text_files
 check_names
 check_batch_files
 check_catalogue
+check_driver_store
+check_sample_drivers
 check_configurations
+check_templates
 check_plugins
 check_shipped
 if ((faults > 0)); then
