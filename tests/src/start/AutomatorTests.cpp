@@ -2,62 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
-#include "src/common/ProgramEnd.h"
-#include "tests/support/ApplicationFolder.h"
+#include "tests/src/start/BatchModeTest.h"
 
 namespace velbooter::testing {
 namespace {
 
 using Files = std::vector<std::string>;
 
-class BatchMode : public ApplicationTest {
+class BatchMode : public BatchModeTest {
  protected:
-    BatchMode() {
-        Folder.Write(
-            "files\\disklist.ini",
-            "[Disks_List]\r\nCount=3\r\n[1]\r\nName=first\r\n[2]\r\nName=MyDisk\r\n[3]\r\nName=third\r\n");
-        for (const char* disk : {"first", "mydisk", "third", "custom"}) {
-            Folder.Write(std::string("files\\") + disk + ".ini",
-                         std::string("[Copy_Files]\r\nfiles\\marks\\") + disk + "=mark\\" + disk + "\r\n");
-            Folder.Write(std::string("files\\marks\\") + disk, disk);
-        }
-        for (const char* name : {"IO.SYS", "MSDOS.SYS", "COMMAND.COM"}) {
-            Folder.Write(std::string("files\\base_files\\") + name, name);
-        }
-        Folder.MakeTool("bfi.exe", "tree|tree.txt\n");
-    }
-    ExitCode Run(const CommandLineValues& values) {
-        try {
-            RunBatch(App, values);
-        } catch (const ProgramEnd& end) {
-            return end.Code;
-        }
-        return ExitCode::InternalError;
-    }
-    static CommandLineValues Values(const std::string& disk, const std::string& target = "") {
-        CommandLineValues values;
-        values.DiskName = disk;
-        values.TargetPath = target;
-        return values;
-    }
-    /// Returns the text between `before` and `after` in the image tool's command line.
-    std::string InCommandLine(const std::string& before, const std::string& after) {
-        const auto calls = Folder.Calls("bfi.exe");
-        if (calls.size() != 1) return "calls: " + std::to_string(calls.size());
-        const std::string& line = calls[0].CommandLine;
-        const size_t from = line.find(before) + before.size();
-        return line.substr(from, line.find(after, from) - from);
-    }
-    std::string Image() { return InCommandLine("-f=\"", "\""); }
-    std::string Type() { return InCommandLine("-t=", " "); }
+    BatchMode() { MakeDisks({{"first", ""}, {"MyDisk", ""}, {"third", ""}}); }
 
-    void ExpectCleanFolder() {
-        EXPECT_FALSE(Folder.HasFile("Drivers.ini"));
-        EXPECT_FALSE(Folder.HasFolder("cabs"));
-        EXPECT_FALSE(Folder.HasFolder("Temp"));
-    }
     static Message Summary(const std::string& values) {
         return {
             "There has been an invalid parameter,\r\n"
@@ -71,7 +26,7 @@ class BatchMode : public ApplicationTest {
 TEST_F(BatchMode, BuildsTheNamedDiskAndEndsTheProgram) {
     EXPECT_EQ(ExitCode::Built, Run(Values("MyDisk", "C:\\out\\boot.img")));
     EXPECT_EQ(3, App.SelectedDiskIndex);
-    EXPECT_EQ("COMMAND.COM 11\nIO.SYS 6\nMSDOS.SYS 9\nmark\\mydisk 6\n", Folder.Read("tree.txt"));
+    EXPECT_EQ(kSystemFiles + std::string("mark\\mydisk 6\n"), Folder.Read("tree.txt"));
     EXPECT_EQ("C:\\out\\boot.img", Image());
     EXPECT_EQ("144", Type());
     EXPECT_FALSE(App.Wait.Visible);
@@ -81,26 +36,17 @@ TEST_F(BatchMode, BuildsTheNamedDiskAndEndsTheProgram) {
 
 TEST_F(BatchMode, TheWaitWindowTellsEachPhase) {
     Run(Values("MyDisk"));
-    const Files phases{"Getting a list of Disks Configuration ...",
-                       "Getting Disk Configuration INI file ...",
-                       "Processing mydisk.ini file ...",
-                       "Getting files list to be copied to the floppy image ...",
-                       "Creating the floppy image file ...",
-                       "Formating Floppy Disk ...",
-                       "Copying files to floppy disk ..."};
-    const Files painted = Screen.WaitStatuses();
-    auto place = painted.begin();
-    for (const std::string& phase : phases) {
-        place = std::find(place, painted.end(), phase);
-        ASSERT_NE(painted.end(), place) << phase;
-    }
+    EXPECT_EQ(
+        (Files{"Please wait ...", "Getting a list of Disks Configuration ...",
+               "Getting Disk Configuration INI file ...", "Processing mydisk.ini file ...",
+               "Getting Drivers Settings ...", "Getting files list to be copied to the floppy image ...",
+               "Creating the floppy image file ...", "Preparing selected Drivers ...",
+               "Preparing pre-built drivers cache ...", "Formating Floppy Disk ...",
+               "Copying files to floppy disk ..."}),
+        Screen.WaitStatuses());
     ASSERT_FALSE(Screen.Views.empty());
-    for (const View& view : Screen.Views) {
-        if (view.WaitStatus == phases[4]) {
-            EXPECT_TRUE(view.WaitVisible);
-        }
-    }
-    EXPECT_TRUE(Screen.Views.front().WaitVisible);
+    for (size_t i = 0; i + 1 < Screen.Views.size(); ++i) EXPECT_TRUE(Screen.Views[i].WaitVisible) << i;
+    EXPECT_FALSE(Screen.Views.back().WaitVisible);
 }
 
 TEST_F(BatchMode, TheWizardIsNeverOnItsWay) {
@@ -122,7 +68,7 @@ TEST_F(BatchMode, ANameThatDiffersInCaseDoesNotExist) {
 TEST_F(BatchMode, CustomBuildsTheCustomConfiguration) {
     EXPECT_EQ(ExitCode::Built, Run(Values("custom")));
     EXPECT_EQ(1, App.SelectedDiskIndex);
-    EXPECT_NE(std::string::npos, Folder.Read("tree.txt").find("mark\\custom"));
+    EXPECT_TRUE(IsOnDisk("mark\\custom"));
 }
 
 TEST_F(BatchMode, OfTwoRowsWithOneNameTheLastWins) {
@@ -133,9 +79,41 @@ TEST_F(BatchMode, OfTwoRowsWithOneNameTheLastWins) {
     EXPECT_EQ(4, App.SelectedDiskIndex);
 }
 
-TEST_F(BatchMode, WithoutATargetTheDefaultIsKept) {
-    EXPECT_EQ(ExitCode::Built, Run(Values("first")));
-    EXPECT_EQ("BootDisk.img", Image());
+TEST_F(BatchMode, WithoutATargetAndAFileOfTheDiskTheDefaultIsKept) {
+    for (const char* file : {"", "file=\r\n"}) {
+        Folder.Remove("bfi.log");
+        MakeDisks({{"first", file}});
+        EXPECT_EQ(ExitCode::Built, Run(Values("first")));
+        EXPECT_EQ("BootDisk.img", Image()) << file;
+        EXPECT_EQ(Folder.At("BootDisk.img"), App.Wizard.TxtDest.Text) << file;
+    }
+}
+
+TEST_F(BatchMode, WithoutATargetTheFileOfTheDiskIsMade) {
+    const std::pair<const char*, std::string> cases[] = {
+        {"net.img", Folder.At("net.img")},
+        {"images\\my net.img", Folder.At("images\\my net.img")},
+        {"\\net.img", Folder.Path() + "\\\\net.img"},
+        {"D:\\images\\net.img", "D:\\images\\net.img"},
+    };
+    for (const auto& [file, target] : cases) {
+        MakeDisks({{"first", ""}, {"second", std::string("file=") + file + "\r\n"}});
+        EXPECT_EQ(ExitCode::Built, Run(Values("second"))) << file;
+        EXPECT_EQ(target, App.Wizard.TxtDest.Text);
+    }
+}
+
+TEST_F(BatchMode, AGivenTargetWinsOverTheFileOfTheDisk) {
+    MakeDisks({{"first", "file=D:\\images\\net.img\r\n"}});
+    EXPECT_EQ(ExitCode::Built, Run(Values("first", "mine.img")));
+    EXPECT_EQ("mine.img", Image());
+}
+
+TEST_F(BatchMode, TheCustomDiskHasAFileInSectionZero) {
+    Folder.Write("files\\disklist.ini",
+                 "[Disks_List]\r\nCount=1\r\n[0]\r\nfile=my.img\r\n[1]\r\nName=first\r\nfile=first.img\r\n");
+    EXPECT_EQ(ExitCode::Built, Run(Values("custom")));
+    EXPECT_EQ("my.img", Image());
 }
 
 TEST_F(BatchMode, ATargetWithoutADriveIsRelativeToTheApplicationFolder) {
@@ -172,7 +150,7 @@ TEST_F(BatchMode, ThePluginIsAddedToTheImage) {
     CommandLineValues values = Values("first");
     values.PluginName = "extra";
     EXPECT_EQ(ExitCode::Built, Run(values));
-    EXPECT_NE(std::string::npos, Folder.Read("tree.txt").find("plugin.txt 1\n"));
+    EXPECT_TRUE(IsOnDisk("plugin.txt"));
 }
 
 TEST_F(BatchMode, AWrongParameterShowsTheSummaryAndOkBuilds) {
