@@ -117,6 +117,25 @@ TEST_F(FileFunctions, DeletingIgnoresAttributes) {
     EXPECT_EQ(kPermissionDenied, NumberOf([&] { DeleteFileAt(locked); }));
 }
 
+TEST_F(FileFunctions, MakeWritableClearsTheProtectionAndKeepsTheRest) {
+    for (const DWORD attributes : {FILE_ATTRIBUTE_READONLY, FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_SYSTEM,
+                                   FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM}) {
+        Folder.Write("a", "text");
+        Folder.SetAttributes("a", attributes);
+        ASSERT_EQ(attributes, Folder.Attributes("a") & attributes);
+        MakeWritable(Folder.At("a"));
+        EXPECT_EQ(0u, Folder.Attributes("a") & attributes) << attributes;
+        EXPECT_EQ("text", Folder.Read("a"));
+        Folder.Remove("a");
+    }
+}
+
+TEST_F(FileFunctions, MakeWritableOfAMissingFileDoesNothing) {
+    EXPECT_EQ(0, NumberOf([&] { MakeWritable(Folder.At("missing")); }));
+    EXPECT_EQ(0, NumberOf([&] { MakeWritable(Folder.At("nowhere\\missing")); }));
+    EXPECT_FALSE(Folder.HasFile("missing"));
+}
+
 TEST_F(FileFunctions, RenamingOntoAnExistingFileIsError58) {
     Folder.Write("a", "a");
     Folder.Write("b", "b");

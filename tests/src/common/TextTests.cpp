@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <iterator>
+
 #include "src/common/RuntimeError.h"
 
 namespace velbooter {
@@ -76,6 +78,25 @@ TEST(Text, BeginningsAndEnds) {
     EXPECT_TRUE(StartsWithIgnoringCase("C:\\App\\x", "c:\\aPP"));
     EXPECT_FALSE(StartsWithIgnoringCase("C:\\Ap", "c:\\app"));
     EXPECT_FALSE(StartsWithIgnoringCase("D:\\App", "c:\\app"));
+}
+
+TEST(Text, ComparingIgnoresCase) {
+    EXPECT_EQ(0, CompareIgnoringCase("abc", "ABC"));
+    EXPECT_EQ(0, CompareIgnoringCase("b\xFCro", "B\xDCRO"));
+    EXPECT_EQ(0, CompareIgnoringCase("", ""));
+}
+
+TEST(Text, ComparingFollowsTheAlphabet) {
+    // In rising order; by their codes "Z" would come before "a", and the letters with marks last.
+    const std::string rising[] = {"", "1", "2", "a", "AB", "abc", "B", "c", "\xE9t\xE9", "F", "x", "Z", "za"};
+    for (size_t i = 0; i < std::size(rising); ++i) {
+        for (size_t k = 0; k < std::size(rising); ++k) {
+            const int order = CompareIgnoringCase(rising[i], rising[k]);
+            EXPECT_EQ(i < k, order < 0) << rising[i] << " " << rising[k];
+            EXPECT_EQ(i == k, order == 0) << rising[i] << " " << rising[k];
+            EXPECT_EQ(i > k, order > 0) << rising[i] << " " << rising[k];
+        }
+    }
 }
 
 TEST(Text, NumericPrefixReadsTheNumberAtTheBeginning) {
