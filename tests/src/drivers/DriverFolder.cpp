@@ -65,6 +65,22 @@ std::string DriversTest::Key(const std::string& section, const std::string& key)
     return TrimAtNul(INIFile(Folder.At("Drivers.ini")).GetINIKey(section, key));
 }
 
+std::vector<std::string> DriversTest::Listed() const {
+    const ListBox& files = App.Wizard.LstFiles;
+    std::vector<std::string> entries;
+    for (int i = 0; i < files.ListCount(); ++i) entries.push_back(files.List(i));
+    return entries;
+}
+
+std::vector<std::string> DriversTest::Selected() const {
+    const ListBox& files = App.Wizard.LstFiles;
+    std::vector<std::string> entries;
+    for (int i = 0; i < files.ListCount(); ++i) {
+        if (files.Selected(i)) entries.push_back(files.List(i));
+    }
+    return entries;
+}
+
 int DriversTest::NumberOf(const std::function<void()>& action) {
     try {
         action();

@@ -38,16 +38,20 @@ class DriversTest : public ApplicationTest {
     /// Members carry the attributes `attributes`.
     void MakeCabinet(const std::string& cabinet, const Members& members, std::uint32_t attributes = 0) const;
 
-    /// Makes drivers\`cabinet`, a driver of `group` with the description `text` behind a field of 13
-    /// characters.
+    /// Makes drivers\`cabinet` with one member, `descriptionFile`, that describes the driver as `text` behind
+    /// the field of 13 characters.
     void MakeDriver(const std::string& cabinet, const std::string& descriptionFile,
                     const std::string& text) const;
 
-    /// Makes drivers\`cabinet` for each of `cabinets`, files that are no cabinets.
+    /// Makes the files `names` in drivers\`folder`. They are empty: nothing can be extracted from them.
     void MakeEmptyCabinets(const std::string& folder, std::initializer_list<const char*> names) const;
 
     /// Returns the value of a key in Drivers.ini; "" when there is none.
     std::string Key(const std::string& section, const std::string& key) const;
+
+    /// Return the entries of LstFiles, all of them and the selected ones, in their order.
+    std::vector<std::string> Listed() const;
+    std::vector<std::string> Selected() const;
 
     /// Returns the number of the RuntimeError that `action` raises; 0 when it raises none.
     static int NumberOf(const std::function<void()>& action);

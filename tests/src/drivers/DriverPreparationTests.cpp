@@ -41,19 +41,6 @@ class DriverCopying : public DriversTest {
         Prepare(index);
         return Folder.Tree("cabs\\Lib");
     }
-    Files Listed() const {
-        Files entries;
-        for (int i = 0; i < App.Wizard.LstFiles.ListCount(); ++i)
-            entries.push_back(App.Wizard.LstFiles.List(i));
-        return entries;
-    }
-    Files Selected() const {
-        Files entries;
-        for (int i = 0; i < App.Wizard.LstFiles.ListCount(); ++i) {
-            if (App.Wizard.LstFiles.Selected(i)) entries.push_back(App.Wizard.LstFiles.List(i));
-        }
-        return entries;
-    }
     static Message Failure(const std::string& source) {
         return {"Error while copying the file :\r\n" + source, "Error While Copying",
                 Buttons::AbortRetryIgnore, Icon::Critical};

@@ -43,19 +43,6 @@ class NetworkListsTest : public DriversTest {
         for (const ToolCall& call : Folder.Calls("cabarc.exe")) commandLines.push_back(call.CommandLine);
         return commandLines;
     }
-    Files Listed() const {
-        Files entries;
-        for (int i = 0; i < App.Wizard.LstFiles.ListCount(); ++i)
-            entries.push_back(App.Wizard.LstFiles.List(i));
-        return entries;
-    }
-    Files Selected() const {
-        Files entries;
-        for (int i = 0; i < App.Wizard.LstFiles.ListCount(); ++i) {
-            if (App.Wizard.LstFiles.Selected(i)) entries.push_back(App.Wizard.LstFiles.List(i));
-        }
-        return entries;
-    }
 
     static constexpr const char* kMenuHeader =
         "; This file is used to manual\r\n"

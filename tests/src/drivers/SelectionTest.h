@@ -1,0 +1,43 @@
+#pragma once
+// The fixture of the tests of the driver selection: its list in words.
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "src/drivers/DriverSelection.h"
+#include "tests/src/drivers/DriverFolder.h"
+
+namespace velbooter::testing {
+
+class SelectionTest : public DriversTest {
+ protected:
+    void ChooseOdi() { App.Wizard.ChkNDIS.Width = 3015; }
+    void LoadNdis() { CreateIndex(App, "ndis.txt", "ndis.pci", "ndis", "NIC", true); }
+
+    ListView& List() { return App.Drivers.LV; }
+    /// The rows as displayed: a tick, the name, and the description if there is one.
+    std::vector<std::string> Rows(bool withDescriptions = false) const {
+        std::vector<std::string> rows;
+        for (const ListItem& row : App.Drivers.LV.ListItems) {
+            rows.push_back((row.Checked ? "+" : "-") + row.Text +
+                           (withDescriptions ? ": " + row.SubItem : ""));
+        }
+        return rows;
+    }
+    ListItem& Row(const std::string& name) {
+        for (ListItem& row : List().ListItems) {
+            if (row.Text == name) return row;
+        }
+        throw std::runtime_error("there is no row " + name);
+    }
+    void AddRow(const std::string& name, const std::string& description, bool checked) {
+        ListItem row;
+        row.Text = name;
+        row.SubItem = description;
+        row.Checked = checked;
+        List().ListItems.push_back(row);
+    }
+};
+
+}  // namespace velbooter::testing
