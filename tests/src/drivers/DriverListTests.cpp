@@ -59,6 +59,15 @@ TEST_F(DriverList, NamesBeyondAsciiAreUpperCased) {
     EXPECT_EQ((Texts{"-T\xDCRK: B\xFCro"}), Rows(true));
 }
 
+TEST_F(DriverList, ANameThatTheCodePageLacksIsListedButNotDescribed) {
+    MakeDriver("ndis\\E100B.CAB", "ndis.txt", "Intel PRO/100");
+    const std::wstring folder(Folder.Path().begin(), Folder.Path().end());
+    ASSERT_TRUE(MoveFileW((folder + L"\\drivers\\ndis\\E100B.CAB").c_str(),
+                          (folder + L"\\drivers\\ndis\\\u0416uk.cab").c_str()));
+    LoadNdis();
+    EXPECT_EQ((Texts{"+?UK: Description not available (NDIS Driver)"}), Rows(true));
+}
+
 TEST_F(DriverList, TicksFollowTheIndexAndADriverWithoutAKeyIsNotTicked) {
     MakeEmptyCabinets("ndis", {"e100b.cab", "ne2000.cab", "rtl8139.cab"});
     Folder.Write("Drivers.ini", "[NDIS]\r\nE100B=0\r\nRTL8139=1\r\n[ASPI]\r\nNE2000=1\r\n");

@@ -164,6 +164,12 @@ TEST_F(DriverCopying, AKeyBecomesANameInLowerCase) {
     EXPECT_EQ("a cabinet", Folder.Read("cabs\\Lib\\ndis\\t\xFCrk.cab"));
 }
 
+TEST_F(DriverCopying, ANameThatTheCodePageLacksIsAskedAbout) {
+    Screen.Expect(Failure("drivers\\ndis\\?uk.cab"), Answer::Ignore);
+    Prepare("[NDIS]\r\n?UK=1\r\nA=1\r\n");
+    EXPECT_EQ((Files{"ndis\\a.cab"}), Folder.Tree("cabs\\Lib"));
+}
+
 TEST_F(DriverCopying, LinesMayEndInLfAlone) {
     EXPECT_EQ((Files{"aspi\\a.cab", "ndis\\b.cab"}), Copied("[ASPI]\nA=1\n[NDIS]\nB=1"));
 }
