@@ -43,3 +43,4 @@ for disk in "${disks[@]}"; do
     line=$(scripts/boot-image.sh "$image")
     echo "Booted   $line"
 done
+rmdir build/demo/out
