@@ -138,10 +138,16 @@ void CheckList::Place(int left, int top, int width, int height) const {
     FitColumns();
 }
 
-// The last column's own header is what the system stretches over the rest, or as far as its longest text
-// needs.
+// The second column is as wide as its longest text, so that all of it can be reached, and fills the rest of
+// the list.
 void CheckList::FitColumns() const {
-    ::SendMessageA(list_, LVM_SETCOLUMNWIDTH, 1, LVSCW_AUTOSIZE_USEHEADER);
+    ::SendMessageA(list_, LVM_SETCOLUMNWIDTH, 1, LVSCW_AUTOSIZE);
+    const auto longest = static_cast<int>(::SendMessageA(list_, LVM_GETCOLUMNWIDTH, 1, 0));
+    const auto first = static_cast<int>(::SendMessageA(list_, LVM_GETCOLUMNWIDTH, 0, 0));
+    RECT inner{};
+    ::GetClientRect(list_, &inner);
+    const int rest = static_cast<int>(inner.right) - first;
+    if (longest < rest) ::SendMessageA(list_, LVM_SETCOLUMNWIDTH, 1, rest);
 }
 
 void CheckList::SelectFirstRow() const {

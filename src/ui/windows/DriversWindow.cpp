@@ -74,32 +74,9 @@ void DriversWindow::Show(Application& app, HWND owner) {
     ::RedrawWindow(window_.get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
-void DriversWindow::RunModal(Application& app, HWND owner) {
+void DriversWindow::BlockWhileOpen(HWND owner) {
     blockedOwner_ = owner;
     if (owner != nullptr) ::EnableWindow(owner, FALSE);
-    try {
-        Show(app, owner);
-        while (app.Drivers.Visible) {
-            MSG message{};
-            if (::GetMessageA(&message, nullptr, 0, 0) <= 0) {
-                CmdCancelDrivers_Click(app);
-                ::PostQuitMessage(static_cast<int>(message.wParam));
-                break;
-            }
-            if (!Takes(message)) {
-                ::TranslateMessage(&message);
-                ::DispatchMessageA(&message);
-            }
-            RethrowFailure();
-        }
-    } catch (...) {
-        app.Drivers.Visible = false;
-        Hide();
-        Unblock();
-        throw;
-    }
-    Hide();
-    Unblock();
 }
 
 bool DriversWindow::Takes(MSG& message) {
@@ -149,17 +126,13 @@ void DriversWindow::Appear(HWND owner) {
 }
 
 void DriversWindow::Hide() {
-    if (!open_) return;
-    open_ = false;
     // Before the window goes: the system gives the activation to an owner that can take it.
-    Unblock();
-    ::ShowWindow(window_.get(), SW_HIDE);
-    WakeLoop();
-}
-
-void DriversWindow::Unblock() {
     if (blockedOwner_ != nullptr) ::EnableWindow(blockedOwner_, TRUE);
     blockedOwner_ = nullptr;
+    if (!open_) return;
+    open_ = false;
+    ::ShowWindow(window_.get(), SW_HIDE);
+    WakeLoop();
 }
 
 INT_PTR CALLBACK DriversWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -203,7 +176,7 @@ INT_PTR DriversWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_DESTROY:
             // The system takes the window along when its owner goes.
             open_ = false;
-            window_.release();
+            static_cast<void>(window_.release());
             list_ = CheckList();
             return TRUE;
         default:

@@ -20,10 +20,8 @@ class DriversWindow {
     /// `owner` (may be null) with the keyboard in the list. `app` must outlive the window.
     void Show(Application& app, HWND owner);
 
-    /// Shows the window, in front of `owner` (may be null), which takes no input meanwhile, and handles
-    /// messages until a handler has hidden the selection. The end of the program's messages counts as Cancel
-    /// and is told again. Throws what a handler has thrown, with the selection hidden.
-    void RunModal(Application& app, HWND owner);
+    /// Takes the input from `owner` (may be null) until the window is hidden again, which Show sees to.
+    void BlockWhileOpen(HWND owner);
 
     /// Handles `message` when it is for this window: its keys are those of a dialog. Returns whether it was.
     bool Takes(MSG& message);
@@ -47,7 +45,6 @@ class DriversWindow {
     void Create(HWND owner);
     void Appear(HWND owner);
     void Hide();
-    void Unblock();
     void Resized();
     void PlaceControls() const;
     void TellLeastSize(MINMAXINFO& limits) const;

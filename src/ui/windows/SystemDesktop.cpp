@@ -1,5 +1,6 @@
 #include "src/ui/windows/SystemDesktop.h"
 
+#include "src/drivers/DriverSelection.h"
 #include "src/ui/windows/FormatDialog.h"
 #include "src/ui/windows/MessageBoxes.h"
 #include "src/ui/windows/OpenDialog.h"
@@ -20,7 +21,24 @@ std::optional<std::string> SystemDesktop::ShowOpenDialog(const CommonDialog& dia
 }
 
 void SystemDesktop::ShowDriverSelection() {
-    driversWindow_.RunModal(*app_, waitWindow_.Handle());
+    driversWindow_.BlockWhileOpen(waitWindow_.Handle());
+    try {
+        Repaint();
+        while (app_->Drivers.Visible) {
+            MSG message{};
+            if (::GetMessageA(&message, nullptr, 0, 0) > 0) {
+                HandleMessage(message);
+                continue;
+            }
+            // The program is to end: the loop around this one has to see it too.
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            CmdCancelDrivers_Click(*app_);
+        }
+    } catch (...) {
+        app_->Drivers.Visible = false;
+        driversWindow_.Show(*app_, nullptr);
+        throw;
+    }
 }
 
 void SystemDesktop::Repaint() {
@@ -34,10 +52,22 @@ void SystemDesktop::PendingEvents() {
     driversWindow_.IgnoreInput(true);
     MSG message{};
     while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+        if (message.message == WM_QUIT) {
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            break;
+        }
         ::TranslateMessage(&message);
         ::DispatchMessageA(&message);
     }
     driversWindow_.IgnoreInput(false);
+    driversWindow_.RethrowFailure();
+}
+
+void SystemDesktop::HandleMessage(MSG& message) {
+    if (!driversWindow_.Takes(message)) {
+        ::TranslateMessage(&message);
+        ::DispatchMessageA(&message);
+    }
     driversWindow_.RethrowFailure();
 }
 

@@ -20,6 +20,10 @@ class SystemDesktop : public Desktop {
     void Repaint() override;
     void PendingEvents() override;
 
+    /// Handles a message of the loop that the program waits in, the keys of its dialogs included. Throws what
+    /// a handler has thrown within a window's procedure.
+    void HandleMessage(MSG& message);
+
  private:
     HWND Front() const;
 
