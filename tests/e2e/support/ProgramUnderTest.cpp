@@ -7,6 +7,7 @@
 
 #include "tests/e2e/support/Evidence.h"
 #include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/Screen.h"
 #include "tests/e2e/support/WindowTree.h"
 
 namespace velbooter::e2e {
@@ -20,17 +21,10 @@ constexpr std::chrono::seconds kWindowPatience{10};
 constexpr std::chrono::seconds kRunPatience{60};
 constexpr DWORD kKilled = 77;
 
-// Without a window manager Wine would wait two seconds for one whenever a window goes away.
-void LetWineManageTheWindows() {
-    const char* const key = "Software\\Wine\\AppDefaults\\velbooter.exe\\X11 Driver";
-    const bool isWine = ::GetProcAddress(::GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
-    if (isWine) ::RegSetKeyValueA(HKEY_CURRENT_USER, key, "Managed", REG_SZ, "N", 2);
-}
-
 }  // namespace
 
 ProgramUnderTest::ProgramUnderTest(const ApplicationFolder& folder, const std::string& arguments) {
-    LetWineManageTheWindows();
+    LeaveWindowsUnmanaged("velbooter.exe");
     static int number = 0;
     statusFile_ = folder.OutsidePath("status-" + std::to_string(++number) + ".txt");
     ::SetEnvironmentVariableA(kStatusFileVariable, statusFile_.c_str());
@@ -80,6 +74,12 @@ ShownMessage ProgramUnderTest::Answer(const std::string& button) {
 
 HWND ProgramUnderTest::FileDialog() {
     return NextDialog();
+}
+
+HWND ProgramUnderTest::DriverSelection() {
+    const HWND window = NextDialog();
+    if (TextOf(window) != "Select Drivers") Fail("another window came where the driver selection was due");
+    return window;
 }
 
 DWORD ProgramUnderTest::ExitCode() {
@@ -159,6 +159,14 @@ void ProgramUnderTest::WaitUntilGone(HWND window) {
     const auto end = steady_clock::now() + kWindowPatience;
     while (::IsWindow(window) != FALSE) {
         if (steady_clock::now() > end) Fail("a window stays that should be gone");
+        ::Sleep(kStep / 5);
+    }
+}
+
+void ProgramUnderTest::WaitUntilHidden(HWND window) {
+    const auto end = steady_clock::now() + kWindowPatience;
+    while (::IsWindowVisible(window) != FALSE) {
+        if (steady_clock::now() > end) Fail("a window stays that should be hidden");
         ::Sleep(kStep / 5);
     }
 }

@@ -39,6 +39,12 @@ class ProgramUnderTest {
     /// Waits for the dialog that asks for a file.
     HWND FileDialog();
 
+    /// Waits for the driver selection.
+    HWND DriverSelection();
+
+    /// Waits until `window`, which is kept for another time, is hidden.
+    void WaitUntilHidden(HWND window);
+
     /// Waits until `window` is gone.
     void WaitUntilGone(HWND window);
 

@@ -1,0 +1,348 @@
+// The window of the driver selection in this process, as the program's own loops use it: shown beside other
+// windows while its drivers are loaded, and waited for.
+
+#include "src/ui/windows/DriversWindow.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <thread>
+
+#include "src/common/RuntimeError.h"
+#include "src/drivers/DriverSelection.h"
+#include "src/ui/windows/SystemDesktop.h"
+#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DriverStore.h"
+#include "tests/e2e/support/Screen.h"
+#include "tests/e2e/support/SelectionWindow.h"
+#include "tests/e2e/support/WindowTree.h"
+
+namespace velbooter::e2e {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Names = std::vector<std::string>;
+
+// The real desktop, at whose doors a test may do something first.
+class WatchedDesktop : public SystemDesktop {
+ public:
+    void Repaint() override {
+        if (BeforeRepaint) BeforeRepaint();
+        SystemDesktop::Repaint();
+    }
+    void PendingEvents() override {
+        if (BeforeEvents) BeforeEvents();
+        SystemDesktop::PendingEvents();
+        if (AfterEvents) AfterEvents();
+    }
+    std::function<void()> BeforeRepaint;
+    std::function<void()> BeforeEvents;
+    std::function<void()> AfterEvents;
+};
+
+SelectionWindow FindSelection() {
+    for (const WindowInfo& window : TopLevelWindows(::GetCurrentProcessId())) {
+        if (window.Class == "#32770" && window.Visible) return SelectionWindow(window.Handle);
+    }
+    return SelectionWindow(nullptr);
+}
+
+class DriversWindowTest : public testing::Test {
+ protected:
+    DriversWindowTest() {
+        LeaveWindowsUnmanaged("e2e_tests.exe");
+        desktop_.ShowFormsOf(app_);
+    }
+    ~DriversWindowTest() override { ::SetCurrentDirectoryA("C:\\"); }  // reading drivers goes into the folder
+
+    // Lists three drivers, the last without a tick, and lets the selection show.
+    void FillForm() {
+        app_.Drivers.LV.Tag = "ndis";
+        app_.Drivers.LV.ListItems = {Row("A", "first", true), Row("B", "second", true),
+                                     Row("C", "third", false)};
+        app_.Drivers.LV.Sorted = true;
+        app_.Drivers.LV.SortKey = 1;
+        app_.Drivers.Visible = true;
+    }
+    static ListItem Row(const std::string& name, const std::string& description, bool checked) {
+        ListItem row;
+        row.Text = name;
+        row.SubItem = description;
+        row.Checked = checked;
+        return row;
+    }
+
+    SelectionWindow Show() {
+        FillForm();
+        desktop_.Repaint();
+        return FindSelection();
+    }
+
+    // Handles what is posted, as the program's own loop does.
+    void HandleMessages() {
+        MSG message{};
+        while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != 0) desktop_.HandleMessage(message);
+    }
+
+    // Waits for the selection, while `user` uses it from a thread of their own as soon as it is there.
+    void ShowDriverSelection(const std::function<void(const SelectionWindow&)>& user) {
+        FillForm();
+        std::jthread thread([&] {
+            if (Eventually([] { return FindSelection().Handle() != nullptr; })) user(FindSelection());
+        });
+        desktop_.ShowDriverSelection();
+    }
+
+    std::string IniValue(const char* key) const {
+        char value[16] = "";
+        ::GetPrivateProfileStringA("ndis", key, "", value, sizeof value, folder_.Path("Drivers.ini").c_str());
+        return value;
+    }
+
+    const ApplicationFolder folder_;
+    WatchedDesktop desktop_;
+    Application app_{folder_.Path(), desktop_};
+};
+
+TEST_F(DriversWindowTest, RowsAppearAsTheyAreLoaded) {
+    ClearDrivers(folder_);
+    for (const char* name : {"ONE", "THREE", "TWO"})
+        AddDriver(folder_, "ndis", name, std::string("Card ") + name);
+    std::vector<Names> seen;
+    std::vector<Arrow> arrows;
+    desktop_.AfterEvents = [&] {
+        const SelectionWindow window = FindSelection();
+        seen.push_back(window.Names());
+        arrows.push_back(window.ColumnArrow(1));
+    };
+    app_.Wizard.ChkNDIS.Width = kNdisWidth;
+    CmdSelNDIS_Click(app_);
+    EXPECT_THAT(seen.front(), IsEmpty());
+    EXPECT_THAT(seen, Contains(Names{"ONE"}));
+    EXPECT_THAT(seen, Contains(Names{"ONE", "THREE"}));
+    EXPECT_THAT(arrows, testing::Each(Arrow::None)) << "they are sorted when they are all there";
+    EXPECT_EQ(FindSelection().ColumnArrow(1), Arrow::Up);
+    EXPECT_EQ(FindSelection().Selected(), "ONE");
+    EXPECT_EQ(FindSelection().FocusedPart(), "list");
+}
+
+TEST_F(DriversWindowTest, InputIsDroppedWhileTheDriversAreLoaded) {
+    ClearDrivers(folder_);
+    for (const char* name : {"ONE", "THREE", "TWO"})
+        AddDriver(folder_, "ndis", name, std::string("Card ") + name);
+    bool clickedARow = false;
+    desktop_.BeforeEvents = [&] {
+        const SelectionWindow window = FindSelection();
+        window.Click("OK");
+        window.Click("Cancel");
+        window.Click("Unselect All");
+        window.ClickColumn(0);
+        for (const WPARAM key : {VK_SPACE, VK_RETURN, VK_ESCAPE}) window.Key(key);
+        ::PostMessageA(window.Handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
+        ::PostMessageA(window.List(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window.List()), -1);
+        clickedARow = !window.Rows().empty();
+        if (clickedARow) window.ClickBox(0);
+    };
+    app_.Wizard.ChkNDIS.Width = kNdisWidth;
+    CmdSelNDIS_Click(app_);
+    HandleMessages();
+    EXPECT_TRUE(clickedARow);
+    const SelectionWindow window = FindSelection();
+    ASSERT_NE(window.Handle(), nullptr) << "a click while loading has hidden the selection";
+    EXPECT_THAT(window.Ticked(), ElementsAre("ONE", "THREE", "TWO"));
+    EXPECT_THAT(window.Buttons(), ElementsAre("Unselect All", "OK", "Cancel"));
+    EXPECT_EQ(app_.Drivers.LV.SortKey, 1);
+
+    window.Click("Cancel");
+    HandleMessages();
+    EXPECT_FALSE(app_.Drivers.Visible);
+    EXPECT_FALSE(::IsWindowVisible(window.Handle()));
+}
+
+TEST_F(DriversWindowTest, FollowsTheFormWhileItIsOpen) {
+    const SelectionWindow window = Show();
+    EXPECT_THAT(window.Ticked(), ElementsAre("A", "B"));
+    FrmDrivers& form = app_.Drivers;
+    form.LV.ListItems[0].Checked = false;
+    form.LV.ListItems[1].SubItem = "told anew";
+    form.LV.ListItems[2] = Row("D", "another", true);
+    form.LV.ListItems.push_back(Row("E", "one more", false));
+    form.LV.FirstColumnTitle = "ASPI";
+    form.LV.Order = SortOrder::Descending;
+    form.CmdSelAll.Caption = "Select All";
+    desktop_.Repaint();
+    EXPECT_THAT(window.Rows(),
+                ElementsAre(DriverRow{"A", "first", false}, DriverRow{"B", "told anew", true},
+                            DriverRow{"D", "another", true}, DriverRow{"E", "one more", false}));
+    EXPECT_EQ(window.ColumnTitle(0), "ASPI");
+    EXPECT_EQ(window.ColumnArrow(1), Arrow::Down);
+    EXPECT_THAT(window.Buttons(), Contains("Select All"));
+    form.LV.ListItems.resize(1);
+    desktop_.Repaint();
+    EXPECT_THAT(window.Names(), ElementsAre("A"));
+    form.Visible = false;
+    desktop_.Repaint();
+    EXPECT_FALSE(::IsWindowVisible(window.Handle()));
+}
+
+TEST_F(DriversWindowTest, InputIsInTheFormBeforeAnyHandler) {
+    const SelectionWindow window = Show();
+    window.ClickBox(2);
+    window.Key(VK_DOWN);
+    window.Key(VK_SPACE);
+    HandleMessages();
+    EXPECT_TRUE(app_.Drivers.LV.ListItems[0].Checked);
+    EXPECT_FALSE(app_.Drivers.LV.ListItems[1].Checked);
+    EXPECT_TRUE(app_.Drivers.LV.ListItems[2].Checked);
+    EXPECT_TRUE(app_.Drivers.LV.ListItems[1].Selected);
+    EXPECT_FALSE(app_.Drivers.LV.ListItems[0].Selected);
+    desktop_.Repaint();
+    EXPECT_THAT(window.Ticked(), ElementsAre("A", "C"));
+}
+
+TEST_F(DriversWindowTest, ResizingIsInTheForm) {
+    const SelectionWindow window = Show();
+    ::SetWindowPos(window.Handle(), nullptr, 0, 0, 600, 400, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_EQ(app_.Drivers.Width, 9000);
+    EXPECT_EQ(app_.Drivers.Height, 6000);
+    EXPECT_EQ(app_.Drivers.LV.Width, 8900);
+    EXPECT_EQ(app_.Drivers.CmdOK.Left, 5850);
+}
+
+TEST_F(DriversWindowTest, ReadersOfTheScreenAreToldTheListsName) {
+    const SelectionWindow window = Show();
+    const HWND label = ::GetWindow(window.List(), GW_HWNDPREV);
+    char className[32] = "";
+    ::GetClassNameA(label, className, sizeof className);
+    EXPECT_STRCASEEQ(className, "Static");
+    EXPECT_EQ(TextOf(label), "Drivers");
+    EXPECT_EQ(TextOf(window.List()), "Drivers");
+    // A caption with an access key would clash: the texts have none.
+    for (const std::string& caption : window.Buttons()) EXPECT_EQ(caption.find('&'), std::string::npos);
+}
+
+TEST_F(DriversWindowTest, OpenedAgainItIsTheSameWindowInItsMiddle) {
+    const SelectionWindow window = Show();
+    const RECT first = window.PlaceOf(window.Handle());
+    ::SetWindowPos(window.Handle(), nullptr, 1, 1, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    window.Click("Unselect All");
+    window.Click("OK");
+    HandleMessages();
+    EXPECT_FALSE(app_.Drivers.Visible);
+    EXPECT_EQ(IniValue("A"), "0");
+    const SelectionWindow again = Show();
+    EXPECT_EQ(again.Handle(), window.Handle());
+    EXPECT_THAT(again.Buttons(), Contains("Select All"));
+    EXPECT_THAT(again.Ticked(), ElementsAre("A", "B"));
+    const RECT second = window.PlaceOf(window.Handle());
+    EXPECT_TRUE(::EqualRect(&first, &second));
+}
+
+TEST_F(DriversWindowTest, SecondPressBehindTheOneThatHidItDoesNothing) {
+    const SelectionWindow window = Show();
+    window.Click("Cancel");
+    window.Click("OK");
+    HandleMessages();
+    EXPECT_FALSE(folder_.Exists("Drivers.ini"));
+}
+
+TEST_F(DriversWindowTest, WaitingEndsWithOk) {
+    app_.Wait.Visible = true;
+    desktop_.Repaint();
+    bool ownerTookInput = true;
+    HWND owner = nullptr;
+    ShowDriverSelection([&](const SelectionWindow& window) {
+        owner = ::GetWindow(window.Handle(), GW_OWNER);
+        ownerTookInput = ::IsWindowEnabled(owner) != FALSE;
+        window.Click("OK");
+    });
+    EXPECT_FALSE(app_.Drivers.Visible);
+    EXPECT_EQ(IniValue("B"), "1");
+    EXPECT_EQ(IniValue("C"), "0");
+    ASSERT_NE(owner, nullptr);
+    EXPECT_FALSE(ownerTookInput);
+    EXPECT_TRUE(::IsWindowEnabled(owner));
+}
+
+TEST_F(DriversWindowTest, WaitingEndsWithAPressThatIsSentNotPosted) {
+    ShowDriverSelection(
+        [](const SelectionWindow& window) { ::SendMessageA(window.Button("Cancel"), BM_CLICK, 0, 0); });
+    EXPECT_FALSE(app_.Drivers.Visible);
+}
+
+TEST_F(DriversWindowTest, EndOfTheProgramIsCancelAndToldAgain) {
+    ShowDriverSelection([](const SelectionWindow& window) {
+        ::PostThreadMessageA(::GetWindowThreadProcessId(window.Handle(), nullptr), WM_QUIT, 7, 0);
+    });
+    EXPECT_FALSE(app_.Drivers.Visible);
+    EXPECT_EQ(FindSelection().Handle(), nullptr);
+    EXPECT_FALSE(folder_.Exists("Drivers.ini"));
+    MSG message{};
+    while (::GetMessageA(&message, nullptr, 0, 0) > 0) continue;
+    EXPECT_EQ(message.wParam, 7u);
+}
+
+TEST_F(DriversWindowTest, PendingEventsLeaveTheEndOfTheProgramToTheLoop) {
+    ::PostQuitMessage(8);
+    desktop_.PendingEvents();
+    MSG message{};
+    while (::GetMessageA(&message, nullptr, 0, 0) > 0) continue;
+    EXPECT_EQ(message.wParam, 8u);
+}
+
+TEST_F(DriversWindowTest, FailureOfAHandlerEndsTheWaiting) {
+    app_.Wait.Visible = true;
+    desktop_.Repaint();
+    desktop_.BeforeRepaint = [&] {
+        if (!app_.Drivers.Visible) throw RuntimeError(70);
+    };
+    for (const bool sent : {false, true}) {
+        const auto press = [&](const SelectionWindow& window) {
+            if (sent) {
+                ::SendMessageA(window.Button("OK"), BM_CLICK, 0, 0);
+            } else {
+                window.Click("OK");
+            }
+        };
+        EXPECT_THROW(ShowDriverSelection(press), RuntimeError);
+        EXPECT_FALSE(app_.Drivers.Visible);
+        EXPECT_EQ(FindSelection().Handle(), nullptr);
+    }
+    for (const WindowInfo& window : TopLevelWindows(::GetCurrentProcessId())) {
+        EXPECT_TRUE(window.Class != "FrmWait" || window.Enabled);
+    }
+}
+
+TEST_F(DriversWindowTest, FailureOfAHandlerLeavesTheProgramsOwnLoop) {
+    const SelectionWindow window = Show();
+    desktop_.BeforeRepaint = [&] { throw RuntimeError(70); };
+    window.Click("Unselect All");
+    EXPECT_THROW(HandleMessages(), RuntimeError);
+    desktop_.BeforeRepaint = nullptr;
+    EXPECT_NO_THROW(HandleMessages());
+    EXPECT_THAT(app_.Drivers.CmdSelAll.Caption, "Select All");
+}
+
+TEST_F(DriversWindowTest, GoesWithItsOwnerAndIsMadeAgain) {
+    DriversWindow window;
+    FillForm();
+    const auto makeOwner = [] {
+        return ::CreateWindowExA(0, "STATIC", "owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
+                                 nullptr, nullptr, nullptr, nullptr);
+    };
+    for (int i = 0; i < 2; ++i) {
+        const HWND owner = makeOwner();
+        window.Show(app_, owner);
+        ASSERT_NE(window.Handle(), nullptr);
+        EXPECT_EQ(::GetWindow(window.Handle(), GW_OWNER), owner);
+        EXPECT_THAT(SelectionWindow(window.Handle()).Ticked(), ElementsAre("A", "B"));
+        ::DestroyWindow(owner);
+        EXPECT_EQ(window.Handle(), nullptr);
+    }
+}
+
+}  // namespace
+}  // namespace velbooter::e2e

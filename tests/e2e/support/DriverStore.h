@@ -1,0 +1,18 @@
+#pragma once
+// Driver cabinets for an application folder, packed by its own cabarc.exe.
+
+#include <string>
+
+#include "tests/e2e/support/ApplicationFolder.h"
+
+namespace velbooter::e2e {
+
+/// Empties the driver store of `folder`, so that a test's own drivers are all there is.
+void ClearDrivers(const ApplicationFolder& folder);
+
+/// Adds the driver `name` to the group folder `group` ("aspi", "ndis", "odi16" or "odi32") with a
+/// description, PCI numbers, and a file of its own. Throws HarnessFailure when it cannot be packed.
+void AddDriver(const ApplicationFolder& folder, const std::string& group, const std::string& name,
+               const std::string& description);
+
+}  // namespace velbooter::e2e

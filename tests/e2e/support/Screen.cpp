@@ -1,0 +1,61 @@
+#include "tests/e2e/support/Screen.h"
+
+#include <windows.h>
+
+#include <filesystem>
+
+namespace velbooter::e2e {
+
+namespace {
+
+// Wine starts a program of the system below it as it starts one of Windows, but gives no handle to wait for:
+// a file tells that the command has succeeded.
+bool RunBelow(const std::string& command) {
+    static int number = 0;
+    const std::string done = "/tmp/velbooter-e2e-" + std::to_string(::GetCurrentProcessId()) + "-" +
+                             std::to_string(++number) + ".done";
+    std::string line = "Z:\\bin\\sh -c \"" + command + " && : >'" + done + "'\"";
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    if (::CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                         &process) == 0) {
+        return false;
+    }
+    ::CloseHandle(process.hThread);
+    ::CloseHandle(process.hProcess);
+    constexpr int kTries = 200;
+    constexpr DWORD kStep = 25;
+    for (int i = 0; i < kTries; ++i) {
+        if (std::filesystem::remove("Z:" + done)) return true;
+        ::Sleep(kStep);
+    }
+    return false;
+}
+
+}  // namespace
+
+void LeaveWindowsUnmanaged(const std::string& program) {
+    const std::string key = "Software\\Wine\\AppDefaults\\" + program + "\\X11 Driver";
+    const bool isWine = ::GetProcAddress(::GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
+    if (isWine) ::RegSetKeyValueA(HKEY_CURRENT_USER, key.c_str(), "Managed", REG_SZ, "N", 2);
+}
+
+bool TakePicture(const std::string& unixPath) {
+    const std::string folder = unixPath.substr(0, unixPath.rfind('/'));
+    return RunBelow("mkdir -p '" + folder + "' && import -window root '" + unixPath + "'");
+}
+
+std::string ScreenshotPath(const std::string& name) {
+    return std::string(VELBOOTER_E2E_SCREENSHOTS) + "/" + name;
+}
+
+bool TypeKeys(const std::string& keys) {
+    return RunBelow("xdotool key " + keys);
+}
+
+bool ClickAt(int x, int y) {
+    return RunBelow("xdotool mousemove " + std::to_string(x) + " " + std::to_string(y) + " click 1");
+}
+
+}  // namespace velbooter::e2e

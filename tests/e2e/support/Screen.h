@@ -1,0 +1,26 @@
+#pragma once
+// The virtual screen and its keyboard, as the system below Wine has them.
+
+#include <string>
+
+namespace velbooter::e2e {
+
+/// Makes Wine care for the windows of `program`, the name of a program file, itself: without a window manager
+/// it would wait two seconds for one whenever a window goes away. Counts for processes that have shown no
+/// window yet.
+void LeaveWindowsUnmanaged(const std::string& program);
+
+/// Writes a picture of the whole screen to `unixPath`, whose folder is made. Returns whether it was taken.
+bool TakePicture(const std::string& unixPath);
+
+/// Where the picture `name` is kept for a person to look at: in build/screenshots.
+std::string ScreenshotPath(const std::string& name);
+
+/// Types `keys`, names of the X server's keys divided by blanks, as a person would: the window with the focus
+/// gets them. Returns whether they were typed.
+bool TypeKeys(const std::string& keys);
+
+/// Clicks the left mouse button at a place of the screen. Returns whether it was clicked.
+bool ClickAt(int x, int y);
+
+}  // namespace velbooter::e2e

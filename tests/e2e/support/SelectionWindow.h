@@ -1,0 +1,101 @@
+#pragma once
+// The window of the driver selection as a person uses it: read, clicked and typed to from outside the
+// program's thread.
+
+#include <windows.h>
+
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace velbooter::e2e {
+
+/// A row of the selection.
+struct DriverRow {
+    std::string Name;
+    std::string Description;
+    bool Ticked = false;
+
+    bool operator==(const DriverRow&) const = default;
+};
+
+/// Prints a row for GoogleTest.
+void PrintTo(const DriverRow& row, std::ostream* out);
+
+enum class Arrow { None, Up, Down };
+
+/// Waits until `condition` holds. Returns false when it does not within five seconds.
+bool Eventually(const std::function<bool()>& condition);
+
+class SelectionWindow {
+ public:
+    /// `window` is the selection's, of this process or another.
+    explicit SelectionWindow(HWND window) : window_(window) {}
+
+    HWND Handle() const { return window_; }
+
+    /// The list of drivers. Throws HarnessFailure when there is none.
+    HWND List() const;
+
+    /// The rows from top to bottom.
+    std::vector<DriverRow> Rows() const;
+
+    /// The names of the rows that have a tick, from top to bottom.
+    std::vector<std::string> Ticked() const;
+
+    /// The names of all rows, from top to bottom.
+    std::vector<std::string> Names() const;
+
+    /// The name of the selected row; "" when none is.
+    std::string Selected() const;
+
+    /// The title of a 0-based column, and the arrow beside it.
+    std::string ColumnTitle(int column) const;
+    Arrow ColumnArrow(int column) const;
+
+    /// The width of a column, and that of a text in the list, in pixels.
+    int ColumnWidth(int column) const;
+    int TextWidth(const std::string& text) const;
+
+    /// The buttons' captions from left to right.
+    std::vector<std::string> Buttons() const;
+
+    /// The button that reads `caption`. Throws HarnessFailure when there is none.
+    HWND Button(const std::string& caption) const;
+
+    /// Clicks a button, the title of a column, or the check box of a row, and returns at once.
+    void Click(const std::string& button) const;
+    void ClickColumn(int column) const;
+    void ClickBox(int row) const;
+
+    /// Presses a key (a VK_ number) in the control that has the focus, and returns at once.
+    void Key(WPARAM key) const;
+
+    /// The control that has the focus, and its caption or class as a word for a person.
+    HWND Focus() const;
+    std::string FocusedPart() const;
+
+    /// Whether a menu is open.
+    bool ShowsMenu() const;
+
+    /// The size that a button needs for its caption, in pixels.
+    SIZE IdealSizeOf(HWND button) const;
+
+    /// Where a child or the window stands, in pixels: of the client area for a child, of the screen for the
+    /// window.
+    RECT PlaceOf(HWND part) const;
+
+    /// Where the check box of a row is on the screen.
+    POINT BoxOf(int row) const;
+
+ private:
+    RECT RowPlace(int row, int part) const;
+    RECT HeaderPlace(int column) const;
+    HWND Header() const;
+    GUITHREADINFO ThreadInfo() const;
+
+    HWND window_;
+};
+
+}  // namespace velbooter::e2e
