@@ -1,5 +1,6 @@
 #include "src/setup/SetupWin.h"
 
+#include "src/common/FileSystem.h"
 #include "src/common/INIFile.h"
 #include "src/common/LineWriter.h"
 #include "src/disk/Cabinets.h"
@@ -42,7 +43,9 @@ void CreateSetupInf(Application& app) {
     ProcessSetupInfFile(app, kKeyInfFile, kKeyInf);
     ProcessSetupInfFile(app, kDefaultInfFile, kDefaultInf);
     ProcessSetupInfFile(app, kAutomaticInfFile, kAutomaticInf);
-    LineWriter(app.PathOf("files\\setupwin\\bin\\os.bat")).Write("@set OSVersion= " + edition);
+    const std::string osBatch = app.PathOf("files\\setupwin\\bin\\os.bat");
+    MakeWritable(osBatch);
+    LineWriter(osBatch).Write("@set OSVersion= " + edition);
     std::string cabFolder = "cabs\\lib";
     PackCabinet(app, "setupwin", "files\\setupwin", cabFolder);
 }

@@ -104,7 +104,8 @@ void ApplicationFolder::SetCustomDisk(const std::vector<std::string>& lines) con
 }
 
 std::vector<std::string> SmallDisk() {
-    return {"[Copy_Files]", "io.sys=IO.SYS", "command.com=COMMAND.COM"};
+    // The empty section chooses no driver.
+    return {"[DefaultDrivers]", "[Copy_Files]", "io.sys=IO.SYS", "command.com=COMMAND.COM"};
 }
 
 std::vector<std::string> SmallDiskWith(const std::vector<std::string>& more) {
