@@ -21,6 +21,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Names = std::vector<std::string>;
 
+// A disk that makes no choice among the drivers, so that all of them are ticked at first.
+const std::vector<std::string> kDisk{"[Copy_Files]", "io.sys=IO.SYS", "command.com=COMMAND.COM"};
+
 const DriverRow kEtherLink{"EL90X", "3Com EtherLink XL", true};
 const DriverRow kIntel{"E100B", "Intel PRO/100", true};
 const DriverRow kRealtek{"RTL8139", "Realtek RTL8139", true};
@@ -34,7 +37,7 @@ class DriverSelection : public testing::Test {
         AddDriver(folder_, "aspi", "AHA154X", "Adaptec AHA-154X");
         for (const DriverRow& row : {kRealtek, kIntel, kEtherLink})
             AddDriver(folder_, "ndis", row.Name, row.Description);
-        folder_.SetCustomDisk(SmallDisk());
+        folder_.SetCustomDisk(kDisk);
         Offer("aspi", "0");
         Offer("ndis", "1");
         Offer("netw", "0");
