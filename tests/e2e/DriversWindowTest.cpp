@@ -146,6 +146,7 @@ TEST_F(DriversWindowTest, InputIsDroppedWhileTheDriversAreLoaded) {
         clickedARow = !window.Rows().empty();
         if (clickedARow) window.ClickBox(0);
     };
+    desktop_.AfterEvents = [] { EXPECT_EQ(FindSelection().Ticked(), FindSelection().Names()); };
     app_.Wizard.ChkNDIS.Width = kNdisWidth;
     CmdSelNDIS_Click(app_);
     HandleMessages();
@@ -229,12 +230,15 @@ TEST_F(DriversWindowTest, OpenedAgainItIsTheSameWindowInItsMiddle) {
     const RECT first = window.PlaceOf(window.Handle());
     ::SetWindowPos(window.Handle(), nullptr, 1, 1, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     window.Click("Unselect All");
+    HandleMessages();
+    EXPECT_EQ(window.FocusedPart(), "Select All");
     window.Click("OK");
     HandleMessages();
     EXPECT_FALSE(app_.Drivers.Visible);
     EXPECT_EQ(IniValue("A"), "0");
     const SelectionWindow again = Show();
     EXPECT_EQ(again.Handle(), window.Handle());
+    EXPECT_EQ(again.FocusedPart(), "list");
     EXPECT_THAT(again.Buttons(), Contains("Select All"));
     EXPECT_THAT(again.Ticked(), ElementsAre("A", "B"));
     const RECT second = window.PlaceOf(window.Handle());
@@ -269,7 +273,7 @@ TEST_F(DriversWindowTest, WaitingEndsWithOk) {
 
 TEST_F(DriversWindowTest, WaitingEndsWithAPressThatIsSentNotPosted) {
     ShowDriverSelection(
-        [](const SelectionWindow& window) { ::SendMessageA(window.Button("Cancel"), BM_CLICK, 0, 0); });
+        [](const SelectionWindow& window) { ::SendMessageA(window.Handle(), WM_COMMAND, IDCANCEL, 0); });
     EXPECT_FALSE(app_.Drivers.Visible);
 }
 
@@ -302,7 +306,7 @@ TEST_F(DriversWindowTest, FailureOfAHandlerEndsTheWaiting) {
     for (const bool sent : {false, true}) {
         const auto press = [&](const SelectionWindow& window) {
             if (sent) {
-                ::SendMessageA(window.Button("OK"), BM_CLICK, 0, 0);
+                ::SendMessageA(window.Handle(), WM_COMMAND, IDOK, 0);
             } else {
                 window.Click("OK");
             }
@@ -316,6 +320,16 @@ TEST_F(DriversWindowTest, FailureOfAHandlerEndsTheWaiting) {
     }
 }
 
+TEST_F(DriversWindowTest, FailureOfAHandlerThatShowsOnHidesTheSelection) {
+    desktop_.BeforeRepaint = [&] {
+        if (app_.Drivers.CmdSelAll.Caption == "Select All") throw RuntimeError(70);
+    };
+    EXPECT_THROW(ShowDriverSelection([](const SelectionWindow& window) { window.Click("Unselect All"); }),
+                 RuntimeError);
+    EXPECT_FALSE(app_.Drivers.Visible);
+    EXPECT_EQ(FindSelection().Handle(), nullptr);
+}
+
 TEST_F(DriversWindowTest, FailureOfAHandlerLeavesTheProgramsOwnLoop) {
     const SelectionWindow window = Show();
     desktop_.BeforeRepaint = [&] { throw RuntimeError(70); };
@@ -324,6 +338,16 @@ TEST_F(DriversWindowTest, FailureOfAHandlerLeavesTheProgramsOwnLoop) {
     desktop_.BeforeRepaint = nullptr;
     EXPECT_NO_THROW(HandleMessages());
     EXPECT_THAT(app_.Drivers.CmdSelAll.Caption, "Select All");
+}
+
+TEST_F(DriversWindowTest, FollowsTheFormAlsoWhileInputIsDropped) {
+    DriversWindow window;
+    FillForm();
+    window.Show(app_, nullptr);
+    window.IgnoreInput(true);
+    app_.Drivers.LV.ListItems[0].Checked = false;
+    window.Show(app_, nullptr);
+    EXPECT_THAT(SelectionWindow(window.Handle()).Ticked(), ElementsAre("B"));
 }
 
 TEST_F(DriversWindowTest, GoesWithItsOwnerAndIsMadeAgain) {
