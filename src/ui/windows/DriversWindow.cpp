@@ -143,13 +143,13 @@ INT_PTR CALLBACK DriversWindow::Procedure(HWND window, UINT message, WPARAM wPar
     auto* const self = reinterpret_cast<DriversWindow*>(::GetWindowLongPtrA(window, DWLP_USER));
     if (self == nullptr || !self->window_) return FALSE;
     const INT_PTR handled =
-        self->failure_.Guard([&] { return self->Handle(message, wParam, lParam); }, INT_PTR{FALSE});
+        self->failure_.Guard([&] { return self->Respond(message, wParam, lParam); }, INT_PTR{FALSE});
     // A message that was sent, not posted, is handled within the loop's waiting.
     if (self->failure_.Holds()) WakeLoop();
     return handled;
 }
 
-INT_PTR DriversWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+INT_PTR DriversWindow::Respond(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_COMMAND:
             if (HIWORD(wParam) == BN_CLICKED) Press(LOWORD(wParam));

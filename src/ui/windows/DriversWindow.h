@@ -17,7 +17,7 @@ class DriversWindow {
     DriversWindow& operator=(const DriversWindow&) = delete;
 
     /// Brings the window in line with app.Drivers and paints it at once. When it appears, it stands above
-    /// `owner` (may be null) with the keyboard in the list. `app` must outlive the window.
+    /// `owner` (may be null) with the keyboard in the list. `app` must outlive every later call and message.
     void Show(Application& app, HWND owner);
 
     /// Takes the input from `owner` (may be null) until the window is hidden again, which Show sees to.
@@ -38,7 +38,7 @@ class DriversWindow {
 
  private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    INT_PTR Respond(UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR Answer(LRESULT result) const;
     INT_PTR Notified(const NMHDR& notification, LPARAM lParam);
 
