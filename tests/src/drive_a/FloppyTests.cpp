@@ -71,7 +71,10 @@ TEST_F(Floppy, AFullDiskEndsACopyWithError61AndLeavesNoPart) {
     EXPECT_EQ(kFloppySize, GetDriveFreeSpace("A:"));
 }
 
-TEST_F(Floppy, ARunFormatsAndFillsIt) {
+TEST_F(Floppy, ARunFormatsAndFillsItWithTheSelectedDrivers) {
+    Folder.Write("Drivers.ini", "[ASPI]\r\nAHA=1\r\nLEFTOUT=0\r\n");
+    Folder.Write("drivers\\aspi\\aha.cab", std::string(3000, 'x'));
+    App.Wizard.ChkASPI.Value = 1;
     Add("IO.SYS", 1000);
     Add("bin\\a.cab", 2000);
     Add("big.cab", 1'500'000);
@@ -81,6 +84,7 @@ TEST_F(Floppy, ARunFormatsAndFillsIt) {
     FinishApp(App, "");
     EXPECT_EQ(1000, SizeOnDrive("IO.SYS"));
     EXPECT_EQ(2000, SizeOnDrive("bin\\a.cab"));
+    EXPECT_EQ(3000, SizeOnDrive("lib\\aspi\\aha.cab"));
     EXPECT_EQ("Operation completed successfully", App.Wizard.LblFinish.Caption);
     EXPECT_FALSE(Folder.HasFolder("cabs"));
 }
