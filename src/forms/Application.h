@@ -35,7 +35,8 @@ struct Application {
     FrmDrivers Drivers;
     FrmWait Wait;
 
-    std::int16_t SelectedDiskIndex = 0;  ///< 1-based row of LV_Disk; 0 means none
+    std::int16_t CurrentStep = kWelcomePage;  ///< the page shown
+    std::int16_t SelectedDiskIndex = 0;       ///< 1-based row of LV_Disk; 0 means none
     bool SetupWinIncluded = false;
     bool SetupNTIncluded = false;
     bool RunEnded = false;      ///< a run is over or was cancelled

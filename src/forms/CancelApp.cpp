@@ -3,6 +3,8 @@
 #include "src/common/FileSystem.h"
 #include "src/common/RuntimeError.h"
 #include "src/common/SetupCommon.h"
+#include "src/forms/ErrorMessage.h"
+#include "src/forms/Help.h"
 
 namespace velbooter {
 
@@ -23,7 +25,7 @@ void DeleteWorkingFiles(Application& app) {
 void CancelApp(Application& app) {
     FrmWizard& wizard = app.Wizard;
     app.RunEnded = true;
-    wizard.LblFinish.Caption = "Operation canceled";
+    wizard.LblFinish.Caption = kOutcomeCanceled;
     DeleteWorkingFiles(app);
     wizard.CmdNext.Visible = false;
     wizard.CmdFinish.Visible = true;
@@ -32,6 +34,23 @@ void CancelApp(Application& app) {
     wizard.CmdFinish.Enabled = true;
     for (Frame& page : wizard.FraMain) page.Visible = false;
     wizard.FraMain[kFinishedPage].Visible = true;
+    ShowHelp(app, kFinishedPage, false);
+}
+
+bool RunGuarded(Application& app, const std::function<void()>& step) {
+    try {
+        step();
+        return true;
+    } catch (const RuntimeError& error) {
+        ShowRuntimeError(app, error);
+        CancelApp(app);
+        return false;
+    }
+}
+
+ExitCode CodeOfLastRun(const Application& app) {
+    const bool canceled = app.RunEnded && app.Wizard.LblFinish.Caption == kOutcomeCanceled;
+    return canceled ? ExitCode::Canceled : ExitCode::Built;
 }
 
 }  // namespace velbooter

@@ -46,6 +46,22 @@ class Desktop {
     /// when the user cancelled.
     virtual std::optional<std::string> ShowOpenDialog(const CommonDialog& dialog) = 0;
 
+    /// Shows a dialog that asks where to save a file, preset from `dialog`; an existing file is asked about.
+    /// Returns the full path, or nothing when the user cancelled.
+    virtual std::optional<std::string> ShowSaveDialog(const CommonDialog& dialog) = 0;
+
+    /// Calls the system's help viewer: `owner` a window's number or 0, `file` the help file with its window
+    /// type, `command` and `data` those of the viewer's published interface. What it returns is not looked
+    /// at.
+    virtual void CallHelp(std::int32_t owner, const std::string& file, std::uint32_t command,
+                          std::uint32_t data) = 0;
+
+    /// Returns whether the help viewer shows a window with this title.
+    virtual bool IsHelpOpen(const std::string& title) = 0;
+
+    /// Opens an address with its default program.
+    virtual void OpenAddress(const std::string& address) = 0;
+
     /// Shows the driver selection, whose Visible the caller has set, above everything else. Returns when one
     /// of its handlers has cleared Visible again.
     virtual void ShowDriverSelection() = 0;

@@ -3,15 +3,21 @@
 // disk, the target, the image type and the file list from here, whether or not the wizard is ever shown.
 
 #include <array>
+#include <cstdint>
 
 #include "src/forms/Controls.h"
 #include "src/forms/ListView.h"
+#include "src/forms/ProductTexts.h"
 
 namespace velbooter {
 
-/// Pages of the wizard that the build run itself shows; indexes into FraMain.
-enum WizardPage : int {
+/// Pages of the wizard: indexes into FraMain.
+enum WizardPage : std::int16_t {
     kWelcomePage = 0,
+    kDiskPage = 1,
+    kDriversPage = 2,
+    kSetupPage = 3,
+    kFilesPage = 4,
     kDestinationPage = 5,
     kFinishedPage = 6,
     kProgressPage = 7,
@@ -27,12 +33,23 @@ struct Frame {
 inline constexpr int kNdisWidth = 2655;
 inline constexpr int kOdiWidth = 3015;
 
+/// The outcomes of a run that LblFinish tells.
+inline constexpr const char* kOutcomeCompleted = "Operation completed successfully";
+inline constexpr const char* kOutcomeCanceled = "Operation canceled";
+
 /// File name of the image when nobody names another.
 inline constexpr const char* kDefaultImageName = "BootDisk.img";
 
 struct FrmWizard {
-    FrmWizard() { FraMain[kWelcomePage].Visible = true; }
+    FrmWizard() {
+        FraMain[kWelcomePage].Visible = true;
+        LV_Disk.FirstColumnTitle = "Desc";
+        LV_Disk.SecondColumnTitle = "Velbooter_file";
+        LstFiles.AddItem("Return to Previous step to Populate the list");
+        DlgNew = {"BootDisk", "Select where to save the Floppy Image", "*.img", "img"};
+    }
 
+    bool Visible = false;
     std::array<Frame, kPageCount> FraMain;
 
     ListView LV_Disk;
@@ -64,6 +81,7 @@ struct FrmWizard {
     OptionButton OptImage28{"&2.88 MB Floppy Image"};
     OptionButton OptFloppy{"1.44 MB &Floppy Disk"};
     TextBox TxtDest{"C:\\BootDisk.img"};
+    CommandButton CmdBrowse{"..."};
 
     ProgressBar WorkProgress;
     Label LblMsg1{"Preparing selected Drivers"};
@@ -75,15 +93,20 @@ struct FrmWizard {
     Label LblRight3;
     Label LblRight4;
 
-    Label LblFinish{"Operation completed successfully"};
+    Label LblFinish{kOutcomeCompleted};
+    Label LblHomePage{kHomePage};
+    Label LblFrameworkSite{kFrameworkSite};
 
     CommandButton CmdBack{"< &Back", false, true};
     CommandButton CmdNext{"&Next >"};
     CommandButton CmdFinish{"&Finish", true, false};
     CommandButton CmdCancel{"&Cancel"};
+    CommandButton CmdHelp{"&Help"};
 
     /// Asks for the folder of a setup CD.
     CommonDialog DlgOpen;
+    /// Asks where to save the image.
+    CommonDialog DlgNew;
 };
 
 /// Chooses one of the three outputs; the other two option buttons of the group fall back.

@@ -57,4 +57,13 @@ void FillSetupDataFromReg(Application& app) {
     wizard.TxtWorkgroup.Text = network("Workgroup");
 }
 
+// The mere presence of the file takes precedence over the registry, whatever it holds.
+void FillSetupData(Application& app, bool useKeyFile) {
+    if (useKeyFile || FileExists(app.PathOf(kKeyFile))) {
+        FillSetupDataFromKeyFile(app);
+    } else {
+        FillSetupDataFromReg(app);
+    }
+}
+
 }  // namespace velbooter

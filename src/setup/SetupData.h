@@ -19,6 +19,10 @@ void FillSetupDataFromKeyFile(Application& app);
 /// Fills the setup page from the registry of the running Windows; a missing value empties its field.
 void FillSetupDataFromReg(Application& app);
 
+/// Fills the setup page: from the key file when that is there or `useKeyFile` asks for it, else from the
+/// registry.
+void FillSetupData(Application& app, bool useKeyFile);
+
 /// Returns the text boxes of the five groups of the product key.
 std::array<TextBox*, 5> KeyParts(FrmWizard& wizard);
 

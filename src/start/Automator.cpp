@@ -1,15 +1,12 @@
 #include "src/start/Automator.h"
 
 #include "src/common/ProgramEnd.h"
-#include "src/common/RuntimeError.h"
-#include "src/common/SetupCommon.h"
 #include "src/common/Text.h"
 #include "src/disk/DiskConfiguration.h"
 #include "src/disk/FileLists.h"
 #include "src/drivers/DriverSelection.h"
 #include "src/drivers/DriverSettings.h"
 #include "src/forms/CancelApp.h"
-#include "src/forms/ErrorMessage.h"
 #include "src/forms/WaitStatus.h"
 #include "src/setup/SetupData.h"
 #include "src/setup/SetupNT.h"
@@ -69,15 +66,10 @@ void SelectDisk(Application& app, const std::string& diskName) {
     throw ProgramEnd{ExitCode::UnknownDisk};
 }
 
-// The key file's mere presence takes precedence over the registry.
 void MakeSetupModules(Application& app, bool useKeyFile) {
     if (app.SetupWinIncluded) {
         SetWaitStatus(app, "Creating the SetupWin module ...");
-        if (useKeyFile || FileExists(app.PathOf(kKeyFile))) {
-            FillSetupDataFromKeyFile(app);
-        } else {
-            FillSetupDataFromReg(app);
-        }
+        FillSetupData(app, useKeyFile);
         CreateSetupInf(app);
     }
     if (app.SetupNTIncluded) {
@@ -138,13 +130,7 @@ void Build(Application& app, const CommandLineValues& values) {
 void RunBatch(Application& app, const CommandLineValues& values) {
     if (values.ParameterError) ConfirmParameters(app, values);
     ShowWaitWindow(app, true);
-    try {
-        Build(app, values);
-    } catch (const RuntimeError& error) {
-        ShowRuntimeError(app, error);
-        CancelApp(app);
-        EndRun(app, ExitCode::InternalError);
-    }
+    if (!RunGuarded(app, [&] { Build(app, values); })) EndRun(app, ExitCode::InternalError);
     EndRun(app, app.RunEnded ? ExitCode::Canceled : ExitCode::Built);
 }
 

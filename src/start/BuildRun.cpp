@@ -8,6 +8,7 @@
 #include "src/drivers/DriverPreparation.h"
 #include "src/drivers/NetworkLists.h"
 #include "src/forms/CancelApp.h"
+#include "src/forms/Help.h"
 #include "src/forms/WaitStatus.h"
 
 namespace velbooter {
@@ -51,11 +52,6 @@ bool BuildImage(Application& app, const std::string& pluginName) {
     return true;
 }
 
-void ShowOnly(FrmWizard& wizard, WizardPage hidden, WizardPage shown) {
-    wizard.FraMain[hidden].Visible = false;
-    wizard.FraMain[shown].Visible = true;
-}
-
 }  // namespace
 
 void FinishApp(Application& app, const std::string& pluginName) {
@@ -75,7 +71,7 @@ void FinishApp(Application& app, const std::string& pluginName) {
         return;
     }
     FinishStep(app, wizard.LblMsg4, wizard.LblRight4);
-    wizard.LblFinish.Caption = "Operation completed successfully";
+    wizard.LblFinish.Caption = kOutcomeCompleted;
     DeleteWorkingFiles(app);
 }
 
@@ -84,14 +80,11 @@ void CmdFinish_Click(Application& app) {
     wizard.CmdBack.Enabled = false;
     wizard.CmdCancel.Enabled = false;
     wizard.CmdFinish.Enabled = true;
-    if (app.RunEnded) {
-        const bool canceled = wizard.LblFinish.Caption == "Operation canceled";
-        throw ProgramEnd{canceled ? ExitCode::Canceled : ExitCode::Built};
-    }
-    ShowOnly(wizard, kDestinationPage, kProgressPage);
+    if (app.RunEnded) throw ProgramEnd{CodeOfLastRun(app)};
+    TurnPage(app, kDestinationPage, kProgressPage);
     FinishApp(app, "");
     app.RunEnded = true;
-    ShowOnly(wizard, kProgressPage, kFinishedPage);
+    TurnPage(app, kProgressPage, kFinishedPage);
 }
 
 }  // namespace velbooter

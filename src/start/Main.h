@@ -9,8 +9,8 @@
 namespace velbooter {
 
 /// Runs the program. `instance` must live as long as the program; `commandLine` is the text after the
-/// program's name (TextAfterProgramName). An empty one means the wizard, any other a batch run. Every ending
-/// is a ProgramEnd.
-[[noreturn]] void Main(Application& app, const SingleInstance& instance, const std::string& commandLine);
+/// program's name (TextAfterProgramName). An empty one means the wizard: it is shown, and Main returns; the
+/// program lives as long as its window. Any other means a batch run, which ends the program (ProgramEnd).
+void Main(Application& app, const SingleInstance& instance, const std::string& commandLine);
 
 }  // namespace velbooter

@@ -62,6 +62,9 @@ ScriptedDesktop::~ScriptedDesktop() {
             case Kind::Open:
                 ADD_FAILURE() << "the open dialog was never shown";
                 break;
+            case Kind::Save:
+                ADD_FAILURE() << "the save dialog was never shown";
+                break;
             case Kind::Drivers:
                 ADD_FAILURE() << "the driver selection was never shown";
                 break;
@@ -97,6 +100,14 @@ void ScriptedDesktop::ExpectFormatDialog(std::int32_t result, Action meanwhile) 
 void ScriptedDesktop::ExpectOpenDialog(const std::string& preset, const std::optional<std::string>& chosen) {
     Step step;
     step.What = Kind::Open;
+    step.Preset = preset;
+    step.Chosen = chosen;
+    script_.push_back(std::move(step));
+}
+
+void ScriptedDesktop::ExpectSaveDialog(const std::string& preset, const std::optional<std::string>& chosen) {
+    Step step;
+    step.What = Kind::Save;
     step.Preset = preset;
     step.Chosen = chosen;
     script_.push_back(std::move(step));
@@ -148,14 +159,28 @@ std::int32_t ScriptedDesktop::ShowFormatDialog() {
     return step->FormatReply;
 }
 
-std::optional<std::string> ScriptedDesktop::ShowOpenDialog(const CommonDialog& dialog) {
+std::optional<std::string> ScriptedDesktop::ShowFileDialog(Kind kind, const CommonDialog& dialog) {
     const std::optional<Step> step = Take();
-    if (!step || step->What != Kind::Open) {
-        ADD_FAILURE() << "unexpected open dialog, preset to " << dialog.FileName;
+    if (!step || step->What != kind) {
+        ADD_FAILURE() << "unexpected " << (kind == Kind::Open ? "open" : "save") << " dialog, preset to "
+                      << dialog.FileName;
         return std::nullopt;
     }
     EXPECT_EQ(step->Preset, dialog.FileName);
     return step->Chosen;
+}
+
+std::optional<std::string> ScriptedDesktop::ShowOpenDialog(const CommonDialog& dialog) {
+    return ShowFileDialog(Kind::Open, dialog);
+}
+
+std::optional<std::string> ScriptedDesktop::ShowSaveDialog(const CommonDialog& dialog) {
+    return ShowFileDialog(Kind::Save, dialog);
+}
+
+bool ScriptedDesktop::IsHelpOpen(const std::string& title) {
+    EXPECT_EQ("The Corvane Help", title);
+    return HelpIsOpen;
 }
 
 void ScriptedDesktop::ShowDriverSelection() {

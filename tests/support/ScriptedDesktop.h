@@ -27,6 +27,15 @@ struct View {
     int ProgressMax = 0;
 };
 
+/// One call of the help viewer.
+struct HelpCall {
+    std::int32_t Owner;
+    std::string File;
+    std::uint32_t Command;
+    std::uint32_t Data;
+    bool operator==(const HelpCall&) const = default;
+};
+
 /// Returns all fields of a message in readable lines; two messages are alike when these texts are.
 std::string Describe(const Message& message);
 
@@ -55,8 +64,17 @@ class ScriptedDesktop : public Desktop {
     /// The next question must be the open dialog, preset to the file name `preset`; nothing means cancelled.
     void ExpectOpenDialog(const std::string& preset, const std::optional<std::string>& chosen);
 
+    /// The next question must be the save dialog, preset to the file name `preset`; nothing means cancelled.
+    void ExpectSaveDialog(const std::string& preset, const std::optional<std::string>& chosen);
+
     /// The next question must be the driver selection; `meanwhile` plays the user.
     void ExpectDriverSelection(Action meanwhile);
+
+    /// Whether the help window is open, and the calls of the help viewer so far.
+    bool HelpIsOpen = false;
+    std::vector<HelpCall> HelpCalls;
+    /// The addresses opened so far.
+    std::vector<std::string> Addresses;
 
     /// Everything that was asked: messages only.
     std::vector<Message> Messages;
@@ -74,12 +92,19 @@ class ScriptedDesktop : public Desktop {
     Answer ShowMessage(const Message& message) override;
     std::int32_t ShowFormatDialog() override;
     std::optional<std::string> ShowOpenDialog(const CommonDialog& dialog) override;
+    std::optional<std::string> ShowSaveDialog(const CommonDialog& dialog) override;
+    void CallHelp(std::int32_t owner, const std::string& file, std::uint32_t command,
+                  std::uint32_t data) override {
+        HelpCalls.push_back({owner, file, command, data});
+    }
+    bool IsHelpOpen(const std::string& title) override;
+    void OpenAddress(const std::string& address) override { Addresses.push_back(address); }
     void ShowDriverSelection() override;
     void Repaint() override;
     void PendingEvents() override;
 
  private:
-    enum class Kind { Message, MessageParts, Format, Open, Drivers };
+    enum class Kind { Message, MessageParts, Format, Open, Save, Drivers };
     struct Step {
         Kind What = Kind::Message;
         Message Shown{};
@@ -92,6 +117,7 @@ class ScriptedDesktop : public Desktop {
     };
 
     std::optional<Step> Take();
+    std::optional<std::string> ShowFileDialog(Kind kind, const CommonDialog& dialog);
     void Record(bool pendingEvents);
     std::vector<std::string> Painted(std::string View::*field) const;
 

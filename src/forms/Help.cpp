@@ -1,0 +1,62 @@
+#include "src/forms/Help.h"
+
+#include <cmath>
+#include <limits>
+
+#include "src/common/RuntimeError.h"
+#include "src/common/Text.h"
+#include "src/forms/ProductTexts.h"
+
+namespace velbooter {
+
+namespace {
+
+// Commands of the help viewer's published interface.
+constexpr std::uint32_t kDisplayTopic = 0;
+constexpr std::uint32_t kDisplayContents = 1;
+constexpr std::uint32_t kDisplayIndex = 2;
+constexpr std::uint32_t kHelpContext = 15;
+
+}  // namespace
+
+void clsHTMLHelp::Call(std::uint32_t command, std::int32_t data) const {
+    app_.Screen.CallHelp(hWnd, app_.PathOf(FileName) + ">" + HelpWindow, command,
+                         static_cast<std::uint32_t>(data));
+}
+
+void clsHTMLHelp::ShowHelpContents() const {
+    Call(kDisplayContents, 0);
+}
+
+void clsHTMLHelp::ShowHelpIndex() const {
+    Call(kDisplayIndex, 0);
+}
+
+void clsHTMLHelp::ShowTopicFileName(const std::string& strTopicFileName) const {
+    const double number = std::nearbyint(NumericPrefix(strTopicFileName));
+    if (number < std::numeric_limits<std::int32_t>::min() ||
+        number > std::numeric_limits<std::int32_t>::max())
+        throw RuntimeError(kOverflow);
+    Call(kDisplayTopic, static_cast<std::int32_t>(number));
+}
+
+void clsHTMLHelp::ShowTopicID(std::int32_t lngTopicID) const {
+    Call(kHelpContext, lngTopicID);
+}
+
+void ShowHelp(Application& app, std::int16_t intStep, bool ForceShow) {
+    if (!ForceShow && !app.Screen.IsHelpOpen(kHelpWindowTitle)) return;
+    const std::int16_t page = intStep == kCurrentPage ? app.CurrentStep : intStep;
+    clsHTMLHelp help(app);
+    help.FileName = kHelpFileName;
+    help.HelpWindow = kHelpWindow;
+    help.ShowTopicID((page + 1) * 10 + 1300);
+}
+
+void TurnPage(Application& app, std::int16_t hidden, std::int16_t shown) {
+    app.Wizard.FraMain.at(static_cast<size_t>(hidden)).Visible = false;
+    app.Wizard.FraMain.at(static_cast<size_t>(shown)).Visible = true;
+    ShowHelp(app, shown, false);
+}
+
+}  // namespace velbooter

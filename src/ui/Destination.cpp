@@ -1,0 +1,41 @@
+#include "src/ui/Destination.h"
+
+#include "src/disk/FloppyImage.h"
+
+namespace velbooter {
+
+namespace {
+
+void EnableTarget(FrmWizard& wizard, bool enabled) {
+    wizard.TxtDest.Enabled = enabled;
+    wizard.CmdBrowse.Enabled = enabled;
+}
+
+}  // namespace
+
+void OptImage14_Click(Application& app) {
+    EnableTarget(app.Wizard, app.Wizard.OptImage14.Value);
+    FloppyImageLabels(app, true);
+}
+
+void OptImage28_Click(Application& app) {
+    EnableTarget(app.Wizard, app.Wizard.OptImage28.Value);
+    FloppyImageLabels(app, true);
+}
+
+// The floppy passes its own value, so that the step lines read as for an image; kept so.
+void OptFloppy_Click(Application& app) {
+    EnableTarget(app.Wizard, !app.Wizard.OptFloppy.Value);
+    FloppyImageLabels(app, app.Wizard.OptFloppy.Value);
+}
+
+void CmdBrowse_Click(Application& app) {
+    CommonDialog& dialog = app.Wizard.DlgNew;
+    dialog.FileName = app.Wizard.TxtDest.Text;
+    const auto chosen = app.Screen.ShowSaveDialog(dialog);
+    if (!chosen) return;
+    dialog.FileName = *chosen;
+    app.Wizard.TxtDest.Text = *chosen;
+}
+
+}  // namespace velbooter

@@ -1,0 +1,17 @@
+#pragma once
+// The destination page: what is made, and where.
+
+#include "src/forms/Application.h"
+
+namespace velbooter {
+
+/// The clicks on the three option buttons, each after the choice has been made: the target can be given for
+/// an image only, and the step lines of the progress page are set.
+void OptImage14_Click(Application& app);
+void OptImage28_Click(Application& app);
+void OptFloppy_Click(Application& app);
+
+/// The click on the browse button: asks for the image's path; a cancelled dialog leaves it as it was.
+void CmdBrowse_Click(Application& app);
+
+}  // namespace velbooter
