@@ -32,6 +32,8 @@ int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, char* /*comma
     desktop.ShowFormsOf(app);
     try {
         velbooter::Main(app, instance, velbooter::TextAfterProgramName(::GetCommandLineA()));
+        desktop.RunMessages();
+        return static_cast<int>(ExitCode::Built);
     } catch (const velbooter::ProgramEnd& end) {
         return static_cast<int>(end.Code);
     } catch (const std::exception& error) {

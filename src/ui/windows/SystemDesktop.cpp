@@ -1,9 +1,11 @@
 #include "src/ui/windows/SystemDesktop.h"
 
+#include "src/common/Webcollect.h"
 #include "src/drivers/DriverSelection.h"
+#include "src/ui/windows/FileDialogs.h"
 #include "src/ui/windows/FormatDialog.h"
+#include "src/ui/windows/HelpWindow.h"
 #include "src/ui/windows/MessageBoxes.h"
-#include "src/ui/windows/OpenDialog.h"
 
 namespace velbooter {
 
@@ -21,7 +23,7 @@ std::optional<std::string> SystemDesktop::ShowOpenDialog(const CommonDialog& dia
 }
 
 void SystemDesktop::ShowDriverSelection() {
-    driversWindow_.BlockWhileOpen(waitWindow_.Handle());
+    driversWindow_.BlockWhileOpen(Owner());
     try {
         Repaint();
         while (app_->Drivers.Visible) {
@@ -41,10 +43,34 @@ void SystemDesktop::ShowDriverSelection() {
     }
 }
 
+std::optional<std::string> SystemDesktop::ShowSaveDialog(const CommonDialog& dialog) {
+    return AskForTargetFile(Front(), dialog);
+}
+
+void SystemDesktop::CallHelp(std::int32_t owner, const std::string& file, std::uint32_t command,
+                             std::uint32_t data) {
+    const auto window = reinterpret_cast<HWND>(static_cast<std::intptr_t>(owner));
+    CallHtmlHelp(window, file, command, data);
+}
+
+bool SystemDesktop::IsHelpOpen(const std::string& title) {
+    return IsWindowPresent("HH Parent", title);
+}
+
+void SystemDesktop::OpenAddress(const std::string& address) {
+    OpenWithShell(address);
+}
+
+HWND SystemDesktop::Owner() const {
+    const HWND wizard = wizardWindow_.Handle();
+    return wizard != nullptr ? wizard : waitWindow_.Handle();
+}
+
 void SystemDesktop::Repaint() {
     if (app_ == nullptr) return;
     waitWindow_.Show(app_->Wait);
-    driversWindow_.Show(*app_, waitWindow_.Handle());
+    wizardWindow_.Show(*app_);
+    driversWindow_.Show(*app_, Owner());
 }
 
 void SystemDesktop::PendingEvents() {
@@ -56,6 +82,7 @@ void SystemDesktop::PendingEvents() {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             break;
         }
+        if (wizardWindow_.WithholdsWhileWorking(message)) continue;
         ::TranslateMessage(&message);
         ::DispatchMessageA(&message);
     }
@@ -64,16 +91,22 @@ void SystemDesktop::PendingEvents() {
 }
 
 void SystemDesktop::HandleMessage(MSG& message) {
-    if (!driversWindow_.Takes(message)) {
+    if (!driversWindow_.Takes(message) && !wizardWindow_.Takes(message)) {
         ::TranslateMessage(&message);
         ::DispatchMessageA(&message);
     }
     driversWindow_.RethrowFailure();
+    wizardWindow_.RethrowFailure();
 }
 
 HWND SystemDesktop::Front() const {
     const HWND selection = driversWindow_.Handle();
-    return selection != nullptr ? selection : waitWindow_.Handle();
+    return selection != nullptr ? selection : Owner();
+}
+
+void SystemDesktop::RunMessages() {
+    MSG message{};
+    while (::GetMessageA(&message, nullptr, 0, 0) > 0) HandleMessage(message);
 }
 
 }  // namespace velbooter

@@ -5,6 +5,7 @@
 #include "src/forms/Desktop.h"
 #include "src/ui/windows/DriversWindow.h"
 #include "src/ui/windows/WaitWindow.h"
+#include "src/ui/windows/WizardWindow.h"
 
 namespace velbooter {
 
@@ -13,9 +14,17 @@ class SystemDesktop : public Desktop {
     /// Makes the windows show the forms of `app`, which must outlive every later call.
     void ShowFormsOf(Application& app) { app_ = &app; }
 
+    /// Runs the program as long as its windows live; every ending is an exception (ProgramEnd).
+    void RunMessages();
+
     Answer ShowMessage(const Message& message) override;
     std::int32_t ShowFormatDialog() override;
     std::optional<std::string> ShowOpenDialog(const CommonDialog& dialog) override;
+    std::optional<std::string> ShowSaveDialog(const CommonDialog& dialog) override;
+    void CallHelp(std::int32_t owner, const std::string& file, std::uint32_t command,
+                  std::uint32_t data) override;
+    bool IsHelpOpen(const std::string& title) override;
+    void OpenAddress(const std::string& address) override;
     void ShowDriverSelection() override;
     void Repaint() override;
     void PendingEvents() override;
@@ -25,10 +34,13 @@ class SystemDesktop : public Desktop {
     void HandleMessage(MSG& message);
 
  private:
+    /// The window that owns the driver selection, and the one that owns dialogs; null while none is visible.
+    HWND Owner() const;
     HWND Front() const;
 
     Application* app_ = nullptr;
     WaitWindow waitWindow_;
+    WizardWindow wizardWindow_;
     DriversWindow driversWindow_;  ///< owned by windows above, so it goes before them
 };
 

@@ -1,5 +1,5 @@
 #pragma once
-// The system's dialog that asks for an existing file.
+// The system's dialogs that ask for a file.
 
 #include <windows.h>
 
@@ -13,5 +13,10 @@ namespace velbooter {
 /// Shows the dialog above `owner`, preset from `dialog`. Returns the full path of the chosen file, or nothing
 /// after Cancel. The current folder stays as it is.
 std::optional<std::string> AskForExistingFile(HWND owner, const CommonDialog& dialog);
+
+/// Shows the dialog that asks where to save a file above `owner`, preset from `dialog`. The user is asked
+/// before an existing file is chosen. Returns the full path, or nothing after Cancel. The current folder
+/// stays as it is.
+std::optional<std::string> AskForTargetFile(HWND owner, const CommonDialog& dialog);
 
 }  // namespace velbooter

@@ -1,5 +1,6 @@
-#include "src/ui/windows/OpenDialog.h"
+#include "src/ui/windows/FileDialogs.h"
 
+#include <cderr.h>
 #include <commdlg.h>
 
 #include <algorithm>
@@ -18,9 +19,9 @@ std::string SystemFilter(const std::string& pattern) {
     return filter;
 }
 
-}  // namespace
+using Dialog = BOOL(WINAPI*)(OPENFILENAMEA*);
 
-std::optional<std::string> AskForExistingFile(HWND owner, const CommonDialog& dialog) {
+std::optional<std::string> Ask(HWND owner, const CommonDialog& dialog, Dialog show, DWORD flags) {
     char path[MAX_PATH] = "";
     std::copy_n(dialog.FileName.begin(), std::min<size_t>(dialog.FileName.size(), MAX_PATH - 1), path);
     const std::string filter = SystemFilter(dialog.Filter);
@@ -32,9 +33,23 @@ std::optional<std::string> AskForExistingFile(HWND owner, const CommonDialog& di
     settings.nMaxFile = MAX_PATH;
     settings.lpstrTitle = dialog.DialogTitle.empty() ? nullptr : dialog.DialogTitle.c_str();
     settings.lpstrDefExt = dialog.DefaultExt.empty() ? nullptr : dialog.DefaultExt.c_str();
-    settings.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    if (::GetOpenFileNameA(&settings) == 0) return std::nullopt;
+    settings.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | flags;
+    if (show(&settings) != 0) return path;
+    if (::CommDlgExtendedError() != FNERR_INVALIDFILENAME) return std::nullopt;
+    // The preset is no file name (a folder, say): the dialog is shown without it.
+    path[0] = '\0';
+    if (show(&settings) == 0) return std::nullopt;
     return path;
+}
+
+}  // namespace
+
+std::optional<std::string> AskForExistingFile(HWND owner, const CommonDialog& dialog) {
+    return Ask(owner, dialog, ::GetOpenFileNameA, OFN_FILEMUSTEXIST);
+}
+
+std::optional<std::string> AskForTargetFile(HWND owner, const CommonDialog& dialog) {
+    return Ask(owner, dialog, ::GetSaveFileNameA, OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST);
 }
 
 }  // namespace velbooter

@@ -1,0 +1,15 @@
+#pragma once
+// The two things that the wizard draws itself.
+
+#include <windows.h>
+
+namespace velbooter {
+
+/// Draws the wizard's side picture over the whole of the control.
+void DrawSideImage(const DRAWITEMSTRUCT& item);
+
+/// Draws the mark of a finished step, a check mark, in the middle of the control when it has a text;
+/// otherwise nothing.
+void DrawStepMark(const DRAWITEMSTRUCT& item);
+
+}  // namespace velbooter

@@ -1,0 +1,202 @@
+#include "src/ui/windows/WizardControls.h"
+
+#include <commctrl.h>
+
+#include "src/ui/windows/WizardIds.h"
+
+namespace velbooter {
+
+namespace {
+
+template <typename Member>
+struct Shown {
+    int Id;
+    Member FrmWizard::*Value;
+};
+
+constexpr std::array<Shown<Label>, 4> kLabels{{{IDC_STATUS, &FrmWizard::LblStatus},
+                                               {IDC_NDIS_NOTE, &FrmWizard::LblNDISNote},
+                                               {IDC_OS_TYPE, &FrmWizard::LblOSType},
+                                               {IDC_OUTCOME, &FrmWizard::LblFinish}}};
+constexpr std::array<Shown<Label>, 2> kLinks{
+    {{IDC_HOME_PAGE, &FrmWizard::LblHomePage}, {IDC_FRAMEWORK_SITE, &FrmWizard::LblFrameworkSite}}};
+constexpr std::array<Shown<Label>, 4> kSteps{{{IDC_STEP_1, &FrmWizard::LblMsg1},
+                                              {IDC_STEP_2, &FrmWizard::LblMsg2},
+                                              {IDC_STEP_3, &FrmWizard::LblMsg3},
+                                              {IDC_STEP_4, &FrmWizard::LblMsg4}}};
+constexpr std::array<Shown<Label>, 4> kMarks{{{IDC_MARK_1, &FrmWizard::LblRight1},
+                                              {IDC_MARK_2, &FrmWizard::LblRight2},
+                                              {IDC_MARK_3, &FrmWizard::LblRight3},
+                                              {IDC_MARK_4, &FrmWizard::LblRight4}}};
+constexpr std::array<Shown<TextBox>, 10> kTexts{{{IDC_OWNER, &FrmWizard::TxtOwner},
+                                                 {IDC_ORGANIZATION, &FrmWizard::TxtOrg},
+                                                 {IDC_PC_NAME, &FrmWizard::TxtPCName},
+                                                 {IDC_WORKGROUP, &FrmWizard::TxtWorkgroup},
+                                                 {IDC_KEY_PART_1, &FrmWizard::TxtKeyPart1},
+                                                 {IDC_KEY_PART_2, &FrmWizard::TxtKeyPart2},
+                                                 {IDC_KEY_PART_3, &FrmWizard::TxtKeyPart3},
+                                                 {IDC_KEY_PART_4, &FrmWizard::TxtKeyPart4},
+                                                 {IDC_KEY_PART_5, &FrmWizard::TxtKeyPart5},
+                                                 {IDC_TARGET, &FrmWizard::TxtDest}}};
+constexpr std::array<Shown<CommandButton>, 8> kButtons{{{IDC_SELECT_ASPI, &FrmWizard::CmdSelASPI},
+                                                        {IDC_SELECT_NDIS, &FrmWizard::CmdSelNDIS},
+                                                        {IDC_BROWSE, &FrmWizard::CmdBrowse},
+                                                        {IDC_BACK, &FrmWizard::CmdBack},
+                                                        {IDC_NEXT, &FrmWizard::CmdNext},
+                                                        {IDC_FINISH, &FrmWizard::CmdFinish},
+                                                        {IDCANCEL, &FrmWizard::CmdCancel},
+                                                        {IDC_HELP_BUTTON, &FrmWizard::CmdHelp}}};
+constexpr std::array<Shown<CheckBox>, 2> kChecks{
+    {{IDC_ASPI, &FrmWizard::ChkASPI}, {IDC_NDIS, &FrmWizard::ChkNDIS}}};
+constexpr std::array<Shown<OptionButton>, 3> kOptions{{{IDC_IMAGE_14, &FrmWizard::OptImage14},
+                                                       {IDC_IMAGE_28, &FrmWizard::OptImage28},
+                                                       {IDC_FLOPPY, &FrmWizard::OptFloppy}}};
+
+std::string TextOf(HWND control) {
+    std::string text(static_cast<size_t>(::GetWindowTextLengthA(control)) + 1, '\0');
+    text.resize(static_cast<size_t>(::GetWindowTextA(control, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+void ShowText(HWND control, const std::string& text) {
+    if (TextOf(control) != text) ::SetWindowTextA(control, text.c_str());
+}
+
+void ShowEnabled(HWND control, bool enabled) {
+    if (enabled != (::IsWindowEnabled(control) != FALSE)) ::EnableWindow(control, enabled ? TRUE : FALSE);
+}
+
+void ShowVisible(HWND control, bool visible) {
+    const bool shown = (::GetWindowLongA(control, GWL_STYLE) & WS_VISIBLE) != 0;
+    if (shown != visible) ::ShowWindow(control, visible ? SW_SHOWNA : SW_HIDE);
+}
+
+void ShowTick(HWND control, bool ticked) {
+    const WPARAM state = ticked ? BST_CHECKED : BST_UNCHECKED;
+    if (static_cast<WPARAM>(::SendMessageA(control, BM_GETCHECK, 0, 0)) != state)
+        ::SendMessageA(control, BM_SETCHECK, state, 0);
+}
+
+bool IsTicked(HWND control) {
+    return ::SendMessageA(control, BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+void ShowFont(HWND control, HFONT font) {
+    if (reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0)) != font)
+        ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+}
+
+// A font like that of `control`, of the given weight and of `percent` of its size.
+HFONT FontLike(HWND control, LONG weight, int percent) {
+    LOGFONTA description{};
+    const auto font = reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0));
+    ::GetObjectA(font, sizeof description, &description);
+    description.lfWeight = weight;
+    description.lfHeight = ::MulDiv(description.lfHeight, percent, 100);
+    return ::CreateFontIndirectA(&description);
+}
+
+}  // namespace
+
+void WizardControls::Attach(HWND frame, const std::array<HWND, kPageCount>& pages) {
+    const HWND sample = ::GetDlgItem(frame, IDC_NEXT);
+    normal_.reset(FontLike(sample, FW_NORMAL, 100));
+    bold_.reset(FontLike(sample, FW_BOLD, 100));
+    large_.reset(FontLike(sample, FW_BOLD, 150));
+    const auto remember = [this](HWND control) { controls_[::GetDlgCtrlID(control)] = control; };
+    for (HWND control = ::GetWindow(frame, GW_CHILD); control != nullptr;
+         control = ::GetWindow(control, GW_HWNDNEXT))
+        remember(control);
+    for (size_t page = 0; page < pages.size(); ++page) {
+        for (HWND control = ::GetWindow(pages[page], GW_CHILD); control != nullptr;
+             control = ::GetWindow(control, GW_HWNDNEXT)) {
+            remember(control);
+            const int id = ::GetDlgCtrlID(control);
+            const bool isTitle = page == kWelcomePage || page == kFinishedPage;
+            if (id == IDC_HEADING || id == IDC_OUTCOME)
+                ShowFont(control, isTitle ? large_.get() : bold_.get());
+        }
+    }
+    constexpr WPARAM kGroupLength = 5;
+    for (int id = IDC_KEY_PART_1; id <= IDC_KEY_PART_5; ++id)
+        ::SendMessageA(Control(id), EM_LIMITTEXT, kGroupLength, 0);
+    disks_.Attach(Control(IDC_DISKS));
+}
+
+HWND WizardControls::Control(int id) const {
+    const auto found = controls_.find(id);
+    return found == controls_.end() ? nullptr : found->second;
+}
+
+void WizardControls::Show(const FrmWizard& form) {
+    for (const auto& [id, label] : kLabels) ShowText(Control(id), (form.*label).Caption);
+    for (const auto& [id, link] : kLinks) ShowText(Control(id), "<a>" + (form.*link).Caption + "</a>");
+    for (const auto& [id, line] : kSteps) ShowStep(id, form.*line);
+    for (const auto& [id, mark] : kMarks) ShowText(Control(id), (form.*mark).Caption);
+    for (const auto& [id, box] : kTexts) {
+        ShowText(Control(id), (form.*box).Text);
+        ShowEnabled(Control(id), (form.*box).Enabled);
+    }
+    for (const auto& [id, box] : kChecks) {
+        ShowText(Control(id), (form.*box).Caption);
+        ShowEnabled(Control(id), (form.*box).Enabled);
+        ShowTick(Control(id), (form.*box).Value != 0);
+    }
+    for (const auto& [id, option] : kOptions) {
+        ShowText(Control(id), (form.*option).Caption);
+        ShowTick(Control(id), (form.*option).Value);
+    }
+    for (const auto& [id, button] : kButtons) {
+        ShowText(Control(id), (form.*button).Caption);
+        ShowEnabled(Control(id), (form.*button).Enabled);
+        ShowVisible(Control(id), (form.*button).Visible);
+    }
+    disks_.Show(form.LV_Disk);
+    ShowFiles(form.LstFiles);
+    ShowProgress(form.WorkProgress);
+}
+
+void WizardControls::ShowStep(int id, const Label& line) {
+    ShowText(Control(id), line.Caption);
+    ShowFont(Control(id), line.Bold ? bold_.get() : normal_.get());
+}
+
+void WizardControls::ShowFiles(const ListBox& files) {
+    const HWND list = Control(IDC_FILES);
+    std::vector<std::string> rows;
+    for (int i = 0; i < files.ListCount(); ++i) rows.push_back(files.List(i));
+    if (rows != shownFiles_) {
+        ::SendMessageA(list, WM_SETREDRAW, FALSE, 0);
+        ::SendMessageA(list, LB_RESETCONTENT, 0, 0);
+        for (const std::string& row : rows)
+            ::SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(row.c_str()));
+        ::SendMessageA(list, WM_SETREDRAW, TRUE, 0);
+        ::InvalidateRect(list, nullptr, TRUE);
+        shownFiles_ = rows;
+    }
+    for (int i = 0; i < files.ListCount(); ++i) {
+        const bool selected = ::SendMessageA(list, LB_GETSEL, static_cast<WPARAM>(i), 0) > 0;
+        if (selected != files.Selected(i))
+            ::SendMessageA(list, LB_SETSEL, files.Selected(i) ? TRUE : FALSE, i);
+    }
+}
+
+void WizardControls::ShowProgress(const ProgressBar& progress) {
+    const HWND bar = Control(IDC_PROGRESS);
+    if (static_cast<int>(::SendMessageA(bar, PBM_GETRANGE, FALSE, 0)) != progress.Max)
+        ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max);
+    if (static_cast<int>(::SendMessageA(bar, PBM_GETPOS, 0, 0)) != progress.Value)
+        ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value), 0);
+}
+
+void WizardControls::Read(FrmWizard& form) const {
+    for (const auto& [id, box] : kTexts) (form.*box).Text = TextOf(Control(id));
+    for (const auto& [id, box] : kChecks) (form.*box).Value = IsTicked(Control(id)) ? 1 : 0;
+    for (const auto& [id, option] : kOptions) (form.*option).Value = IsTicked(Control(id));
+    disks_.Read(form.LV_Disk);
+    for (int i = 0; i < form.LstFiles.ListCount(); ++i) {
+        form.LstFiles.Select(i, ::SendMessageA(Control(IDC_FILES), LB_GETSEL, static_cast<WPARAM>(i), 0) > 0);
+    }
+}
+
+}  // namespace velbooter

@@ -1,0 +1,233 @@
+#include "src/ui/windows/WizardWindow.h"
+
+#include <commctrl.h>
+
+#include <map>
+#include <utility>
+
+#include "src/drivers/DriverSelection.h"
+#include "src/drivers/DriverSettings.h"
+#include "src/forms/CancelApp.h"
+#include "src/forms/ProductTexts.h"
+#include "src/start/BuildRun.h"
+#include "src/ui/Destination.h"
+#include "src/ui/PageWalk.h"
+#include "src/ui/WizardForm.h"
+#include "src/ui/windows/OwnerDrawn.h"
+#include "src/ui/windows/WizardIds.h"
+
+namespace velbooter {
+
+namespace {
+
+constexpr const char* kClassName = "FrmWizard";
+
+// The place of the pages in the frame, in the templates' units.
+constexpr RECT kPageArea{96, 6, 366, 196};
+
+void RegisterWizardClass(HINSTANCE program) {
+    WNDCLASSA windowClass{};
+    windowClass.lpfnWndProc = ::DefDlgProcA;
+    windowClass.cbWndExtra = DLGWINDOWEXTRA;
+    windowClass.hInstance = program;
+    windowClass.hCursor = ::LoadCursor(nullptr, IDC_ARROW);
+    windowClass.hIcon = ::LoadIconA(program, MAKEINTRESOURCEA(1));
+    windowClass.hbrBackground = ::GetSysColorBrush(COLOR_BTNFACE);
+    windowClass.lpszClassName = kClassName;
+    ::RegisterClassA(&windowClass);
+}
+
+void RegisterControls() {
+    INITCOMMONCONTROLSEX controls{};
+    controls.dwSize = sizeof controls;
+    controls.dwICC = ICC_LISTVIEW_CLASSES | ICC_PROGRESS_CLASS | ICC_STANDARD_CLASSES | ICC_LINK_CLASS;
+    ::InitCommonControlsEx(&controls);
+}
+
+}  // namespace
+
+void WizardWindow::Create() {
+    const HINSTANCE program = ::GetModuleHandleA(nullptr);
+    RegisterControls();
+    RegisterWizardClass(program);
+    window_.reset(::CreateDialogParamA(program, MAKEINTRESOURCEA(IDD_WIZARD), nullptr, FrameProcedure,
+                                       reinterpret_cast<LPARAM>(this)));
+    ::SetWindowTextA(window_.get(), kProgramTitle);
+    CreatePages();
+    controls_.Attach(window_.get(), pages_);
+}
+
+void WizardWindow::CreatePages() {
+    RECT area = kPageArea;
+    ::MapDialogRect(window_.get(), &area);
+    // The pages come before the buttons of the frame, for the Tab key as for the eye.
+    HWND before = ::GetDlgItem(window_.get(), IDC_LINE);
+    for (size_t i = 0; i < pages_.size(); ++i) {
+        pages_[i] = ::CreateDialogParamA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDD_FIRST_PAGE + i),
+                                         window_.get(), PageProcedure, reinterpret_cast<LPARAM>(this));
+        ::SetWindowPos(pages_[i], before, area.left, area.top, area.right - area.left, area.bottom - area.top,
+                       SWP_NOACTIVATE);
+        before = pages_[i];
+    }
+}
+
+void WizardWindow::Show(Application& app) {
+    app_ = &app;
+    if (!window_) {
+        if (!app.Wizard.Visible) return;
+        Create();
+    }
+    controls_.Show(app.Wizard);
+    ShowPages();
+    const bool isVisible = ::IsWindowVisible(window_.get()) != FALSE;
+    if (app.Wizard.Visible != isVisible) ::ShowWindow(window_.get(), app.Wizard.Visible ? SW_SHOW : SW_HIDE);
+    ::RedrawWindow(window_.get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+HWND WizardWindow::Handle() const {
+    return window_ && ::IsWindowVisible(window_.get()) != FALSE ? window_.get() : nullptr;
+}
+
+void WizardWindow::ShowPages() {
+    for (size_t i = 0; i < pages_.size(); ++i) {
+        const bool visible = app_->Wizard.FraMain[i].Visible;
+        const bool isShown = (::GetWindowLongA(pages_[i], GWL_STYLE) & WS_VISIBLE) != 0;
+        if (visible != isShown) ::ShowWindow(pages_[i], visible ? SW_SHOWNA : SW_HIDE);
+        if (visible && shownPage_ != pages_[i]) FocusPage(i);
+    }
+    const bool finishes = app_->Wizard.CmdFinish.Visible;
+    const int wanted = finishes ? IDC_FINISH : IDC_NEXT;
+    if (LOWORD(::SendMessageA(window_.get(), DM_GETDEFID, 0, 0)) != wanted)
+        ::SendMessageA(window_.get(), DM_SETDEFID, static_cast<WPARAM>(wanted), 0);
+}
+
+// The first control of the page that takes the keyboard, else the default button, as on the final page, where
+// Enter must not open a link.
+void WizardWindow::FocusPage(size_t page) {
+    shownPage_ = pages_[page];
+    HWND target = page == kFinishedPage ? nullptr : ::GetNextDlgTabItem(pages_[page], nullptr, FALSE);
+    const bool takesKeys = target != nullptr && ::IsWindowEnabled(target) != FALSE &&
+                           (::GetWindowLongA(target, GWL_STYLE) & WS_TABSTOP) != 0;
+    if (!takesKeys) target = controls_.Control(app_->Wizard.CmdFinish.Visible ? IDC_FINISH : IDC_NEXT);
+    ::SendMessageA(window_.get(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(target), TRUE);
+}
+
+bool WizardWindow::Takes(MSG& message) const {
+    return window_ && ::IsDialogMessageA(window_.get(), &message) != FALSE;
+}
+
+bool WizardWindow::WithholdsWhileWorking(const MSG& message) {
+    if (!isWorking_ || !window_ || ::IsChild(window_.get(), message.hwnd) == FALSE) return false;
+    if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE) Postpone(CancelApp);
+    if (message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST) return true;
+    const bool isMouse = message.message > WM_MOUSEMOVE && message.message <= WM_MOUSELAST;
+    return isMouse && message.hwnd != controls_.Control(IDCANCEL);
+}
+
+INT_PTR CALLBACK WizardWindow::FrameProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) {
+        ::SetWindowLongPtrA(window, DWLP_USER, lParam);
+        return FALSE;
+    }
+    auto* self = reinterpret_cast<WizardWindow*>(::GetWindowLongPtrA(window, DWLP_USER));
+    return self == nullptr ? FALSE : self->OnMessage(message, wParam, lParam);
+}
+
+INT_PTR CALLBACK WizardWindow::PageProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) {
+        ::SetWindowLongPtrA(window, DWLP_USER, lParam);
+        return FALSE;
+    }
+    auto* self = reinterpret_cast<WizardWindow*>(::GetWindowLongPtrA(window, DWLP_USER));
+    return self == nullptr ? FALSE : self->OnMessage(message, wParam, lParam);
+}
+
+INT_PTR WizardWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_COMMAND:
+            return HIWORD(wParam) == BN_CLICKED && OnCommand(LOWORD(wParam)) ? TRUE : FALSE;
+        case WM_NOTIFY:
+            return OnNotify(*reinterpret_cast<const NMHDR*>(lParam)) ? TRUE : FALSE;
+        case WM_HELP:
+            Run(CmdHelp_Click);
+            return TRUE;
+        case WM_CLOSE:
+            Run(Form_Unload);
+            return TRUE;
+        case WM_DRAWITEM: {
+            const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+            if (item.CtlID == IDC_SIDE_IMAGE) {
+                DrawSideImage(item);
+            } else {
+                DrawStepMark(item);
+            }
+            return TRUE;
+        }
+        case WM_SETCURSOR:
+            if (!isWorking_) return FALSE;
+            ::SetCursor(::LoadCursor(nullptr, IDC_WAIT));
+            ::SetWindowLongPtrA(window_.get(), DWLP_MSGRESULT, TRUE);
+            return TRUE;
+        default:
+            return FALSE;
+    }
+}
+
+bool WizardWindow::OnCommand(int id) {
+    static const std::map<int, Handler> kHandlers{
+        {IDC_BACK, CmdBack_Click},
+        {IDC_NEXT, CmdNext_Click},
+        {IDC_FINISH, CmdFinish_Click},
+        {IDCANCEL, CancelApp},
+        {IDC_HELP_BUTTON, CmdHelp_Click},
+        {IDC_ASPI, [](Application& app) { ChkASPI_Click(app.Wizard); }},
+        {IDC_NDIS, [](Application& app) { ChkNDIS_Click(app.Wizard); }},
+        {IDC_SELECT_ASPI, CmdSelASPI_Click},
+        {IDC_SELECT_NDIS, CmdSelNDIS_Click},
+        {IDC_IMAGE_14, OptImage14_Click},
+        {IDC_IMAGE_28, OptImage28_Click},
+        {IDC_FLOPPY, OptFloppy_Click},
+        {IDC_BROWSE, CmdBrowse_Click},
+    };
+    const auto found = kHandlers.find(id);
+    if (found == kHandlers.end()) return false;
+    Run(found->second);
+    return true;
+}
+
+bool WizardWindow::OnNotify(const NMHDR& notice) {
+    const bool isLink = notice.code == NM_CLICK || notice.code == NM_RETURN;
+    if (notice.idFrom == IDC_HOME_PAGE && isLink) {
+        Run(LblHomePage_Click);
+    } else if (notice.idFrom == IDC_FRAMEWORK_SITE && isLink) {
+        Run(LblFrameworkSite_Click);
+    } else if (notice.idFrom == IDC_DISKS && notice.code == static_cast<UINT>(LVN_ITEMACTIVATE)) {
+        Run(CmdNext_Click);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+// Next, Back and Finish that are pressed during the work are forgotten: the user has not seen yet what they
+// would be pressed on. Cancel and closing wait.
+void WizardWindow::Postpone(Handler handler) {
+    if (handler == Form_Unload || (handler == CancelApp && postponed_ == nullptr)) postponed_ = handler;
+}
+
+void WizardWindow::Run(Handler handler) {
+    if (isWorking_) {
+        Postpone(handler);
+        return;
+    }
+    controls_.Read(app_->Wizard);
+    isWorking_ = true;
+    failure_.Guard([&] { return RunGuarded(*app_, [&] { handler(*app_); }); }, false);
+    if (failure_.Holds()) return;
+    isWorking_ = false;
+    Show(*app_);
+    const Handler next = std::exchange(postponed_, nullptr);
+    if (next == Form_Unload || (next == CancelApp && app_->Wizard.CmdCancel.Enabled)) Run(next);
+}
+
+}  // namespace velbooter
