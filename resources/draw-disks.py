@@ -158,22 +158,23 @@ def draw_cdrom(d):
 
 def draw_network(d):
     b = Badge(d.size)
-    box = whole(b.side * 0.32, 3)
+    # Everything is symmetric in whole pixels: lines in the middle of boxes, one box in the middle of two.
     line = whole(d.size / 20)
-    left = b.x
+    box = line + 2 * whole((b.side * 0.34 - line) / 2)
     right = b.x + b.side - box
+    left = b.x + (b.side - box) % 2
     top = b.y
     bottom = b.y + b.side - box
-    middle = b.x + (b.side - box) // 2
-    line_x = middle + (box - line) / 2
+    middle = (left + right) // 2
+    line_x = middle + (box - line) // 2
     bar_y = top + box + (bottom - top - box - line) // 2
     halo = b.halo
     shapes = [
         (middle, top, box, box), (left, bottom, box, box), (right, bottom, box, box),
         (line_x, top + box, line, bar_y - top - box + line),
-        (left + (box - line) / 2, bar_y, right - left + line, line),
-        (left + (box - line) / 2, bar_y, line, bottom - bar_y),
-        (right + (box - line) / 2, bar_y, line, bottom - bar_y),
+        (left + (box - line) // 2, bar_y, right - left + line, line),
+        (left + (box - line) // 2, bar_y, line, bottom - bar_y),
+        (right + (box - line) // 2, bar_y, line, bottom - bar_y),
     ]
     for x, y, width, height in shapes:
         d.rectangle(x - halo, y - halo, width + 2 * halo, height + 2 * halo, '#ffffff', halo / 2)
@@ -224,7 +225,7 @@ def draw_tools(d):
     shaft = half * 0.26
     head = half * 0.56
     jaw = half * 0.24
-    # Upright with the open jaw on top, then turned to the right.
+    # Upright with the open jaw on top, then turned to the left.
     reach = half * 1.22
     upper = -reach + head
     start = math.degrees(math.asin(jaw / head))
@@ -241,7 +242,7 @@ def draw_tools(d):
     points += [on_head(-angle) for angle in reversed(range(int(start), 157, 6))]
     points += [(-jaw, upper - head * 0.08), (-jaw * 0.6, upper + jaw * 0.5), (jaw * 0.6, upper + jaw * 0.5),
                (jaw, upper - head * 0.08)]
-    turn = math.radians(45)
+    turn = math.radians(-45)
     turned = [(x + px * math.cos(turn) - py * math.sin(turn), y + px * math.sin(turn) + py * math.cos(turn))
               for px, py in points]
     haloed(d, b, outline(turned), d.gradient('steel', '#ffd877', '#f0a527'), '#7a4a07', rim)
