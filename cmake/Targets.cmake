@@ -17,10 +17,13 @@ function(velbooter_library name)
     target_link_libraries(${name} PUBLIC velbooter_options)
 endfunction()
 
-# velbooter_program(NAME DESCRIPTION text SOURCE...): an executable, left in bin/ of the build folder; on Windows stripped
-# and with the project's icon, manifest and version. A leading WIN32 among the sources makes it a window program.
+# velbooter_program(NAME DESCRIPTION text [RESOURCES SCRIPT [DEPENDS FILE...]] SOURCE...): an executable, left in bin/ of
+# the build folder; on Windows stripped and with the project's icon, manifest and version. A leading WIN32 among the
+# sources makes it a window program. A program with pictures of its own names their script, relative to the root, and
+# the files that it reads: windres numbers the images of the icons of each script from 1, so all icons of a program
+# have to be in one.
 function(velbooter_program name)
-    cmake_parse_arguments(program "" "DESCRIPTION" "" ${ARGN})
+    cmake_parse_arguments(program "" "DESCRIPTION;RESOURCES" "DEPENDS" ${ARGN})
     add_executable(${name} ${program_UNPARSED_ARGUMENTS})
     target_link_libraries(${name} PRIVATE velbooter_options)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
@@ -29,9 +32,15 @@ function(velbooter_program name)
         set(manifest "${CMAKE_CURRENT_BINARY_DIR}/${name}.manifest")
         set(script "${CMAKE_CURRENT_BINARY_DIR}/${name}.rc")
         configure_file("${PROJECT_SOURCE_DIR}/resources/program.manifest.in" "${manifest}" @ONLY)
+        set(ownResources "")
+        if(program_RESOURCES)
+            set(ownResources "#include \"${program_RESOURCES}\"")
+            list(APPEND program_DEPENDS "${program_RESOURCES}")
+        endif()
+        list(TRANSFORM program_DEPENDS PREPEND "${PROJECT_SOURCE_DIR}/" REGEX "^[^/]")
         configure_file("${PROJECT_SOURCE_DIR}/resources/program.rc.in" "${script}" @ONLY)
         set_source_files_properties("${script}" PROPERTIES OBJECT_DEPENDS
-            "${manifest};${PROJECT_SOURCE_DIR}/resources/Version.h;${PROJECT_SOURCE_DIR}/resources/velbooter.ico")
+            "${manifest};${PROJECT_SOURCE_DIR}/resources/Version.h;${PROJECT_SOURCE_DIR}/resources/velbooter.ico;${program_DEPENDS}")
         target_sources(${name} PRIVATE "${script}")
         target_link_options(${name} PRIVATE -s)
     endif()
