@@ -2,26 +2,53 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 
 #include "resources/ids.h"
 
 namespace velbooter {
 
-void DrawSideImage(const DRAWITEMSTRUCT& item) {
-    const auto picture =
-        static_cast<HBITMAP>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDB_SIDE_IMAGE),
-                                          IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
+namespace {
+
+struct BitmapDeleter {
+    using pointer = HBITMAP;
+    void operator()(HBITMAP bitmap) const { ::DeleteObject(bitmap); }
+};
+using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
+
+int WidthOf(const Bitmap& picture) {
     BITMAP size{};
-    ::GetObjectA(picture, sizeof size, &size);
+    ::GetObjectA(picture.get(), sizeof size, &size);
+    return size.bmWidth;
+}
+
+// The smallest of the pictures that need not be enlarged, else the largest.
+Bitmap LoadSideImage(int width) {
+    Bitmap picture;
+    for (const int id : {IDB_SIDE_96, IDB_SIDE_120, IDB_SIDE_144, IDB_SIDE_192}) {
+        picture.reset(static_cast<HBITMAP>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(id),
+                                                        IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
+        if (WidthOf(picture) >= width) break;
+    }
+    return picture;
+}
+
+}  // namespace
+
+void DrawSideImage(const DRAWITEMSTRUCT& item) {
+    const int width = item.rcItem.right - item.rcItem.left;
+    const int height = item.rcItem.bottom - item.rcItem.top;
+    const Bitmap picture = LoadSideImage(width);
+    BITMAP size{};
+    ::GetObjectA(picture.get(), sizeof size, &size);
     const HDC source = ::CreateCompatibleDC(item.hDC);
-    const HGDIOBJ former = ::SelectObject(source, picture);
+    const HGDIOBJ former = ::SelectObject(source, picture.get());
     ::SetStretchBltMode(item.hDC, HALFTONE);
     ::SetBrushOrgEx(item.hDC, 0, 0, nullptr);
-    ::StretchBlt(item.hDC, item.rcItem.left, item.rcItem.top, item.rcItem.right - item.rcItem.left,
-                 item.rcItem.bottom - item.rcItem.top, source, 0, 0, size.bmWidth, size.bmHeight, SRCCOPY);
+    ::StretchBlt(item.hDC, item.rcItem.left, item.rcItem.top, width, height, source, 0, 0, size.bmWidth,
+                 size.bmHeight, SRCCOPY);
     ::SelectObject(source, former);
     ::DeleteDC(source);
-    ::DeleteObject(picture);
 }
 
 void DrawStepMark(const DRAWITEMSTRUCT& item) {

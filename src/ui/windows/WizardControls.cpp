@@ -174,11 +174,14 @@ void WizardControls::ShowFiles(const ListBox& files) {
         ::InvalidateRect(list, nullptr, TRUE);
         shownFiles_ = rows;
     }
+    const LRESULT top = ::SendMessageA(list, LB_GETTOPINDEX, 0, 0);
     for (int i = 0; i < files.ListCount(); ++i) {
         const bool selected = ::SendMessageA(list, LB_GETSEL, static_cast<WPARAM>(i), 0) > 0;
         if (selected != files.Selected(i))
             ::SendMessageA(list, LB_SETSEL, files.Selected(i) ? TRUE : FALSE, i);
     }
+    // Selecting a row scrolls to it; the user looks where he looked.
+    ::SendMessageA(list, LB_SETTOPINDEX, static_cast<WPARAM>(top), 0);
 }
 
 void WizardControls::ShowProgress(const ProgressBar& progress) {
