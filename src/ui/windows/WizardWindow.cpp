@@ -23,7 +23,7 @@ namespace {
 constexpr const char* kClassName = "FrmWizard";
 
 // The place of the pages in the frame, in the templates' units.
-constexpr RECT kPageArea{96, 6, 366, 196};
+constexpr RECT kPageArea{96, 6, 394, 196};
 
 void RegisterWizardClass(HINSTANCE program) {
     WNDCLASSA windowClass{};
