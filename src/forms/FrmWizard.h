@@ -81,7 +81,7 @@ struct FrmWizard {
     OptionButton OptImage28{"&2.88 MB Floppy Image"};
     OptionButton OptFloppy{"1.44 MB &Floppy Disk"};
     TextBox TxtDest{"C:\\BootDisk.img"};
-    CommandButton CmdBrowse{"..."};
+    CommandButton CmdBrowse{"B&rowse..."};
 
     ProgressBar WorkProgress;
     Label LblMsg1{"Preparing selected Drivers"};
