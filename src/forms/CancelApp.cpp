@@ -26,6 +26,7 @@ void CancelApp(Application& app) {
     FrmWizard& wizard = app.Wizard;
     app.RunEnded = true;
     wizard.LblFinish.Caption = kOutcomeCanceled;
+    app.Drivers.Visible = false;  // there is nothing left that a choice could be written to
     DeleteWorkingFiles(app);
     wizard.CmdNext.Visible = false;
     wizard.CmdFinish.Visible = true;

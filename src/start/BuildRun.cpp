@@ -81,6 +81,7 @@ void CmdFinish_Click(Application& app) {
     wizard.CmdCancel.Enabled = false;
     wizard.CmdFinish.Enabled = true;
     if (app.RunEnded) throw ProgramEnd{CodeOfLastRun(app)};
+    app.Drivers.Visible = false;  // the choices are final
     TurnPage(app, kDestinationPage, kProgressPage);
     FinishApp(app, "");
     app.RunEnded = true;

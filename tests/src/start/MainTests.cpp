@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "src/common/ProgramEnd.h"
 #include "src/common/SetupCommon.h"
 #include "src/dos/DosFileList.h"
@@ -21,14 +23,15 @@ class ProgramStart : public ApplicationTest {
         Folder.Write("files\\base_files\\MSDOS.SYS");
         Folder.MakeTool("bfi.exe", "tree|tree.txt\n");
     }
-    ExitCode Start(const std::string& commandLine) {
+    /// Returns how the program has ended; nothing when it lives on with its wizard.
+    std::optional<ExitCode> Start(const std::string& commandLine) {
         const SingleInstance instance(Folder.Path());
         try {
             Main(App, instance, commandLine);
         } catch (const ProgramEnd& end) {
             return end.Code;
         }
-        return ExitCode::InternalError;
+        return std::nullopt;
     }
     static Message OptionError(const std::string& text) {
         return {text, "Command Line options Error", Buttons::Ok, Icon::None};
@@ -83,22 +86,43 @@ TEST_F(ProgramStart, AWrongImageTypeIsReportedThenSummarisedThenBuiltSmall) {
     EXPECT_NE(std::string::npos, Folder.Calls("bfi.exe").at(0).CommandLine.find(" -t=144 "));
 }
 
-TEST_F(ProgramStart, AnEmptyCommandLinePreparesTheFolderAndSaysSo) {
+TEST_F(ProgramStart, AnEmptyCommandLineShowsTheWizardOnAPreparedFolder) {
     WriteDosFiles();
     MakeDisk();
-    Screen.ExpectMessageWith({});
-    EXPECT_EQ(ExitCode::Built, Start(""));
+    EXPECT_EQ(std::nullopt, Start(""));
+    EXPECT_TRUE(App.Wizard.Visible);
+    EXPECT_TRUE(App.Wizard.FraMain[kWelcomePage].Visible);
     EXPECT_EQ(Folder.At("BootDisk.img"), App.Wizard.TxtDest.Text);
+    EXPECT_TRUE(Folder.HasFile("cabs\\IO.SYS"));
     EXPECT_TRUE(Folder.Calls("bfi.exe").empty());
 }
 
-TEST_F(ProgramStart, AFailedPreparationWithoutACommandLineIsShownOnce) {
+TEST_F(ProgramStart, ABatchRunNeverShowsTheWizard) {
+    WriteDosFiles();
+    MakeDisk();
+    EXPECT_EQ(ExitCode::Built, Start("mydisk"));
+    EXPECT_FALSE(App.Wizard.Visible);
+}
+
+TEST_F(ProgramStart, AFailedPreparationIsShownOnceAndTheWizardStandsOnItsFinalPage) {
     WriteDosFiles();
     MakeDisk();
     LockedFile lock(Folder.Write("Drivers.ini", "old"));
     Screen.ExpectMessageWith({"70", "Permission denied", "Drivers.ini"});
-    EXPECT_EQ(ExitCode::InternalError, Start(""));
+    EXPECT_EQ(std::nullopt, Start(""));
     EXPECT_TRUE(App.RunEnded);
+    EXPECT_TRUE(App.Wizard.Visible);
+    EXPECT_FALSE(App.Wizard.FraMain[kWelcomePage].Visible);
+    EXPECT_TRUE(App.Wizard.FraMain[kFinishedPage].Visible);
+}
+
+TEST_F(ProgramStart, ACancelledPreparationShowsTheWizardOnItsFinalPage) {
+    WriteDosFiles();
+    Screen.ExpectMessageWith({"base_files"}, Answer::Abort);
+    Screen.ExpectMessageWith({"base_files"}, Answer::Abort);
+    EXPECT_EQ(std::nullopt, Start(""));
+    EXPECT_TRUE(App.Wizard.FraMain[kFinishedPage].Visible);
+    EXPECT_EQ("Operation canceled", App.Wizard.LblFinish.Caption);
 }
 
 }  // namespace
