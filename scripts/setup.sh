@@ -6,7 +6,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 packages=(
     # building
-    git cmake ninja-build g++ zlib1g-dev nasm imagemagick
+    git cmake ninja-build g++ zlib1g-dev nasm imagemagick python3 cmark-gfm fp-utils
     g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix libz-mingw-w64-dev googletest
     # running and looking
     wine wine64 xvfb xauth xdotool x11-utils qemu-system-x86
