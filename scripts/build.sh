@@ -15,6 +15,7 @@ mkdir -p build/app
 cp -a data/. build/app/
 cp build/mingw-x64/bin/{velbooter,cabarc,bfi}.exe build/app/
 cp build/mingw-x64/boot/bootsect.bin build/app/files/
+help/build.py build/app/corvane_help.chm
 
 cp -a build/app build/demo
 demo/install.sh build/host/bin/cabarc build/mingw-x64/demo-dos build/demo
