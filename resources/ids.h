@@ -1,5 +1,6 @@
 #pragma once
-// Numbers of the pictures in the program's resources. Plain macros only: the resource compiler reads this file too.
+// Numbers of the pictures in the program's resources. Plain macros only: the resource compiler reads this
+// file too.
 
 // The disks of the list: eight in a row, in the order of the catalogue's icon numbers 1 to 8.
 #define IDI_DISK_1 101
