@@ -13,7 +13,6 @@
 #define IDI_DISK_8 108
 
 // The wizard's side picture: four in a row, for screens of 96, 120, 144 and 192 dots per inch.
-#define IDB_SIDE_IMAGE IDB_SIDE_96
 #define IDB_SIDE_96 201
 #define IDB_SIDE_120 202
 #define IDB_SIDE_144 203

@@ -16,19 +16,20 @@ struct BitmapDeleter {
 };
 using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
 
-int WidthOf(const Bitmap& picture) {
+SIZE SizeOf(const Bitmap& picture) {
     BITMAP size{};
     ::GetObjectA(picture.get(), sizeof size, &size);
-    return size.bmWidth;
+    return {size.bmWidth, size.bmHeight};
 }
 
-// The smallest of the pictures that need not be enlarged, else the largest.
-Bitmap LoadSideImage(int width) {
+// The smallest of the pictures that covers the control, else the largest.
+Bitmap LoadSideImage(SIZE control) {
     Bitmap picture;
     for (const int id : {IDB_SIDE_96, IDB_SIDE_120, IDB_SIDE_144, IDB_SIDE_192}) {
         picture.reset(static_cast<HBITMAP>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(id),
                                                         IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
-        if (WidthOf(picture) >= width) break;
+        const SIZE size = SizeOf(picture);
+        if (size.cx >= control.cx && size.cy >= control.cy) break;
     }
     return picture;
 }
@@ -36,17 +37,19 @@ Bitmap LoadSideImage(int width) {
 }  // namespace
 
 void DrawSideImage(const DRAWITEMSTRUCT& item) {
-    const int width = item.rcItem.right - item.rcItem.left;
-    const int height = item.rcItem.bottom - item.rcItem.top;
-    const Bitmap picture = LoadSideImage(width);
-    BITMAP size{};
-    ::GetObjectA(picture.get(), sizeof size, &size);
+    const RECT& place = item.rcItem;
+    const SIZE control{place.right - place.left, place.bottom - place.top};
+    const Bitmap picture = LoadSideImage(control);
+    const SIZE size = SizeOf(picture);
+    // The middle is shown as it is; what is cut off at the edges is plain. Only a picture too small is
+    // stretched.
+    const SIZE part{std::min(size.cx, control.cx), std::min(size.cy, control.cy)};
     const HDC source = ::CreateCompatibleDC(item.hDC);
     const HGDIOBJ former = ::SelectObject(source, picture.get());
     ::SetStretchBltMode(item.hDC, HALFTONE);
     ::SetBrushOrgEx(item.hDC, 0, 0, nullptr);
-    ::StretchBlt(item.hDC, item.rcItem.left, item.rcItem.top, width, height, source, 0, 0, size.bmWidth,
-                 size.bmHeight, SRCCOPY);
+    ::StretchBlt(item.hDC, place.left, place.top, control.cx, control.cy, source, (size.cx - part.cx) / 2,
+                 (size.cy - part.cy) / 2, part.cx, part.cy, SRCCOPY);
     ::SelectObject(source, former);
     ::DeleteDC(source);
 }

@@ -203,7 +203,8 @@ TEST_F(BatchMode, ACanceledPreparationEndsWithoutAMessageOfItsOwn) {
 TEST_F(BatchMode, ACanceledConfigurationEndsWithoutAMessageOfItsOwn) {
     Folder.Write("files\\first.ini", "[Create_CABs]\r\nsetupwin=x\r\n");
     EXPECT_EQ(ExitCode::Canceled, Run(Values("first")));
-    EXPECT_EQ(0, App.Wizard.LstFiles.ListCount());
+    EXPECT_EQ("Return to Previous step to Populate the list", App.Wizard.LstFiles.List(0))
+        << "nothing was listed";
     EXPECT_TRUE(Folder.Calls("bfi.exe").empty());
     EXPECT_FALSE(App.Wait.Visible);
     ExpectCleanFolder();

@@ -93,7 +93,7 @@ TEST_F(ProgramStart, AnEmptyCommandLineShowsTheWizardOnAPreparedFolder) {
     EXPECT_TRUE(App.Wizard.Visible);
     EXPECT_TRUE(App.Wizard.FraMain[kWelcomePage].Visible);
     EXPECT_EQ(Folder.At("BootDisk.img"), App.Wizard.TxtDest.Text);
-    EXPECT_TRUE(Folder.HasFile("cabs\\IO.SYS"));
+    EXPECT_TRUE(Folder.HasFile("cabs\\MSDOS.SYS"));
     EXPECT_TRUE(Folder.Calls("bfi.exe").empty());
 }
 
@@ -118,7 +118,7 @@ TEST_F(ProgramStart, AFailedPreparationIsShownOnceAndTheWizardStandsOnItsFinalPa
 
 TEST_F(ProgramStart, ACancelledPreparationShowsTheWizardOnItsFinalPage) {
     WriteDosFiles();
-    Screen.ExpectMessageWith({"base_files"}, Answer::Abort);
+    LockedFile lock(Folder.Write("files\\base_files\\MSDOS.SYS", "locked"));
     Screen.ExpectMessageWith({"base_files"}, Answer::Abort);
     EXPECT_EQ(std::nullopt, Start(""));
     EXPECT_TRUE(App.Wizard.FraMain[kFinishedPage].Visible);
