@@ -50,7 +50,7 @@ void WizardWindow::Create() {
     const HINSTANCE program = ::GetModuleHandleA(nullptr);
     RegisterControls();
     RegisterWizardClass(program);
-    window_.reset(::CreateDialogParamA(program, MAKEINTRESOURCEA(IDD_WIZARD), nullptr, FrameProcedure,
+    window_.reset(::CreateDialogParamA(program, MAKEINTRESOURCEA(IDD_WIZARD), nullptr, Procedure,
                                        reinterpret_cast<LPARAM>(this)));
     ::SetWindowTextA(window_.get(), kProgramTitle);
     CreatePages();
@@ -64,7 +64,7 @@ void WizardWindow::CreatePages() {
     HWND before = ::GetDlgItem(window_.get(), IDC_LINE);
     for (size_t i = 0; i < pages_.size(); ++i) {
         pages_[i] = ::CreateDialogParamA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDD_FIRST_PAGE + i),
-                                         window_.get(), PageProcedure, reinterpret_cast<LPARAM>(this));
+                                         window_.get(), Procedure, reinterpret_cast<LPARAM>(this));
         ::SetWindowPos(pages_[i], before, area.left, area.top, area.right - area.left, area.bottom - area.top,
                        SWP_NOACTIVATE);
         before = pages_[i];
@@ -124,16 +124,7 @@ bool WizardWindow::WithholdsWhileWorking(const MSG& message) {
     return isMouse && message.hwnd != controls_.Control(IDCANCEL);
 }
 
-INT_PTR CALLBACK WizardWindow::FrameProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_INITDIALOG) {
-        ::SetWindowLongPtrA(window, DWLP_USER, lParam);
-        return FALSE;
-    }
-    auto* self = reinterpret_cast<WizardWindow*>(::GetWindowLongPtrA(window, DWLP_USER));
-    return self == nullptr ? FALSE : self->OnMessage(message, wParam, lParam);
-}
-
-INT_PTR CALLBACK WizardWindow::PageProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+INT_PTR CALLBACK WizardWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
         ::SetWindowLongPtrA(window, DWLP_USER, lParam);
         return FALSE;
@@ -153,6 +144,10 @@ INT_PTR WizardWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return TRUE;
         case WM_CLOSE:
             Run(Form_Unload);
+            return TRUE;
+        case WM_ENDSESSION:
+            // The system ends the program without another message, so the clean-up is done here.
+            if (wParam != FALSE && !isWorking_) DeleteWorkingFiles(*app_);
             return TRUE;
         case WM_DRAWITEM: {
             const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);

@@ -36,8 +36,8 @@ class WizardWindow {
  private:
     using Handler = void (*)(Application&);
 
-    static INT_PTR CALLBACK FrameProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    static INT_PTR CALLBACK PageProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    /// Serves the frame and the pages.
+    static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     void Create();
     void CreatePages();
