@@ -218,7 +218,11 @@ void WizardWindow::Run(Handler handler) {
     controls_.Read(app_->Wizard);
     isWorking_ = true;
     failure_.Guard([&] { return RunGuarded(*app_, [&] { handler(*app_); }); }, false);
-    if (failure_.Holds()) return;
+    if (failure_.Holds()) {
+        // A message that was sent, not posted, does not wake the loop that raises the failure again.
+        ::PostMessageA(window_.get(), WM_NULL, 0, 0);
+        return;
+    }
     isWorking_ = false;
     Show(*app_);
     const Handler next = std::exchange(postponed_, nullptr);
