@@ -224,7 +224,8 @@ void WizardWindow::Run(Handler handler) {
         return;
     }
     isWorking_ = false;
-    Show(*app_);
+    // Not this window alone: a handler may have hidden the driver selection.
+    app_->Screen.Repaint();
     const Handler next = std::exchange(postponed_, nullptr);
     if (next == Form_Unload || (next == CancelApp && app_->Wizard.CmdCancel.Enabled)) Run(next);
 }
