@@ -150,22 +150,6 @@ TEST(CommandLine, UnknownDiskEndsTheProgramWithoutCleaningUp) {
     EXPECT_FALSE(folder.Exists("BootDisk.img"));
 }
 
-TEST(CommandLine, EmptyOnePreparesTheFolderAndSaysSo) {
-    const ApplicationFolder folder;
-    ProgramUnderTest program(folder, "");
-    const ShownMessage message = program.Message();
-    EXPECT_EQ(message.Title, "The Veltrane");
-    EXPECT_EQ(message.Buttons, std::vector<std::string>{"OK"});
-    EXPECT_EQ(message.Icon, Picture::Information);
-    EXPECT_NE(message.Text.find("prepared"), std::string::npos) << message.Text;
-    EXPECT_TRUE(folder.Exists("Drivers.ini"));
-    EXPECT_TRUE(folder.Exists("cabs\\bin"));
-    EXPECT_TRUE(folder.Exists("files\\dos\\bin"));
-    program.Press("OK");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
-    EXPECT_FALSE(folder.Exists("BootDisk.img"));
-}
-
 struct Target {
     const char* Name;
     std::string Arguments;

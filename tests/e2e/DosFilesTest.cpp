@@ -7,9 +7,8 @@
 
 #include "tests/e2e/support/ApplicationFolder.h"
 #include "tests/e2e/support/Expectations.h"
-#include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/FileDialogs.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
-#include "tests/e2e/support/WindowTree.h"
 
 namespace velbooter::e2e {
 namespace {
@@ -49,20 +48,6 @@ class DosFiles : public testing::Test {
     const ApplicationFolder folder_;
 };
 
-// The box for the file's name; its number differs between systems.
-HWND NameBox(HWND dialog) {
-    for (const int id : {1148, 1152}) {
-        if (const HWND box = ::GetDlgItem(dialog, id)) return box;
-    }
-    throw HarnessFailure("the file dialog has no box for a name");
-}
-
-void Choose(ProgramUnderTest& program, HWND dialog, const std::string& path) {
-    ::SendMessageA(NameBox(dialog), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
-    ::PostMessageA(dialog, WM_COMMAND, IDOK, 0);
-    program.WaitUntilGone(dialog);
-}
-
 TEST_F(DosFiles, CancelOfTheQuestionEndsTheProgram) {
     ProgramUnderTest program(folder_, " custom");
     EXPECT_EQ(program.Answer("Cancel"), kImportQuestion);
@@ -89,16 +74,14 @@ TEST_F(DosFiles, HelpLeavesTheQuestionStanding) {
 TEST_F(DosFiles, CancelOfTheFileDialogEndsTheProgram) {
     ProgramUnderTest program(folder_, " custom");
     program.Answer("OK");
-    const HWND dialog = program.FileDialog();
-    ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
-    program.WaitUntilGone(dialog);
+    CancelFileDialog(program, program.FileDialog());
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
 }
 
 TEST_F(DosFiles, AnyFileOfTheCdFolderIsEnoughToImportAll) {
     ProgramUnderTest program(folder_, " custom");
     program.Answer("OK");
-    Choose(program, program.FileDialog(), Cd("MEM.EXE"));
+    ChooseFile(program, program.FileDialog(), Cd("MEM.EXE"));
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     for (const std::string& name : kDosFiles) {
         ASSERT_TRUE(folder_.Exists("dos\\" + name)) << name;
@@ -110,7 +93,7 @@ TEST_F(DosFiles, AnyFileOfTheCdFolderIsEnoughToImportAll) {
 TEST_F(DosFiles, WaitWindowCountsTheImportedFiles) {
     ProgramUnderTest program(folder_, " custom");
     program.Answer("OK");
-    Choose(program, program.FileDialog(), Cd("WIN.COM"));
+    ChooseFile(program, program.FileDialog(), Cd("WIN.COM"));
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     const std::vector<std::string> texts = program.StatusTexts();
     std::vector<std::string> import;
@@ -126,10 +109,10 @@ TEST_F(DosFiles, WaitWindowCountsTheImportedFiles) {
 TEST_F(DosFiles, FolderWithoutTheCdsFilesAsksAgainWithTheCabinetPreset) {
     ProgramUnderTest program(folder_, " custom");
     program.Answer("OK");
-    Choose(program, program.FileDialog(), folder_.Path("files\\disklist.ini"));
+    ChooseFile(program, program.FileDialog(), folder_.Path("files\\disklist.ini"));
     const HWND again = program.FileDialog();
-    EXPECT_EQ(TextOf(NameBox(again)), "BASE5.CAB");
-    Choose(program, again, Cd("WIN.COM"));
+    EXPECT_EQ(FileNameIn(again), "BASE5.CAB");
+    ChooseFile(program, again, Cd("WIN.COM"));
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     ExpectImage(folder_, folder_.Path("BootDisk.img"), kSmallImageBytes);
 }
@@ -139,7 +122,7 @@ TEST_F(DosFiles, FileThatTheImportDidNotFindEndsTheProgram) {
     fs::remove(Cd("XCOPY.EXE"));
     ProgramUnderTest program(folder_, " custom");
     program.Answer("OK");
-    Choose(program, program.FileDialog(), Cd("WIN.COM"));
+    ChooseFile(program, program.FileDialog(), Cd("WIN.COM"));
     EXPECT_EQ(program.Answer("OK"), (ShownMessage{"The file SORT.EXE couldn't be extracted successfully",
                                                   "Critical Error",
                                                   {"OK", "Help"},

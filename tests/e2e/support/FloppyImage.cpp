@@ -47,7 +47,7 @@ FloppyImage::FloppyImage(const std::string& path) : bytes_(ReadFileAt(path)) {
     const size_t rootBytes = Number(17, 2) * kEntryBytes;
     dataStart_ = rootStart + rootBytes;
     clusters_ = (bytes_.size() - dataStart_) / clusterBytes_;
-    ReadFolder(bytes_.substr(rootStart, rootBytes), "");
+    ReadFolder({rootStart}, rootBytes, "");
 }
 
 std::uint8_t FloppyImage::Attributes(const std::string& path) const {
@@ -65,39 +65,62 @@ std::uint32_t FloppyImage::NextCluster(std::uint32_t cluster) const {
     return cluster % 2 == 0 ? pair & 0xFFF : pair >> 4;
 }
 
-std::string FloppyImage::Chain(std::uint32_t cluster) const {
-    std::string contents;
-    for (size_t count = 0; cluster != 0 && cluster < kEndOfChain; cluster = NextCluster(cluster), ++count) {
-        if (cluster < kFirstCluster || cluster >= kFirstCluster + clusters_ || count > clusters_) {
+// Returns where the clusters begin.
+std::vector<size_t> FloppyImage::Chain(std::uint32_t cluster) const {
+    std::vector<size_t> places;
+    for (; cluster != 0 && cluster < kEndOfChain; cluster = NextCluster(cluster)) {
+        const bool isLoop = places.size() > clusters_;
+        if (cluster < kFirstCluster || cluster >= kFirstCluster + clusters_ || isLoop) {
             throw HarnessFailure("the image has a broken chain of clusters");
         }
-        contents += bytes_.substr(dataStart_ + (cluster - kFirstCluster) * clusterBytes_, clusterBytes_);
+        places.push_back(dataStart_ + (cluster - kFirstCluster) * clusterBytes_);
     }
-    return contents;
+    return places;
 }
 
-void FloppyImage::ReadFolder(const std::string& entries, const std::string& prefix) {
-    for (size_t at = 0; at < entries.size() && entries[at] != '\0'; at += kEntryBytes) {
-        const std::string entry = entries.substr(at, kEntryBytes);
-        const auto attributes = static_cast<std::uint8_t>(entry[11]);
-        const bool removed = entry[0] == '\xE5';
-        if (removed || attributes == kLongName || entry[0] == '.') continue;
-        if ((attributes & kLabel) != 0) {
-            label_ = WithoutTrailingBlanks(entry.substr(0, 11));
-            continue;
+void FloppyImage::ReadFolder(const std::vector<size_t>& blocks, size_t blockBytes,
+                             const std::string& prefix) {
+    for (const size_t block : blocks) {
+        for (size_t place = block; place < block + blockBytes; place += kEntryBytes) {
+            if (bytes_.at(place) == '\0') return;
+            ReadEntry(place, prefix);
         }
-        const std::string path = prefix + ShortName(entry);
-        std::string contents = Chain(LittleEndian(entry, 26, 2));
-        if ((attributes & kFolder) != 0) {
-            ReadFolder(contents, path + "\\");
-            continue;
-        }
-        const std::uint32_t size = LittleEndian(entry, 28, 4);
-        if (contents.size() < size) throw HarnessFailure(path + " is shorter in the image than it says");
-        contents.resize(size);
-        files_[path] = contents;
-        attributes_[path] = attributes;
     }
+}
+
+void FloppyImage::ReadEntry(size_t place, const std::string& prefix) {
+    const std::string entry = bytes_.substr(place, kEntryBytes);
+    const auto attributes = static_cast<std::uint8_t>(entry[11]);
+    const bool removed = entry[0] == '\xE5';
+    if (removed || attributes == kLongName) return;
+    entries_.push_back(place);
+    if (entry[0] == '.') return;
+    if ((attributes & kLabel) != 0) {
+        label_ = WithoutTrailingBlanks(entry.substr(0, 11));
+        return;
+    }
+    const std::string path = prefix + ShortName(entry);
+    const std::vector<size_t> clusters = Chain(LittleEndian(entry, 26, 2));
+    if ((attributes & kFolder) != 0) {
+        ReadFolder(clusters, clusterBytes_, path + "\\");
+        return;
+    }
+    std::string contents;
+    for (const size_t cluster : clusters) contents += bytes_.substr(cluster, clusterBytes_);
+    const std::uint32_t size = LittleEndian(entry, 28, 4);
+    if (contents.size() < size) throw HarnessFailure(path + " is shorter in the image than it says");
+    contents.resize(size);
+    files_[path] = contents;
+    attributes_[path] = attributes;
+}
+
+std::string FloppyImage::BytesWithoutTimes() const {
+    std::string bytes = bytes_;
+    for (const size_t entry : entries_) {
+        bytes.replace(entry + 13, 7, 7, '\0');  // made, last read
+        bytes.replace(entry + 22, 4, 4, '\0');  // last written
+    }
+    return bytes;
 }
 
 }  // namespace velbooter::e2e

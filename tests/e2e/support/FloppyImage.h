@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace velbooter::e2e {
 
@@ -23,14 +24,18 @@ class FloppyImage {
     /// The contents of all files by path, as in "BIN\MENU.BAT".
     const std::map<std::string, std::string>& Files() const { return files_; }
 
+    /// The whole image with the times and dates of all folder entries blanked out.
+    std::string BytesWithoutTimes() const;
+
     /// The attribute byte of a file; 0 when there is no such file.
     std::uint8_t Attributes(const std::string& path) const;
 
  private:
     std::uint32_t Number(size_t offset, size_t length) const;
     std::uint32_t NextCluster(std::uint32_t cluster) const;
-    std::string Chain(std::uint32_t cluster) const;
-    void ReadFolder(const std::string& entries, const std::string& prefix);
+    std::vector<size_t> Chain(std::uint32_t cluster) const;
+    void ReadFolder(const std::vector<size_t>& blocks, size_t blockBytes, const std::string& prefix);
+    void ReadEntry(size_t place, const std::string& prefix);
 
     std::string bytes_;
     size_t fatStart_ = 0;
@@ -40,6 +45,7 @@ class FloppyImage {
     std::string label_;
     std::map<std::string, std::string> files_;
     std::map<std::string, std::uint8_t> attributes_;
+    std::vector<size_t> entries_;  ///< where the entries of all folders begin, those of long names left out
 };
 
 }  // namespace velbooter::e2e

@@ -23,7 +23,8 @@ constexpr DWORD kKilled = 77;
 
 }  // namespace
 
-ProgramUnderTest::ProgramUnderTest(const ApplicationFolder& folder, const std::string& arguments) {
+ProgramUnderTest::ProgramUnderTest(const ApplicationFolder& folder, const std::string& arguments)
+    : showsWizard_(arguments.empty()) {
     LeaveWindowsUnmanaged("velbooter.exe");
     static int number = 0;
     statusFile_ = folder.OutsidePath("status-" + std::to_string(++number) + ".txt");
@@ -98,9 +99,36 @@ void ProgramUnderTest::Kill() {
     ::WaitForSingleObject(process_.hProcess, INFINITE);
 }
 
+HWND ProgramUnderTest::Wizard() {
+    WaitUntil([this] { return TopLevelWindow("FrmWizard") != nullptr; }, "the wizard did not come");
+    const HWND wizard = TopLevelWindow("FrmWizard");
+    PlaceSpy(wizard);
+    return wizard;
+}
+
+HWND ProgramUnderTest::HelpWindow() {
+    showsHelp_ = true;
+    WaitUntil([this] { return TopLevelWindow("HH Parent") != nullptr; }, "the help did not come");
+    return TopLevelWindow("HH Parent");
+}
+
+void ProgramUnderTest::WaitUntil(const std::function<bool()>& condition, const std::string& what) const {
+    const auto end = steady_clock::now() + kWindowPatience;
+    while (!condition()) {
+        if (!IsRunning()) Fail(what + ": the program has ended");
+        if (steady_clock::now() > end) Fail(what);
+        ::Sleep(kStep / 5);
+    }
+}
+
 HWND ProgramUnderTest::WaitWindow() const {
+    return TopLevelWindow("FrmWait");
+}
+
+// Returns the visible window of this class, or null.
+HWND ProgramUnderTest::TopLevelWindow(const std::string& className) const {
     for (const WindowInfo& window : TopLevelWindows(ProcessId())) {
-        if (window.Class == "FrmWait" && window.Visible) return window.Handle;
+        if (window.Class == className && window.Visible) return window.Handle;
     }
     return nullptr;
 }
@@ -130,6 +158,9 @@ HWND ProgramUnderTest::Look(Dialogs dialogs) {
     HWND dialog = nullptr;
     for (const WindowInfo& window : TopLevelWindows(ProcessId())) {
         if (!window.Visible) continue;
+        const bool isExpected =
+            (showsWizard_ && window.Class == "FrmWizard") || (showsHelp_ && window.Class == "HH Parent");
+        if (isExpected) continue;
         if (window.Class == "FrmWait") {
             sawWaitWindow_ = true;
         } else if (window.Class == "#32770" && dialogs == Dialogs::Allowed) {

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -42,13 +43,22 @@ class ProgramUnderTest {
     /// Waits for the driver selection.
     HWND DriverSelection();
 
+    /// Waits for the wizard, which a program without arguments shows.
+    HWND Wizard();
+
+    /// Waits for the window of the help viewer. From now on it may stand beside the others.
+    HWND HelpWindow();
+
+    /// Waits until `condition` holds; `what` tells a person what did not come.
+    void WaitUntil(const std::function<bool()>& condition, const std::string& what) const;
+
     /// Waits until `window`, which is kept for another time, is hidden.
     void WaitUntilHidden(HWND window);
 
     /// Waits until `window` is gone.
     void WaitUntilGone(HWND window);
 
-    /// Waits for the end and returns the exit code. Fails at any window but the wait window.
+    /// Waits for the end and returns the exit code. Fails at any dialog.
     DWORD ExitCode();
 
     /// Ends the program from outside, as a task manager would, and waits until it is gone.
@@ -74,6 +84,7 @@ class ProgramUnderTest {
     bool IsRunning() const;
     HWND Look(Dialogs dialogs);
     HWND NextDialog();
+    HWND TopLevelWindow(const std::string& className) const;
     void PlaceSpy(HWND window);
     [[noreturn]] void Fail(const std::string& reason) const;
 
@@ -81,6 +92,8 @@ class ProgramUnderTest {
     PROCESS_INFORMATION process_{};
     HHOOK spy_ = nullptr;
     HWND box_ = nullptr;  ///< the message box that was read and not yet answered
+    bool showsWizard_ = false;
+    bool showsHelp_ = false;
     bool sawWaitWindow_ = false;
 };
 

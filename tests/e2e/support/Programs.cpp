@@ -2,6 +2,8 @@
 
 #include <tlhelp32.h>
 
+#include <filesystem>
+
 #include "tests/e2e/support/HarnessFailure.h"
 
 namespace velbooter::e2e {
@@ -43,6 +45,16 @@ std::string TestProgram(const std::string& name) {
     ::GetModuleFileNameA(nullptr, path, MAX_PATH);
     const std::string own = path;
     return own.substr(0, own.rfind('\\') + 1) + name;
+}
+
+void CopyTestProgram(const std::string& name, const std::string& target) {
+    std::filesystem::copy_file(TestProgram(name), target, std::filesystem::copy_options::overwrite_existing);
+}
+
+HeldTool::HeldTool(const ApplicationFolder& folder, const std::string& name) : folder_(folder), name_(name) {
+    const std::string tool = folder.Path(name + ".exe");
+    std::filesystem::rename(tool, folder.Path(name + ".real.exe"));
+    CopyTestProgram("e2e_held.exe", tool);
 }
 
 StartedTool::StartedTool(const std::string& commandLine, const std::string& folder) {

@@ -6,10 +6,38 @@
 
 #include <string>
 
+#include "tests/e2e/support/ApplicationFolder.h"
+
 namespace velbooter::e2e {
 
 /// The full path of a program that is built with the tests.
 std::string TestProgram(const std::string& name);
+
+/// Copies a program that is built with the tests to the full path `target`, over what is there.
+void CopyTestProgram(const std::string& name, const std::string& target);
+
+/// Holds a companion of an application folder up: when the program runs it, it waits until it is released and
+/// then does its work.
+class HeldTool {
+ public:
+    /// Takes the place of the companion `name` ("cabarc", "bfi"). `folder` must live longer.
+    HeldTool(const ApplicationFolder& folder, const std::string& name);
+
+    /// Lets a waiting companion go on.
+    ~HeldTool() { Release(); }
+    HeldTool(const HeldTool&) = delete;
+    HeldTool& operator=(const HeldTool&) = delete;
+
+    /// Whether the program has run the companion.
+    bool IsAtWork() const { return folder_.Exists(name_ + ".held"); }
+
+    /// Lets it go on, now and at every later run.
+    void Release() const { folder_.Write(name_ + ".go", ""); }
+
+ private:
+    const ApplicationFolder& folder_;
+    std::string name_;
+};
 
 /// A hidden process that the test has started.
 class StartedTool {

@@ -3,10 +3,10 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <array>
 #include <ostream>
 
 #include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/RemoteControls.h"
 #include "tests/e2e/support/RemoteMemory.h"
 #include "tests/e2e/support/WindowTree.h"
 
@@ -16,41 +16,10 @@ namespace {
 
 constexpr size_t kTextBytes = 512;
 
-LRESULT Ask(HWND window, UINT message, WPARAM wParam, const void* pointer) {
-    constexpr UINT kPatience = 5000;
-    DWORD_PTR answer = 0;
-    if (::SendMessageTimeoutA(window, message, wParam, reinterpret_cast<LPARAM>(pointer), SMTO_ABORTIFHUNG,
-                              kPatience, &answer) == 0) {
-        throw HarnessFailure("the driver selection does not answer");
-    }
-    return static_cast<LRESULT>(answer);
-}
-
-std::string ItemText(HWND list, int row, int column) {
-    const RemoteMemory memory(list, sizeof(LVITEMA) + kTextBytes);
-    LVITEMA item{};
-    item.iSubItem = column;
-    item.pszText = memory.At(sizeof item);
-    item.cchTextMax = static_cast<int>(kTextBytes);
-    memory.Write(item);
-    Ask(list, LVM_GETITEMTEXTA, static_cast<WPARAM>(row), memory.At());
-    return memory.Text(sizeof item, kTextBytes);
-}
-
 bool HasTick(HWND list, int row) {
     constexpr LRESULT kTicked = 2;
     const void* const mask = reinterpret_cast<const void*>(static_cast<UINT_PTR>(LVIS_STATEIMAGEMASK));
     return Ask(list, LVM_GETITEMSTATE, static_cast<WPARAM>(row), mask) >> 12 == kTicked;
-}
-
-void ClickInside(HWND control, POINT place) {
-    const LPARAM at = MAKELPARAM(place.x, place.y);
-    ::PostMessageA(control, WM_LBUTTONDOWN, MK_LBUTTON, at);
-    ::PostMessageA(control, WM_LBUTTONUP, 0, at);
-}
-
-POINT MiddleOf(const RECT& place) {
-    return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
 }
 
 }  // namespace
@@ -138,12 +107,7 @@ int SelectionWindow::ColumnWidth(int column) const {
 }
 
 int SelectionWindow::TextWidth(const std::string& text) const {
-    const HWND list = List();
-    const RemoteMemory memory(list, kTextBytes);
-    std::array<char, kTextBytes> bytes{};
-    text.copy(bytes.data(), bytes.size() - 1);
-    memory.Write(bytes);
-    return static_cast<int>(Ask(list, LVM_GETSTRINGWIDTHA, 0, memory.At()));
+    return TextWidthIn(List(), text);
 }
 
 std::vector<std::string> SelectionWindow::Buttons() const {
@@ -186,27 +150,18 @@ void SelectionWindow::Key(WPARAM key) const {
 }
 
 HWND SelectionWindow::Focus() const {
-    return ThreadInfo().hwndFocus;
+    return FocusOfThreadOf(window_);
 }
 
 bool SelectionWindow::ShowsMenu() const {
-    return (ThreadInfo().flags & GUI_INMENUMODE) != 0;
-}
-
-GUITHREADINFO SelectionWindow::ThreadInfo() const {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
     ::GetGUIThreadInfo(::GetWindowThreadProcessId(window_, nullptr), &info);
-    return info;
+    return (info.flags & GUI_INMENUMODE) != 0;
 }
 
 SIZE SelectionWindow::IdealSizeOf(HWND button) const {
-    const RemoteMemory memory(button, sizeof(SIZE));
-    SIZE size{};
-    memory.Write(size);
-    Ask(button, BCM_GETIDEALSIZE, 0, memory.At());
-    memory.Read(size);
-    return size;
+    return IdealSizeOfButton(button);
 }
 
 std::string SelectionWindow::FocusedPart() const {
@@ -225,17 +180,6 @@ RECT SelectionWindow::PlaceOf(HWND part) const {
     return place;
 }
 
-RECT SelectionWindow::RowPlace(int row, int part) const {
-    const HWND list = List();
-    const RemoteMemory memory(list, sizeof(RECT));
-    RECT place{};
-    place.left = part;
-    memory.Write(place);
-    Ask(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), memory.At());
-    memory.Read(place);
-    return place;
-}
-
 RECT SelectionWindow::HeaderPlace(int column) const {
     const HWND header = Header();
     const RemoteMemory memory(header, sizeof(RECT));
@@ -247,8 +191,8 @@ RECT SelectionWindow::HeaderPlace(int column) const {
 
 // The box stands between the row's left side and its label.
 POINT SelectionWindow::BoxOf(int row) const {
-    RECT box = RowPlace(row, LVIR_BOUNDS);
-    box.right = RowPlace(row, LVIR_LABEL).left;
+    RECT box = ItemPlace(List(), row, LVIR_BOUNDS);
+    box.right = ItemPlace(List(), row, LVIR_LABEL).left;
     POINT middle = MiddleOf(box);
     ::ClientToScreen(List(), &middle);
     return middle;

@@ -90,10 +90,8 @@ class SelectionWindow {
     POINT BoxOf(int row) const;
 
  private:
-    RECT RowPlace(int row, int part) const;
     RECT HeaderPlace(int column) const;
     HWND Header() const;
-    GUITHREADINFO ThreadInfo() const;
 
     HWND window_;
 };

@@ -1,0 +1,215 @@
+// Builds through the wizard: what Finish makes, and what waits while the program works.
+
+#include <windows.h>
+// commctrl.h needs windows.h before it.
+#include <commctrl.h>
+
+#include "tests/e2e/support/Programs.h"
+#include "tests/e2e/support/RemoteControls.h"
+#include "tests/e2e/support/WizardTest.h"
+
+namespace velbooter::e2e {
+namespace {
+
+using testing::ElementsAre;
+
+class WizardBuild : public WizardTest {
+ protected:
+    // Presses Finish and waits for the outcome.
+    static void Finish(const ShownWizard& wizard) {
+        wizard.Click(IDC_FINISH);
+        ExpectTheEnd(wizard, "Operation completed successfully");
+    }
+
+    // Presses Finish on the final page.
+    void Leave(const ShownWizard& wizard, ExitCode code) {
+        wizard.Click(IDC_FINISH);
+        EXPECT_EQ(Program().ExitCode(), Number(code));
+    }
+
+    FloppyImage BuildByCommandLine(const std::string& arguments, const std::string& image) const {
+        ProgramUnderTest program(folder_, " " + arguments + " " + folder_.Path(image));
+        EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+        return FloppyImage(folder_.Path(image));
+    }
+};
+
+TEST_F(WizardBuild, DemonstrationIsTheOneOfTheCommandLine) {
+    const ShownWizard wizard = OpenAt(kDestinationPage, "demo");
+    wizard.Enter(IDC_TARGET, folder_.Path("wizard.img"));
+    Finish(wizard);
+    ExpectNoWorkingFiles(folder_);
+    Leave(wizard, ExitCode::Built);
+    const FloppyImage image = ExpectImage(folder_, folder_.Path("wizard.img"), kSmallImageBytes);
+    const FloppyImage other = BuildByCommandLine("-t 144 demo", "line.img");
+    EXPECT_EQ(image.Files(), other.Files());
+    EXPECT_TRUE(image.BytesWithoutTimes() == other.BytesWithoutTimes()) << "the images differ in their bytes";
+}
+
+TEST_F(WizardBuild, LargeImageIsTheOneOfTheCommandLine) {
+    const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
+    wizard.Click(IDC_IMAGE_28);
+    wizard.Enter(IDC_TARGET, folder_.Path("wizard.img"));
+    Finish(wizard);
+    Leave(wizard, ExitCode::Built);
+    const FloppyImage image = ExpectImage(folder_, folder_.Path("wizard.img"), kLargeImageBytes);
+    EXPECT_TRUE(image.BytesWithoutTimes() ==
+                BuildByCommandLine("-t 288 minimal", "line.img").BytesWithoutTimes());
+}
+
+TEST_F(WizardBuild, TakesTheSelectedFilesAlone) {
+    const ShownWizard wizard = OpenAt(kFilesPage);
+    EXPECT_EQ(wizard.SelectedFiles(), wizard.Files());
+    wizard.ClickFile("AUTOEXEC.BAT");
+    wizard.Next(kDestinationPage);
+    Finish(wizard);
+    Leave(wizard, ExitCode::Built);
+    const FloppyImage image = ExpectImage(folder_, folder_.Path("BootDisk.img"), kSmallImageBytes);
+    EXPECT_EQ(image.Files().count("AUTOEXEC.BAT"), 0u);
+    EXPECT_EQ(image.Files().count("CONFIG.SYS"), 1u);
+}
+
+TEST_F(WizardBuild, AnswersOfTheSetupPageReachTheDisk) {
+    SetDisk("minimal", SmallDiskWith({"[Create_CABs]", "setupwin=LIB"}));
+    const ShownWizard wizard = OpenAt(kSetupPage, "minimal");
+    wizard.Enter(IDC_OWNER, "Somebody Else");
+    wizard.Next(kDestinationPage);
+    EXPECT_NE(folder_.Read("files\\setupwin\\bin\\auto.inf").find("Name=\"Somebody Else\""),
+              std::string::npos);
+    wizard.Close();
+    Program().ExitCode();
+}
+
+TEST_F(WizardBuild, ProgressIsShownWhileTheWorkGoesOn) {
+    HeldTool tool(folder_, "bfi");
+    const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
+    wizard.Click(IDC_IMAGE_14);
+    wizard.Click(IDC_FINISH);
+    wizard.WaitForPage(kProgressPage);
+    Program().WaitUntil([&] { return tool.IsAtWork(); }, "the image is not written");
+    EXPECT_THAT(wizard.Buttons(), ElementsAre(IDC_FINISH, IDC_HELP_BUTTON));
+    EXPECT_EQ(wizard.Text(IDC_STEP_1), "Preparing selected Drivers");
+    EXPECT_EQ(wizard.Text(IDC_STEP_2), "Preparing pre-built drivers cache");
+    EXPECT_EQ(wizard.Text(IDC_STEP_3), "Preparing new floppy image");
+    EXPECT_EQ(wizard.Text(IDC_STEP_4), "Copying files to floppy image");
+    for (const int done : {IDC_MARK_1, IDC_MARK_2, IDC_MARK_3}) EXPECT_NE(wizard.Text(done), "");
+    EXPECT_EQ(wizard.Text(IDC_MARK_4), "");
+    EXPECT_EQ(Ask(wizard.Control(IDC_PROGRESS), PBM_GETPOS), Ask(wizard.Control(IDC_PROGRESS), PBM_GETRANGE));
+    EXPECT_GT(Ask(wizard.Control(IDC_PROGRESS), PBM_GETPOS), 0);
+    // A press on Finish now is forgotten: the result is seen first.
+    ::PostMessageA(wizard.Control(IDC_FINISH), BM_CLICK, 0, 0);
+    Ask(wizard.Handle(), WM_NULL);
+    tool.Release();
+    ExpectTheEnd(wizard, "Operation completed successfully");
+    EXPECT_NE(wizard.Text(IDC_MARK_4), "");
+    Leave(wizard, ExitCode::Built);
+}
+
+TEST_F(WizardBuild, FloppyThatIsNotFormattedCancels) {
+    const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
+    wizard.Click(IDC_FLOPPY);
+    wizard.Click(IDC_FINISH);
+    EXPECT_EQ(
+        Program().Answer("OK"),
+        (ShownMessage{
+            "You have select not to format the floppy", "Didn't Format", {"OK"}, Picture::Information}));
+    ExpectTheEnd(wizard, "Operation canceled");
+    EXPECT_NE(wizard.Text(IDC_MARK_2), "");
+    EXPECT_EQ(wizard.Text(IDC_MARK_3), "");
+    ExpectNoWorkingFiles(folder_);
+    Leave(wizard, ExitCode::Canceled);
+}
+
+TEST_F(WizardBuild, ClosingAfterwardsTellsOfTheSuccess) {
+    const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
+    Finish(wizard);
+    wizard.Close();
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_TRUE(folder_.Exists("minimal.img"));
+}
+
+// The wizard while it loads a disk whose packing is held up.
+class WizardAtWork : public WizardTest {
+ protected:
+    void SetUp() override {
+        WizardTest::SetUp();
+        SetDisk("minimal", SmallDiskWith({"[Create_CABs]", "scsi=LIB"}));
+    }
+
+    ShownWizard StartLoading() {
+        ShownWizard wizard = OpenAt(kDiskPage, "minimal");
+        wizard.Click(IDC_NEXT);
+        Program().WaitUntil([&] { return tool_.IsAtWork(); }, "nothing is packed");
+        return wizard;
+    }
+
+    const HeldTool tool_{folder_, "cabarc"};
+};
+
+TEST_F(WizardAtWork, TellsWhereItIs) {
+    const ShownWizard wizard = StartLoading();
+    EXPECT_EQ(wizard.Page(), kDiskPage);
+    EXPECT_EQ(wizard.Text(IDC_STATUS), "Please Wait ... Creating CAB files");
+    tool_.Release();
+    wizard.WaitForPage(kDriversPage);
+    EXPECT_TRUE(folder_.Exists("cabs\\LIB\\scsi.cab"));
+    wizard.Close();
+    Program().ExitCode();
+}
+
+TEST_F(WizardAtWork, NextAndBackAreNotTaken) {
+    const ShownWizard wizard = StartLoading();
+    for (const int id : {IDC_NEXT, IDC_BACK}) {
+        ::PostMessageA(wizard.Control(id), BM_CLICK, 0, 0);
+        wizard.PressMouseOn(id);
+    }
+    ::PostMessageA(wizard.Control(IDC_DISKS), WM_KEYDOWN, VK_HOME, 1);
+    Ask(wizard.Handle(), WM_NULL);
+    tool_.Release();
+    wizard.WaitForPage(kDriversPage);
+    EXPECT_EQ(wizard.Disks().at(static_cast<size_t>(wizard.SelectedDisk())), "minimal");
+    wizard.Next(kDestinationPage);
+    wizard.Close();
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+}
+
+TEST_F(WizardAtWork, CancelWaits) {
+    const ShownWizard wizard = StartLoading();
+    wizard.PressMouseOn(IDCANCEL);
+    Ask(wizard.Handle(), WM_NULL);
+    EXPECT_EQ(wizard.Page(), kDiskPage);
+    EXPECT_TRUE(folder_.Exists("cabs"));
+    tool_.Release();
+    ExpectTheEnd(wizard, "Operation canceled");
+    ExpectNoWorkingFiles(folder_);
+    wizard.Click(IDC_FINISH);
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+}
+
+TEST_F(WizardAtWork, ClosingWaits) {
+    const ShownWizard wizard = StartLoading();
+    wizard.Close();
+    Ask(wizard.Handle(), WM_NULL);
+    EXPECT_TRUE(::IsWindowVisible(wizard.Handle()));
+    EXPECT_TRUE(folder_.Exists("Drivers.ini"));
+    tool_.Release();
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    ExpectNoWorkingFiles(folder_);
+}
+
+TEST_F(WizardBuild, ClosingDuringTheBuildWaitsForTheImage) {
+    HeldTool tool(folder_, "bfi");
+    const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
+    wizard.Click(IDC_FINISH);
+    Program().WaitUntil([&] { return tool.IsAtWork(); }, "the image is not written");
+    wizard.Close();
+    Ask(wizard.Handle(), WM_NULL);
+    EXPECT_TRUE(::IsWindowVisible(wizard.Handle()));
+    tool.Release();
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    ExpectImage(folder_, folder_.Path("minimal.img"), kSmallImageBytes);
+    ExpectNoWorkingFiles(folder_);
+}
+
+}  // namespace
+}  // namespace velbooter::e2e

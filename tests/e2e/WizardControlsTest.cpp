@@ -1,0 +1,342 @@
+// The controls of the wizard's pages, each as a person uses it: drivers, destination, links, help.
+
+#include <filesystem>
+
+#include "src/forms/ProductTexts.h"
+#include "tests/e2e/support/FileDialogs.h"
+#include "tests/e2e/support/Programs.h"
+#include "tests/e2e/support/SelectionWindow.h"
+#include "tests/e2e/support/WindowTree.h"
+#include "tests/e2e/support/WizardTest.h"
+
+namespace velbooter::e2e {
+namespace {
+
+using testing::ElementsAre;
+using Names = std::vector<std::string>;
+
+class WizardControls : public WizardTest {
+ protected:
+    // Builds and returns the names of a group's drivers on the disk.
+    Names Build(const ShownWizard& wizard, const std::string& group) {
+        wizard.GoTo(kDestinationPage);
+        wizard.Click(IDC_FINISH);
+        ExpectTheEnd(wizard, "Operation completed successfully");
+        const std::string path = wizard.Text(IDC_TARGET);
+        Leave(wizard);
+        const FloppyImage image = ExpectImage(folder_, path, kSmallImageBytes);
+        const std::string prefix = "LIB\\" + group + "\\";
+        Names names;
+        for (const auto& [file, contents] : image.Files()) {
+            if (file.rfind(prefix, 0) == 0) names.push_back(file.substr(prefix.size()));
+        }
+        return names;
+    }
+
+    void Leave(const ShownWizard& wizard) {
+        wizard.Close();
+        EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    }
+
+    size_t DriversIn(const std::string& group) const {
+        const Names names = folder_.Names("drivers\\" + group);
+        return static_cast<size_t>(std::count_if(names.begin(), names.end(), [](const std::string& name) {
+            return name.find(".cab") != std::string::npos;
+        }));
+    }
+
+    // Presses one of the two buttons and waits until the drivers are all there.
+    SelectionWindow Select(const ShownWizard& wizard, int button, size_t drivers) {
+        wizard.Click(button);
+        const SelectionWindow selection(Program().DriverSelection());
+        EXPECT_TRUE(Eventually([&] {
+            return selection.Rows().size() == drivers && selection.ColumnArrow(1) == Arrow::Up;
+        })) << "not all drivers are listed";
+        return selection;
+    }
+};
+
+TEST_F(WizardControls, CheckBoxesSwitchTheirButtonsAndTheirDrivers) {
+    SetDisk("custom", SmallDiskWith({"[DefaultDrivers]", "ASPI\\ASPI8DOS", "NDIS\\E100B"}));
+    const ShownWizard wizard = OpenAt(kDriversPage);
+    for (const auto& [box, button] :
+         {std::pair{IDC_NDIS, IDC_SELECT_NDIS}, std::pair{IDC_ASPI, IDC_SELECT_ASPI}}) {
+        EXPECT_TRUE(wizard.IsTicked(box));
+        EXPECT_TRUE(wizard.Takes(button));
+        wizard.Click(box);
+        Program().WaitUntil([&] { return !wizard.Takes(button); }, "the button stays enabled");
+        EXPECT_FALSE(wizard.IsTicked(box));
+    }
+    wizard.Click(IDC_NDIS);
+    Program().WaitUntil([&] { return wizard.Takes(IDC_SELECT_NDIS); }, "the button stays disabled");
+    EXPECT_TRUE(wizard.IsTicked(IDC_NDIS));
+    EXPECT_THAT(Build(wizard, "NDIS"), ElementsAre("E100B.CAB"));
+    EXPECT_FALSE(FloppyImage(folder_.Path("BootDisk.img")).Files().count("LIB\\ASPI\\ASPI8DOS.CAB"));
+}
+
+TEST_F(WizardControls, DiskWithoutDriversOffersNone) {
+    const ShownWizard wizard = OpenAt(kDriversPage, "minimal");
+    for (const int id : {IDC_NDIS, IDC_ASPI, IDC_SELECT_NDIS, IDC_SELECT_ASPI})
+        EXPECT_FALSE(wizard.Takes(id));
+    EXPECT_FALSE(wizard.IsTicked(IDC_NDIS));
+    EXPECT_FALSE(wizard.IsTicked(IDC_ASPI));
+    Leave(wizard);
+}
+
+TEST_F(WizardControls, OdiDiskSaysSo) {
+    const ShownWizard wizard = OpenAt(kDriversPage, "demoodi");
+    EXPECT_EQ(wizard.Text(IDC_NDIS), "Network adapters drivers (ODI16/32)");
+    EXPECT_THAT(wizard.Text(IDC_NDIS_NOTE), testing::HasSubstr("NWLAN"));
+    const SelectionWindow selection =
+        Select(wizard, IDC_SELECT_NDIS, DriversIn("odi16") + DriversIn("odi32"));
+    EXPECT_EQ(selection.ColumnTitle(0), "NIC");
+    selection.Click("Cancel");
+    Program().WaitUntilHidden(selection.Handle());
+    Leave(wizard);
+}
+
+TEST_F(WizardControls, NetworkDriversAreSelectedBesideTheWizard) {
+    SetDisk("custom", SmallDiskWith({"[DefaultDrivers]", "NDIS\\E100B", "NDIS\\EL90X"}));
+    const ShownWizard wizard = OpenAt(kDriversPage);
+    const SelectionWindow selection = Select(wizard, IDC_SELECT_NDIS, DriversIn("ndis"));
+    EXPECT_EQ(selection.ColumnTitle(0), "NIC");
+    EXPECT_EQ(::GetWindow(selection.Handle(), GW_OWNER), wizard.Handle());
+    EXPECT_TRUE(::IsWindowEnabled(wizard.Handle())) << "the wizard can be used meanwhile";
+    const Names names = selection.Names();
+    const auto row = std::find(names.begin(), names.end(), "EL90X") - names.begin();
+    EXPECT_THAT(selection.Ticked(), testing::UnorderedElementsAre("E100B", "EL90X"));
+    selection.ClickBox(static_cast<int>(row));
+    EXPECT_TRUE(Eventually([&] { return selection.Ticked() == Names{"E100B"}; }));
+    selection.Click("OK");
+    Program().WaitUntilHidden(selection.Handle());
+    EXPECT_THAT(Build(wizard, "NDIS"), ElementsAre("E100B.CAB"));
+}
+
+TEST_F(WizardControls, ScsiDriversFollowInTheSameWindow) {
+    const ShownWizard wizard = OpenAt(kDriversPage);
+    const SelectionWindow network = Select(wizard, IDC_SELECT_NDIS, DriversIn("ndis"));
+    const size_t drivers = DriversIn("aspi");
+    wizard.Click(IDC_SELECT_ASPI);
+    EXPECT_TRUE(
+        Eventually([&] { return network.ColumnTitle(0) == "ASPI" && network.Rows().size() == drivers; }));
+    EXPECT_EQ(network.Ticked().size(), drivers) << "a disk without defaults takes all drivers";
+    network.Click("Unselect All");
+    EXPECT_TRUE(Eventually([&] { return network.Ticked().empty(); }));
+    network.ClickBox(0);
+    EXPECT_TRUE(Eventually([&] { return network.Ticked().size() == 1; }));
+    const std::string ticked = network.Ticked().front();
+    network.Click("OK");
+    Program().WaitUntilHidden(network.Handle());
+    EXPECT_THAT(Build(wizard, "ASPI"), ElementsAre(ticked + ".CAB"));
+}
+
+TEST_F(WizardControls, CancelTakesAnOpenSelectionAlong) {
+    const ShownWizard wizard = OpenAt(kDriversPage);
+    const SelectionWindow selection = Select(wizard, IDC_SELECT_ASPI, DriversIn("aspi"));
+    wizard.Click(IDCANCEL);
+    Program().WaitUntilHidden(selection.Handle());
+    ExpectTheEnd(wizard, "Operation canceled");
+    ExpectNoWorkingFiles(folder_);
+    wizard.Click(IDC_FINISH);
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+}
+
+TEST_F(WizardControls, OptionsSwitchTheTarget) {
+    const ShownWizard wizard = OpenAt(kDestinationPage);
+    EXPECT_TRUE(wizard.IsTicked(IDC_IMAGE_14));
+    // Designed texts, until an option is clicked.
+    EXPECT_EQ(wizard.Text(IDC_STEP_3), "Formating Floppy Disk");
+    struct Click {
+        int Option;
+        bool TakesTarget;
+    };
+    for (const Click& click : {Click{IDC_FLOPPY, false}, Click{IDC_IMAGE_28, true}, Click{IDC_FLOPPY, false},
+                               Click{IDC_IMAGE_14, true}}) {
+        wizard.Click(click.Option);
+        Program().WaitUntil([&] { return wizard.Takes(IDC_BROWSE) == click.TakesTarget; },
+                            "the option does nothing");
+        EXPECT_EQ(wizard.Takes(IDC_TARGET), click.TakesTarget);
+        for (const int option : {IDC_IMAGE_14, IDC_IMAGE_28, IDC_FLOPPY}) {
+            EXPECT_EQ(wizard.IsTicked(option), option == click.Option);
+        }
+        EXPECT_EQ(wizard.Text(IDC_STEP_3), "Preparing new floppy image");
+        EXPECT_EQ(wizard.Text(IDC_STEP_4), "Copying files to floppy image");
+    }
+    Leave(wizard);
+}
+
+TEST_F(WizardControls, BrowseTakesTheChosenFile) {
+    const ShownWizard wizard = OpenAt(kDestinationPage);
+    wizard.Click(IDC_BROWSE);
+    const HWND dialog = Program().FileDialog();
+    EXPECT_EQ(TextOf(dialog), "Select where to save the Floppy Image");
+    EXPECT_EQ(FileNameIn(dialog), "BootDisk.img");
+    EXPECT_EQ(::GetWindow(dialog, GW_OWNER), wizard.Handle());
+    EXPECT_FALSE(::IsWindowEnabled(wizard.Handle()));
+    ChooseFile(Program(), dialog, folder_.OutsidePath("chosen"));
+    Program().WaitUntil([&] { return wizard.Text(IDC_TARGET) == folder_.OutsidePath("chosen.img"); },
+                        "the chosen file is not the target");
+    wizard.Click(IDC_FINISH);
+    ExpectTheEnd(wizard, "Operation completed successfully");
+    ExpectImage(folder_, folder_.OutsidePath("chosen.img"), kSmallImageBytes);
+    Leave(wizard);
+}
+
+TEST_F(WizardControls, CancelledBrowsingKeepsTheTarget) {
+    const ShownWizard wizard = OpenAt(kDestinationPage);
+    wizard.Enter(IDC_TARGET, folder_.Path("mine.img"));
+    wizard.Click(IDC_BROWSE);
+    const HWND dialog = Program().FileDialog();
+    EXPECT_EQ(FileNameIn(dialog), "mine.img");
+    CancelFileDialog(Program(), dialog);
+    Program().WaitUntil([&] { return wizard.Takes(IDC_BROWSE); }, "the wizard takes no input again");
+    EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.Path("mine.img"));
+    Leave(wizard);
+}
+
+// A program of the tests opens addresses in place of the browser. Only the prefix of the tests is told so,
+// and only for a while.
+class WizardLinks : public WizardControls {
+ protected:
+    static constexpr const char* kCommand = "Software\\Classes\\https\\shell\\open\\command";
+
+    void SetUp() override {
+        WizardControls::SetUp();
+        CopyTestProgram("e2e_note.exe", folder_.OutsidePath("browser.exe"));
+        char former[1024] = "";
+        DWORD size = sizeof former;
+        ::RegGetValueA(HKEY_LOCAL_MACHINE, kCommand, nullptr, RRF_RT_ANY, nullptr, former, &size);
+        former_ = former;
+        SetCommand("\"" + folder_.OutsidePath("browser.exe") + "\" \"%1\"");
+    }
+    void TearDown() override { SetCommand(former_); }
+
+    static void SetCommand(const std::string& command) {
+        ::RegSetKeyValueA(HKEY_LOCAL_MACHINE, kCommand, nullptr, REG_SZ, command.c_str(),
+                          static_cast<DWORD>(command.size() + 1));
+    }
+
+    // Waits for the address that the browser is asked to open.
+    std::string OpenedAddress() {
+        const std::string note = folder_.OutsidePath("browser.txt");
+        std::string line;
+        Program().WaitUntil(
+            [&] {
+                if (std::filesystem::exists(note)) line = ReadFileAt(note);
+                return !line.empty();
+            },
+            "no browser was started");
+        std::filesystem::remove(note);
+        const size_t end = line.rfind('"');
+        const size_t begin = line.rfind('"', end - 1) + 1;
+        return line.substr(begin, end - begin);
+    }
+
+ private:
+    std::string former_;
+};
+
+TEST_F(WizardLinks, OpenTheirAddresses) {
+    const ShownWizard wizard = Open();
+    wizard.Click(IDCANCEL);
+    ExpectTheEnd(wizard, "Operation canceled");
+    wizard.Click(IDC_HOME_PAGE);
+    EXPECT_EQ(OpenedAddress(), kHomePage);
+    wizard.Click(IDC_FRAMEWORK_SITE);
+    EXPECT_EQ(OpenedAddress(), kFrameworkSite);
+    EXPECT_EQ(wizard.Page(), kFinishedPage);
+    wizard.Click(IDC_FINISH);
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+}
+
+// A library of the tests takes the calls of the help in place of the system's viewer.
+class WizardHelp : public WizardControls {
+ protected:
+    static constexpr const char* kOverrides = "Software\\Wine\\AppDefaults\\velbooter.exe\\DllOverrides";
+
+    void SetUp() override {
+        WizardControls::SetUp();
+        CopyTestProgram("e2e_help.dll", folder_.Path("hhctrl.ocx"));
+        // Wine would take its own viewer first.
+        ::RegSetKeyValueA(HKEY_CURRENT_USER, kOverrides, "hhctrl.ocx", REG_SZ, "native", sizeof "native");
+    }
+    void TearDown() override { ::RegDeleteKeyValueA(HKEY_CURRENT_USER, kOverrides, "hhctrl.ocx"); }
+
+    // The calls so far, one line each.
+    Names Calls() const {
+        if (!folder_.Exists("help-calls.txt")) return {};
+        std::istringstream file(folder_.Read("help-calls.txt"));
+        Names lines;
+        for (std::string line; std::getline(file, line);) {
+            if (!line.empty() && line.back() == '\r') line.pop_back();
+            lines.push_back(line);
+        }
+        return lines;
+    }
+
+    std::string CallForTopic(int topic) const {
+        return "owner 0 file " + folder_.Path("corvane_help.chm") + ">Down command 15 data " +
+               std::to_string(topic);
+    }
+};
+
+TEST_F(WizardHelp, ButtonShowsTheTopicOfEachPage) {
+    SetDisk("custom", SmallDiskWith({"[Create_CABs]", "setupwin=LIB"}));
+    const ShownWizard wizard = Open();
+    Names calls;
+    for (int page = kWelcomePage; page <= kDestinationPage; ++page) {
+        if (page != kWelcomePage) wizard.Next(page);
+        EXPECT_EQ(Calls(), calls) << "nobody has asked for help on page " << page;
+        wizard.Click(IDC_HELP_BUTTON);
+        calls.push_back(CallForTopic(1310 + 10 * page));
+        Program().WaitUntil([&] { return Calls() == calls; }, "the help was not called for");
+        // An open help would follow by itself.
+        const HWND help = Program().HelpWindow();
+        ::PostMessageA(help, WM_CLOSE, 0, 0);
+        Program().WaitUntilGone(help);
+    }
+    wizard.Click(IDCANCEL);
+    ExpectTheEnd(wizard, "Operation canceled");
+    EXPECT_EQ(Calls(), calls);
+    wizard.Click(IDC_FINISH);
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+}
+
+TEST_F(WizardHelp, OpenHelpFollowsThePages) {
+    const ShownWizard wizard = Open();
+    wizard.Click(IDC_HELP_BUTTON);
+    Program().HelpWindow();
+    wizard.Next(kDiskPage);
+    wizard.SelectDisk("minimal");
+    wizard.Next(kDriversPage);
+    wizard.Next(kDestinationPage);
+    wizard.Back(kDriversPage);
+    wizard.Next(kDestinationPage);
+    wizard.Click(IDC_FINISH);
+    ExpectTheEnd(wizard, "Operation completed successfully");
+    Names expected;
+    for (const int topic : {1310, 1320, 1330, 1360, 1330, 1360, 1380, 1370})
+        expected.push_back(CallForTopic(topic));
+    EXPECT_EQ(Calls(), expected);
+    Leave(wizard);
+}
+
+TEST_F(WizardControls, SystemsViewerShowsTheHelp) {
+    const ShownWizard wizard = Open();
+    wizard.Click(IDC_HELP_BUTTON);
+    const HWND help = Program().HelpWindow();
+    EXPECT_EQ(TextOf(help), "The Corvane Help");
+    wizard.Next(kDiskPage);
+    Leave(wizard);
+}
+
+TEST_F(WizardControls, WithoutAHelpFileNothingBreaks) {
+    folder_.Remove("corvane_help.chm");
+    const ShownWizard wizard = Open();
+    wizard.Click(IDC_HELP_BUTTON);
+    wizard.Next(kDiskPage);
+    Leave(wizard);
+}
+
+}  // namespace
+}  // namespace velbooter::e2e

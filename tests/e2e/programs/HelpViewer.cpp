@@ -1,0 +1,44 @@
+// Stands in for the system's help viewer when it lies beside the program as hhctrl.ocx: notes each call in
+// help-calls.txt beside itself, and shows the window that tells the program of an open help.
+
+#include <windows.h>
+
+#include <fstream>
+#include <string>
+
+namespace {
+
+constexpr const char* kClassName = "HH Parent";
+constexpr const char* kTitle = "The Corvane Help";
+
+std::string NoteFile() {
+    HMODULE own = nullptr;
+    ::GetModuleHandleExA(
+        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT, kClassName,
+        &own);
+    char path[MAX_PATH] = "";
+    ::GetModuleFileNameA(own, path, MAX_PATH);
+    const std::string file = path;
+    return file.substr(0, file.rfind('\\') + 1) + "help-calls.txt";
+}
+
+HWND ShowWindowOfHelp() {
+    if (const HWND open = ::FindWindowA(kClassName, kTitle)) return open;
+    WNDCLASSA windowClass{};
+    windowClass.lpfnWndProc = ::DefWindowProcA;
+    windowClass.hInstance = ::GetModuleHandleA(nullptr);
+    windowClass.lpszClassName = kClassName;
+    ::RegisterClassA(&windowClass);
+    return ::CreateWindowExA(WS_EX_NOACTIVATE, kClassName, kTitle, WS_OVERLAPPED | WS_VISIBLE, 0, 0, 100, 100,
+                             nullptr, nullptr, windowClass.hInstance, nullptr);
+}
+
+}  // namespace
+
+extern "C" __declspec(dllexport) HWND WINAPI
+    HtmlHelpA(HWND owner, LPCSTR file, UINT command, DWORD_PTR data) {
+    std::ofstream note(NoteFile(), std::ios::app);
+    note << "owner " << reinterpret_cast<INT_PTR>(owner) << " file " << file << " command " << command
+         << " data " << data << "\n";
+    return ShowWindowOfHelp();
+}

@@ -1,0 +1,83 @@
+#include "tests/e2e/support/RemoteControls.h"
+
+#include <commctrl.h>
+
+#include <array>
+
+#include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/RemoteMemory.h"
+
+namespace velbooter::e2e {
+
+namespace {
+
+constexpr size_t kTextBytes = 512;
+
+}  // namespace
+
+LRESULT Ask(HWND window, UINT message, WPARAM wParam, const void* pointer) {
+    constexpr UINT kPatience = 5000;
+    DWORD_PTR answer = 0;
+    if (::SendMessageTimeoutA(window, message, wParam, reinterpret_cast<LPARAM>(pointer), SMTO_ABORTIFHUNG,
+                              kPatience, &answer) == 0) {
+        throw HarnessFailure("a window of the program does not answer");
+    }
+    return static_cast<LRESULT>(answer);
+}
+
+std::string ItemText(HWND list, int row, int column) {
+    const RemoteMemory memory(list, sizeof(LVITEMA) + kTextBytes);
+    LVITEMA item{};
+    item.iSubItem = column;
+    item.pszText = memory.At(sizeof item);
+    item.cchTextMax = static_cast<int>(kTextBytes);
+    memory.Write(item);
+    Ask(list, LVM_GETITEMTEXTA, static_cast<WPARAM>(row), memory.At());
+    return memory.Text(sizeof item, kTextBytes);
+}
+
+RECT ItemPlace(HWND list, int row, int part) {
+    const RemoteMemory memory(list, sizeof(RECT));
+    RECT place{};
+    place.left = part;
+    memory.Write(place);
+    Ask(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), memory.At());
+    memory.Read(place);
+    return place;
+}
+
+int TextWidthIn(HWND list, const std::string& text) {
+    const RemoteMemory memory(list, kTextBytes);
+    std::array<char, kTextBytes> bytes{};
+    text.copy(bytes.data(), bytes.size() - 1);
+    memory.Write(bytes);
+    return static_cast<int>(Ask(list, LVM_GETSTRINGWIDTHA, 0, memory.At()));
+}
+
+SIZE IdealSizeOfButton(HWND button) {
+    const RemoteMemory memory(button, sizeof(SIZE));
+    SIZE size{};
+    memory.Write(size);
+    Ask(button, BCM_GETIDEALSIZE, 0, memory.At());
+    memory.Read(size);
+    return size;
+}
+
+void ClickInside(HWND control, POINT place) {
+    const LPARAM at = MAKELPARAM(place.x, place.y);
+    ::PostMessageA(control, WM_LBUTTONDOWN, MK_LBUTTON, at);
+    ::PostMessageA(control, WM_LBUTTONUP, 0, at);
+}
+
+POINT MiddleOf(const RECT& place) {
+    return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+}
+
+HWND FocusOfThreadOf(HWND window) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &info);
+    return info.hwndFocus;
+}
+
+}  // namespace velbooter::e2e

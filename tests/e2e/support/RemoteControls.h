@@ -1,0 +1,36 @@
+#pragma once
+// What several windows of the program under test are asked and told: messages with an answer, rows of list
+// views, clicks.
+
+#include <windows.h>
+
+#include <string>
+
+namespace velbooter::e2e {
+
+/// Sends a message and returns the answer; `pointer` is the last parameter. Throws HarnessFailure when the
+/// window does not answer within five seconds.
+LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, const void* pointer = nullptr);
+
+/// The text of a row of the list view `list`; row and column are 0-based.
+std::string ItemText(HWND list, int row, int column);
+
+/// Where a row of the list view `list` stands in it. `part` is one of the system's numbers (LVIR_...).
+RECT ItemPlace(HWND list, int row, int part);
+
+/// The width that `text` takes in the list view `list`, in pixels.
+int TextWidthIn(HWND list, const std::string& text);
+
+/// The size that a button needs for its caption, in pixels.
+SIZE IdealSizeOfButton(HWND button);
+
+/// Clicks the left mouse button at a place of `control`, and returns at once.
+void ClickInside(HWND control, POINT place);
+
+/// The middle of `place`.
+POINT MiddleOf(const RECT& place);
+
+/// The control of the window's thread that has the focus, or null.
+HWND FocusOfThreadOf(HWND window);
+
+}  // namespace velbooter::e2e

@@ -1,0 +1,66 @@
+#pragma once
+// A run of the wizard on two small disks: the custom disk, and the catalogue's disk "minimal".
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/Expectations.h"
+#include "tests/e2e/support/ProgramUnderTest.h"
+#include "tests/e2e/support/ShownWizard.h"
+
+namespace velbooter::e2e {
+
+class WizardTest : public testing::Test {
+ protected:
+    void SetUp() override {
+        SetDisk("custom", SmallDisk());
+        SetDisk("minimal", SmallDisk());
+    }
+
+    /// Replaces the configuration of a disk of the catalogue.
+    void SetDisk(const std::string& name, const std::vector<std::string>& lines) const {
+        std::string text;
+        for (const std::string& line : lines) text += line + "\r\n";
+        folder_.Write("files\\" + name + ".ini", text);
+    }
+
+    /// Starts the program and waits for the wizard.
+    ShownWizard Open() {
+        program_ = std::make_unique<ProgramUnderTest>(folder_, "");
+        return ShownWizard(*program_);
+    }
+
+    /// Opens the wizard, chooses a disk and goes on to `page`.
+    ShownWizard OpenAt(int page, const std::string& disk = "custom") {
+        ShownWizard wizard = Open();
+        if (page == kWelcomePage) return wizard;
+        wizard.GoTo(kDiskPage);
+        wizard.SelectDisk(disk);
+        wizard.GoTo(page);
+        return wizard;
+    }
+
+    /// Expects the final page, and nothing but Finish and Help as a way on from it.
+    static void ExpectTheEnd(const ShownWizard& wizard, const std::string& outcome) {
+        wizard.WaitForPage(kFinishedPage);
+        EXPECT_EQ(wizard.Text(IDC_OUTCOME), outcome);
+        EXPECT_THAT(wizard.Buttons(), testing::ElementsAre(IDC_FINISH, IDC_HELP_BUTTON));
+        EXPECT_TRUE(wizard.Shows(IDC_BACK));
+        EXPECT_TRUE(wizard.Shows(IDCANCEL));
+        EXPECT_FALSE(wizard.Shows(IDC_NEXT));
+    }
+
+    ProgramUnderTest& Program() { return *program_; }
+
+    const ApplicationFolder folder_;
+
+ private:
+    std::unique_ptr<ProgramUnderTest> program_;
+};
+
+}  // namespace velbooter::e2e
