@@ -21,6 +21,7 @@ namespace velbooter {
 namespace {
 
 constexpr const char* kClassName = "FrmWizard";
+constexpr WPARAM kAccessKeyOfCancel = 'C';
 
 // The place of the pages in the frame, in the templates' units.
 constexpr RECT kPageArea{96, 6, 394, 196};
@@ -118,7 +119,11 @@ bool WizardWindow::Takes(MSG& message) const {
 
 bool WizardWindow::WithholdsWhileWorking(const MSG& message) {
     if (!isWorking_ || !window_ || ::IsChild(window_.get(), message.hwnd) == FALSE) return false;
-    if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE) Postpone(CancelApp);
+    // Alt+F4 becomes a close, which waits by itself.
+    if (message.message == WM_SYSKEYDOWN && message.wParam == VK_F4) return false;
+    const bool isEscape = message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE;
+    const bool isAccessKey = message.message == WM_SYSKEYDOWN && message.wParam == kAccessKeyOfCancel;
+    if (isEscape || isAccessKey) Postpone(CancelApp);
     if (message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST) return true;
     const bool isMouse = message.message > WM_MOUSEMOVE && message.message <= WM_MOUSELAST;
     return isMouse && message.hwnd != controls_.Control(IDCANCEL);

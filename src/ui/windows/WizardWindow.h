@@ -27,7 +27,7 @@ class WizardWindow {
     bool Takes(MSG& message) const;
 
     /// Returns whether `message`, taken from the queue while a handler works, is the user's input to this
-    /// window, which has to wait and must not be dispatched. Escape is remembered as Cancel.
+    /// window, which has to wait and must not be dispatched. The keys of Cancel are remembered.
     bool WithholdsWhileWorking(const MSG& message);
 
     /// Raises again what a handler has raised in the window procedure, if it has.
