@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "src/ui/windows/WizardIds.h"
 
 namespace velbooter {
@@ -175,13 +177,17 @@ void WizardControls::ShowFiles(const ListBox& files) {
         shownFiles_ = rows;
     }
     const LRESULT top = ::SendMessageA(list, LB_GETTOPINDEX, 0, 0);
+    const LRESULT caret = ::SendMessageA(list, LB_GETCARETINDEX, 0, 0);
     for (int i = 0; i < files.ListCount(); ++i) {
         const bool selected = ::SendMessageA(list, LB_GETSEL, static_cast<WPARAM>(i), 0) > 0;
         if (selected != files.Selected(i))
             ::SendMessageA(list, LB_SETSEL, files.Selected(i) ? TRUE : FALSE, i);
     }
-    // Selecting a row scrolls to it; the user looks where he looked.
-    ::SendMessageA(list, LB_SETTOPINDEX, static_cast<WPARAM>(top), 0);
+    // Selecting a row goes to it; the user stays where he was.
+    if (::SendMessageA(list, LB_GETCARETINDEX, 0, 0) != caret)
+        ::SendMessageA(list, LB_SETCARETINDEX, static_cast<WPARAM>(std::max<LRESULT>(caret, 0)), FALSE);
+    if (::SendMessageA(list, LB_GETTOPINDEX, 0, 0) != top)
+        ::SendMessageA(list, LB_SETTOPINDEX, static_cast<WPARAM>(top), 0);
 }
 
 void WizardControls::ShowProgress(const ProgressBar& progress) {
