@@ -1,10 +1,9 @@
 // The controls of the wizard's pages, each as a person uses it: drivers, destination, links, help.
 
-#include <filesystem>
-
 #include "src/forms/ProductTexts.h"
+#include "tests/e2e/support/BrowserCalls.h"
 #include "tests/e2e/support/FileDialogs.h"
-#include "tests/e2e/support/Programs.h"
+#include "tests/e2e/support/HelpCalls.h"
 #include "tests/e2e/support/SelectionWindow.h"
 #include "tests/e2e/support/WindowTree.h"
 #include "tests/e2e/support/WizardTest.h"
@@ -194,90 +193,28 @@ TEST_F(WizardControls, CancelledBrowsingKeepsTheTarget) {
     Leave(wizard);
 }
 
-// A program of the tests opens addresses in place of the browser. Only the prefix of the tests is told so,
-// and only for a while.
-class WizardLinks : public WizardControls {
- protected:
-    static constexpr const char* kCommand = "Software\\Classes\\https\\shell\\open\\command";
-
-    void SetUp() override {
-        WizardControls::SetUp();
-        CopyTestProgram("e2e_note.exe", folder_.OutsidePath("browser.exe"));
-        char former[1024] = "";
-        DWORD size = sizeof former;
-        ::RegGetValueA(HKEY_LOCAL_MACHINE, kCommand, nullptr, RRF_RT_ANY, nullptr, former, &size);
-        former_ = former;
-        SetCommand("\"" + folder_.OutsidePath("browser.exe") + "\" \"%1\"");
-    }
-    void TearDown() override { SetCommand(former_); }
-
-    static void SetCommand(const std::string& command) {
-        ::RegSetKeyValueA(HKEY_LOCAL_MACHINE, kCommand, nullptr, REG_SZ, command.c_str(),
-                          static_cast<DWORD>(command.size() + 1));
-    }
-
-    // Waits for the address that the browser is asked to open.
-    std::string OpenedAddress() {
-        const std::string note = folder_.OutsidePath("browser.txt");
-        std::string line;
-        Program().WaitUntil(
-            [&] {
-                if (std::filesystem::exists(note)) line = ReadFileAt(note);
-                return !line.empty();
-            },
-            "no browser was started");
-        std::filesystem::remove(note);
-        const size_t end = line.rfind('"');
-        const size_t begin = line.rfind('"', end - 1) + 1;
-        return line.substr(begin, end - begin);
-    }
-
- private:
-    std::string former_;
-};
-
-TEST_F(WizardLinks, OpenTheirAddresses) {
+TEST_F(WizardControls, LinksOpenTheirAddresses) {
+    const BrowserCalls browser(folder_);
     const ShownWizard wizard = Open();
     wizard.Click(IDCANCEL);
     ExpectTheEnd(wizard, "Operation canceled");
     wizard.Click(IDC_HOME_PAGE);
-    EXPECT_EQ(OpenedAddress(), kHomePage);
+    EXPECT_EQ(browser.Next(Program()), kHomePage);
     wizard.Click(IDC_FRAMEWORK_SITE);
-    EXPECT_EQ(OpenedAddress(), kFrameworkSite);
+    EXPECT_EQ(browser.Next(Program()), kFrameworkSite);
     EXPECT_EQ(wizard.Page(), kFinishedPage);
     wizard.Click(IDC_FINISH);
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
 }
 
-// A library of the tests takes the calls of the help in place of the system's viewer.
 class WizardHelp : public WizardControls {
  protected:
-    static constexpr const char* kOverrides = "Software\\Wine\\AppDefaults\\velbooter.exe\\DllOverrides";
-
-    void SetUp() override {
-        WizardControls::SetUp();
-        CopyTestProgram("e2e_help.dll", folder_.Path("hhctrl.ocx"));
-        // Wine would take its own viewer first.
-        ::RegSetKeyValueA(HKEY_CURRENT_USER, kOverrides, "hhctrl.ocx", REG_SZ, "native", sizeof "native");
-    }
-    void TearDown() override { ::RegDeleteKeyValueA(HKEY_CURRENT_USER, kOverrides, "hhctrl.ocx"); }
-
-    // The calls so far, one line each.
-    Names Calls() const {
-        if (!folder_.Exists("help-calls.txt")) return {};
-        std::istringstream file(folder_.Read("help-calls.txt"));
-        Names lines;
-        for (std::string line; std::getline(file, line);) {
-            if (!line.empty() && line.back() == '\r') line.pop_back();
-            lines.push_back(line);
-        }
-        return lines;
-    }
-
     std::string CallForTopic(int topic) const {
         return "owner 0 file " + folder_.Path("corvane_help.chm") + ">Down command 15 data " +
                std::to_string(topic);
     }
+
+    const HelpCalls help_{folder_};
 };
 
 TEST_F(WizardHelp, ButtonShowsTheTopicOfEachPage) {
@@ -286,10 +223,10 @@ TEST_F(WizardHelp, ButtonShowsTheTopicOfEachPage) {
     Names calls;
     for (int page = kWelcomePage; page <= kDestinationPage; ++page) {
         if (page != kWelcomePage) wizard.Next(page);
-        EXPECT_EQ(Calls(), calls) << "nobody has asked for help on page " << page;
+        EXPECT_EQ(help_.Lines(), calls) << "nobody has asked for help on page " << page;
         wizard.Click(IDC_HELP_BUTTON);
         calls.push_back(CallForTopic(1310 + 10 * page));
-        Program().WaitUntil([&] { return Calls() == calls; }, "the help was not called for");
+        Program().WaitUntil([&] { return help_.Lines() == calls; }, "the help was not called for");
         // An open help would follow by itself.
         const HWND help = Program().HelpWindow();
         ::PostMessageA(help, WM_CLOSE, 0, 0);
@@ -297,7 +234,7 @@ TEST_F(WizardHelp, ButtonShowsTheTopicOfEachPage) {
     }
     wizard.Click(IDCANCEL);
     ExpectTheEnd(wizard, "Operation canceled");
-    EXPECT_EQ(Calls(), calls);
+    EXPECT_EQ(help_.Lines(), calls);
     wizard.Click(IDC_FINISH);
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
 }
@@ -317,7 +254,7 @@ TEST_F(WizardHelp, OpenHelpFollowsThePages) {
     Names expected;
     for (const int topic : {1310, 1320, 1330, 1360, 1330, 1360, 1380, 1370})
         expected.push_back(CallForTopic(topic));
-    EXPECT_EQ(Calls(), expected);
+    EXPECT_EQ(help_.Lines(), expected);
     Leave(wizard);
 }
 

@@ -29,8 +29,10 @@ HWND ShowWindowOfHelp() {
     windowClass.hInstance = ::GetModuleHandleA(nullptr);
     windowClass.lpszClassName = kClassName;
     ::RegisterClassA(&windowClass);
-    return ::CreateWindowExA(WS_EX_NOACTIVATE, kClassName, kTitle, WS_OVERLAPPED | WS_VISIBLE, 0, 0, 100, 100,
-                             nullptr, nullptr, windowClass.hInstance, nullptr);
+    const HWND window = ::CreateWindowExA(0, kClassName, kTitle, WS_OVERLAPPED, 0, 0, 100, 100, nullptr,
+                                          nullptr, windowClass.hInstance, nullptr);
+    ::ShowWindow(window, SW_SHOWNOACTIVATE);
+    return window;
 }
 
 }  // namespace
