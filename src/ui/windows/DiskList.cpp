@@ -11,7 +11,6 @@ namespace {
 
 constexpr int kPictureSize = 32;  // at 96 dots per inch
 constexpr int kDiskPictures = 8;
-constexpr int kNameColumnPercent = 20;
 
 HIMAGELIST LoadPictures(int size) {
     const HIMAGELIST pictures = ::ImageList_Create(size, size, ILC_COLOR32, kDiskPictures, 0);
@@ -23,15 +22,6 @@ HIMAGELIST LoadPictures(int size) {
         ::DestroyIcon(icon);
     }
     return pictures;
-}
-
-void AddColumn(HWND list, int index, int width) {
-    LVCOLUMNA column{};
-    column.mask = LVCF_WIDTH | LVCF_TEXT;
-    column.cx = width;
-    char title[] = "";
-    column.pszText = title;
-    ::SendMessageA(list, LVM_INSERTCOLUMNA, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&column));
 }
 
 void SetTitle(HWND list, int index, std::string title) {
@@ -55,12 +45,9 @@ void DiskList::Attach(HWND list) {
     pictures_.reset(LoadPictures(ScaledPixels(kPictureSize)));
     ::SendMessageA(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
     ::SendMessageA(list_, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(pictures_.get()));
-    RECT client{};
-    ::GetClientRect(list_, &client);
-    const int width = client.right - ::GetSystemMetrics(SM_CXVSCROLL);
-    const int nameWidth = width * kNameColumnPercent / 100;
-    AddColumn(list_, 0, width - nameWidth);
-    AddColumn(list_, 1, nameWidth);
+    LVCOLUMNA column{};
+    for (int i = 0; i < 2; ++i)
+        ::SendMessageA(list_, LVM_INSERTCOLUMNA, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&column));
 }
 
 void DiskList::ShowRows(const std::vector<ListItem>& rows) {
@@ -83,11 +70,30 @@ void DiskList::ShowRows(const std::vector<ListItem>& rows) {
     ::InvalidateRect(list_, nullptr, TRUE);
 }
 
+// The names take what they need and the descriptions the rest; descriptions that are longer than that scroll.
+void DiskList::FitColumns(const std::string& nameTitle) {
+    constexpr int kMargins = 16;
+    const auto titleWidth = static_cast<int>(
+        ::SendMessageA(list_, LVM_GETSTRINGWIDTHA, 0, reinterpret_cast<LPARAM>(nameTitle.c_str())));
+    const int names = std::max(FitColumn(1), titleWidth + ScaledPixels(kMargins));
+    RECT client{};
+    ::GetClientRect(list_, &client);
+    const int descriptions = std::max(FitColumn(0), static_cast<int>(client.right) - names);
+    ::SendMessageA(list_, LVM_SETCOLUMNWIDTH, 0, descriptions);
+    ::SendMessageA(list_, LVM_SETCOLUMNWIDTH, 1, names);
+}
+
+int DiskList::FitColumn(int column) {
+    ::SendMessageA(list_, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), LVSCW_AUTOSIZE);
+    return static_cast<int>(::SendMessageA(list_, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
+}
+
 void DiskList::Show(const ListView& form) {
     if (!SameRows(shown_, form.ListItems)) {
         SetTitle(list_, 0, form.FirstColumnTitle);
         SetTitle(list_, 1, form.SecondColumnTitle);
         ShowRows(form.ListItems);
+        FitColumns(form.SecondColumnTitle);
         shown_ = form.ListItems;
     }
     for (size_t i = 0; i < form.ListItems.size(); ++i) {

@@ -31,6 +31,8 @@ class DiskList {
 
  private:
     void ShowRows(const std::vector<ListItem>& rows);
+    void FitColumns(const std::string& nameTitle);
+    int FitColumn(int column);
 
     HWND list_ = nullptr;
     std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, ImageListDeleter> pictures_;

@@ -24,7 +24,7 @@ constexpr const char* kClassName = "FrmWizard";
 constexpr WPARAM kAccessKeyOfCancel = 'C';
 
 // The place of the pages in the frame, in the templates' units.
-constexpr RECT kPageArea{96, 6, 394, 196};
+constexpr RECT kPageArea{96, 6, 472, 196};
 
 void RegisterWizardClass(HINSTANCE program) {
     WNDCLASSA windowClass{};
