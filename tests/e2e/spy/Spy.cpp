@@ -10,6 +10,7 @@
 namespace {
 
 using velbooter::e2e::Picture;
+using velbooter::e2e::TextLook;
 
 bool HasClass(HWND window, const char* expected) {
     char name[64] = "";
@@ -55,13 +56,45 @@ void AnswerPicture(HWND box) {
                reinterpret_cast<HANDLE>(static_cast<INT_PTR>(picture) + 1));
 }
 
+// The control's font, or one like it in bold; the latter has to be deleted.
+HFONT FontOf(HWND control, TextLook look) {
+    const auto font = reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0));
+    if (look != TextLook::Bold) return font;
+    LOGFONTA description{};
+    ::GetObjectA(font, sizeof description, &description);
+    description.lfWeight = FW_BOLD;
+    return ::CreateFontIndirectA(&description);
+}
+
+void AnswerTextSize(HWND control, TextLook look) {
+    wchar_t text[1024] = L"";
+    ::GetWindowTextW(control, text, 1024);
+    RECT place{};
+    ::GetClientRect(control, &place);
+    const bool isPlain =
+        HasClass(control, "Static") && (::GetWindowLongA(control, GWL_STYLE) & SS_NOPREFIX) != 0;
+    const HDC device = ::GetDC(control);
+    const HFONT font = FontOf(control, look);
+    const HGDIOBJ former = ::SelectObject(device, font);
+    ::DrawTextW(device, text, -1, &place,
+                DT_CALCRECT | (look == TextLook::InLines ? DT_WORDBREAK : DT_SINGLELINE) |
+                    (isPlain ? DT_NOPREFIX : 0));
+    ::SelectObject(device, former);
+    if (look == TextLook::Bold) ::DeleteObject(font);
+    ::ReleaseDC(control, device);
+    ::SetPropA(control, velbooter::e2e::kTextSizeProperty,
+               reinterpret_cast<HANDLE>(static_cast<INT_PTR>(MAKELONG(place.right, place.bottom)) + 1));
+}
+
 }  // namespace
 
 extern "C" __declspec(dllexport) LRESULT CALLBACK SpyProcedure(int code, WPARAM wParam, LPARAM lParam) {
     static const UINT kAsk = ::RegisterWindowMessageA(velbooter::e2e::kAskForPicture);
+    static const UINT kAskSize = ::RegisterWindowMessageA(velbooter::e2e::kAskForTextSize);
     if (code == HC_ACTION) {
         const auto& message = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
         if (message.message == kAsk) AnswerPicture(message.hwnd);
+        if (message.message == kAskSize) AnswerTextSize(message.hwnd, static_cast<TextLook>(message.wParam));
         if (message.message == WM_SETTEXT && HasClass(::GetParent(message.hwnd), "FrmWait")) {
             NoteStatus(message.hwnd);
         }

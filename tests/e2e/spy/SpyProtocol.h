@@ -11,6 +11,17 @@ inline constexpr const char* kAskForPicture = "VelbooterE2eAskForPicture";
 /// A window property: 1 more than the value of the Picture that the box shows.
 inline constexpr const char* kPictureProperty = "VelbooterE2ePicture";
 
+/// A registered message. Sent to a control, it makes the spy set kTextSizeProperty on the control. The first
+/// parameter is a TextLook.
+inline constexpr const char* kAskForTextSize = "VelbooterE2eAskForTextSize";
+
+/// How a text is measured: on one line, in lines as wide as the control, or on one line in bold.
+enum class TextLook { OneLine, InLines, Bold };
+
+/// A window property: 1 more than the size in pixels that the control's text takes in its font, the width in
+/// the lower half.
+inline constexpr const char* kTextSizeProperty = "VelbooterE2eTextSize";
+
 /// An environment variable of the program: the full path of the file to which the spy adds each text that a
 /// status line receives, a line each.
 inline constexpr const char* kStatusFileVariable = "VELBOOTER_E2E_STATUS_FILE";

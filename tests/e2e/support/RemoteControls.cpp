@@ -63,6 +63,20 @@ SIZE IdealSizeOfButton(HWND button) {
     return size;
 }
 
+// The spy answers behind the window's own answer, a moment later.
+SIZE TextSizeOf(HWND control, TextLook look) {
+    constexpr int kTries = 400;
+    constexpr DWORD kStep = 5;
+    ::RemovePropA(control, kTextSizeProperty);
+    ::SendNotifyMessageA(control, ::RegisterWindowMessageA(kAskForTextSize), static_cast<WPARAM>(look), 0);
+    for (int i = 0; i < kTries; ++i) {
+        const auto answer = reinterpret_cast<INT_PTR>(::GetPropA(control, kTextSizeProperty));
+        if (answer != 0) return {LOWORD(answer - 1), HIWORD(answer - 1)};
+        ::Sleep(kStep);
+    }
+    throw HarnessFailure("the spy did not tell the size of a text");
+}
+
 void ClickInside(HWND control, POINT place) {
     const LPARAM at = MAKELPARAM(place.x, place.y);
     ::PostMessageA(control, WM_LBUTTONDOWN, MK_LBUTTON, at);

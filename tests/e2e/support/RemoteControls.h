@@ -6,6 +6,8 @@
 
 #include <string>
 
+#include "tests/e2e/spy/SpyProtocol.h"
+
 namespace velbooter::e2e {
 
 /// Sends a message and returns the answer; `pointer` is the last parameter. Throws HarnessFailure when the
@@ -23,6 +25,9 @@ int TextWidthIn(HWND list, const std::string& text);
 
 /// The size that a button needs for its caption, in pixels.
 SIZE IdealSizeOfButton(HWND button);
+
+/// The size that the text of a control takes in its font, in pixels. The spy must be in its thread.
+SIZE TextSizeOf(HWND control, TextLook look);
 
 /// Clicks the left mouse button at a place of `control`, and returns at once.
 void ClickInside(HWND control, POINT place);

@@ -1,7 +1,5 @@
 #include "tests/e2e/support/Screen.h"
 
-#include <windows.h>
-
 #include <filesystem>
 
 namespace velbooter::e2e {
@@ -33,7 +31,24 @@ bool RunBelow(const std::string& command) {
     return false;
 }
 
+bool Import(const std::string& options, const std::string& unixPath) {
+    const std::string folder = unixPath.substr(0, unixPath.rfind('/'));
+    return RunBelow("mkdir -p '" + folder + "' && import -window root " + options + " '" + unixPath + "'");
+}
+
+void SetResolution(DWORD dpi) {
+    ::RegSetKeyValueA(HKEY_CURRENT_USER, "Control Panel\\Desktop", "LogPixels", REG_DWORD, &dpi, sizeof dpi);
+}
+
 }  // namespace
+
+ScreenResolution::ScreenResolution(int dpi) {
+    SetResolution(static_cast<DWORD>(dpi));
+}
+
+ScreenResolution::~ScreenResolution() {
+    SetResolution(USER_DEFAULT_SCREEN_DPI);
+}
 
 void LeaveWindowsUnmanaged(const std::string& program) {
     const std::string key = "Software\\Wine\\AppDefaults\\" + program + "\\X11 Driver";
@@ -42,8 +57,14 @@ void LeaveWindowsUnmanaged(const std::string& program) {
 }
 
 bool TakePicture(const std::string& unixPath) {
-    const std::string folder = unixPath.substr(0, unixPath.rfind('/'));
-    return RunBelow("mkdir -p '" + folder + "' && import -window root '" + unixPath + "'");
+    return Import("", unixPath);
+}
+
+bool TakePictureOf(const RECT& part, const std::string& unixPath) {
+    const auto number = [](LONG value) { return std::to_string(value); };
+    return Import("-crop " + number(part.right - part.left) + "x" + number(part.bottom - part.top) + "+" +
+                      number(part.left) + "+" + number(part.top) + " +repage",
+                  unixPath);
 }
 
 std::string ScreenshotPath(const std::string& name) {

@@ -1,6 +1,8 @@
 #pragma once
 // The virtual screen and its keyboard, as the system below Wine has them.
 
+#include <windows.h>
+
 #include <string>
 
 namespace velbooter::e2e {
@@ -10,8 +12,21 @@ namespace velbooter::e2e {
 /// window yet.
 void LeaveWindowsUnmanaged(const std::string& program);
 
+/// Gives the screen another resolution while it lives, for programs that are started meanwhile.
+class ScreenResolution {
+ public:
+    /// `dpi` is in dots per inch; 96 is the usual.
+    explicit ScreenResolution(int dpi);
+    ~ScreenResolution();
+    ScreenResolution(const ScreenResolution&) = delete;
+    ScreenResolution& operator=(const ScreenResolution&) = delete;
+};
+
 /// Writes a picture of the whole screen to `unixPath`, whose folder is made. Returns whether it was taken.
 bool TakePicture(const std::string& unixPath);
+
+/// Writes a picture of a part of the screen.
+bool TakePictureOf(const RECT& part, const std::string& unixPath);
 
 /// Where the picture `name` is kept for a person to look at: in build/screenshots.
 std::string ScreenshotPath(const std::string& name);
