@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DosFiles.h"
 #include "tests/e2e/support/Expectations.h"
 #include "tests/e2e/support/FileDialogs.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
@@ -14,20 +15,6 @@ namespace velbooter::e2e {
 namespace {
 
 namespace fs = std::filesystem;
-
-const std::vector<std::string> kDosFiles = {
-    "IO.SYS",     "COMMAND.COM", "ATTRIB.EXE",  "CHOICE.COM", "DELTREE.EXE",  "DISKCOPY.COM", "EDIT.COM",
-    "EMM386.EXE", "EXTRACT.EXE", "FC.EXE",      "FDISK.EXE",  "FORMAT.COM",   "HIMEM.SYS",    "LABEL.EXE",
-    "MEM.EXE",    "MODE.COM",    "MORE.COM",    "MOVE.EXE",   "SCANDISK.EXE", "SMARTDRV.EXE", "SORT.EXE",
-    "SYS.COM",    "XCOPY.EXE",   "XCOPY32.EXE", "XCOPY32.MOD"};
-
-const ShownMessage kImportQuestion{
-    "Your current windows installation doesn't contain the required\r\n"
-    "DOS files needed for the Veltrane to funtion properly.\r\n"
-    "Press OK to import the needed files from the Windows 98/98SE Setup CD.",
-    "DOS Files no found",
-    {"OK", "Cancel", "Help"},
-    Picture::Exclamation};
 
 // An application folder without DOS files, and a folder "cd" beside it that holds them.
 class DosFiles : public testing::Test {
@@ -50,7 +37,7 @@ class DosFiles : public testing::Test {
 
 TEST_F(DosFiles, CancelOfTheQuestionEndsTheProgram) {
     ProgramUnderTest program(folder_, " custom");
-    EXPECT_EQ(program.Answer("Cancel"), kImportQuestion);
+    EXPECT_EQ(program.Answer("Cancel"), ImportQuestion());
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
     EXPECT_FALSE(folder_.Exists("BootDisk.img"));
 }
@@ -59,15 +46,15 @@ TEST_F(DosFiles, OneMissingFileIsEnoughForTheQuestion) {
     fs::copy(folder_.OutsidePath("cd"), folder_.Path("dos"), fs::copy_options::recursive);
     folder_.Remove("dos\\XCOPY32.MOD");
     ProgramUnderTest program(folder_, "");
-    EXPECT_EQ(program.Answer("Cancel"), kImportQuestion);
+    EXPECT_EQ(program.Answer("Cancel"), ImportQuestion());
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
 }
 
 TEST_F(DosFiles, HelpLeavesTheQuestionStanding) {
     ProgramUnderTest program(folder_, " custom");
-    EXPECT_EQ(program.Message(), kImportQuestion);
+    EXPECT_EQ(program.Message(), ImportQuestion());
     program.PressAndKeep("Help");
-    EXPECT_EQ(program.Answer("Cancel"), kImportQuestion);
+    EXPECT_EQ(program.Answer("Cancel"), ImportQuestion());
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
 }
 
@@ -83,7 +70,7 @@ TEST_F(DosFiles, AnyFileOfTheCdFolderIsEnoughToImportAll) {
     program.Answer("OK");
     ChooseFile(program, program.FileDialog(), Cd("MEM.EXE"));
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
-    for (const std::string& name : kDosFiles) {
+    for (const std::string& name : DosFileNames()) {
         ASSERT_TRUE(folder_.Exists("dos\\" + name)) << name;
         EXPECT_EQ(folder_.Read("dos\\" + name), ReadFileAt(Cd(name))) << name;
     }
@@ -96,11 +83,7 @@ TEST_F(DosFiles, WaitWindowCountsTheImportedFiles) {
     ChooseFile(program, program.FileDialog(), Cd("WIN.COM"));
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     const std::vector<std::string> texts = program.StatusTexts();
-    std::vector<std::string> import;
-    for (size_t i = 0; i < kDosFiles.size(); ++i) {
-        import.push_back("Please wait ... Importing " + kDosFiles[i] + " (" + std::to_string(i + 1) + "/25)");
-    }
-    import.emplace_back("Please wait ... Checking import process");
+    const std::vector<std::string> import = ImportStatuses();
     const auto first = std::find(texts.begin(), texts.end(), import.front());
     ASSERT_GE(static_cast<size_t>(texts.end() - first), import.size());
     EXPECT_EQ(std::vector<std::string>(first, first + static_cast<std::ptrdiff_t>(import.size())), import);
