@@ -166,6 +166,7 @@ void WizardControls::ShowStep(int id, const Label& line) {
 void WizardControls::ShowFiles(const ListBox& files) {
     const HWND list = Control(IDC_FILES);
     std::vector<std::string> rows;
+    rows.reserve(static_cast<size_t>(files.ListCount()));
     for (int i = 0; i < files.ListCount(); ++i) rows.push_back(files.List(i));
     if (rows != shownFiles_) {
         ::SendMessageA(list, WM_SETREDRAW, FALSE, 0);
