@@ -116,6 +116,7 @@ void FloppyImage::ReadEntry(size_t place, const std::string& prefix) {
 
 std::string FloppyImage::BytesWithoutTimes() const {
     std::string bytes = bytes_;
+    bytes.replace(39, 4, 4, '\0');  // the serial number
     for (const size_t entry : entries_) {
         bytes.replace(entry + 13, 7, 7, '\0');  // made, last read
         bytes.replace(entry + 22, 4, 4, '\0');  // last written

@@ -24,7 +24,8 @@ class FloppyImage {
     /// The contents of all files by path, as in "BIN\MENU.BAT".
     const std::map<std::string, std::string>& Files() const { return files_; }
 
-    /// The whole image with the times and dates of all folder entries blanked out.
+    /// The whole image with the times and dates of all folder entries blanked out, and with them the serial
+    /// number, which is made from all bytes.
     std::string BytesWithoutTimes() const;
 
     /// The attribute byte of a file; 0 when there is no such file.

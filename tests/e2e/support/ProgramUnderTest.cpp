@@ -94,9 +94,12 @@ DWORD ProgramUnderTest::ExitCode() {
     return code;
 }
 
+// Once in a long while Wine does not do at all what it is asked for here.
 void ProgramUnderTest::Kill() {
-    ::TerminateProcess(process_.hProcess, kKilled);
-    ::WaitForSingleObject(process_.hProcess, INFINITE);
+    constexpr DWORD kPatience = 5000;
+    do {
+        ::TerminateProcess(process_.hProcess, kKilled);
+    } while (::WaitForSingleObject(process_.hProcess, kPatience) == WAIT_TIMEOUT);
 }
 
 HWND ProgramUnderTest::Wizard() {
