@@ -14,6 +14,9 @@ using Files = std::vector<std::string>;
 
 class FileList : public ApplicationTest {
  protected:
+    /// One step of the walk appends to what is there: nothing, not the entry that the list is designed with.
+    FileList() { App.Wizard.LstFiles.Clear(); }
+
     void MakeTree(const Files& files) {
         for (const std::string& file : files) Folder.Write("cabs\\" + file);
     }
