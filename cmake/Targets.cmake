@@ -1,8 +1,10 @@
 # How every target of the project is compiled: warnings, and a static runtime on Windows.
 
 add_library(velbooter_options INTERFACE)
-# GCC 12 reports std::string's own assignment as overlapping (its bug 105651), so that one warning is off.
-target_compile_options(velbooter_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wno-restrict)
+# GCC 12 reports std::string's own assignment as overlapping (its bug 105651), so that one warning is off. Clang's
+# -Wconversion covers signs too, which GCC's leaves to an option of its own.
+target_compile_options(velbooter_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion
+                       $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict> $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>)
 target_include_directories(velbooter_options INTERFACE "${PROJECT_SOURCE_DIR}")
 if(WIN32)
     target_compile_options(velbooter_options INTERFACE -ffunction-sections -fdata-sections)
@@ -27,6 +29,9 @@ function(velbooter_program name)
     add_executable(${name} ${program_UNPARSED_ARGUMENTS})
     target_link_libraries(${name} PRIVATE velbooter_options)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+    if(VELBOOTER_STATIC_PROGRAMS)
+        target_link_options(${name} PRIVATE -static)
+    endif()
     if(WIN32)
         set(description "${program_DESCRIPTION}")
         set(manifest "${CMAKE_CURRENT_BINARY_DIR}/${name}.manifest")

@@ -16,40 +16,41 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cp build/host/boot/bootsect.bin "$work/boot.bin"
 
-median() { # median COMMAND: the median wall time in milliseconds; ends the script when the command fails
+median() { # median PREPARE COMMAND: the median wall time of COMMAND in milliseconds; ends the script when it fails
     rm -f "$work/time.json"
-    if ! hyperfine -N -w 3 -r "$runs" --export-json "$work/time.json" "$1" >"$work/hyperfine.log" 2>&1; then
+    if ! hyperfine -N -w 3 -r "$runs" --prepare "$1" --export-json "$work/time.json" "$2" >"$work/hyperfine.log" 2>&1; then
         cat "$work/hyperfine.log" >&2
         return 1
     fi
     sed -n 's/^ *"median": \([0-9.e-]*\),*/\1/p' "$work/time.json" | awk '{ printf "%.2f", $1 * 1000 }'
 }
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a / b }'; }
+sum() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a + b }'; }
 
+# A recipe's time is the sum of its programs' times, each started alone: no shell is counted. A program that makes a file
+# finds none, and mcopy finds a fresh empty disk.
 echo "Writing an image from $(find "$corpus/s6_floppy" -type f | wc -l) files, wall time, median of $runs runs"
 printf '%-34s %9s %9s\n' recipe ms 'bfi / it'
 image=$work/disk.img
+cd "$corpus/s6_floppy"
 # mcopy keeps the order it is given: the system files come first, then everything else.
-rest=$(cd "$corpus/s6_floppy" && find . -mindepth 1 -maxdepth 1 ! -name IO.SYS ! -name MSDOS.SYS | sort | tr '\n' ' ')
-cat >"$work/mformat.sh" <<RECIPE
-cd "$corpus/s6_floppy" && rm -f "$image" && mformat -C -f 1440 -v VELSTART -N 12345678 -i "$image" :: &&
-    mcopy -m -Q -s -i "$image" IO.SYS MSDOS.SYS $rest ::
-RECIPE
-cat >"$work/mkfs.sh" <<RECIPE
-cd "$corpus/s6_floppy" && rm -f "$image" && mkfs.fat -C -F 12 -n VELSTART -i 12345678 "$image" 1440 &&
-    mcopy -m -Q -s -i "$image" IO.SYS MSDOS.SYS $rest ::
-RECIPE
-cat >"$work/bfi.sh" <<RECIPE
-cd "$corpus/s6_floppy" && rm -f "$image" && "$bin/bfi" "-b=$work/boot.bin" -l=VELSTART -t=144 "-f=$image" .
-RECIPE
-# Each recipe is one shell, so that every row contains the same start of a shell.
-own=$(median "sh $work/bfi.sh")
+rest=$(find . -mindepth 1 -maxdepth 1 ! -name IO.SYS ! -name MSDOS.SYS | sort | tr '\n' ' ')
+bfi="$bin/bfi -b=$work/boot.bin -l=VELSTART -t=144 -f=$image ."
+mformat="mformat -C -f 1440 -v VELSTART -N 12345678 -i $image ::"
+mkfs="mkfs.fat -C -F 12 -n VELSTART -i 12345678 $image 1440"
+mcopy="mcopy -m -Q -s -i $image IO.SYS MSDOS.SYS $rest ::"
+$mformat
+mv "$image" "$work/empty.img"
+own=$(median "rm -f $image" "$bfi")
+copying=$(median "cp $work/empty.img $image" "$mcopy")
 printf '%-34s %9s %9s\n' 'bfi' "$own" 1.00
 for recipe in mformat mkfs; do
-    time=$(median "sh $work/$recipe.sh")
+    time=$(sum "$(median "rm -f $image" "${!recipe}")" "$copying")
     printf '%-34s %9s %9s\n' "$recipe + mcopy" "$time" "$(ratio "$own" "$time")"
 done
-[ "$(sh "$work/bfi.sh" && fsck.fat -n "$image" >/dev/null && echo clean)" = clean ]
+rm -f "$image"
+[ "$($bfi && fsck.fat -n "$image" >/dev/null && echo clean)" = clean ]
+cd "$root"
 
 echo
 echo 'Packing each set into one cabinet: bytes of the file, and user + system seconds'

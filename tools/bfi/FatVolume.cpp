@@ -1,7 +1,5 @@
 #include "tools/bfi/FatVolume.h"
 
-#include <zlib.h>
-
 #include <algorithm>
 
 #include "tools/shared/ByteOrder.h"
@@ -13,7 +11,8 @@ constexpr std::uint32_t kEndOfChain = 0xFFF;
 
 }  // namespace
 
-FatVolume::FatVolume(const Geometry& geometry) : geometry_(geometry), image_(geometry.ImageBytes()) {
+FatVolume::FatVolume(const Geometry& geometry, tools::OutputFile& image)
+    : geometry_(geometry), image_(image), head_(geometry.DataSector() * kSectorBytes) {
     SetFatEntry(0, 0xF00U | kMediaByte);
     SetFatEntry(1, kEndOfChain);
 }
@@ -28,29 +27,30 @@ std::uint32_t FatVolume::Allocate(std::uint64_t bytes) {
     return first;
 }
 
-std::span<std::uint8_t> FatVolume::Data(std::uint32_t cluster, std::size_t bytes) {
-    const std::size_t start =
-        geometry_.DataSector() * kSectorBytes + (cluster - kFirstCluster) * geometry_.ClusterBytes();
-    return std::span(image_).subspan(start, bytes);
+void FatVolume::Store(std::uint32_t cluster, std::span<const std::uint8_t> bytes) {
+    image_.WriteAt(head_.size() + (cluster - kFirstCluster) * geometry_.ClusterBytes(), bytes);
+    contents_.Add(bytes);
 }
 
 std::span<std::uint8_t> FatVolume::RootDirectory() {
-    return std::span(image_).subspan(geometry_.RootSector() * kSectorBytes,
-                                     geometry_.RootEntries * kDirectoryEntryBytes);
+    return std::span(head_).subspan(geometry_.RootSector() * kSectorBytes,
+                                    geometry_.RootEntries * kDirectoryEntryBytes);
 }
 
-const std::vector<std::uint8_t>& FatVolume::Finish(const BootSector& bootSector) {
-    const auto firstFat = image_.begin() + kReservedSectors * kSectorBytes;
+void FatVolume::Finish(const BootSector& bootSector) {
+    const auto firstFat = head_.begin() + kReservedSectors * kSectorBytes;
     const auto fatBytes = static_cast<std::ptrdiff_t>(geometry_.SectorsPerFat * kSectorBytes);
     std::copy(firstFat, firstFat + fatBytes, firstFat + fatBytes);
-    std::copy(bootSector.begin(), bootSector.end(), image_.begin());
-    SetSerialNumber(image_, static_cast<std::uint32_t>(crc32_z(0, image_.data(), image_.size())));
-    return image_;
+    std::copy(bootSector.begin(), bootSector.end(), head_.begin());
+    contents_.Add(head_);
+    SetSerialNumber(head_, contents_.Value());
+    image_.Resize(geometry_.ImageBytes());
+    image_.WriteAt(0, head_);
 }
 
 // Entries are 12 bits wide: two share three bytes.
 void FatVolume::SetFatEntry(std::uint32_t cluster, std::uint32_t value) {
-    std::uint8_t* const pair = image_.data() + kReservedSectors * kSectorBytes + cluster + cluster / 2;
+    std::uint8_t* const pair = head_.data() + kReservedSectors * kSectorBytes + cluster + cluster / 2;
     const std::uint32_t old = tools::GetU16(pair);
     tools::PutU16(pair, cluster % 2 == 0 ? (old & 0xF000U) | value : (old & 0x000FU) | (value << 4));
 }

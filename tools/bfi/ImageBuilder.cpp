@@ -39,13 +39,22 @@ class VolumeFiller {
  private:
     void FillFolder(std::size_t index) {
         const TreeFolder& folder = tree_[index];
-        DirectoryTable table(index == 0 ? volume_.RootDirectory()
-                                        : volume_.Data(clusters_[index], FolderBytes(folder)));
-        if (index > 0) {
+        if (index == 0) {
+            DirectoryTable table(volume_.RootDirectory());
+            FillTable(index, table);
+        } else {
+            std::vector<std::uint8_t> bytes(FolderBytes(folder));
+            DirectoryTable table(bytes);
             table.Add(kThisFolder, {kFolderAttribute, folder.Modified, clusters_[index], 0});
             // The number 0, which clusters_ holds for the root, is how ".." names the root.
             table.Add(kParentFolder, {kFolderAttribute, folder.Modified, clusters_[folder.Parent], 0});
+            FillTable(index, table);
+            volume_.Store(clusters_[index], bytes);
         }
+    }
+
+    void FillTable(std::size_t index, DirectoryTable& table) {
+        const TreeFolder& folder = tree_[index];
         bool isLabelDue = index == 0;
         for (const TreeEntry& entry : folder.Entries) {
             const bool isSystemFile = index == 0 && IsSystemFile(entry.Host);
@@ -74,16 +83,23 @@ class VolumeFiller {
             facts.Size = static_cast<std::uint32_t>(entry.Host.Size);
             facts.FirstCluster = volume_.Allocate(entry.Host.Size);
             if (facts.Size > 0)
-                tools::ReadWhole(folder.Path / tools::PathFromUtf8(entry.Host.Name),
-                                 volume_.Data(facts.FirstCluster, facts.Size));
+                CopyFile(folder.Path / tools::PathFromUtf8(entry.Host.Name), facts.FirstCluster, facts.Size);
         }
         table.Add(entry.Name, facts);
+    }
+
+    void CopyFile(const std::filesystem::path& file, std::uint32_t cluster, std::size_t size) {
+        if (buffer_.size() < size) buffer_.resize(size);
+        const std::span<std::uint8_t> bytes = std::span(buffer_).first(size);
+        tools::ReadWhole(file, bytes);
+        volume_.Store(cluster, bytes);
     }
 
     FatVolume& volume_;
     const SourceTree& tree_;
     const ShortName& label_;
     std::vector<std::uint32_t> clusters_;  // first cluster of each folder of the tree; 0 for the root
+    std::vector<std::uint8_t> buffer_;     // one file at a time; memory is touched once and used again
 };
 
 }  // namespace
@@ -95,13 +111,11 @@ void BuildImage(const ImageRequest& request) {
     const SourceTree tree = ReadSourceTree(tools::PathFromUtf8(request.Folder));
     RequireRoom(tree, geometry);
 
-    FatVolume volume(geometry);
+    tools::OutputFile image(tools::PathFromUtf8(request.ImageFile));
+    FatVolume volume(geometry, image);
     VolumeFiller(volume, tree, label).Fill();
-    const auto& image = volume.Finish(DescribeDisk(code, geometry, label));
-
-    tools::OutputFile output(tools::PathFromUtf8(request.ImageFile));
-    output.Write(image);
-    output.Commit();
+    volume.Finish(DescribeDisk(code, geometry, label));
+    image.Commit();
 }
 
 }  // namespace tools::bfi

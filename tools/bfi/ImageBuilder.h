@@ -1,6 +1,6 @@
 #pragma once
-// Turns a folder tree into the image file of a bootable floppy. The image is put together in memory and
-// written in one piece, and only when everything about it is known to be right.
+// Turns a folder tree into the image file of a bootable floppy. Nothing is written before the whole tree is
+// known to fit and to have names that can be stored; the image takes its place only when it is complete.
 
 #include <string>
 

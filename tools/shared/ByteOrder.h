@@ -30,6 +30,11 @@ inline std::uint32_t GetU32(const std::uint8_t* bytes) {
     return static_cast<std::uint32_t>(GetU16(bytes)) | (static_cast<std::uint32_t>(GetU16(bytes + 2)) << 16);
 }
 
+/// Returns the 64-bit number at `bytes[0..7]`.
+inline std::uint64_t GetU64(const std::uint8_t* bytes) {
+    return GetU32(bytes) | (static_cast<std::uint64_t>(GetU32(bytes + 4)) << 32);
+}
+
 /// Appends the low 16 bits of `value` to `buffer`.
 inline void AppendU16(std::vector<std::uint8_t>& buffer, std::uint32_t value) {
     buffer.resize(buffer.size() + 2);

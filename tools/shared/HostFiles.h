@@ -95,6 +95,9 @@ class PartFile {
     /// Writes `bytes` at `offset` (in bytes). Throws ToolError naming the target.
     void WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
 
+    /// Cuts the part off or extends it with zeros to `size` bytes. Throws ToolError naming the target.
+    void Resize(std::uint64_t size);
+
     /// Closes the part and renames it over the target. Throws ToolError naming the target, which is then
     /// untouched.
     void MoveToTarget();

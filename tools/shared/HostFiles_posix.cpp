@@ -219,6 +219,11 @@ void PartFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes
     }
 }
 
+void PartFile::Resize(std::uint64_t size) {
+    if (ftruncate(static_cast<int>(handle_), static_cast<off_t>(size)) != 0)
+        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + Reason(errno));
+}
+
 void PartFile::MoveToTarget() {
     if (rename(part_.c_str(), target_.c_str()) != 0)
         throw ToolError(Utf8FromPath(target_) + ": cannot be replaced: " + Reason(errno));

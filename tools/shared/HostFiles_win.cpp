@@ -366,6 +366,14 @@ void PartFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes
     if (!isDone) throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + Reason(GetLastError()));
 }
 
+void PartFile::Resize(std::uint64_t size) {
+    LARGE_INTEGER end{};
+    end.QuadPart = static_cast<LONGLONG>(size);
+    if (SetFilePointerEx(AsHandle(handle_), end, nullptr, FILE_BEGIN) == 0 ||
+        SetEndOfFile(AsHandle(handle_)) == 0)
+        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + Reason(GetLastError()));
+}
+
 void PartFile::MoveToTarget() {
     const fs::path longTarget = LongPath(target_);
     MarkForDeletion(AsHandle(handle_), false);

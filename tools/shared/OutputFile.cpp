@@ -34,6 +34,10 @@ void OutputFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> byt
     part_->WriteAt(offset, bytes);
 }
 
+void OutputFile::Resize(std::uint64_t size) {
+    part_->Resize(size);
+}
+
 std::uint64_t OutputFile::Size() const {
     return size_;
 }

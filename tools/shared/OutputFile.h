@@ -27,9 +27,12 @@ class OutputFile {
     /// naming the target (disk full, for instance).
     void Write(std::span<const std::uint8_t> bytes);
 
-    /// Overwrites bytes at `offset` (in bytes from the start) that were written before; the append position
-    /// stays.
+    /// Writes bytes at `offset` (in bytes from the start), over what was written there before or beyond it; a
+    /// gap that is left reads as zeros. The append position stays.
     void WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
+
+    /// Gives the file `size` bytes: what was not written reads as zeros.
+    void Resize(std::uint64_t size);
 
     /// Number of bytes written by Write so far.
     std::uint64_t Size() const;
