@@ -44,9 +44,9 @@ mv "$image" "$work/empty.img"
 own=$(median "rm -f $image" "$bfi")
 copying=$(median "cp $work/empty.img $image" "$mcopy")
 printf '%-34s %9s %9s\n' 'bfi' "$own" 1.00
-for recipe in mformat mkfs; do
-    time=$(sum "$(median "rm -f $image" "${!recipe}")" "$copying")
-    printf '%-34s %9s %9s\n' "$recipe + mcopy" "$time" "$(ratio "$own" "$time")"
+for making in "$mformat" "$mkfs"; do
+    time=$(sum "$(median "rm -f $image" "$making")" "$copying")
+    printf '%-34s %9s %9s\n' "${making%% *} + mcopy" "$time" "$(ratio "$own" "$time")"
 done
 rm -f "$image"
 [ "$($bfi && fsck.fat -n "$image" >/dev/null && echo clean)" = clean ]
