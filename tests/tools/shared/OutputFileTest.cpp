@@ -39,6 +39,29 @@ TEST(OutputFile, AppearsOnlyWhenItIsCommitted) {
     EXPECT_THAT(folder.Names(), ElementsAre("new.bin"));
 }
 
+TEST(OutputFile, AGapThatIsLeftReadsAsZeros) {
+    const TestFolder folder;
+    OutputFile file(folder.Path("new.bin"));
+    file.WriteAt(3, Bytes{'d'});
+    file.WriteAt(0, Bytes{'a'});
+    file.Commit();
+    EXPECT_EQ(folder.Read("new.bin"), (Bytes{'a', 0, 0, 'd'}));
+}
+
+TEST(OutputFile, ResizingExtendsWithZerosAndCutsOff) {
+    const TestFolder folder;
+    OutputFile longer(folder.Path("longer"));
+    longer.WriteAt(0, Bytes{'a', 'b'});
+    longer.Resize(4);
+    longer.Commit();
+    OutputFile shorter(folder.Path("shorter"));
+    shorter.WriteAt(0, Bytes{'a', 'b'});
+    shorter.Resize(1);
+    shorter.Commit();
+    EXPECT_EQ(folder.Read("longer"), (Bytes{'a', 'b', 0, 0}));
+    EXPECT_EQ(folder.Read("shorter"), Bytes{'a'});
+}
+
 TEST(OutputFile, MakesMissingParentFolders) {
     const TestFolder folder;
     OutputFile file(folder.Path("one/two/new.bin"));
