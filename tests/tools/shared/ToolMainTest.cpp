@@ -27,6 +27,13 @@ TEST(ToolMain, AFailureIsOneLineWithTheProgramsNameAndGivesItsCode) {
               "tool: no such option\n");
 }
 
+TEST(ToolMain, ANameWithControlCharactersStillMakesOneHarmlessLine) {
+    EXPECT_EQ(Printed([] { throw ToolError("a\nb\r\x1B[2J\x7F.txt: is missing"); }, 1),
+              "tool: a?b??[2J?.txt: is missing\n");
+    EXPECT_EQ(Printed([] { throw ToolError("no\toption\nusage: tool", ExitCode::WrongCall); }, 2),
+              "tool: no?option\nusage: tool\n");
+}
+
 TEST(ToolMain, AnyOtherFailureGivesCode1) {
     EXPECT_EQ(Printed([] { throw std::bad_alloc(); }, 1), "tool: there is not enough memory\n");
     EXPECT_EQ(Printed([] { throw std::runtime_error("odd"); }, 1), "tool: odd\n");
