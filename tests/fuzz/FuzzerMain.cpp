@@ -1,0 +1,38 @@
+// The entries that libFuzzer calls, which brings its own main. The target's seeds are written into the first
+// folder of the command line, which libFuzzer takes for its corpus.
+
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+#include "tests/fuzz/FuzzTarget.h"
+
+extern "C" int LLVMFuzzerInitialize(const int* argc, char*** argv);
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+int LLVMFuzzerInitialize(const int* argc, char*** argv) {
+    for (int i = 1; i < *argc; ++i) {
+        const std::filesystem::path folder = (*argv)[i];
+        if (!std::filesystem::is_directory(folder)) continue;
+        int number = 0;
+        for (const tests::fuzz::Bytes& seed : tests::fuzz::Seeds()) {
+            std::ofstream file(folder / ("seed-" + std::to_string(++number)), std::ios::binary);
+            std::copy(seed.begin(), seed.end(), std::ostreambuf_iterator<char>(file));
+        }
+        break;
+    }
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    try {
+        tests::fuzz::RunInput({data, size});
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << "\n";
+        std::abort();  // what libFuzzer keeps an input for
+    }
+    return 0;
+}

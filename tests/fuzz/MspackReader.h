@@ -1,0 +1,24 @@
+#pragma once
+// Reads a cabinet with libmspack, wholly in memory: the decoder that others wrote and that the targets
+// believe.
+
+#include <string>
+
+#include "tests/fuzz/FuzzTarget.h"
+
+namespace tests::fuzz {
+
+/// A member as libmspack sees it.
+struct MspackMember {
+    std::string Name;  ///< the stored bytes
+    Bytes Contents;
+    unsigned Attributes = 0;
+    unsigned Date = 0;  ///< packed as DOS packs it
+    unsigned Time = 0;
+};
+
+/// Returns the members in their order. Throws BrokenRule with libmspack's error number, and with whatever it
+/// warns of.
+std::vector<MspackMember> ReadWithMspack(const Bytes& cabinet);
+
+}  // namespace tests::fuzz
