@@ -1,8 +1,8 @@
 #include "tools/cabarc/lzx/MatchFinder.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstring>
+
+#include "tools/cabarc/lzx/Agreement.h"
 
 namespace tools::cabarc::lzx {
 
@@ -27,24 +27,6 @@ std::uint32_t Triple(const std::uint8_t* p) {
 
 std::uint32_t Quad(const std::uint8_t* p) {
     return Triple(p) | (std::uint32_t{p[3]} << 24);
-}
-
-// Returns how far the two strings agree, counted from their start, given that they agree for `from` bytes.
-std::uint32_t Agreement(const std::uint8_t* a, const std::uint8_t* b, std::uint32_t from,
-                        std::uint32_t limit) {
-    std::uint32_t n = from;
-    if constexpr (std::endian::native == std::endian::little) {
-        while (n + 8 <= limit) {
-            std::uint64_t wordA;
-            std::uint64_t wordB;
-            std::memcpy(&wordA, a + n, 8);
-            std::memcpy(&wordB, b + n, 8);
-            if (wordA != wordB) return n + static_cast<std::uint32_t>(std::countr_zero(wordA ^ wordB)) / 8;
-            n += 8;
-        }
-    }
-    while (n < limit && a[n] == b[n]) ++n;
-    return n;
 }
 
 }  // namespace

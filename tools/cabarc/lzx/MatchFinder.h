@@ -26,7 +26,7 @@ struct SearchLimits {
     /// Tree nodes visited per position. On the reference sets twice as many save 0.06 %, half as many lose
     /// 0.06 %.
     int Depth = 48;
-    /// A match this long ends the search and is taken by the parser at once; it keeps runs from going
+    /// A match this long ends the search, though it is reported in its full length; it keeps runs from going
     /// quadratic.
     std::uint32_t NiceLength = 128;
 };

@@ -3,69 +3,130 @@
 #include <algorithm>
 #include <limits>
 
+#include "tools/cabarc/lzx/Agreement.h"
+
 namespace tools::cabarc::lzx {
 
 namespace {
 
-constexpr std::size_t kQueueRing = 512;  // more than the longest item, a power of two
-static_assert(kQueueRing > kMaxMatch);
+// More than the longest chain, a power of two.
+constexpr std::size_t kQueueRing = 1024;
+static_assert(kQueueRing > 2 * kMaxMatch + 1);
 constexpr std::uint64_t kUnreached = std::numeric_limits<std::uint64_t>::max();
 
-std::uint32_t Agreement(const std::uint8_t* a, const std::uint8_t* b, std::uint32_t limit) {
-    std::uint32_t n = 0;
-    while (n < limit && a[n] == b[n]) ++n;
-    return n;
+// Marks a packed item as the last one of a chain; packed items leave the bit free.
+constexpr std::uint32_t kChainMark = 1U << 31;
+
+bool PairAgrees(const std::uint8_t* a, const std::uint8_t* b) {
+    return a[0] == b[0] && a[1] == b[1];
 }
 
 }  // namespace
 
-Parser::Parser(std::uint32_t niceLength)
-    : niceLength_(niceLength), nodes_(kFrameSize + 1), queues_(kQueueRing) {}
+Parser::Parser(std::uint32_t sureLength)
+    : sureLength_(sureLength), nodes_(kFrameSize + 1), chainMatches_(kFrameSize + 1), queues_(kQueueRing) {}
 
-void Parser::Offer(std::uint32_t to, std::uint64_t price, Item item) {
+inline void Parser::Offer(std::uint32_t to, std::uint64_t price, Item item) {
     nodes_[to] = std::min(nodes_[to], (price << 32) | item.Packed());
 }
 
-// Offers everything that can start at node i; returns how far the parse may go on from here: one position, or
-// the length of a match that is long enough to be taken at once.
-std::uint32_t Parser::Expand(std::uint32_t i, const std::uint8_t* here, std::uint32_t left,
-                             std::span<const Match> matches, std::uint64_t history, const Prices& prices) {
-    const std::uint64_t base = nodes_[i] >> 32;
-    const RepeatQueue& queue = queues_[i % kQueueRing];
-    const std::uint32_t longest = std::min(left, kMaxMatch);
-    Offer(i + 1, base + prices.Literal(*here), Item::Literal(*here));
-    if (longest < kMinMatch) return 1;
+// Offers `match`, whose end has the given price, with the literal behind it and the same offset again.
+inline void Parser::OfferChain(const Start& start, Item match, std::uint32_t offset, std::uint64_t price,
+                               const Prices& prices) {
+    const std::uint32_t skipped = match.Length() + 1;
+    if (skipped + kMinMatch > start.Left) return;
+    const std::uint8_t* const again = start.Here + skipped;
+    if (!PairAgrees(again - offset, again)) return;
+    const std::uint32_t length =
+        Agreement(again - offset, again, kMinMatch, std::min(start.Left - skipped, kMaxMatch));
+    const std::uint32_t to = start.Node + skipped + length;
+    const std::uint64_t total =
+        price + prices.Literal(start.Here[skipped - 1]) + prices.Matches(0)[length - kMinMatch];
+    if (total >= nodes_[to] >> 32) return;
+    nodes_[to] = (total << 32) | kChainMark | Item::Match(length, 0).Packed();
+    chainMatches_[to] = match;
+}
 
+// Offers the matches with the offsets of the queue. Returns 0, or the length of one that is to be taken.
+inline std::uint32_t Parser::OfferRepeats(const Start& start, std::uint64_t history, const Prices& prices) {
+    const RepeatQueue& queue = queues_[start.Node % kQueueRing];
+    const std::uint32_t longest = std::min(start.Left, kMaxMatch);
     for (std::uint32_t repeat = 0; repeat < kRepeats; ++repeat) {
         const std::uint32_t offset = queue.Offsets[repeat];
-        if (offset > history) continue;
-        const std::uint32_t length = Agreement(here - offset, here, longest);
-        if (length < kMinMatch) continue;
+        if (offset > history || !PairAgrees(start.Here - offset, start.Here)) continue;
+        const std::uint32_t length = Agreement(start.Here - offset, start.Here, kMinMatch, longest);
         const Prices::Row& row = prices.Matches(static_cast<int>(repeat));
-        if (length >= niceLength_) {
-            Offer(i + length, base + row[length - kMinMatch], Item::Match(length, repeat));
+        const std::uint64_t end = start.Price + row[length - kMinMatch];
+        if (length >= sureLength_) {
+            Offer(start.Node + length, end, Item::Match(length, repeat));
             return length;
         }
         for (std::uint32_t l = kMinMatch; l <= length; ++l)
-            Offer(i + l, base + row[l - kMinMatch], Item::Match(l, repeat));
+            Offer(start.Node + l, start.Price + row[l - kMinMatch], Item::Match(l, repeat));
+        OfferChain(start, Item::Match(length, repeat), offset, end, prices);
     }
+    return 0;
+}
+
+// Offers everything that can start at a node; returns how far the parse may go on from here: one position, or
+// the length of a match that is long enough to be taken at once.
+inline std::uint32_t Parser::Expand(const Start& start, std::span<const Match> matches, std::uint64_t history,
+                                    const Prices& prices) {
+    Offer(start.Node + 1, start.Price + prices.Literal(*start.Here), Item::Literal(*start.Here));
+    const std::uint32_t longest = std::min(start.Left, kMaxMatch);
+    if (longest < kMinMatch) return 1;
+    if (const std::uint32_t taken = OfferRepeats(start, history, prices); taken != 0) return taken;
 
     std::uint32_t shortest = kMinMatch;
     for (const Match match : matches) {
         const std::uint32_t formatted = match.Offset() + kOffsetBias;
         const int slot = SlotOf(formatted);
         const Prices::Row& row = prices.Matches(slot);
-        const std::uint64_t start = base + (slot >= kFirstAlignedSlot ? prices.LowBits(formatted) : 0);
+        const std::uint64_t base = start.Price + (slot >= kFirstAlignedSlot ? prices.LowBits(formatted) : 0);
         const std::uint32_t length = std::min(match.Length(), longest);
-        if (length >= niceLength_) {
-            Offer(i + length, start + row[length - kMinMatch], Item::Match(length, formatted));
+        const std::uint64_t end = base + row[length - kMinMatch];
+        if (length >= sureLength_) {
+            Offer(start.Node + length, end, Item::Match(length, formatted));
             return length;
         }
         for (std::uint32_t l = shortest; l <= length; ++l)
-            Offer(i + l, start + row[l - kMinMatch], Item::Match(l, formatted));
+            Offer(start.Node + l, base + row[l - kMinMatch], Item::Match(l, formatted));
+        OfferChain(start, Item::Match(length, formatted), match.Offset(), end, prices);
         shortest = length + 1;
     }
     return 1;
+}
+
+// Derives the queue at a node from the queue where its last step began.
+inline void Parser::FindQueue(std::uint32_t node) {
+    const auto packed = static_cast<std::uint32_t>(nodes_[node]);
+    const Item arrived = Item::FromPacked(packed & ~kChainMark);
+    RepeatQueue& queue = queues_[node % kQueueRing];
+    if ((packed & kChainMark) == 0) {
+        queue = queues_[(node - arrived.Length()) % kQueueRing];
+        queue.Apply(arrived);
+    } else {
+        const Item match = chainMatches_[node];
+        queue = queues_[(node - arrived.Length() - 1 - match.Length()) % kQueueRing];
+        queue.Apply(match);  // the literal and the repeat leave it alone
+    }
+}
+
+// Appends the items of the cheapest path over the stretch.
+void Parser::TakePath(const std::uint8_t* current, std::uint32_t length, std::vector<Item>& items) const {
+    const auto mark = static_cast<std::ptrdiff_t>(items.size());
+    for (std::uint32_t i = length; i > 0;) {
+        const auto packed = static_cast<std::uint32_t>(nodes_[i]);
+        items.push_back(Item::FromPacked(packed & ~kChainMark));
+        if ((packed & kChainMark) != 0) {
+            const Item match = chainMatches_[i];
+            i -= items.back().Length() + 1;
+            items.push_back(Item::Literal(current[i]));
+            items.push_back(match);
+        }
+        i -= items.back().Length();
+    }
+    std::reverse(items.begin() + mark, items.end());
 }
 
 void Parser::Parse(const std::uint8_t* current, std::uint32_t length, const MatchTable& matches,
@@ -75,21 +136,13 @@ void Parser::Parse(const std::uint8_t* current, std::uint32_t length, const Matc
     nodes_[0] = 0;
     queues_[0] = queue;
     for (std::uint32_t i = 0; i < length;) {
-        if (i > 0) {
-            const Item arrived = Item::FromPacked(static_cast<std::uint32_t>(nodes_[i]));
-            RepeatQueue& here = queues_[i % kQueueRing];
-            here = queues_[(i - arrived.Length()) % kQueueRing];
-            here.Apply(arrived);
-        }
-        i += Expand(i, current + i, length - i, matches.At(first + i), history + i, prices);
+        if (i > 0) FindQueue(i);
+        i +=
+            Expand({i, current + i, length - i, nodes_[i] >> 32}, matches.At(first + i), history + i, prices);
     }
-    const auto mark = static_cast<std::ptrdiff_t>(items.size());
-    for (std::uint32_t i = length; i > 0;) {
-        items.push_back(Item::FromPacked(static_cast<std::uint32_t>(nodes_[i])));
-        i -= items.back().Length();
-    }
-    std::reverse(items.begin() + mark, items.end());
-    for (auto item = items.begin() + mark; item != items.end(); ++item) queue.Apply(*item);
+    const std::size_t mark = items.size();
+    TakePath(current, length, items);
+    for (std::size_t i = mark; i < items.size(); ++i) queue.Apply(items[i]);
 }
 
 }  // namespace tools::cabarc::lzx

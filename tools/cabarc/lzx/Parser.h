@@ -1,7 +1,9 @@
 #pragma once
 // The near-optimal parse: the cheapest path over the positions of one stretch of input, given prices. Every
 // node keeps the repeat queue of the path that leads to it, so that repeat matches are tried with the offsets
-// that they will really have.
+// that they will really have. As only the cheapest path to a node survives, and with it one queue, a match
+// whose use lies in its offset could be lost at its own end; so chains of a match, one differing byte and the
+// same offset again are offered as one step too.
 
 #include <cstdint>
 #include <span>
@@ -25,8 +27,8 @@ struct MatchTable {
 
 class Parser {
  public:
-    /// `niceLength` is the match length that is taken without looking for anything better.
-    explicit Parser(std::uint32_t niceLength);
+    /// `sureLength` is the match length that is taken without looking for anything better.
+    explicit Parser(std::uint32_t sureLength);
 
     /// Parses `length` (1..32768) bytes at `current`, a stretch inside one frame whose first position is
     /// number `first` of `matches`. At least `history` bytes can be read before `current`. Appends the items
@@ -36,12 +38,26 @@ class Parser {
                std::vector<Item>& items);
 
  private:
-    void Offer(std::uint32_t to, std::uint64_t price, Item item);
-    std::uint32_t Expand(std::uint32_t i, const std::uint8_t* here, std::uint32_t left,
-                         std::span<const Match> matches, std::uint64_t history, const Prices& prices);
+    /// Where an item starts: node, bytes, and the price of the path up to here.
+    struct Start {
+        std::uint32_t Node;
+        const std::uint8_t* Here;
+        std::uint32_t Left;  ///< bytes up to the end of the stretch
+        std::uint64_t Price;
+    };
 
-    std::uint32_t niceLength_;
-    std::vector<std::uint64_t> nodes_;  ///< price << 32 | packed item that arrives here
+    void Offer(std::uint32_t to, std::uint64_t price, Item item);
+    void OfferChain(const Start& start, Item match, std::uint32_t offset, std::uint64_t price,
+                    const Prices& prices);
+    std::uint32_t OfferRepeats(const Start& start, std::uint64_t history, const Prices& prices);
+    std::uint32_t Expand(const Start& start, std::span<const Match> matches, std::uint64_t history,
+                         const Prices& prices);
+    void FindQueue(std::uint32_t node);
+    void TakePath(const std::uint8_t* current, std::uint32_t length, std::vector<Item>& items) const;
+
+    std::uint32_t sureLength_;
+    std::vector<std::uint64_t> nodes_;  ///< price << 32 | packed item that arrives here, and the chain mark
+    std::vector<Item> chainMatches_;    ///< the match that a chain to this node begins with
     std::vector<RepeatQueue> queues_;   ///< of the last nodes, as a ring
 };
 

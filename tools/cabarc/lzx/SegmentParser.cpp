@@ -36,7 +36,7 @@ void Fade(SymbolCounts& counts) {
 SegmentParser::SegmentParser(int windowBits, const LzxOptions& options)
     : options_(options),
       finder_(windowBits, options.Search),
-      parser_(options.Search.NiceLength),
+      parser_(options.SureLength),
       running_(FirstGuess()) {
     matches_.All.reserve(kMaxCachedMatches + kFrameSize * static_cast<std::size_t>(options.Search.Depth + 2));
     matches_.First.reserve(kMaxBytes + 1);
@@ -55,7 +55,7 @@ std::uint32_t SegmentParser::FindMatches(std::span<const std::uint8_t> ahead, st
             const std::uint32_t length =
                 finder_.Find(position + i, &ahead[i], available, frameEnd - i, matches_.All);
             ++i;
-            if (length < options_.Search.NiceLength) continue;
+            if (length < options_.SureLength) continue;
             // The parser will take this match and jump over its inside.
             for (const std::uint32_t last = i + length - 1; i < last; ++i) {
                 matches_.First.push_back(static_cast<std::uint32_t>(matches_.All.size()));

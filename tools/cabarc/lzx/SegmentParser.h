@@ -16,8 +16,10 @@ namespace tools::cabarc::lzx {
 /// What the encoder spends on a folder.
 struct LzxOptions {
     SearchLimits Search;
+    /// A match this long is taken by the parser at once; nothing that starts inside it is considered.
+    std::uint32_t SureLength = kMaxMatch;
     /// Parses of each segment: the first with running prices, the others with the prices of their blocks.
-    int Passes = 3;
+    int Passes = 2;
 };
 
 class SegmentParser {
