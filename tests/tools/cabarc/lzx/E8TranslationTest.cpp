@@ -66,5 +66,16 @@ TEST(E8Translation, DoesNotPayForNothing) {
     EXPECT_TRUE(TranslationPays(CodeLike(200'000, 1)));
 }
 
+TEST(E8Translation, DoesNotPayForModulesThatAreNotLinkedYet) {
+    // Each call carries the same addend, to be linked later, and code between the calls is as in any program.
+    Bytes modules = CodeLike(200'000, 4);
+    for (std::size_t i = 0; i + 5 <= modules.size(); ++i)
+        if (modules[i] == 0xE8) {
+            PutU32(&modules[i + 1], 0xFFFFFFFCU);
+            i += 4;
+        }
+    EXPECT_FALSE(TranslationPays(modules));
+}
+
 }  // namespace
 }  // namespace tests

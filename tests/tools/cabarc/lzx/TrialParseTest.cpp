@@ -1,0 +1,56 @@
+#include "tools/cabarc/lzx/TrialParse.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/tools/cabarc/lzx/LzxDecoder.h"
+#include "tests/tools/cabarc/lzx/TestData.h"
+#include "tools/cabarc/lzx/E8Translation.h"
+#include "tools/cabarc/lzx/LzxEncoder.h"
+
+namespace tests {
+namespace {
+
+using tools::cabarc::lzx::EstimatedBits;
+using tools::cabarc::lzx::LzxEncoder;
+
+TEST(TrialParse, TakesNothingForNothing) {
+    EXPECT_EQ(EstimatedBits({}), 0);
+}
+
+TEST(TrialParse, ComesNearToWhatTheEncoderMakes) {
+    for (const auto& make : {TextLike, Mixed, RandomBytes}) {
+        const Bytes input = make(600'000, 5);
+        FrameCollector folder;
+        LzxEncoder encoder(21, {}, folder);
+        encoder.Write(input);
+        encoder.Finish();
+        const auto packedBits = static_cast<double>(8 * folder.PackedSize());
+        EXPECT_GT(EstimatedBits(input), 0.9 * packedBits);
+        EXPECT_LT(EstimatedBits(input), 1.5 * packedBits);
+    }
+}
+
+TEST(TrialParse, SeesCopiesFromAfar) {
+    const Bytes part = RandomBytes(50'000, 6);
+    Bytes apart = part;
+    apart.resize(1'500'000);
+    Bytes twice = apart;
+    twice.insert(twice.end(), part.begin(), part.end());
+    EXPECT_LT(EstimatedBits(twice), 1.1 * EstimatedBits(apart));
+}
+
+TEST(TrialParse, ExpectsNoGainFromRareAccidents) {
+    // Three equal bytes turn up now and then in noise; as matches they would cost more than as literals.
+    EXPECT_LT(EstimatedBits(RandomBytes(400'000, 9)), 8.1 * 400'000);
+}
+
+TEST(TrialParse, PricesEachStretchByItsOwnSymbols) {
+    // Half the stretches know one half of the bytes, half the other: 7 bits each, not 8.
+    Bytes bytes = RandomBytes(512 * 1024, 10);
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<std::uint8_t>((bytes[i] & 0x7FU) | ((i / 32768) % 2 << 7));
+    EXPECT_LT(EstimatedBits(bytes), 7.2 * static_cast<double>(bytes.size()));
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,155 @@
+#include "tools/cabarc/lzx/TrialParse.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <vector>
+
+#include "tools/cabarc/lzx/Agreement.h"
+#include "tools/cabarc/lzx/BlockCodes.h"
+#include "tools/shared/ByteOrder.h"
+
+namespace tools::cabarc::lzx {
+
+namespace {
+
+// The last places of a string of four bytes that are tried. With one the loss by translating relocatable
+// modules is hardly seen; four see no more than two.
+constexpr std::size_t kPlaces = 2;
+constexpr int kPlaceHashBits = 16;
+constexpr int kTripleHashBits = 15;
+// A match of three bytes from farther away costs about as much as three literals.
+constexpr std::uint32_t kFarthestTriple = 8192;
+// From this length on a match is not weighed against one that starts a byte later.
+constexpr std::uint32_t kLongEnough = 32;
+// The parse is priced in stretches about as long as blocks are. Priced as a whole, what translation does to
+// a part of the bytes is lost in the mean.
+constexpr std::uint32_t kStretch = 32768;
+
+std::uint32_t Hash(std::uint32_t value, int bits) {
+    return (value * 0x9E3779B1U) >> (32 - bits);
+}
+
+double EntropyBits(std::span<const std::uint32_t> counts) {
+    double total = 0;
+    double sum = 0;
+    for (const std::uint32_t count : counts) {
+        total += count;
+        if (count != 0) sum += count * std::log2(count);
+    }
+    return total == 0 ? 0 : total * std::log2(total) - sum;
+}
+
+double PriceOf(const SymbolCounts& counts) {
+    double bits = EntropyBits(counts.Main) + EntropyBits(counts.Length);
+    std::size_t symbol = kLiterals;
+    for (int slot = 0; slot < kMaxSlots; ++slot)
+        for (int header = 0; header < kLengthHeaders; ++header)
+            bits += counts.Main[symbol++] * ExtraBits(slot);
+    return bits;
+}
+
+class TrialParse {
+ public:
+    explicit TrialParse(std::span<const std::uint8_t> bytes)
+        : bytes_(bytes),
+          size_(static_cast<std::uint32_t>(bytes.size())),
+          places_(std::size_t{1} << kPlaceHashBits),
+          triples_(std::size_t{1} << kTripleHashBits) {}
+
+    double Run() {
+        double bits = 0;
+        SymbolCounts counts;
+        std::uint32_t stretchEnd = kStretch;
+        Candidate next;
+        bool known = false;  // whether next is already looked up
+        for (std::uint32_t i = 0; i < size_;) {
+            if (i >= stretchEnd) {
+                bits += PriceOf(counts);
+                counts = {};
+                stretchEnd += kStretch;
+            }
+            const Candidate candidate = known ? next : Look(i);
+            known = candidate.Length < kLongEnough && candidate.Score > 0;
+            if (known) next = Look(i + 1);
+            if (candidate.Score <= 0 || (known && next.Score > candidate.Score + kOneLiteral)) {
+                counts.Add(Item::Literal(bytes_[i]));
+                ++i;
+                continue;
+            }
+            known = false;
+            const Item match = Item::Match(candidate.Length, candidate.Formatted);
+            counts.Add(match);
+            queue_.Apply(match);
+            i += candidate.Length;
+        }
+        return bits + PriceOf(counts);
+    }
+
+ private:
+    // The best match at a place, and about how many bits it saves; no match saves nothing.
+    struct Candidate {
+        std::uint32_t Length = 0;
+        std::uint32_t Formatted = 0;
+        int Score = 0;
+    };
+    static constexpr int kByte = 8;
+    static constexpr int kOneLiteral = 4;   // what a literal costs more than its share of a match
+    static constexpr int kRepeatPrice = 4;  // of a match with the newest offset, the older ones one more each
+    static constexpr int kMatchPrice = 7;   // of any other, beside the bits of its offset
+
+    std::uint32_t AgreementAt(std::uint32_t i, std::uint32_t offset) const {
+        return Agreement(&bytes_[i - offset], &bytes_[i], 0, std::min(size_ - i, kMaxMatch));
+    }
+
+    static void Improve(Candidate& best, std::uint32_t length, std::uint32_t formatted, int price) {
+        const int score = static_cast<int>(length) * kByte - price;
+        if (score > best.Score) best = {length, formatted, score};
+    }
+
+    void Try(Candidate& best, std::uint32_t i, std::uint32_t place, std::uint32_t farthest,
+             std::uint32_t shortest) const {
+        if (place == 0 || i + 1 - place > farthest) return;
+        const std::uint32_t offset = i + 1 - place;
+        const std::uint32_t length = AgreementAt(i, offset);
+        if (length >= shortest)
+            Improve(best, length, offset + kOffsetBias,
+                    static_cast<int>(std::bit_width(offset)) + kMatchPrice);
+    }
+
+    // Finds the best match at `i` and enters the place.
+    Candidate Look(std::uint32_t i) {
+        Candidate best;
+        if (i + 4 > size_) return best;
+        for (std::uint32_t repeat = 0; repeat < kRepeats; ++repeat) {
+            const std::uint32_t offset = queue_.Offsets[repeat];
+            if (offset > i) continue;
+            const std::uint32_t length = AgreementAt(i, offset);
+            if (length >= 3) Improve(best, length, repeat, kRepeatPrice + static_cast<int>(repeat));
+        }
+        const std::uint32_t quad = GetU32(&bytes_[i]);
+        auto& places = places_[Hash(quad, kPlaceHashBits)];
+        for (const std::uint32_t place : places) Try(best, i, place, MaxOffset(kMaxWindowBits), 4);
+        std::uint32_t& triple = triples_[Hash(quad << 8, kTripleHashBits)];
+        if (best.Length < 4) Try(best, i, triple, kFarthestTriple, 3);
+        triple = i + 1;
+        std::copy_backward(places.begin(), places.end() - 1, places.end());
+        places[0] = i + 1;
+        return best;
+    }
+
+    std::span<const std::uint8_t> bytes_;
+    std::uint32_t size_;
+    std::vector<std::array<std::uint32_t, kPlaces>> places_;  // position + 1, newest first
+    std::vector<std::uint32_t> triples_;
+    RepeatQueue queue_;
+};
+
+}  // namespace
+
+double EstimatedBits(std::span<const std::uint8_t> bytes) {
+    return TrialParse(bytes).Run();
+}
+
+}  // namespace tools::cabarc::lzx

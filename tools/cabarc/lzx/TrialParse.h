@@ -1,0 +1,14 @@
+#pragma once
+// A quick estimate of what bytes will pack to, for choices that are made before the real parse: a lazy parse
+// with few candidates, priced by the entropy of its symbols. It is rough in size, but errs alike for two
+// forms of the same bytes.
+
+#include <cstdint>
+#include <span>
+
+namespace tools::cabarc::lzx {
+
+/// Returns about how many bits the bytes pack to.
+double EstimatedBits(std::span<const std::uint8_t> bytes);
+
+}  // namespace tools::cabarc::lzx
