@@ -1,0 +1,136 @@
+// The examples of docs/formats, byte for byte.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iomanip>
+#include <sstream>
+
+#include "tests/tools/cabarc/lzx/LzxDecoder.h"
+#include "tests/tools/shared/TestFolder.h"
+#include "tools/bfi/ImageBuilder.h"
+#include "tools/cabarc/Packer.h"
+#include "tools/cabarc/lzx/LzxEncoder.h"
+#include "tools/shared/HostFiles.h"
+
+namespace tests {
+namespace {
+
+using tools::testing::Bytes;
+using tools::testing::TestFolder;
+
+constexpr const char* kAnyByte = "xx";
+
+/// The bytes of an example as the page writes them, two characters each; "xx" is any byte.
+std::vector<std::string> Example(const std::string& page, const std::string& name) {
+    std::ifstream file(FORMAT_PAGES + page);
+    std::vector<std::string> words;
+    bool isInside = false;
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("    ") && isInside) {
+            std::istringstream text(line);
+            for (std::string word; text >> word;) words.push_back(word);
+        } else {
+            isInside = line == "<!-- example: " + name + " -->";
+        }
+    }
+    EXPECT_FALSE(words.empty()) << page << " has no example " << name;
+    return words;
+}
+
+/// Returns as many bytes from `offset` on as the example has, written as the page writes them.
+std::vector<std::string> Written(const Bytes& bytes, std::size_t offset,
+                                 const std::vector<std::string>& example) {
+    std::vector<std::string> words;
+    for (std::size_t i = 0; i < example.size() && offset + i < bytes.size(); ++i) {
+        std::ostringstream word;
+        word << std::uppercase << std::hex << std::setw(2) << std::setfill('0') << +bytes[offset + i];
+        words.push_back(example[i] == kAnyByte ? kAnyByte : word.str());
+    }
+    return words;
+}
+
+Bytes BytesOf(const std::vector<std::string>& words) {
+    Bytes bytes;
+    for (const std::string& word : words)
+        bytes.push_back(static_cast<std::uint8_t>(std::stoul(word, nullptr, 16)));
+    return bytes;
+}
+
+const tools::DosTime kExampleTime = tools::PackDosTime(1998, 5, 11, 20, 1, 2);
+
+/// The cabinet of hello.txt.
+Bytes HelloCabinet(tools::cabarc::Method::Kind method) {
+    const TestFolder folder;
+    folder.Write("hello.txt", {'H', 'e', 'l', 'l', 'o'}, kExampleTime, tools::kArchive);
+    tools::cabarc::CommandLine call;
+    call.Action = tools::cabarc::Command::New;
+    call.Compression.Type = method;
+    call.Cabinet = folder.Text("hello.cab");
+    call.Names = {folder.Text("hello.txt")};
+    Pack(call);
+    return folder.Read("hello.cab");
+}
+
+TEST(CabinetPage, ShowsTheCabinetOfAStoredFile) {
+    const auto example = Example("cabinet.md", "stored");
+    const Bytes cabinet = HelloCabinet(tools::cabarc::Method::Kind::Stored);
+    EXPECT_EQ(Written(cabinet, 0, example), example);
+    EXPECT_EQ(cabinet.size(), example.size());
+}
+
+TEST(CabinetPage, ShowsADataRecordOfMsZip) {
+    constexpr std::size_t kDataStart = 0x46;
+    const auto example = Example("cabinet.md", "mszip");
+    const Bytes cabinet = HelloCabinet(tools::cabarc::Method::Kind::MsZip);
+    EXPECT_EQ(Written(cabinet, kDataStart, example), example);
+    EXPECT_EQ(cabinet.size(), kDataStart + example.size());
+}
+
+TEST(LzxPage, ShowsAStoredFolder) {
+    const auto example = Example("lzx.md", "hello");
+    for (int windowBits = 15; windowBits <= 21; ++windowBits) {
+        FrameCollector frames;
+        tools::cabarc::lzx::LzxEncoder encoder(windowBits, {}, frames);
+        encoder.Write(Bytes{'H', 'e', 'l', 'l', 'o'});
+        encoder.Finish();
+        ASSERT_EQ(frames.Frames.size(), 1U);
+        EXPECT_EQ(Written(frames.Frames[0].Payload, 0, example), example);
+        EXPECT_EQ(frames.Frames[0].Payload.size(), example.size());
+    }
+}
+
+// How the encoder words a folder may change; what the page says of these bytes may not.
+TEST(LzxPage, ShowsAFolderOfOneLetter) {
+    const Bytes letters(300, 'a');
+    const FrameCollector::Frame frame{BytesOf(Example("lzx.md", "letters")), letters.size()};
+    LzxContents contents;
+    EXPECT_EQ(DecodeLzx({frame}, 15, &contents), letters);
+    EXPECT_EQ(contents.Verbatim, 1U);
+    EXPECT_FALSE(contents.Translated);
+}
+
+TEST(Fat12Page, ShowsTheStartsOfBootSectorFatAndRoot) {
+    constexpr std::size_t kSector = 512;
+    const TestFolder folder;
+    Bytes bootSector{0xEB, 0x3C, 0x90, 'M', 'S', 'W', 'I', 'N', '4', '.', '1'};
+    bootSector.resize(kSector);
+    bootSector[510] = 0x55;
+    bootSector[511] = 0xAA;
+    folder.Write("boot.bin", bootSector);
+    folder.Write("tree/IO.SYS", Bytes(600), kExampleTime, tools::kArchive);
+    folder.Write("tree/Read me.txt", {'H', 'e', 'l', 'l', 'o'}, kExampleTime, tools::kArchive);
+    tools::bfi::BuildImage({folder.Text("boot.bin"), "Velstart", tools::bfi::GeometryOfType("144"),
+                            folder.Text("disk.img"), folder.Text("tree")});
+    const Bytes image = folder.Read("disk.img");
+    const std::pair<const char*, std::size_t> examples[] = {
+        {"boot sector", 0}, {"fat", kSector}, {"root", 19 * kSector}};
+    for (const auto& [name, offset] : examples) {
+        const auto example = Example("fat12.md", name);
+        EXPECT_EQ(Written(image, offset, example), example) << name;
+    }
+}
+
+}  // namespace
+}  // namespace tests
