@@ -11,9 +11,9 @@ packages=(
     # running and looking
     wine wine64 xvfb xauth xdotool x11-utils qemu-system-x86
     # checking what was made
-    mtools dosfstools cabextract p7zip-full gcab libarchive-tools
+    mtools dosfstools cabextract p7zip-full gcab libarchive-tools libmspack-dev
     # keeping the source in order, and measuring
-    clang-format clang-tidy shellcheck hyperfine
+    clang libclang-rt-dev clang-format clang-tidy shellcheck hyperfine
 )
 
 missing=()
