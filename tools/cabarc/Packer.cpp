@@ -2,13 +2,17 @@
 
 #include <algorithm>
 #include <fstream>
+#include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
+#include "tools/cabarc/AsciiCase.h"
 #include "tools/cabarc/CabinetWriter.h"
 #include "tools/cabarc/Compressors.h"
 #include "tools/cabarc/FolderPlan.h"
 #include "tools/cabarc/MemberName.h"
 #include "tools/cabarc/SourceFiles.h"
+#include "tools/cabarc/Wildcard.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/OutputFile.h"
 #include "tools/shared/ToolError.h"
@@ -22,6 +26,43 @@ constexpr std::size_t kReadSize = 65536;
 
 bool IsAscii(const std::string& text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+/// The extension of the last part of a path, without its dot; empty when there is none.
+std::string_view ExtensionOf(std::string_view path) {
+    const std::size_t mark = path.find_last_of("/\\.");
+    return mark == std::string_view::npos || path[mark] != '.' ? std::string_view() : path.substr(mark + 1);
+}
+
+/// Whether the extension of `a` sorts before that of `b`; ASCII case does not matter.
+bool ExtensionIsLess(const SourceFile& a, const SourceFile& b) {
+    const std::string_view left = ExtensionOf(a.Path);
+    const std::string_view right = ExtensionOf(b.Path);
+    return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
+                                        [](char x, char y) { return FoldCase(x) < FoldCase(y); });
+}
+
+/// The same text for every spelling of a path: slashes and ASCII case.
+std::string Canonical(std::string path) {
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return UpperAscii(path);
+}
+
+/// Puts files of one kind side by side, as they have most in common. Only files that wildcards or the search
+/// through folders found in a row change places; whoever names files one by one may mean their order.
+void GroupByExtension(std::vector<SourceFile>& files, std::span<const std::string> names) {
+    std::unordered_set<std::string> named;
+    for (const std::string& name : names)
+        if (!HasWildcard(name)) named.insert(Canonical(name));
+    const auto isNamed = [&](const SourceFile& file) {
+        return !named.empty() && named.count(Canonical(file.Path)) != 0;
+    };
+    for (auto begin = files.begin(); begin != files.end();) {
+        begin = std::find_if_not(begin, files.end(), isNamed);
+        const auto end = std::find_if(begin, files.end(), isNamed);
+        std::stable_sort(begin, end, ExtensionIsLess);
+        begin = end;
+    }
 }
 
 CabinetMember MemberOf(const SourceFile& file, const CommandLine& call) {
@@ -78,7 +119,8 @@ void PackContents(const SourceFile& file, FolderCompressor& compressor, std::vec
 
 PackReport Pack(const CommandLine& call) {
     const std::filesystem::path target = PathFromUtf8(call.Cabinet);
-    const std::vector<SourceFile> files = FindSourceFiles(call.Names, call.Recurse, target);
+    std::vector<SourceFile> files = FindSourceFiles(call.Names, call.Recurse, target);
+    GroupByExtension(files, call.Names);
     CabinetDirectory directory;
     directory.Members = MembersOf(files, call);
     PlanFolders(directory, MethodCode(call.Compression));

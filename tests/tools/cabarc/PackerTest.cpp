@@ -74,6 +74,25 @@ TEST_F(Packer, SameInputGivesSameBytes) {
     }
 }
 
+TEST_F(Packer, WhatAWildcardFindsIsStoredByExtension) {
+    for (const char* name : {"a.txt", "b.EXE", "c", "d.TXT", "sub/e.exe", "sub/f", "sub.dir/g"})
+        WriteBytes(std::string("in/") + name, BytesOf(name));
+    PackWith({"-p", "-r", "-P", "in", "n", "out.cab", "in\\*.*"});
+    EXPECT_THAT(NamesIn("out.cab"),
+                ElementsAre("c", "sub\\f", "sub.dir\\g", "b.EXE", "sub\\e.exe", "a.txt", "d.TXT"));
+    const ParsedCabinet cabinet = Parse(ReadBytes("out.cab"));
+    EXPECT_EQ(cabinet.Members[4].Contents, BytesOf("sub/e.exe"));
+}
+
+TEST_F(Packer, FilesNamedOneByOneKeepTheirPlaces) {
+    for (const char* name : {"setup.inf", "b.exe", "a.dll", "z.txt", "y.com"})
+        WriteBytes(name, BytesOf(name));
+    PackWith({"n", "out.cab", "SETUP.INF", "b.exe", "a.dll"});
+    EXPECT_THAT(NamesIn("out.cab"), ElementsAre("setup.inf", "b.exe", "a.dll"));
+    PackWith({"n", "out.cab", "z.txt", "?.*", "setup.inf"});
+    EXPECT_THAT(NamesIn("out.cab"), ElementsAre("z.txt", "y.com", "a.dll", "b.exe", "setup.inf"));
+}
+
 TEST_F(Packer, OnlyEmptyFilesMakeACabinetWithoutData) {
     WriteBytes("in/a", {});
     WriteBytes("in/b", {});
