@@ -99,7 +99,7 @@ std::vector<Bytes> Seeds() {
     Bytes large{0, kLargeMark, 2, 30, 0, 9, 6, 3, 0, 5};
     for (std::uint8_t i = 0; i < 72; ++i) {
         const auto other = static_cast<std::uint8_t>(i * 37);
-        const std::uint8_t kind = i % 3 == 0 ? static_cast<std::uint8_t>(3 + i % 8) : 1;
+        const auto kind = static_cast<std::uint8_t>(i % 3 == 0 ? 3 + i % 8 : 1);
         if (kind == 1) {
             large.insert(large.end(), {kind, 3, 0, other, other, i, 1});
         } else {
