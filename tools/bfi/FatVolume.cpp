@@ -8,11 +8,16 @@ namespace tools::bfi {
 namespace {
 
 constexpr std::uint32_t kEndOfChain = 0xFFF;
+// Enough for many small files, and little enough for a processor's cache.
+constexpr std::size_t kGatherBytes = 32UL * 1024;
 
 }  // namespace
 
 FatVolume::FatVolume(const Geometry& geometry, tools::OutputFile& image)
-    : geometry_(geometry), image_(image), head_(geometry.DataSector() * kSectorBytes) {
+    : geometry_(geometry),
+      image_(image),
+      head_(geometry.DataSector() * kSectorBytes),
+      gathered_(kGatherBytes) {
     SetFatEntry(0, 0xF00U | kMediaByte);
     SetFatEntry(1, kEndOfChain);
 }
@@ -27,9 +32,20 @@ std::uint32_t FatVolume::Allocate(std::uint64_t bytes) {
     return first;
 }
 
-void FatVolume::Store(std::uint32_t cluster, std::span<const std::uint8_t> bytes) {
-    image_.WriteAt(head_.size() + (cluster - kFirstCluster) * geometry_.ClusterBytes(), bytes);
-    contents_.Add(bytes);
+void FatVolume::Store(std::uint32_t cluster, std::size_t size,
+                      const std::function<void(std::span<std::uint8_t>)>& fill) {
+    const std::size_t wholeBytes = geometry_.ClustersFor(size) * geometry_.ClusterBytes();
+    const bool follows = OffsetOf(cluster) == gatheredOffset_ + gatheredBytes_;
+    if (!follows || gatheredBytes_ + wholeBytes > gathered_.size()) {
+        WriteGathered();
+        gatheredOffset_ = OffsetOf(cluster);
+        if (wholeBytes > gathered_.size()) gathered_.resize(wholeBytes);
+    }
+    const auto place = std::span(gathered_).subspan(gatheredBytes_, wholeBytes);
+    fill(place.first(size));
+    contents_.Add(place.first(size));
+    std::fill(place.begin() + static_cast<std::ptrdiff_t>(size), place.end(), std::uint8_t{0});
+    gatheredBytes_ += wholeBytes;
 }
 
 std::span<std::uint8_t> FatVolume::RootDirectory() {
@@ -38,6 +54,7 @@ std::span<std::uint8_t> FatVolume::RootDirectory() {
 }
 
 void FatVolume::Finish(const BootSector& bootSector) {
+    WriteGathered();
     const auto firstFat = head_.begin() + kReservedSectors * kSectorBytes;
     const auto fatBytes = static_cast<std::ptrdiff_t>(geometry_.SectorsPerFat * kSectorBytes);
     std::copy(firstFat, firstFat + fatBytes, firstFat + fatBytes);
@@ -46,6 +63,15 @@ void FatVolume::Finish(const BootSector& bootSector) {
     SetSerialNumber(head_, contents_.Value());
     image_.Resize(geometry_.ImageBytes());
     image_.WriteAt(0, head_);
+}
+
+std::uint64_t FatVolume::OffsetOf(std::uint32_t cluster) const {
+    return head_.size() + (cluster - kFirstCluster) * geometry_.ClusterBytes();
+}
+
+void FatVolume::WriteGathered() {
+    image_.WriteAt(gatheredOffset_, std::span(gathered_).first(gatheredBytes_));
+    gatheredBytes_ = 0;
 }
 
 // Entries are 12 bits wide: two share three bytes.

@@ -1,10 +1,11 @@
 #pragma once
 // A floppy with a FAT12 file system while it is being filled. Space is given out from the start of the data
 // area and never taken back, so that every file and folder lies in one piece, as old boot sectors need it.
-// The data go to the image at once; what lies before them (boot sector, allocation tables, root directory) is
-// kept until the end.
+// The data go to the image as they come, small files together; what lies before them (boot sector, allocation
+// tables, root directory) is kept until the end.
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -25,9 +26,10 @@ class FatVolume {
     /// bytes. The caller has checked that the volume has room.
     std::uint32_t Allocate(std::uint64_t bytes);
 
-    /// Writes `bytes` to the image from the start of `cluster`. Throws ToolError when the image cannot be
-    /// written.
-    void Store(std::uint32_t cluster, std::span<const std::uint8_t> bytes);
+    /// Stores `size` bytes from the start of `cluster` on; `fill` gets the place for them and writes every
+    /// one of them there. Throws ToolError when the image cannot be written, and what `fill` throws.
+    void Store(std::uint32_t cluster, std::size_t size,
+               const std::function<void(std::span<std::uint8_t>)>& fill);
 
     /// Returns the root directory's sectors, as long as the volume lives.
     std::span<std::uint8_t> RootDirectory();
@@ -38,12 +40,18 @@ class FatVolume {
     void Finish(const BootSector& bootSector);
 
  private:
+    /// Returns where a cluster begins in the image, in bytes.
+    std::uint64_t OffsetOf(std::uint32_t cluster) const;
+    void WriteGathered();
     void SetFatEntry(std::uint32_t cluster, std::uint32_t value);
 
     const Geometry& geometry_;
     tools::OutputFile& image_;
     std::vector<std::uint8_t> head_;  // all sectors before the data area
     std::uint32_t nextCluster_ = kFirstCluster;
+    std::vector<std::uint8_t> gathered_;  // its first gatheredBytes_ bytes are still to be written
+    std::size_t gatheredBytes_ = 0;       // whole clusters
+    std::uint64_t gatheredOffset_ = 0;    // where they go in the image, in bytes
     Fingerprint contents_;
 };
 

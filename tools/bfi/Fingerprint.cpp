@@ -20,16 +20,21 @@ std::uint64_t Mix(std::uint64_t state, std::uint64_t word) {
 }  // namespace
 
 void Fingerprint::Add(std::span<const std::uint8_t> bytes) {
-    lanes_[0] = Mix(lanes_[0], bytes.size());
-    while (bytes.size() >= kLanes * kWordBytes) {
+    // A copy: the compiler could not keep the members in registers while it reads bytes that may be theirs.
+    std::array<std::uint64_t, kLanes> lanes = lanes_;
+    lanes[0] = Mix(lanes[0], bytes.size());
+    const std::uint8_t* place = bytes.data();
+    for (std::size_t left = bytes.size() / kGroupBytes; left > 0; --left, place += kGroupBytes) {
+// Only what is unrolled stays in registers.
+#pragma GCC unroll 8
         for (std::size_t lane = 0; lane < kLanes; ++lane)
-            lanes_[lane] = Mix(lanes_[lane], tools::GetU64(bytes.data() + lane * kWordBytes));
-        bytes = bytes.subspan(kLanes * kWordBytes);
+            lanes[lane] = Mix(lanes[lane], tools::GetU64(place + lane * kWordBytes));
     }
-    std::array<std::uint8_t, kLanes * kWordBytes> last{};
-    std::copy(bytes.begin(), bytes.end(), last.begin());
+    std::array<std::uint8_t, kGroupBytes> last{};
+    std::copy_n(place, bytes.size() % kGroupBytes, last.begin());
     for (std::size_t lane = 0; lane < kLanes; ++lane)
-        lanes_[lane] = Mix(lanes_[lane], tools::GetU64(last.data() + lane * kWordBytes));
+        lanes[lane] = Mix(lanes[lane], tools::GetU64(last.data() + lane * kWordBytes));
+    lanes_ = lanes;
 }
 
 std::uint32_t Fingerprint::Value() const {

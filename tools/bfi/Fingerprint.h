@@ -18,10 +18,11 @@ class Fingerprint {
 
  private:
     static constexpr std::size_t kWordBytes = 8;
-    static constexpr std::size_t kLanes = 4;
+    static constexpr std::size_t kLanes = 8;
+    static constexpr std::size_t kGroupBytes = kLanes * kWordBytes;
 
-    /// Words go to the lanes in turn, so that the processor mixes four at a time.
-    std::array<std::uint64_t, kLanes> lanes_{1, 2, 3, 4};
+    /// Words go to the lanes in turn, so that the processor mixes several at a time.
+    std::array<std::uint64_t, kLanes> lanes_{1, 2, 3, 4, 5, 6, 7, 8};
 };
 
 }  // namespace tools::bfi

@@ -49,7 +49,9 @@ class VolumeFiller {
             // The number 0, which clusters_ holds for the root, is how ".." names the root.
             table.Add(kParentFolder, {kFolderAttribute, folder.Modified, clusters_[folder.Parent], 0});
             FillTable(index, table);
-            volume_.Store(clusters_[index], bytes);
+            volume_.Store(clusters_[index], bytes.size(), [&](std::span<std::uint8_t> place) {
+                std::copy(bytes.begin(), bytes.end(), place.begin());
+            });
         }
     }
 
@@ -82,24 +84,19 @@ class VolumeFiller {
         } else {
             facts.Size = static_cast<std::uint32_t>(entry.Host.Size);
             facts.FirstCluster = volume_.Allocate(entry.Host.Size);
-            if (facts.Size > 0)
-                CopyFile(folder.Path / tools::PathFromUtf8(entry.Host.Name), facts.FirstCluster, facts.Size);
+            if (facts.Size > 0) {
+                const std::filesystem::path file = folder.Path / tools::PathFromUtf8(entry.Host.Name);
+                volume_.Store(facts.FirstCluster, facts.Size,
+                              [&](std::span<std::uint8_t> place) { tools::ReadWhole(file, place); });
+            }
         }
         table.Add(entry.Name, facts);
-    }
-
-    void CopyFile(const std::filesystem::path& file, std::uint32_t cluster, std::size_t size) {
-        if (buffer_.size() < size) buffer_.resize(size);
-        const std::span<std::uint8_t> bytes = std::span(buffer_).first(size);
-        tools::ReadWhole(file, bytes);
-        volume_.Store(cluster, bytes);
     }
 
     FatVolume& volume_;
     const SourceTree& tree_;
     const ShortName& label_;
     std::vector<std::uint32_t> clusters_;  // first cluster of each folder of the tree; 0 for the root
-    std::vector<std::uint8_t> buffer_;     // one file at a time; memory is touched once and used again
 };
 
 }  // namespace

@@ -2,9 +2,11 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <ctime>
@@ -139,20 +141,17 @@ std::vector<HostFile> ListFolder(const std::filesystem::path& folder) {
 void ReadWhole(const std::filesystem::path& file, std::span<std::uint8_t> bytes) {
     const Descriptor input(open(file.c_str(), O_RDONLY | O_CLOEXEC));
     if (input.Number < 0) throw ToolError(Utf8FromPath(file) + ": cannot be opened: " + Reason(errno));
-    std::size_t done = 0;
-    for (;;) {
-        // Once all bytes are there, one more is asked for, so that a file that has grown is noticed.
-        std::uint8_t surplus = 0;
-        const bool isFull = done == bytes.size();
-        const ssize_t count = isFull ? read(input.Number, &surplus, 1)
-                                     : read(input.Number, bytes.data() + done, bytes.size() - done);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) throw ToolError(Utf8FromPath(file) + ": cannot be read: " + Reason(errno));
-        if (isFull ? count > 0 : count == 0)
-            throw ToolError(Utf8FromPath(file) + ": changed while it was being read");
-        if (isFull) return;
-        done += static_cast<std::size_t>(count);
-    }
+    // One byte more than expected is asked for, so that a file that has grown is noticed: the count that
+    // comes back tells all in one call, since only the end of an ordinary file makes it short.
+    std::uint8_t surplus = 0;
+    const std::array<iovec, 2> places{iovec{bytes.data(), bytes.size()}, iovec{&surplus, 1}};
+    ssize_t count = 0;
+    do {
+        count = readv(input.Number, places.data(), static_cast<int>(places.size()));
+    } while (count < 0 && errno == EINTR);
+    if (count < 0) throw ToolError(Utf8FromPath(file) + ": cannot be read: " + Reason(errno));
+    if (static_cast<std::size_t>(count) != bytes.size())
+        throw ToolError(Utf8FromPath(file) + ": changed while it was being read");
 }
 
 bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime modified, std::uint8_t attributes) {
@@ -177,6 +176,7 @@ bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime modified, s
 
 PartFile::PartFile(const std::filesystem::path& target) : target_(target), part_(target), handle_(-1) {
     part_ += ".unfinished~";
+    bool isEmpty = false;
     for (;;) {
         const int file = open(part_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);
         if (file < 0) throw ToolError(Utf8FromPath(target) + ": cannot be written: " + Reason(errno));
@@ -193,8 +193,12 @@ PartFile::PartFile(const std::filesystem::path& target) : target_(target), part_
             continue;
         }
         handle_ = file;
+        isEmpty = opened.st_size == 0;
         break;
     }
+    // A new file is left as it is: some file systems write a file that was cut short to the device when it is
+    // closed.
+    if (isEmpty) return;
     if (ftruncate(static_cast<int>(handle_), 0) != 0) {
         const int error = errno;
         close(static_cast<int>(handle_));
