@@ -14,6 +14,10 @@ bool CanBeRead(const std::string& file) {
                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)));
 }
 
+std::uint64_t Joined(DWORD high, DWORD low) {
+    return (static_cast<std::uint64_t>(high) << 32) | low;
+}
+
 bool MeansNothingThere(DWORD error) {
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_NO_MORE_FILES ||
            error == ERROR_INVALID_NAME || error == ERROR_DIRECTORY;
@@ -54,6 +58,17 @@ void CopyFileOver(const std::string& source, const std::string& destination) {
 void DeleteFileAt(const std::string& file) {
     MakeWritable(file);
     if (::DeleteFileA(file.c_str()) == 0) RaiseLastSystemError(file);
+}
+
+std::optional<FileVersion> VersionOf(const std::string& file) {
+    // No access is asked for, so a file that another program holds can be looked at as well.
+    const FileHandle opened(::CreateFileA(file.c_str(), 0,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                          OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    BY_HANDLE_FILE_INFORMATION facts{};
+    if (!opened || ::GetFileInformationByHandle(opened.Get(), &facts) == 0) return std::nullopt;
+    return FileVersion{Joined(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime),
+                       Joined(facts.nFileIndexHigh, facts.nFileIndexLow)};
 }
 
 void RenameFileTo(const std::string& file, const std::string& newName) {

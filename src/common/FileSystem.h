@@ -3,6 +3,7 @@
 // mapped from the system's error, the file named) when it cannot. Helpers that report failure by their result
 // instead are in SetupCommon.
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -46,6 +47,16 @@ void DeleteFileAt(const std::string& file);
 
 /// Clears the read-only, hidden and system attributes of `file`, if it is there.
 void MakeWritable(const std::string& file);
+
+/// What tells a file from the one that stood in its place before.
+struct FileVersion {
+    std::uint64_t Written = 0;   ///< last write, in 100 nanoseconds since 1601 (UTC)
+    std::uint64_t Identity = 0;  ///< the file system's own number of the file
+    bool operator==(const FileVersion&) const = default;
+};
+
+/// Returns the version of `file`, or nothing when there is no such file.
+std::optional<FileVersion> VersionOf(const std::string& file);
 
 /// Renames or moves a file on one drive; an existing destination is an error (58).
 void RenameFileTo(const std::string& file, const std::string& newName);

@@ -13,6 +13,7 @@ enum class ExitCode : int {
     DosFilesMissing = 4,  ///< the DOS system files are not there and could not be imported
     AlreadyRunning = 5,   ///< another instance of the program runs in this folder
     InternalError = 6,    ///< an error that no step handles; a message named it
+    NoImage = 7,          ///< the build reached its end, but the image tool has left no new image
 };
 
 /// Thrown to end the program with `Code`. Deliberately not a std::exception: no handler but the entry's takes

@@ -1,5 +1,7 @@
 #include "src/disk/FloppyImage.h"
 
+#include <optional>
+
 #include "src/common/FileSystem.h"
 #include "src/common/Text.h"
 #include "src/disk/ExternalTools.h"
@@ -25,10 +27,13 @@ void CreateImageFromDir(Application& app) {
     const std::string folder = RelativeToApplication(app, app.StagingFolder);
     const std::string size = app.Wizard.OptImage14.Value ? "144" : "288";
     ChangeDriveAndFolder(app.ApplicationFolder);
+    const std::optional<FileVersion> former = VersionOf(image);
     RunTool(app,
             app.PathOf("bfi.exe") + " -b=files\\bootsect.bin -l=Velstart -t=" + size + " -f=\"" + image +
                 "\" " + folder,
             ToolWindow::Hidden);
+    const std::optional<FileVersion> made = VersionOf(image);
+    app.ImageMissing = !made || made == former;
 }
 
 void FloppyImageLabels(Application& app, bool isImage) {

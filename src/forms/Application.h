@@ -40,6 +40,7 @@ struct Application {
     bool SetupWinIncluded = false;
     bool SetupNTIncluded = false;
     bool RunEnded = false;      ///< a run is over or was cancelled
+    bool ImageMissing = false;  ///< the image tool has run and has left no new image
     std::string StagingFolder;  ///< of the current run; "" before there is one
 
     /// Names the staging folders. Never seeded from the clock: every start tries the same sequence of names.

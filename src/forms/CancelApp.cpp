@@ -51,7 +51,8 @@ bool RunGuarded(Application& app, const std::function<void()>& step) {
 
 ExitCode CodeOfLastRun(const Application& app) {
     const bool canceled = app.RunEnded && app.Wizard.LblFinish.Caption == kOutcomeCanceled;
-    return canceled ? ExitCode::Canceled : ExitCode::Built;
+    if (canceled) return ExitCode::Canceled;
+    return app.ImageMissing ? ExitCode::NoImage : ExitCode::Built;
 }
 
 }  // namespace velbooter

@@ -131,7 +131,7 @@ void RunBatch(Application& app, const CommandLineValues& values) {
     if (values.ParameterError) ConfirmParameters(app, values);
     ShowWaitWindow(app, true);
     if (!RunGuarded(app, [&] { Build(app, values); })) EndRun(app, ExitCode::InternalError);
-    EndRun(app, app.RunEnded ? ExitCode::Canceled : ExitCode::Built);
+    EndRun(app, CodeOfLastRun(app));
 }
 
 }  // namespace velbooter

@@ -33,7 +33,7 @@ void ExpectTheNextRunWorks(const ApplicationFolder& folder) {
 // other.
 void ExpectARunThatKeepsTheOldImage(const ApplicationFolder& folder) {
     ProgramUnderTest program(folder, " custom out\\disk.img");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::NoImage));
     EXPECT_THAT(folder.Names("out"), ElementsAre("disk.img"));
     ExpectNoWorkingFiles(folder);
 }

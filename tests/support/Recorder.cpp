@@ -7,8 +7,9 @@
 //   wait|MILLISECONDS  waits, without a message queue
 //   idle|MILLISECONDS  waits for input that long, with a message queue
 //   signal|HANDLE      sets the inherited event
-//   tree|FILE          lists the files below the folder that is its last argument into FILE, sorted, with
-//   their sizes extract            plays an extractor: makes FOLDER\NAME of "... CABINET NAME /l FOLDER\"
+//   tree|FILE          lists the files below its last argument into FILE, sorted, with their sizes
+//   image              plays an image tool: makes FILE of '... -f="FILE" FOLDER' and its folders
+//   extract            plays an extractor: makes FOLDER\NAME of "... CABINET NAME /l FOLDER\"
 //   expand             plays an expander: makes FOLDER\NAME of "... -f:NAME "FOLDER\""
 #include <windows.h>
 
@@ -47,6 +48,12 @@ std::vector<std::string> Words(const std::string& line) {
 
 void MakeFile(const std::string& file, const std::string& maker) {
     std::ofstream(file, std::ios::binary) << "made by " << maker;
+}
+
+void MakeImage(const std::filesystem::path& image, const std::string& maker) {
+    std::error_code none;
+    std::filesystem::create_directories(image.parent_path(), none);
+    MakeFile(image.string(), maker);
 }
 
 /// Returns the text between `before` and the next `after` in `text`.
@@ -105,6 +112,7 @@ int main() {
         if (verb == "idle") WaitForInput(number);
         if (verb == "signal") SetEvent(reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(number)));
         if (verb == "tree") ListTree(commandLine.substr(commandLine.rfind(' ') + 1), value);
+        if (verb == "image") MakeImage(Between(commandLine, "-f=\"", "\""), own.substr(own.rfind('\\') + 1));
         if (verb == "extract") {
             const std::string member = Between(commandLine, ".CAB ", " ");
             MakeFile(Between(commandLine, "/l ", " ") + member, member);

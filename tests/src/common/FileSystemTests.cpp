@@ -28,6 +28,27 @@ class FileFunctions : public ::testing::Test {
     ApplicationFolder Folder;
 };
 
+TEST_F(FileFunctions, AVersionChangesWithTheContentsAndWithTheFile) {
+    EXPECT_FALSE(VersionOf(Folder.At("a.img")).has_value());
+    EXPECT_FALSE(VersionOf(Folder.At("none\\a.img")).has_value());
+    EXPECT_FALSE(VersionOf("").has_value());
+    Folder.Write("a.img", "1");
+    const auto first = VersionOf(Folder.At("a.img"));
+    ASSERT_TRUE(first.has_value());
+    EXPECT_EQ(first, VersionOf(Folder.At("a.img"))) << "looking changes nothing";
+    const LockedFile held(Folder.At("a.img"));
+    EXPECT_EQ(first, VersionOf(Folder.At("a.img"))) << "a file in use";
+}
+
+TEST_F(FileFunctions, AFileInThePlaceOfAnotherIsAnotherVersion) {
+    Folder.Write("a.img", "1");
+    const auto first = VersionOf(Folder.At("a.img"));
+    CopyFileOver(Folder.At("a.img"), Folder.At("b.img"));  // the copy has the original's time
+    DeleteFileAt(Folder.At("a.img"));
+    RenameFileTo(Folder.At("b.img"), Folder.At("a.img"));
+    EXPECT_NE(first, VersionOf(Folder.At("a.img")));
+}
+
 TEST_F(FileFunctions, AListingGivesHiddenEntriesAndTheFolderItself) {
     Folder.Write("t\\b.txt");
     Folder.Write("t\\a.txt");

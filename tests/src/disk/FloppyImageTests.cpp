@@ -97,6 +97,25 @@ TEST_F(FloppyImages, NothingIsSaidAboutAFailingOrMissingTool) {
     EXPECT_FALSE(App.RunEnded);
 }
 
+TEST_F(FloppyImages, ANewImageIsToldFromNoneAndFromAnOldOne) {
+    const std::string target = Folder.At("out\\a.img");
+    Arguments(target);
+    EXPECT_TRUE(App.ImageMissing) << "none";
+    Folder.MakeTool("bfi.exe", "image\n");
+    Arguments(target);
+    EXPECT_FALSE(App.ImageMissing) << "the first one";
+    Arguments(target);
+    EXPECT_FALSE(App.ImageMissing) << "written again";
+    Folder.MakeTool("bfi.exe", "exit|1\n");
+    Arguments(target);
+    EXPECT_TRUE(App.ImageMissing) << "the old one";
+    const std::string elsewhere = Folder.Write("elsewhere\\b.img");
+    App.ApplicationFolder = Folder.MakeFolder("app");
+    App.Wizard.TxtDest.Text = elsewhere;
+    CreateImageFromDir(App);
+    EXPECT_TRUE(App.ImageMissing) << "an old one outside the application folder";
+}
+
 TEST_F(FloppyImages, TheEndOfTheToolIsAwaited) {
     Folder.MakeTool("bfi.exe", "wait|500\ncreate|a.img\n");
     Arguments(Folder.At("a.img"));

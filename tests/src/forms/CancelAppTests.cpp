@@ -36,6 +36,14 @@ TEST_F(Canceling, TheWorkingFilesAreDeleted) {
     ExpectCleanFolder();
 }
 
+TEST_F(Canceling, TheCodeTellsHowTheLastRunEnded) {
+    EXPECT_EQ(ExitCode::Built, CodeOfLastRun(App)) << "no run";
+    App.ImageMissing = true;
+    EXPECT_EQ(ExitCode::NoImage, CodeOfLastRun(App));
+    CancelApp(App);
+    EXPECT_EQ(ExitCode::Canceled, CodeOfLastRun(App));
+}
+
 TEST_F(Canceling, WithoutWorkingFilesNothingHappens) {
     CancelApp(App);
     EXPECT_TRUE(App.RunEnded);

@@ -25,7 +25,7 @@ class BatchModeTest : public ApplicationTest {
         for (const char* name : {"IO.SYS", "MSDOS.SYS", "COMMAND.COM"}) {
             Folder.Write(std::string("files\\base_files\\") + name, name);
         }
-        Folder.MakeTool("bfi.exe", "tree|tree.txt\n");
+        Folder.MakeTool("bfi.exe", "tree|tree.txt\nimage\n");
     }
 
     /// Writes the catalogue of `disks` and their configuration files, that of the custom row included.

@@ -26,7 +26,7 @@ class BuildRun : public ApplicationTest {
         App.Wizard.LblMsg3.Caption = "Step three";
         App.Wizard.LblMsg4.Caption = "Step four";
         App.Wizard.LblFinish.Caption = "";
-        Folder.MakeTool("bfi.exe", "tree|tree.txt\ncreate|out.img\n");
+        Folder.MakeTool("bfi.exe", "tree|tree.txt\nimage\n");
     }
     void Add(const std::string& entry, const std::string& content) {
         Folder.Write("cabs\\" + entry, content);

@@ -21,7 +21,7 @@ class ProgramStart : public ApplicationTest {
         Folder.Write("files\\disklist.ini", "[Disks_List]\r\nCount=1\r\n[1]\r\nName=mydisk\r\n");
         Folder.Write("files\\mydisk.ini", "[Copy_Files]\r\nIO.SYS=IO.SYS\r\nCOMMAND.COM=COMMAND.COM\r\n");
         Folder.Write("files\\base_files\\MSDOS.SYS");
-        Folder.MakeTool("bfi.exe", "tree|tree.txt\n");
+        Folder.MakeTool("bfi.exe", "tree|tree.txt\nimage\n");
     }
     /// Returns how the program has ended; nothing when it lives on with its wizard.
     std::optional<ExitCode> Start(const std::string& commandLine) {

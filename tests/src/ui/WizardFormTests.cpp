@@ -42,8 +42,14 @@ TEST_F(WizardForm, ClosingAfterACancelledRunTellsSo) {
     EXPECT_EQ(ExitCode::Canceled, Unload());
 }
 
-TEST_F(WizardForm, ClosingAfterABuildTellsSuccess) {
+TEST_F(WizardForm, ClosingAfterABuildTellsWhetherAnImageIsThere) {
     App.Wizard.LstFiles.Clear();
+    App.Wizard.TxtDest.Text = Folder.At("a.img");
+    CmdFinish_Click(App);
+    EXPECT_EQ(ExitCode::NoImage, Unload());
+    Folder.MakeTool("bfi.exe", "image\n");
+    Folder.Write("Drivers.ini");
+    App.RunEnded = false;
     CmdFinish_Click(App);
     EXPECT_EQ(ExitCode::Built, Unload());
 }
