@@ -98,8 +98,8 @@ class PartFile {
     /// Cuts the part off or extends it with zeros to `size` bytes. Throws ToolError naming the target.
     void Resize(std::uint64_t size);
 
-    /// Closes the part and renames it over the target. Throws ToolError naming the target, which is then
-    /// untouched.
+    /// Closes the part and renames it over the target. On Windows a target that another program holds open is
+    /// waited for, five seconds at most. Throws ToolError naming the target, which is then untouched.
     void MoveToTarget();
 
  private:

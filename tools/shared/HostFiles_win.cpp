@@ -22,6 +22,8 @@ constexpr wchar_t kLongNetworkPrefix[] = L"\\\\?\\UNC\\";
 constexpr std::size_t kLongPrefixLength = 4;
 constexpr std::size_t kLongNetworkPrefixLength = 8;
 constexpr DWORD kLargestPiece = 1U << 30;
+constexpr ULONGLONG kReplacePatience = 5000;  // milliseconds
+constexpr DWORD kReplaceStep = 50;            // milliseconds
 
 // Returns whether `wide` could be expressed, which names with half a surrogate pair cannot.
 bool ConvertToUtf8(const std::wstring& wide, std::string& text) {
@@ -179,6 +181,24 @@ bool RenameOpenFile(HANDLE file, const std::wstring& target) {
     std::memcpy(request.data() + offsetof(FILE_RENAME_INFO, FileName), target.data(), nameBytes);
     return SetFileInformationByHandle(file, FileRenameInfo, request.data(),
                                       static_cast<DWORD>(request.size())) != 0;
+}
+
+bool MeansInUse(DWORD error) {
+    return error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
+}
+
+// What a virus scanner, an indexer or a backup holds is free again in a moment, so a target in use is waited
+// for. Between the tries the file is marked for deletion: it goes away with a process that is killed then.
+bool RenameOnceTargetIsFree(HANDLE file, const std::wstring& target, DWORD& error) {
+    const ULONGLONG end = GetTickCount64() + kReplacePatience;
+    for (;;) {
+        MarkForDeletion(file, false);
+        if (RenameOpenFile(file, target)) return true;
+        error = GetLastError();
+        if (!MeansInUse(error) || GetTickCount64() >= end) return false;
+        MarkForDeletion(file, true);
+        Sleep(kReplaceStep);
+    }
 }
 
 HANDLE AsHandle(std::intptr_t value) {
@@ -376,10 +396,9 @@ void PartFile::Resize(std::uint64_t size) {
 
 void PartFile::MoveToTarget() {
     const fs::path longTarget = LongPath(target_);
-    MarkForDeletion(AsHandle(handle_), false);
-    bool isMoved = RenameOpenFile(AsHandle(handle_), longTarget.native());
-    DWORD error = GetLastError();
-    if (!isMoved && error != ERROR_ACCESS_DENIED && error != ERROR_SHARING_VIOLATION) {
+    DWORD error = ERROR_SUCCESS;
+    bool isMoved = RenameOnceTargetIsFree(AsHandle(handle_), longTarget.native(), error);
+    if (!isMoved && !MeansInUse(error)) {
         // Some network file systems do not rename an open file.
         CloseHandle(AsHandle(handle_));
         handle_ = -1;
@@ -388,9 +407,9 @@ void PartFile::MoveToTarget() {
         if (!isMoved) DeleteFileW(part_.c_str());
     }
     if (!isMoved) {
-        const bool isInUse = error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
-        throw ToolError(Utf8FromPath(target_) + ": cannot be replaced: " +
-                        (isInUse ? "another program is using it, or it is protected" : Reason(error)));
+        throw ToolError(
+            Utf8FromPath(target_) + ": cannot be replaced: " +
+            (MeansInUse(error) ? "another program is using it, or it is protected" : Reason(error)));
     }
     if (handle_ != -1) CloseHandle(AsHandle(handle_));
     handle_ = -1;

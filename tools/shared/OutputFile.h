@@ -37,9 +37,9 @@ class OutputFile {
     /// Number of bytes written by Write so far.
     std::uint64_t Size() const;
 
-    /// Closes the part and puts it in the place of the target. Throws ToolError naming the target when it is
-    /// in use or cannot be replaced; the part is then removed and the old target is untouched. To be called
-    /// once, last.
+    /// Closes the part and puts it in the place of the target. On Windows a target that another program holds
+    /// is waited for, five seconds at most. Throws ToolError naming the target when it stays in use or cannot
+    /// be replaced; the part is then removed and the old target is untouched. To be called once, last.
     void Commit();
 
  private:

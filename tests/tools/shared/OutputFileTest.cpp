@@ -12,6 +12,7 @@
 #endif
 
 #include <fstream>
+#include <thread>
 
 #include "tests/tools/shared/TestFolder.h"
 #include "tools/shared/ToolError.h"
@@ -201,12 +202,36 @@ TEST_F(KilledRun, LeavesTheOldTargetAndDoesNotHinderTheNext) {
 }
 
 #ifdef _WIN32
+// Opens a file as most programs do: it can be read and written beside them, but neither deleted nor replaced.
+HANDLE HoldOpen(const std::filesystem::path& path) {
+    const HANDLE holder = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                      OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(holder, INVALID_HANDLE_VALUE);
+    return holder;
+}
+
+TEST(OutputFile, ATargetInUseForAMomentIsWaitedFor) {
+    const TestFolder folder;
+    folder.Write("target", "old");
+    const HANDLE reader = HoldOpen(folder.Path("target"));
+    OutputFile file(folder.Path("target"));
+    file.Write(Bytes{'n', 'e', 'w'});
+    std::thread release([&] {
+        constexpr DWORD kMoment = 300;
+        Sleep(kMoment);
+        CloseHandle(reader);
+    });
+    const std::string error = ErrorOf([&] { file.Commit(); });
+    release.join();
+    EXPECT_EQ(error, "(no error)");
+    EXPECT_EQ(folder.Read("target"), (Bytes{'n', 'e', 'w'}));
+    EXPECT_THAT(folder.Names(), ElementsAre("target"));
+}
+
 TEST(OutputFile, ATargetInUseStaysAsItIs) {
     const TestFolder folder;
     folder.Write("target", "old");
-    const HANDLE reader = CreateFileW(folder.Path("target").c_str(), GENERIC_READ,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE(reader, INVALID_HANDLE_VALUE);
+    const HANDLE reader = HoldOpen(folder.Path("target"));
     {
         OutputFile file(folder.Path("target"));
         file.Write(NoiseBytes(100, 1));
