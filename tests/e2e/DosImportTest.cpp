@@ -160,7 +160,7 @@ TEST_F(DosImport, CabinetsAreUnpackedWithExpandOfWindows) {
     EXPECT_EQ(Program().Message(), ImportQuestion());
     // Wine calls for help at the key alone; its button leaves the box standing.
     Program().PressAndKeep("Help");
-    ASSERT_TRUE(TypeKeys("F1"));
+    ASSERT_TRUE(TypeKeys(Program().ProcessId(), "F1"));
     Program().HelpWindow();
     EXPECT_THAT(help.Lines(), testing::ElementsAre("owner 0 file " + folder_.Path("corvane_help.chm") +
                                                    ">Down command 15 data 1420"));

@@ -288,9 +288,9 @@ TEST_F(DriverSelection, ContextMenuSortsWithoutAMouse) {
 
 TEST_F(DriverSelection, KeyboardOfTheScreenReachesTheList) {
     const SelectionWindow window = Open();
-    ASSERT_TRUE(TypeKeys("Down space"));
+    ASSERT_TRUE(TypeKeys(Program().ProcessId(), "Down space"));
     EXPECT_TRUE(Eventually([&] { return window.Ticked() == Names{"EL90X", "RTL8139"}; }));
-    ASSERT_TRUE(TypeKeys("Return"));
+    ASSERT_TRUE(TypeKeys(Program().ProcessId(), "Return"));
     EXPECT_THAT(OnDisk(), ElementsAre("EL90X.CAB", "RTL8139.CAB"));
 }
 

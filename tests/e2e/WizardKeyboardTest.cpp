@@ -20,12 +20,13 @@ using Ids = std::vector<int>;
 
 class WizardKeyboard : public WizardTest {
  protected:
-    static void Type(const std::string& keys) {
-        if (!TypeKeys(keys)) throw HarnessFailure("the keys " + keys + " could not be typed");
+    void Type(const std::string& keys) {
+        if (!TypeKeys(Program().ProcessId(), keys))
+            throw HarnessFailure("the keys " + keys + " could not be typed");
     }
 
     // Types keys that turn to `page`, where a control that can be used has the focus.
-    static void TypeTo(const ShownWizard& wizard, const std::string& keys, int page) {
+    void TypeTo(const ShownWizard& wizard, const std::string& keys, int page) {
         Type(keys);
         wizard.WaitForPage(page);
         ExpectUsefulFocus(wizard);
@@ -42,15 +43,9 @@ class WizardKeyboard : public WizardTest {
                             "control " + std::to_string(id) + " has not the focus");
     }
 
-    // Chooses an option by its access key. While a dialog goes, the screen may give a key to nobody: then it
-    // is typed again.
-    static void Choose(const ShownWizard& wizard, const std::string& key, int option) {
-        constexpr int kAttempts = 3;
-        for (int i = 0; i < kAttempts; ++i) {
-            Type(key);
-            if (Eventually([&] { return wizard.IsTicked(option); })) return;
-        }
-        throw HarnessFailure(key + " does not choose its option");
+    void Choose(const ShownWizard& wizard, const std::string& key, int option) {
+        Type(key);
+        Program().WaitUntil([&] { return wizard.IsTicked(option); }, key + " does not choose its option");
     }
 
     // The stops of the Tab key from the focus on, until it is there again; `key` is Tab or shift+Tab.
@@ -157,6 +152,17 @@ TEST_F(WizardKeyboard, AccessKeysOfTheDestination) {
     Type("Return");
     ExpectEnd(ExitCode::Built);
     ExpectImage(folder_, folder_.Path("minimal.img"), kLargeImageBytes);
+}
+
+TEST_F(WizardKeyboard, IsTakenBackFromNoWindow) {
+    const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
+    ASSERT_TRUE(TakeKeyboardAway());
+    Choose(wizard, "alt+2", IDC_IMAGE_28);
+    Type("Escape");
+    ExpectTheEnd(wizard, "Operation canceled");
+    ASSERT_TRUE(TakeKeyboardAway());
+    Type("Return");
+    ExpectEnd(ExitCode::Canceled);
 }
 
 TEST_F(WizardKeyboard, ArrowsChooseDisksAndOptions) {

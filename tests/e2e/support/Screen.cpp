@@ -2,9 +2,24 @@
 
 #include <filesystem>
 
+#include "tests/e2e/support/WindowTree.h"
+
 namespace velbooter::e2e {
 
 namespace {
+
+// Returns the window of `process` that a person would type into, or null: the active one, else the topmost.
+HWND ActiveWindow(DWORD process) {
+    for (const WindowInfo& window : TopLevelWindows(process)) {
+        if (!window.Visible || !window.Enabled) continue;
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        ::GetGUIThreadInfo(::GetWindowThreadProcessId(window.Handle, nullptr), &info);
+        const bool takesInput = info.hwndActive != nullptr && ::IsWindowEnabled(info.hwndActive) != FALSE;
+        return takesInput ? info.hwndActive : window.Handle;
+    }
+    return nullptr;
+}
 
 // Wine starts a program of the system below it as it starts one of Windows, but gives no handle to wait for:
 // a file tells that the command has succeeded.
@@ -71,8 +86,19 @@ std::string ScreenshotPath(const std::string& name) {
     return std::string(VELBOOTER_E2E_SCREENSHOTS) + "/" + name;
 }
 
-bool TypeKeys(const std::string& keys) {
-    return RunBelow("xdotool key " + keys);
+// With no window manager the screen may leave the keyboard to no window when a dialog goes. Then the
+// program's window takes it first, of Windows and of the screen, as it would by a person's click. When it has
+// it nothing changes.
+bool TypeKeys(DWORD process, const std::string& keys) {
+    const HWND window = ActiveWindow(process);
+    if (window == nullptr) return false;
+    if (::GetForegroundWindow() != window) ::SetForegroundWindow(window);
+    const auto number = reinterpret_cast<UINT_PTR>(::GetPropA(window, "__wine_x11_whole_window"));
+    return RunBelow("xdotool windowfocus " + std::to_string(number) + " key " + keys);
+}
+
+bool TakeKeyboardAway() {
+    return RunBelow("xdotool windowfocus 0");
 }
 
 bool ClickAt(int x, int y) {

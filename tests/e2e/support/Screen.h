@@ -31,9 +31,12 @@ bool TakePictureOf(const RECT& part, const std::string& unixPath);
 /// Where the picture `name` is kept for a person to look at: in build/screenshots.
 std::string ScreenshotPath(const std::string& name);
 
-/// Types `keys`, names of the X server's keys divided by blanks, as a person would: the window with the focus
-/// gets them. Returns whether they were typed.
-bool TypeKeys(const std::string& keys);
+/// Types `keys`, names of the X server's keys divided by blanks, into the active window of `process`. Returns
+/// whether they were typed.
+bool TypeKeys(DWORD process, const std::string& keys);
+
+/// Leaves the keyboard to no window. Returns whether that was done.
+bool TakeKeyboardAway();
 
 /// Clicks the left mouse button at a place of the screen. Returns whether it was clicked.
 bool ClickAt(int x, int y);
