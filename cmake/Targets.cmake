@@ -19,13 +19,13 @@ function(velbooter_library name)
     target_link_libraries(${name} PUBLIC velbooter_options)
 endfunction()
 
-# velbooter_program(NAME DESCRIPTION text [RESOURCES SCRIPT [DEPENDS FILE...]] SOURCE...): an executable, left in bin/ of
-# the build folder; on Windows stripped and with the project's icon, manifest and version. A leading WIN32 among the
-# sources makes it a window program. A program with pictures of its own names their script, relative to the root, and
-# the files that it reads: windres numbers the images of the icons of each script from 1, so all icons of a program
-# have to be in one.
+# velbooter_program(NAME DESCRIPTION text [FILE name] [RESOURCES SCRIPT [DEPENDS FILE...]] SOURCE...): an executable, left in
+# bin/ of the build folder; on Windows stripped, with the project's icon, manifest and version, and named FILE, or NAME.exe
+# without it. A leading WIN32 among the sources makes it a window program. A program with pictures of its own names their
+# script, relative to the root, and the files that it reads: windres numbers the images of the icons of each script from 1,
+# so all icons of a program have to be in one.
 function(velbooter_program name)
-    cmake_parse_arguments(program "" "DESCRIPTION;RESOURCES" "DEPENDS" ${ARGN})
+    cmake_parse_arguments(program "" "DESCRIPTION;FILE;RESOURCES" "DEPENDS" ${ARGN})
     add_executable(${name} ${program_UNPARSED_ARGUMENTS})
     target_link_libraries(${name} PRIVATE velbooter_options)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
@@ -33,6 +33,12 @@ function(velbooter_program name)
         target_link_options(${name} PRIVATE -static)
     endif()
     if(WIN32)
+        if(NOT program_FILE)
+            set(program_FILE "${name}.exe")
+        endif()
+        cmake_path(GET program_FILE STEM stem)
+        cmake_path(GET program_FILE EXTENSION extension)
+        set_target_properties(${name} PROPERTIES OUTPUT_NAME "${stem}" SUFFIX "${extension}")
         set(description "${program_DESCRIPTION}")
         set(manifest "${CMAKE_CURRENT_BINARY_DIR}/${name}.manifest")
         set(script "${CMAKE_CURRENT_BINARY_DIR}/${name}.rc")

@@ -8,12 +8,12 @@ cd "$root"
 
 # The native companions pack what the demonstration brings along.
 scripts/build-preset.sh host bfi cabarc
-scripts/build-preset.sh mingw-x64 velbooter bfi cabarc bootsect standins
+scripts/build-preset.sh mingw-x64 velbooter velbooter_com bfi cabarc bootsect standins
 
 rm -rf build/app build/demo
 mkdir -p build/app
 cp -a data/. build/app/
-cp build/mingw-x64/bin/{velbooter,cabarc,bfi}.exe build/app/
+cp build/mingw-x64/bin/velbooter.{exe,com} build/mingw-x64/bin/{cabarc,bfi}.exe build/app/
 cp build/mingw-x64/boot/bootsect.bin build/app/files/
 help/build.py build/app/corvane_help.chm
 

@@ -8,7 +8,7 @@ cd "$root"
 floor() {
     case $1 in
         src/common/*) echo 1 ;;
-        src/forms/*) echo 2 ;;
+        src/forms/* | src/console/*) echo 2 ;;
         src/disk/*) echo 3 ;;
         src/drivers/* | src/setup/* | src/dos/*) echo 4 ;;
         src/start/*) echo 5 ;;
@@ -34,6 +34,7 @@ while IFS=: read -r file included; do
     from=$(floor "$file")
     to=$(floor "$included")
     if [ "$(room "$file")" != "$(room "$included")" ]; then
+        [[ $included != src/console/* ]] || complain "$file includes $included, which is velbooter.com's own"
         [ "$to" -lt "$from" ] || complain "$file includes $included, which is not on a floor below"
         [ $((from / 100)) = $((to / 100)) ] || [ "$to" = 0 ] || complain "$file includes $included of the other house"
     fi
@@ -47,7 +48,7 @@ done < <(sort -u "$edges")
 
 while read -r file; do
     case $file in
-        src/common/*.cpp | src/ui/windows/* | src/WinMain.cpp) ;;
+        src/common/*.cpp | src/ui/windows/* | src/WinMain.cpp | src/console/Main.cpp) ;;
         tools/*_win.cpp) ;;
         *) complain "$file includes the system's header" ;;
     esac

@@ -13,19 +13,9 @@
 #include "src/start/Main.h"
 #include "src/ui/windows/SystemDesktop.h"
 
-namespace {
-
-std::string ExecutableFolder() {
-    char path[MAX_PATH] = "";
-    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
-    return velbooter::GetFolderPart(path);
-}
-
-}  // namespace
-
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, char* /*commandLine*/, int /*show*/) {
     using velbooter::ExitCode;
-    const std::string folder = ExecutableFolder();
+    const std::string folder = velbooter::GetProgramFolder();
     const velbooter::SingleInstance instance(folder);
     velbooter::SystemDesktop desktop;
     velbooter::Application app(folder, desktop);

@@ -132,6 +132,12 @@ std::string GetSystemFolder() {
     return FolderFromSystem(QuerySystemFolder);
 }
 
+std::string GetProgramFolder() {
+    char path[MAX_PATH] = "";
+    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
+    return GetFolderPart(path);
+}
+
 bool FileExists(const std::string& path) {
     std::string plain = UnquotePath(path);
     if (EndsWith(plain, "\\")) plain.pop_back();

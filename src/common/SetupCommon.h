@@ -40,6 +40,9 @@ std::string GetShortPath(const std::string& path);
 std::string GetWindowsFolder();
 std::string GetSystemFolder();
 
+/// Returns the folder of the running program's own file, without a trailing backslash.
+std::string GetProgramFolder();
+
 /// Returns whether a file can be opened for reading: false for a folder, a missing file, and one locked
 /// against reading. One pair of enclosing quotes and then one trailing "\" are dropped first. A path with "*"
 /// is a pattern: true when a listing of it, folders included, has any entry.

@@ -38,13 +38,19 @@ ProgramUnderTest::ProgramUnderTest(const ApplicationFolder& folder, const std::s
         throw HarnessFailure("velbooter.exe did not start: error " + std::to_string(::GetLastError()));
 }
 
+ProgramUnderTest::ProgramUnderTest(DWORD process, bool showsWizard) : showsWizard_(showsWizard) {
+    process_.dwProcessId = process;
+    process_.hProcess = ::OpenProcess(PROCESS_ALL_ACCESS, FALSE, process);
+    if (process_.hProcess == nullptr) throw HarnessFailure("velbooter.exe has ended before it was watched");
+}
+
 ProgramUnderTest::~ProgramUnderTest() {
     if (IsRunning()) {
         ADD_FAILURE() << RecordEvidence(ProcessId(), "the program still ran when the test was over");
         Kill();
     }
     if (spy_ != nullptr) ::UnhookWindowsHookEx(spy_);
-    ::CloseHandle(process_.hThread);
+    if (process_.hThread != nullptr) ::CloseHandle(process_.hThread);
     ::CloseHandle(process_.hProcess);
 }
 

@@ -20,6 +20,11 @@ class ProgramUnderTest {
     /// the program's own, so that nothing relies on it.
     ProgramUnderTest(const ApplicationFolder& folder, const std::string& arguments);
 
+    /// Watches a program that another one has started; `process` is its id, and `showsWizard` tells whether
+    /// it was started without arguments. Its StatusTexts are not recorded. Throws HarnessFailure when it has
+    /// ended.
+    ProgramUnderTest(DWORD process, bool showsWizard);
+
     /// Ends a program that still runs, which is a failure of the test.
     ~ProgramUnderTest();
     ProgramUnderTest(const ProgramUnderTest&) = delete;

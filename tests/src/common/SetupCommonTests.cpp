@@ -150,6 +150,10 @@ TEST(SystemFolders, EndInABackslash) {
     EXPECT_EQ(std::string(buffer) + "\\", GetSystemFolder());
 }
 
+TEST(ProgramFolder, IsThatOfTheRunningProgram) {
+    EXPECT_TRUE(FileExists(GetProgramFolder() + "\\test_common.exe"));
+}
+
 TEST_F(SystemHelpers, FileExistsForAFileThatCanBeRead) {
     const std::string file = Folder.Write("a b.txt");
     EXPECT_TRUE(FileExists(file));
