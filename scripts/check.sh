@@ -25,6 +25,12 @@ bad=$(git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h' '*.sh' 
     ':!data' ':!demo' | tr '\n' '\0' | xargs -0 grep -lE $'\r$|[ \t]+$' || [ $? -le 123 ])
 [ -z "$bad" ] || complain "Trailing blanks or CR LF in: $bad. Mend with: sed -i 's/[ \\t\\r]*\$//' FILE"
 
+echo 'check: links'
+while IFS=: read -r page link; do
+    [ -e "$(dirname "$page")/${link%%#*}" ] || complain "$page links to $link, which is not there. Mend the link or bring the file."
+done < <(git ls-files --cached --others --exclude-standard -- '*.md' | xargs grep -oE '\]\([^)]+\)' /dev/null |
+    sed -E 's/\]\(([^)]*)\)$/\1/' | grep -vE ':(https?:|#)')
+
 echo 'check: include fence'
 scripts/include-fence.sh || complain 'Mend it by moving the code to the floor it belongs to.'
 
