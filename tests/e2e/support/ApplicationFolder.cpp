@@ -36,6 +36,16 @@ std::string NewTestFolder() {
            std::to_string(++number);
 }
 
+// What the library does with narrow names has nothing to do with the code page.
+fs::path PathFromAnsi(const std::string& text) {
+    const int length = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0');
+    const int used =
+        ::MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), static_cast<int>(wide.size()));
+    wide.resize(static_cast<size_t>(used));
+    return wide;
+}
+
 // Read-only files cannot be removed; a test may have made some.
 void RemoveTree(const fs::path& path) {
     std::error_code ignored;
@@ -47,18 +57,20 @@ void RemoveTree(const fs::path& path) {
 
 }  // namespace
 
-ApplicationFolder::ApplicationFolder(const std::string& name)
-    : base_(NewTestFolder()), path_(base_ + "\\" + name) {
+ApplicationFolder::ApplicationFolder(const std::string& name, const std::string& parent)
+    : base_(NewTestFolder()), path_((parent.empty() ? base_ : parent) + "\\" + name) {
     const std::string demo = DemoFolder();
     if (!fs::exists(demo + "\\velbooter.exe")) {
         throw HarnessFailure("no demonstration in " + demo + ": scripts/build.sh makes it");
     }
     RemoveTree(base_);
-    fs::create_directories(path_);
-    fs::copy(demo, path_, fs::copy_options::recursive);
+    const fs::path target = PathFromAnsi(path_);
+    fs::create_directories(target);
+    fs::copy(demo, target, fs::copy_options::recursive);
 }
 
 ApplicationFolder::~ApplicationFolder() {
+    RemoveTree(PathFromAnsi(path_));
     RemoveTree(base_);
 }
 
@@ -72,7 +84,7 @@ std::string ApplicationFolder::OutsidePath(const std::string& tail) const {
 }
 
 bool ApplicationFolder::Exists(const std::string& tail) const {
-    return fs::exists(Path(tail));
+    return fs::exists(PathFromAnsi(Path(tail)));
 }
 
 void ApplicationFolder::Write(const std::string& tail, const std::string& contents) const {
@@ -84,14 +96,15 @@ std::string ApplicationFolder::Read(const std::string& tail) const {
 }
 
 void ApplicationFolder::Remove(const std::string& tail) const {
-    if (fs::remove_all(Path(tail)) == 0) throw HarnessFailure("nothing to remove at " + Path(tail));
+    if (fs::remove_all(PathFromAnsi(Path(tail))) == 0)
+        throw HarnessFailure("nothing to remove at " + Path(tail));
 }
 
 std::vector<std::string> ApplicationFolder::Names(const std::string& tail) const {
     std::vector<std::string> names;
     if (!Exists(tail)) return names;
-    for (const auto& entry : fs::directory_iterator(Path(tail))) {
-        names.push_back(entry.path().filename().string());
+    for (const auto& entry : fs::directory_iterator(PathFromAnsi(Path(tail)))) {
+        names.push_back(Ansi(entry.path().filename().wstring()));
     }
     std::sort(names.begin(), names.end());
     return names;
@@ -114,15 +127,27 @@ std::vector<std::string> SmallDiskWith(const std::vector<std::string>& more) {
     return lines;
 }
 
+std::string Ansi(const std::wstring& text) {
+    const int length = static_cast<int>(text.size());
+    constexpr int kMostBytes = 4;
+    std::string narrow(text.size() * kMostBytes, '\0');
+    const int used = ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, narrow.data(),
+                                           static_cast<int>(narrow.size()), nullptr, nullptr);
+    narrow.resize(static_cast<size_t>(used));
+    if (PathFromAnsi(narrow).wstring() != text) throw HarnessFailure("the code page cannot spell a name");
+    return narrow;
+}
+
 std::string ReadFileAt(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(PathFromAnsi(path), std::ios::binary);
     if (!file) throw HarnessFailure("cannot read " + path);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
 void WriteFileAt(const std::string& path, const std::string& contents) {
-    fs::create_directories(fs::path(path).parent_path());
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    const fs::path target = PathFromAnsi(path);
+    fs::create_directories(target.parent_path());
+    std::ofstream file(target, std::ios::binary | std::ios::trunc);
     file << contents;
     file.close();
     if (!file) throw HarnessFailure("cannot write " + path);

@@ -10,9 +10,10 @@ namespace velbooter::e2e {
 
 class ApplicationFolder {
  public:
-    /// Copies the demonstration. `name` becomes the last part of the folder's path and may hold blanks.
-    /// Throws HarnessFailure when there is no built demonstration.
-    explicit ApplicationFolder(const std::string& name = "app");
+    /// Copies the demonstration. `name` becomes the last part of the folder's path and may hold blanks;
+    /// `parent` is the folder to make it in, else the test's own. Throws HarnessFailure when there is no
+    /// built demonstration.
+    explicit ApplicationFolder(const std::string& name = "app", const std::string& parent = "");
 
     /// Removes the folder with all that is in it; what another process still holds open stays.
     ~ApplicationFolder();
@@ -43,7 +44,7 @@ class ApplicationFolder {
     void SetCustomDisk(const std::vector<std::string>& lines) const;
 
  private:
-    std::string base_;  ///< the test's own folder; the application folder lies below it
+    std::string base_;  ///< the test's own folder; the application folder lies below it, or in its parent
     std::string path_;
 };
 
@@ -52,6 +53,9 @@ std::vector<std::string> SmallDisk();
 
 /// The lines of SmallDisk with `more` behind them.
 std::vector<std::string> SmallDiskWith(const std::vector<std::string>& more);
+
+/// A text in the ANSI code page. Throws HarnessFailure when the code page lacks a character of it.
+std::string Ansi(const std::wstring& text);
 
 /// Reads a whole file by its full path. Throws HarnessFailure when it cannot be read.
 std::string ReadFileAt(const std::string& path);

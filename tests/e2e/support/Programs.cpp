@@ -3,6 +3,7 @@
 #include <tlhelp32.h>
 
 #include <filesystem>
+#include <vector>
 
 #include "tests/e2e/support/HarnessFailure.h"
 
@@ -12,6 +13,7 @@ namespace {
 
 constexpr DWORD kKilled = 77;
 constexpr DWORD kPatience = 60000;
+constexpr DWORD kAccessToKill = PROCESS_TERMINATE | SYNCHRONIZE | PROCESS_QUERY_INFORMATION;
 
 // Returns whether the process was still at work.
 bool KillAndWait(HANDLE process) {
@@ -22,19 +24,26 @@ bool KillAndWait(HANDLE process) {
     return code == kKilled;
 }
 
-// Returns the child's process id, or 0.
-DWORD FindChild(DWORD parent, const std::string& name) {
+// A parent is known by its id alone, also one that has ended.
+std::vector<PROCESSENTRY32> ChildrenOf(DWORD parent) {
     const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
     PROCESSENTRY32 entry{};
     entry.dwSize = sizeof entry;
-    DWORD found = 0;
+    std::vector<PROCESSENTRY32> children;
     for (BOOL more = ::Process32First(snapshot, &entry); more != FALSE;
          more = ::Process32Next(snapshot, &entry)) {
-        if (entry.th32ParentProcessID == parent && ::lstrcmpiA(entry.szExeFile, name.c_str()) == 0) {
-            found = entry.th32ProcessID;
-        }
+        if (entry.th32ParentProcessID == parent) children.push_back(entry);
     }
     ::CloseHandle(snapshot);
+    return children;
+}
+
+// Returns the child's process id, or 0.
+DWORD FindChild(DWORD parent, const std::string& name) {
+    DWORD found = 0;
+    for (const PROCESSENTRY32& child : ChildrenOf(parent)) {
+        if (::lstrcmpiA(child.szExeFile, name.c_str()) == 0) found = child.th32ProcessID;
+    }
     return found;
 }
 
@@ -87,22 +96,31 @@ bool StartedTool::Kill() {
     return KillAndWait(process_);
 }
 
-bool KillChild(DWORD parent, const std::string& name) {
+DWORD WaitForChild(DWORD parent, const std::string& name) {
     constexpr ULONGLONG kWait = 10000;
     const ULONGLONG end = ::GetTickCount64() + kWait;
     for (;;) {
-        const DWORD child = FindChild(parent, name);
-        const HANDLE process =
-            child == 0
-                ? nullptr
-                : ::OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE | PROCESS_QUERY_INFORMATION, FALSE, child);
-        if (process != nullptr) {
-            const bool killed = KillAndWait(process);
-            ::CloseHandle(process);
-            return killed;
-        }
+        if (const DWORD child = FindChild(parent, name)) return child;
         if (::GetTickCount64() > end) throw HarnessFailure(name + " was not started");
         ::Sleep(1);
+    }
+}
+
+bool KillChild(DWORD parent, const std::string& name) {
+    const HANDLE process = ::OpenProcess(kAccessToKill, FALSE, WaitForChild(parent, name));
+    if (process == nullptr) return false;
+    const bool killed = KillAndWait(process);
+    ::CloseHandle(process);
+    return killed;
+}
+
+void EndChildrenOf(DWORD parent) {
+    constexpr DWORD kTimeToEnd = 1000;
+    for (const PROCESSENTRY32& child : ChildrenOf(parent)) {
+        const HANDLE process = ::OpenProcess(kAccessToKill, FALSE, child.th32ProcessID);
+        if (process == nullptr) continue;
+        if (::WaitForSingleObject(process, kTimeToEnd) == WAIT_TIMEOUT) KillAndWait(process);
+        ::CloseHandle(process);
     }
 }
 

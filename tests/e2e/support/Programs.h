@@ -58,9 +58,17 @@ class StartedTool {
     HANDLE process_ = nullptr;
 };
 
+/// Waits until `parent`, which may have ended since, has started the program `name`, and returns its process
+/// id. Throws HarnessFailure when it is not seen within ten seconds.
+DWORD WaitForChild(DWORD parent, const std::string& name);
+
 /// Waits until `parent` has started the program `name`, ends it from outside and waits until it is gone.
 /// Returns whether that came before its own end. Throws HarnessFailure when it is not seen within ten
 /// seconds.
 bool KillChild(DWORD parent, const std::string& name);
+
+/// Sees to it that no program that `parent` has started is left: it gets a second to end by itself. `parent`
+/// may itself have ended.
+void EndChildrenOf(DWORD parent);
 
 }  // namespace velbooter::e2e

@@ -3,15 +3,14 @@
 
 #include <windows.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
 #include "src/common/RuntimeError.h"
 #include "src/common/SetupCommon.h"
 #include "tests/support/ApplicationFolder.h"
+#include "tests/support/DriveAControl.h"
 
 namespace velbooter::testing {
 
@@ -46,17 +45,6 @@ class DriveATest : public ApplicationTest {
     static Message DiskFull() {
         return {DescriptionOf(kDiskFull), "Error while Copying to Floppy", Buttons::AbortRetryIgnore,
                 Icon::Critical};
-    }
-
-    /// Gives the drive's file system other options while the test runs.
-    static void Remount(const std::string& options) {
-        const char* control = std::getenv("VELBOOTER_DRIVE_A_CONTROL");
-        ASSERT_NE(nullptr, control) << "not run by with-drive-a.sh";
-        const std::string folder = std::string("Z:") + control;
-        std::ofstream(folder + "/new") << options;
-        std::filesystem::rename(folder + "/new", folder + "/request");
-        for (int i = 0; i < 200 && std::filesystem::exists(folder + "/request"); ++i) Sleep(50);
-        EXPECT_FALSE(std::filesystem::exists(folder + "/request")) << "not remounted";
     }
 };
 

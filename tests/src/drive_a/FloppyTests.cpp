@@ -95,12 +95,12 @@ TEST_F(Floppy, TheSpaceIsReadAgainBeforeEveryFile) {
     Screen.OnPaint = [&, shrunk = false]() mutable {
         if (App.Wizard.WorkProgress.Value != 2 || shrunk) return;
         shrunk = true;
-        Remount("size=1200k");
+        RemountDriveA("size=1200k");
     };
     Screen.Expect(NotEnoughSpace("b.cab"));
     EXPECT_TRUE(InjectFilesToDir(App, "A:"));
     Screen.OnPaint = {};
-    Remount("size=1440k");
+    RemountDriveA("size=1440k");
 }
 
 TEST_F(Floppy, AReadingThatOverflowsLeavesTheLastOne) {
@@ -110,7 +110,7 @@ TEST_F(Floppy, AReadingThatOverflowsLeavesTheLastOne) {
     Screen.OnPaint = [&, grown = false]() mutable {
         if (App.Wizard.WorkProgress.Value != 2 || grown) return;
         grown = true;
-        Remount("size=3g");
+        RemountDriveA("size=3g");
     };
     Screen.Expect(NotEnoughSpace("b.cab"));
     EXPECT_TRUE(InjectFilesToDir(App, "A:"));
@@ -119,7 +119,7 @@ TEST_F(Floppy, AReadingThatOverflowsLeavesTheLastOne) {
     EXPECT_EQ(1'474'560, SizeOnDrive("c.cab"));
     std::filesystem::remove("A:\\a.cab");
     std::filesystem::remove("A:\\c.cab");
-    Remount("size=1440k");
+    RemountDriveA("size=1440k");
 }
 
 TEST_F(Floppy, DosFilesOfAWindowsInstallationComeFromTheDrivesRootLast) {

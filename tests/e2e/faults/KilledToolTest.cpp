@@ -1,15 +1,10 @@
-// What goes wrong around the program: missing companions, targets that cannot be written, tools that are
-// killed. Whatever happens, nothing incomplete bears the target's name, and the next run works.
+// Tools that are killed at work: what they make is the old file or the whole new one, never a part of it.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
-#include "tests/e2e/support/ApplicationFolder.h"
-#include "tests/e2e/support/Expectations.h"
+#include "tests/e2e/faults/FaultExpectations.h"
 #include "tests/e2e/support/HarnessFailure.h"
-#include "tests/e2e/support/LockedFile.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 #include "tests/e2e/support/Programs.h"
 
@@ -18,117 +13,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-const char* const kOldImage = "an old image";
-
-void ExpectTheNextRunWorks(const ApplicationFolder& folder) {
-    ProgramUnderTest program(folder, " custom out\\disk.img");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
-    ExpectImage(folder, folder.Path("out\\disk.img"), kSmallImageBytes);
-    EXPECT_THAT(folder.Names("out"), ElementsAre("disk.img"));
-    ExpectNoWorkingFiles(folder);
-}
-
-// Runs a build whose image cannot be written. The image tool's result is not looked at: the run ends like any
-// other.
-void ExpectARunThatKeepsTheOldImage(const ApplicationFolder& folder) {
-    ProgramUnderTest program(folder, " custom out\\disk.img");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::NoImage));
-    EXPECT_THAT(folder.Names("out"), ElementsAre("disk.img"));
-    ExpectNoWorkingFiles(folder);
-}
-
-ShownMessage NoCabinet(const std::string& name) {
-    return {"The Cabinet " + name + ".cab could not be created \r\n\r\nThe Veltrane Can't Continue !",
-            "Error While Copying",
-            {"OK"},
-            Picture::Critical};
-}
-
-std::vector<std::string> DiskWithAModule() {
-    return SmallDiskWith({"[Create_CABs]", "keyb=LIB"});
-}
-
-TEST(Fault, MissingArchiverCancelsTheBuild) {
-    const ApplicationFolder folder;
-    folder.SetCustomDisk(DiskWithAModule());
-    folder.Write("out\\disk.img", kOldImage);
-    std::filesystem::rename(folder.Path("cabarc.exe"), folder.OutsidePath("cabarc.exe"));
-    ProgramUnderTest program(folder, " custom out\\disk.img");
-    EXPECT_EQ(program.Answer("OK"), NoCabinet("keyb"));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
-    EXPECT_EQ(folder.Read("out\\disk.img"), kOldImage);
-    ExpectNoWorkingFiles(folder);
-    std::filesystem::rename(folder.OutsidePath("cabarc.exe"), folder.Path("cabarc.exe"));
-    ExpectTheNextRunWorks(folder);
-}
-
-TEST(Fault, MissingModuleFolderCancelsTheBuild) {
-    const ApplicationFolder folder;
-    folder.SetCustomDisk(SmallDiskWith({"[Create_CABs]", "nosuch=LIB"}));
-    ProgramUnderTest program(folder, " custom out\\disk.img");
-    EXPECT_EQ(program.Answer("OK"), NoCabinet("nosuch"));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
-    ExpectNoWorkingFiles(folder);
-}
-
-TEST(Fault, MissingImageToolKeepsTheOldImage) {
-    const ApplicationFolder folder;
-    folder.SetCustomDisk(SmallDisk());
-    folder.Write("out\\disk.img", kOldImage);
-    std::filesystem::rename(folder.Path("bfi.exe"), folder.OutsidePath("bfi.exe"));
-    ExpectARunThatKeepsTheOldImage(folder);
-    EXPECT_EQ(folder.Read("out\\disk.img"), kOldImage);
-    std::filesystem::rename(folder.OutsidePath("bfi.exe"), folder.Path("bfi.exe"));
-    ExpectTheNextRunWorks(folder);
-}
-
-TEST(Fault, ReadOnlyTargetIsKept) {
-    const ApplicationFolder folder;
-    folder.SetCustomDisk(SmallDisk());
-    folder.Write("out\\disk.img", kOldImage);
-    ::SetFileAttributesA(folder.Path("out\\disk.img").c_str(), FILE_ATTRIBUTE_READONLY);
-    ExpectARunThatKeepsTheOldImage(folder);
-    EXPECT_EQ(folder.Read("out\\disk.img"), kOldImage);
-    ::SetFileAttributesA(folder.Path("out\\disk.img").c_str(), FILE_ATTRIBUTE_NORMAL);
-    ExpectTheNextRunWorks(folder);
-}
-
-TEST(Fault, TargetInUseIsKept) {
-    const ApplicationFolder folder;
-    folder.SetCustomDisk(SmallDisk());
-    folder.Write("out\\disk.img", kOldImage);
-    LockedFile lock(folder.Path("out\\disk.img"));
-    ExpectARunThatKeepsTheOldImage(folder);
-    lock.Release();
-    EXPECT_EQ(folder.Read("out\\disk.img"), kOldImage);
-    ExpectTheNextRunWorks(folder);
-}
-
-TEST(Fault, FileInPlaceOfTheTargetsFolderIsKept) {
-    const ApplicationFolder folder;
-    folder.SetCustomDisk(SmallDisk());
-    folder.Write("out", "a file");
-    ProgramUnderTest program(folder, " custom out\\disk.img");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
-    EXPECT_EQ(folder.Read("out"), "a file");
-    ExpectNoWorkingFiles(folder);
-}
-
-TEST(Fault, DiskThatDoesNotFitMakesNoImageInTheSmallSize) {
-    const ApplicationFolder folder;
-    folder.SetCustomDisk(SmallDiskWith({"BIG.BIN=BIG.BIN"}));
-    folder.Write("BIG.BIN", std::string(1500000, 'b'));
-    {
-        ProgramUnderTest small(folder, " -t 144 custom out\\disk.img");
-        EXPECT_EQ(small.ExitCode(), Number(ExitCode::Built));
-        EXPECT_THAT(folder.Names("out"), IsEmpty());
-    }
-    ProgramUnderTest large(folder, " -t 288 custom out\\disk.img");
-    EXPECT_EQ(large.ExitCode(), Number(ExitCode::Built));
-    const FloppyImage image = ExpectImage(folder, folder.Path("out\\disk.img"), kLargeImageBytes);
-    EXPECT_EQ(image.Files().at("BIG.BIN"), folder.Read("BIG.BIN"));
-}
 
 // Text that takes the archiver a while and packs well.
 std::string LongText() {
@@ -166,13 +50,13 @@ TEST(Kill, ArchiverKilledAtWorkLeavesNoCabinetAndCancelsTheBuild) {
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
     ExpectNoWorkingFiles(folder);
     folder.Remove("files\\keyb\\LONG.TXT");
-    ExpectTheNextRunWorks(folder);
+    ExpectRunWorks(folder);
 }
 
 TEST(Kill, ProgramAndArchiverKilledWhilePackingHinderNoLaterRun) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(DiskWithAModule());
-    folder.Write("out\\disk.img", kOldImage);
+    PutOldImage(folder);
     folder.Write("files\\keyb\\LONG.TXT", LongText());
     ProgramUnderTest program(folder, " custom out\\disk.img");
     WaitUntilItWrites(folder, "cabs\\LIB");
@@ -180,9 +64,9 @@ TEST(Kill, ProgramAndArchiverKilledWhilePackingHinderNoLaterRun) {
     program.Kill();
     ASSERT_TRUE(KillChild(program.ProcessId(), "cabarc.exe"));
     EXPECT_THAT(folder.Names("cabs\\LIB"), IsEmpty());
-    EXPECT_EQ(folder.Read("out\\disk.img"), kOldImage);
+    ExpectOldImage(folder);
     folder.Remove("files\\keyb\\LONG.TXT");
-    ExpectTheNextRunWorks(folder);
+    ExpectRunWorks(folder);
 }
 
 TEST(Kill, ImageToolKilledAtWorkKeepsTheOldImage) {
@@ -192,16 +76,16 @@ TEST(Kill, ImageToolKilledAtWorkKeepsTheOldImage) {
     constexpr int kTries = 8;
     bool killed = false;
     for (int i = 0; i < kTries && !killed; ++i) {
-        folder.Write("out\\disk.img", kOldImage);
+        PutOldImage(folder);
         ProgramUnderTest program(folder, " custom out\\disk.img");
         killed = KillChild(program.ProcessId(), "bfi.exe");
-        EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+        EXPECT_EQ(program.ExitCode(), Number(killed ? ExitCode::NoImage : ExitCode::Built));
         EXPECT_THAT(folder.Names("out"), ElementsAre("disk.img"));
     }
     ASSERT_TRUE(killed);
-    EXPECT_EQ(folder.Read("out\\disk.img"), kOldImage);
+    ExpectOldImage(folder);
     ExpectNoWorkingFiles(folder);
-    ExpectTheNextRunWorks(folder);
+    ExpectRunWorks(folder);
 }
 
 // Kills a tool at many moments of its work, and at the moment when it first changes the folder of its target.
@@ -270,7 +154,7 @@ class KilledTool {
 
 TEST(Kill, ImageIsOldOrCompleteWheneverItsToolIsKilled) {
     const ApplicationFolder folder;
-    folder.Write("out\\disk.img", kOldImage);
+    PutOldImage(folder);
     KilledTool(folder,
                folder.Path("bfi.exe") + " -b=files\\bootsect.bin -l=Velstart -t=288 -f=\"out\\disk.img\" dos",
                "disk.img")

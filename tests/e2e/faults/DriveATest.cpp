@@ -1,0 +1,147 @@
+// Drives that are full or write-protected. Wine lets the system's administrator write into read-only folders,
+// so a drive A: that is mounted read-only stands for them; with-drive-a.sh makes it.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/e2e/faults/FaultExpectations.h"
+#include "tests/e2e/support/ProgramUnderTest.h"
+#include "tests/e2e/support/WizardTest.h"
+#include "tests/support/DriveAControl.h"
+
+namespace velbooter::e2e {
+namespace {
+
+using testing::ElementsAre;
+
+const char* const kWritable = "rw,size=40m";
+const char* const kReadOnly = "ro";
+
+class DriveA : public testing::Test {
+ protected:
+    void TearDown() override {
+        RemountDriveA(kWritable);
+        ::DeleteFileA("A:\\disk.img");
+    }
+
+    static std::vector<std::string> NamesOnDrive() {
+        std::vector<std::string> names;
+        WIN32_FIND_DATAA found{};
+        const HANDLE search = ::FindFirstFileA("A:\\*.*", &found);
+        if (search == INVALID_HANDLE_VALUE) return names;
+        do {
+            const std::string name = found.cFileName;
+            if (name != "." && name != "..") names.push_back(name);
+        } while (::FindNextFileA(search, &found) != 0);
+        ::FindClose(search);
+        return names;
+    }
+
+    // Gives the drive just `bytes` bytes more than are used.
+    static void LeaveFree(ULONGLONG bytes) {
+        ULARGE_INTEGER available{};
+        ULARGE_INTEGER total{};
+        ASSERT_TRUE(::GetDiskFreeSpaceExA("A:\\", &available, &total, nullptr));
+        RemountDriveA("size=" + std::to_string(total.QuadPart - available.QuadPart + bytes));
+    }
+};
+
+class TargetOnDriveA : public DriveA {
+ protected:
+    void SetUp() override {
+        // What does not pack and is no zeros, which a file system may keep without room.
+        std::string noise(1000000, '\0');
+        unsigned number = 1;
+        for (char& byte : noise) {
+            number = number * 1664525u + 1013904223u;
+            byte = static_cast<char>(number >> 24);
+        }
+        folder_.Write("BIG.BIN", noise);
+        folder_.SetCustomDisk(SmallDiskWith({"BIG.BIN=BIG.BIN"}));
+    }
+
+    void ExpectBuild(ExitCode code) const {
+        ProgramUnderTest program(folder_, " custom A:\\disk.img");
+        EXPECT_EQ(program.ExitCode(), Number(code));
+        ExpectNoWorkingFiles(folder_);
+    }
+
+    const ApplicationFolder folder_;
+};
+
+TEST_F(TargetOnDriveA, FullDriveGetsNoPartOfAnImage) {
+    RemountDriveA("size=600k");
+    ExpectBuild(ExitCode::NoImage);
+    EXPECT_THAT(NamesOnDrive(), testing::IsEmpty());
+    RemountDriveA(kWritable);
+    ExpectBuild(ExitCode::Built);
+    ExpectImage(folder_, "A:\\disk.img", kSmallImageBytes);
+    EXPECT_THAT(NamesOnDrive(), ElementsAre("disk.img"));
+}
+
+TEST_F(TargetOnDriveA, FullDriveKeepsItsOldImage) {
+    WriteFileAt("A:\\disk.img", kOldImage);
+    RemountDriveA("size=600k");
+    ExpectBuild(ExitCode::NoImage);
+    EXPECT_EQ(ReadFileAt("A:\\disk.img"), kOldImage);
+    EXPECT_THAT(NamesOnDrive(), ElementsAre("disk.img"));
+}
+
+TEST_F(TargetOnDriveA, WriteProtectedDriveKeepsItsOldImage) {
+    WriteFileAt("A:\\disk.img", kOldImage);
+    RemountDriveA(kReadOnly);
+    ExpectBuild(ExitCode::NoImage);
+    EXPECT_EQ(ReadFileAt("A:\\disk.img"), kOldImage);
+    EXPECT_THAT(NamesOnDrive(), ElementsAre("disk.img"));
+}
+
+class ApplicationOnDriveA : public DriveA {
+ protected:
+    void SetUp() override {
+        folder_.SetCustomDisk(SmallDisk());
+        PutOldImage(folder_);
+    }
+    void TearDown() override { RemountDriveA(kWritable); }
+
+    const ApplicationFolder folder_{"app", "A:"};
+    const ShownMessage error_ = FileError(70, "Permission denied", folder_.Path("Drivers.ini"));
+};
+
+TEST_F(ApplicationOnDriveA, WriteProtectedFolderIsAnErrorOfTheBatchRun) {
+    RemountDriveA(kReadOnly);
+    ProgramUnderTest program(folder_, std::string(" custom ") + kTarget);
+    EXPECT_EQ(program.Answer("OK"), error_);
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::InternalError));
+    ExpectOldImage(folder_);
+    ExpectNoWorkingFiles(folder_);
+}
+
+TEST_F(ApplicationOnDriveA, WriteProtectedFolderShowsTheWizardsLastPage) {
+    RemountDriveA(kReadOnly);
+    ProgramUnderTest program(folder_, "");
+    EXPECT_EQ(program.Answer("OK"), error_);
+    const ShownWizard wizard(program, kFinishedPage);
+    EXPECT_EQ(wizard.Text(IDC_OUTCOME), "Operation canceled");
+    wizard.Click(IDC_FINISH);
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    ExpectOldImage(folder_);
+}
+
+// Each group of files asks for itself; the build is cancelled when those of every disk could not be copied.
+TEST_F(ApplicationOnDriveA, FullDriveIsAskedAboutAndCancels) {
+    LeaveFree(8192);
+    ProgramUnderTest program(folder_, std::string(" custom ") + kTarget);
+    for (const char* group :
+         {"dos_files\\bin", "dos_files\\help", "dos_files\\menu", "base_files", "base_files\\bin"}) {
+        EXPECT_EQ(program.Answer("Abort"),
+                  CopyQuestion(folder_.Path(std::string("files\\") + group + "\\*.*")));
+    }
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    ExpectOldImage(folder_);
+    ExpectNoWorkingFiles(folder_);
+    RemountDriveA(kWritable);
+    ExpectRunWorks(folder_);
+}
+
+}  // namespace
+}  // namespace velbooter::e2e

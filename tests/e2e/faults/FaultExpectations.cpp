@@ -1,0 +1,57 @@
+#include "tests/e2e/faults/FaultExpectations.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/e2e/support/ProgramUnderTest.h"
+
+namespace velbooter::e2e {
+
+using testing::ElementsAre;
+
+std::vector<std::string> DiskWithAModule() {
+    return SmallDiskWith({"[Create_CABs]", "keyb=LIB"});
+}
+
+void PutOldImage(const ApplicationFolder& folder) {
+    folder.Write(kTarget, kOldImage);
+}
+
+void ExpectOldImage(const ApplicationFolder& folder) {
+    EXPECT_THAT(folder.Names("out"), ElementsAre("disk.img"));
+    EXPECT_EQ(folder.Read(kTarget), kOldImage);
+}
+
+void ExpectRunWithoutImage(const ApplicationFolder& folder) {
+    ProgramUnderTest program(folder, std::string(" custom ") + kTarget);
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::NoImage));
+    ExpectNoWorkingFiles(folder);
+}
+
+void ExpectRunWorks(const ApplicationFolder& folder) {
+    ProgramUnderTest program(folder, std::string(" custom ") + kTarget);
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    ExpectImage(folder, folder.Path(kTarget), kSmallImageBytes);
+    EXPECT_THAT(folder.Names("out"), ElementsAre("disk.img"));
+    ExpectNoWorkingFiles(folder);
+}
+
+ShownMessage NoCabinet(const std::string& name) {
+    return {"The Cabinet " + name + ".cab could not be created \r\n\r\nThe Veltrane Can't Continue !",
+            "Error While Copying",
+            {"OK"},
+            Picture::Critical};
+}
+
+ShownMessage UnreadableSource(const std::string& entry) {
+    return {"Error while copying the file from its Source :\r\n" + entry, "Error", {"OK"}, Picture::Critical};
+}
+
+ShownMessage FileError(int number, const std::string& text, const std::string& file) {
+    return {"Error " + std::to_string(number) + ": " + text + "\r\n" + file,
+            "The Veltrane",
+            {"OK"},
+            Picture::Critical};
+}
+
+}  // namespace velbooter::e2e

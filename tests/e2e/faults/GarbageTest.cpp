@@ -1,0 +1,160 @@
+// Text files of the application folder that hold anything but what they should.
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+// psapi.h needs windows.h before it.
+#include <psapi.h>
+
+#include <random>
+
+#include "tests/e2e/faults/FaultExpectations.h"
+#include "tests/e2e/support/ProgramUnderTest.h"
+
+namespace velbooter::e2e {
+namespace {
+
+const std::string kBuild = std::string(" custom ") + kTarget;
+constexpr size_t kLarge = 10 * 1024 * 1024;
+
+std::string RandomBytes(size_t size, unsigned seed) {
+    std::mt19937 generator(seed);
+    std::string bytes(size, '\0');
+    for (char& byte : bytes) byte = static_cast<char>(generator());
+    return bytes;
+}
+
+// A line without "=" does nothing, so a file without that character leaves the disk empty.
+std::string WithoutEquals(std::string text) {
+    std::erase(text, '=');
+    return text;
+}
+
+struct Garbage {
+    const char* Name;
+    std::string Contents;
+};
+
+void PrintTo(const Garbage& garbage, std::ostream* out) {
+    *out << garbage.Name << ", " << garbage.Contents.size() << " bytes";
+}
+
+std::string NameOfCase(const testing::TestParamInfo<Garbage>& info) {
+    return info.param.Name;
+}
+
+class GarbageTest : public testing::TestWithParam<Garbage> {
+ protected:
+    void SetUp() override {
+        folder_.SetCustomDisk(SmallDisk());
+        PutOldImage(folder_);
+    }
+
+    const ApplicationFolder folder_;
+};
+
+// A configuration in which something asks for an operation before anything has succeeded cancels the build.
+class GarbledConfiguration : public GarbageTest {};
+
+TEST_P(GarbledConfiguration, CancelsTheBuild) {
+    folder_.Write("files\\custom.ini", GetParam().Contents);
+    ProgramUnderTest program(folder_, kBuild);
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    ExpectOldImage(folder_);
+    ExpectNoWorkingFiles(folder_);
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, GarbledConfiguration,
+                         testing::Values(Garbage{"Random1", RandomBytes(65536, 1)},
+                                         Garbage{"Random2", RandomBytes(65536, 2)},
+                                         Garbage{"Random3", RandomBytes(65536, 3)},
+                                         Garbage{"RandomAndLarge", RandomBytes(kLarge, 4)},
+                                         Garbage{"EqualsSigns", std::string(kLarge, '=')}),
+                         NameOfCase);
+
+// The memory that the program uses, in bytes.
+size_t MemoryOf(const ProgramUnderTest& program) {
+    const HANDLE process =
+        ::OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, program.ProcessId());
+    PROCESS_MEMORY_COUNTERS counters{};
+    ::GetProcessMemoryInfo(process, &counters, sizeof counters);
+    ::CloseHandle(process);
+    return counters.PeakWorkingSetSize;
+}
+
+// A configuration that asks for nothing leaves a disk without its first system file.
+class EmptyConfiguration : public GarbageTest {};
+
+TEST_P(EmptyConfiguration, NamesTheMissingSystemFile) {
+    constexpr size_t kMostMemory = 20 * kLarge;
+    folder_.Write("files\\custom.ini", GetParam().Contents);
+    ProgramUnderTest program(folder_, kBuild);
+    EXPECT_EQ(program.Message(), UnreadableSource("IO.SYS"));
+    EXPECT_GT(MemoryOf(program), 0u);
+    EXPECT_LT(MemoryOf(program), kMostMemory);
+    program.Press("OK");
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    ExpectOldImage(folder_);
+    ExpectNoWorkingFiles(folder_);
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, EmptyConfiguration,
+                         testing::Values(Garbage{"NoBytes", ""}, Garbage{"Nuls", std::string(65536, '\0')},
+                                         Garbage{"NulsAndLarge", std::string(kLarge, '\0')},
+                                         Garbage{"OneLongLine", std::string(kLarge, 'x')},
+                                         Garbage{"LineEnds", std::string(kLarge, '\n')},
+                                         Garbage{"RandomAndLarge", WithoutEquals(RandomBytes(kLarge, 5))}),
+                         NameOfCase);
+
+// A catalogue that names no disk leaves the custom one.
+class GarbledCatalogue : public GarbageTest {};
+
+TEST_P(GarbledCatalogue, HasTheCustomDiskAlone) {
+    folder_.Write("files\\disklist.ini", GetParam().Contents);
+    {
+        ProgramUnderTest program(folder_, " minimal");
+        EXPECT_EQ(program.Answer("OK").Text, "The disk \"minimal\" doesn't exist");
+        EXPECT_EQ(program.ExitCode(), Number(ExitCode::UnknownDisk));
+    }
+    ExpectOldImage(folder_);
+    ExpectRunWorks(folder_);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, GarbledCatalogue,
+    testing::Values(Garbage{"Random1", RandomBytes(65536, 11)}, Garbage{"Random2", RandomBytes(65536, 12)},
+                    Garbage{"RandomAndLarge", RandomBytes(kLarge, 13)},
+                    Garbage{"RandomBehindACount", "[Disks_List]\r\nCount=9\r\n" + RandomBytes(65536, 14)},
+                    Garbage{"MoreDisksThanThereAre", "[Disks_List]\r\nCount=2000\r\n"},
+                    Garbage{"Nuls", std::string(65536, '\0')},
+                    Garbage{"NulsAndLarge", std::string(kLarge, '\0')},
+                    Garbage{"OneLongLine", std::string(kLarge, '[')}),
+    NameOfCase);
+
+TEST(Catalogue, CountThatIsNoWholeNumberOfDisksIsAnError) {
+    const ApplicationFolder folder;
+    folder.SetCustomDisk(SmallDisk());
+    folder.Write("files\\disklist.ini", "[Disks_List]\r\nCount=99999999999\r\n");
+    ProgramUnderTest program(folder, kBuild);
+    EXPECT_EQ(program.Answer("OK"),
+              (ShownMessage{"Error 6: Overflow", "The Veltrane", {"OK"}, Picture::Critical}));
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::InternalError));
+    EXPECT_FALSE(folder.Exists("out"));
+    ExpectNoWorkingFiles(folder);
+}
+
+class GarbledBootSector : public GarbageTest {};
+
+TEST_P(GarbledBootSector, MakesNoImage) {
+    folder_.Write("files\\bootsect.bin", GetParam().Contents);
+    ExpectRunWithoutImage(folder_);
+    ExpectOldImage(folder_);
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, GarbledBootSector,
+                         testing::Values(Garbage{"NoBytes", ""}, Garbage{"Nuls", std::string(512, '\0')},
+                                         Garbage{"Large", RandomBytes(kLarge, 21)}),
+                         NameOfCase);
+
+}  // namespace
+}  // namespace velbooter::e2e

@@ -1,0 +1,58 @@
+// Runs that are killed at any moment: nothing incomplete bears the target's name, and the next run works.
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "tests/e2e/faults/FaultExpectations.h"
+#include "tests/e2e/support/ProgramUnderTest.h"
+#include "tests/e2e/support/Programs.h"
+
+namespace velbooter::e2e {
+namespace {
+
+class KilledRun : public testing::Test {
+ protected:
+    void SetUp() override {
+        folder_.SetCustomDisk(DiskWithAModule());
+        const ULONGLONG begin = ::GetTickCount64();
+        ExpectRunWorks(folder_);
+        duration_ = static_cast<DWORD>(::GetTickCount64() - begin);
+    }
+
+    // Kills a run `moment` milliseconds after its start. A tool that it has just started goes on alone, but
+    // for one that the kill has kept from beginning: that would stand for ever.
+    void Kill(DWORD moment) const {
+        PutOldImage(folder_);
+        ProgramUnderTest program(folder_, std::string(" custom ") + kTarget);
+        ::Sleep(moment);
+        program.Kill();
+        EndChildrenOf(program.ProcessId());
+    }
+
+    void ExpectOldOrNewImage() const {
+        if (folder_.Read(kTarget) == kOldImage) {
+            ExpectOldImage(folder_);
+        } else {
+            ExpectImage(folder_, folder_.Path(kTarget), kSmallImageBytes);
+        }
+    }
+
+    const ApplicationFolder folder_;
+    DWORD duration_ = 0;  ///< of a whole run, in milliseconds
+};
+
+TEST_F(KilledRun, HindersNoLaterRunWheneverItIsKilled) {
+    constexpr int kMoments = 20;
+    std::mt19937 generator(20);
+    for (int i = 0; i < kMoments; ++i) {
+        const auto moment = static_cast<DWORD>(generator() % duration_);
+        SCOPED_TRACE("killed after " + std::to_string(moment) + " of " + std::to_string(duration_) + " ms");
+        Kill(moment);
+        ExpectOldOrNewImage();
+        ExpectRunWorks(folder_);
+    }
+}
+
+}  // namespace
+}  // namespace velbooter::e2e

@@ -1,0 +1,112 @@
+// Files of the application folder and of the tree that another program holds. What the steps ask about files
+// that they copy is in CopyMessagesTest.cpp.
+
+#include <gtest/gtest.h>
+
+#include "tests/e2e/faults/FaultExpectations.h"
+#include "tests/e2e/support/LockedFile.h"
+#include "tests/e2e/support/ProgramUnderTest.h"
+#include "tests/e2e/support/Programs.h"
+
+namespace velbooter::e2e {
+namespace {
+
+const std::string kBuild = std::string(" custom ") + kTarget;
+
+class Locked : public testing::Test {
+ protected:
+    void SetUp() override {
+        folder_.SetCustomDisk(DiskWithAModule());
+        PutOldImage(folder_);
+    }
+
+    // Expects a run that shows `message` and ends with `code`; when nobody holds the file any more, all
+    // works.
+    void ExpectMessage(LockedFile& lock, const ShownMessage& message, ExitCode code) const {
+        {
+            ProgramUnderTest program(folder_, kBuild);
+            EXPECT_EQ(program.Answer("OK"), message);
+            EXPECT_EQ(program.ExitCode(), Number(code));
+        }
+        ExpectOldImage(folder_);
+        lock.Release();
+        ExpectRunWorks(folder_);
+    }
+
+    const ApplicationFolder folder_;
+};
+
+TEST_F(Locked, ConfigurationFileIsNamedInTheMessage) {
+    LockedFile lock(folder_.Path("files\\custom.ini"));
+    ExpectMessage(lock, FileError(70, "Permission denied", folder_.Path("files\\custom.ini")),
+                  ExitCode::InternalError);
+    ExpectNoWorkingFiles(folder_);
+}
+
+TEST_F(Locked, IndexOfTheDriversIsNamedInTheMessage) {
+    LockedFile lock(folder_.Path("Drivers.ini"));
+    ProgramUnderTest program(folder_, kBuild);
+    EXPECT_EQ(program.Answer("OK"), FileError(70, "Permission denied", folder_.Path("Drivers.ini")));
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::InternalError));
+    ExpectOldImage(folder_);
+    lock.Release();
+    ExpectRunWorks(folder_);
+}
+
+TEST_F(Locked, FileOfAModuleMakesNoCabinet) {
+    LockedFile lock(folder_.Path("files\\keyb\\KEYB.BAT"));
+    ExpectMessage(lock, NoCabinet("keyb"), ExitCode::Canceled);
+}
+
+TEST_F(Locked, CatalogueHasNoDisks) {
+    LockedFile lock(folder_.Path("files\\disklist.ini"));
+    ProgramUnderTest program(folder_, " minimal");
+    EXPECT_EQ(
+        program.Answer("OK"),
+        (ShownMessage{"The disk \"minimal\" doesn't exist", "Critical error", {"OK"}, Picture::Critical}));
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::UnknownDisk));
+}
+
+TEST_F(Locked, BootSectorMakesNoImage) {
+    LockedFile lock(folder_.Path("files\\bootsect.bin"));
+    ExpectRunWithoutImage(folder_);
+    ExpectOldImage(folder_);
+    lock.Release();
+    ExpectRunWorks(folder_);
+}
+
+TEST_F(Locked, DriverCabinetIsAskedFor) {
+    folder_.SetCustomDisk(
+        {"[DefaultDrivers]", "ASPI\\ASPI8DOS", "[Copy_Files]", "io.sys=IO.SYS", "command.com=COMMAND.COM"});
+    LockedFile lock(folder_.Path("drivers\\aspi\\aspi8dos.cab"));
+    {
+        ProgramUnderTest program(folder_, kBuild);
+        EXPECT_EQ(program.Answer("Abort"), CopyQuestion("drivers\\aspi\\aspi8dos.cab"));
+        EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    }
+    ExpectOldImage(folder_);
+    lock.Release();
+    ExpectRunWorks(folder_);
+    const FloppyImage image(folder_.Path(kTarget));
+    EXPECT_EQ(image.Files().at("LIB\\ASPI\\ASPI8DOS.CAB"), folder_.Read("drivers\\aspi\\aspi8dos.cab"));
+}
+
+TEST_F(Locked, StagedFileMakesNoImage) {
+    {
+        const HeldTool tool(folder_, "bfi");
+        ProgramUnderTest program(folder_, kBuild);
+        program.WaitUntil([&] { return tool.IsAtWork(); }, "the image is not written");
+        const std::vector<std::string> staging = folder_.Names("Temp");
+        ASSERT_EQ(staging.size(), 1u);
+        const LockedFile lock(folder_.Path("Temp\\" + staging.front() + "\\AUTOEXEC.BAT"));
+        tool.Release();
+        EXPECT_EQ(program.ExitCode(), Number(ExitCode::NoImage));
+        ExpectOldImage(folder_);
+        // What is held cannot be deleted; the next run does so.
+        EXPECT_TRUE(folder_.Exists("Temp"));
+    }
+    ExpectRunWorks(folder_);
+}
+
+}  // namespace
+}  // namespace velbooter::e2e

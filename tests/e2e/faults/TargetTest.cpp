@@ -1,0 +1,110 @@
+// Targets that cannot be written. Whatever is wrong, an old image stays as it was, the exit code tells that
+// there is no new one, and the next run works.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/e2e/faults/FaultExpectations.h"
+#include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/LockedFile.h"
+#include "tests/e2e/support/ProgramUnderTest.h"
+
+namespace velbooter::e2e {
+namespace {
+
+using testing::IsEmpty;
+
+class Target : public testing::Test {
+ protected:
+    void SetUp() override { folder_.SetCustomDisk(SmallDisk()); }
+
+    const ApplicationFolder folder_;
+};
+
+TEST_F(Target, ReadOnlyIsKept) {
+    PutOldImage(folder_);
+    ::SetFileAttributesA(folder_.Path(kTarget).c_str(), FILE_ATTRIBUTE_READONLY);
+    ExpectRunWithoutImage(folder_);
+    ExpectOldImage(folder_);
+    ::SetFileAttributesA(folder_.Path(kTarget).c_str(), FILE_ATTRIBUTE_NORMAL);
+    ExpectRunWorks(folder_);
+}
+
+TEST_F(Target, HeldForGoodIsKept) {
+    PutOldImage(folder_);
+    LockedFile lock(folder_.Path(kTarget));
+    ExpectRunWithoutImage(folder_);
+    lock.Release();
+    ExpectOldImage(folder_);
+    ExpectRunWorks(folder_);
+}
+
+// Waits until the image tool has begun to write.
+void WaitForThePartOf(const std::string& target) {
+    constexpr int kTries = 2000;
+    constexpr DWORD kStep = 10;
+    WIN32_FIND_DATAA found{};
+    for (int i = 0; i < kTries; ++i) {
+        const HANDLE search = ::FindFirstFileA((target + ".unfinished~").c_str(), &found);
+        if (search != INVALID_HANDLE_VALUE) {
+            ::FindClose(search);
+            return;
+        }
+        ::Sleep(kStep);
+    }
+    throw HarnessFailure("the image is never written");
+}
+
+TEST_F(Target, HeldForTwoSecondsIsReplaced) {
+    constexpr DWORD kHeld = 2000;
+    PutOldImage(folder_);
+    LockedFile lock(folder_.Path(kTarget));
+    ProgramUnderTest program(folder_, std::string(" custom ") + kTarget);
+    WaitForThePartOf(folder_.Path(kTarget));
+    ::Sleep(kHeld);
+    lock.Release();
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    ExpectImage(folder_, folder_.Path(kTarget), kSmallImageBytes);
+    EXPECT_THAT(folder_.Names("out"), testing::ElementsAre("disk.img"));
+}
+
+TEST_F(Target, FolderThatIsMissingIsMade) {
+    EXPECT_FALSE(folder_.Exists("out"));
+    ExpectRunWorks(folder_);
+}
+
+TEST_F(Target, FileInPlaceOfItsFolderIsKept) {
+    folder_.Write("out", "a file");
+    ExpectRunWithoutImage(folder_);
+    EXPECT_EQ(folder_.Read("out"), "a file");
+    folder_.Remove("out");
+    ExpectRunWorks(folder_);
+}
+
+TEST_F(Target, FolderInItsPlaceIsKept) {
+    folder_.Write("out\\disk.img\\KEPT.TXT", "a file");
+    ExpectRunWithoutImage(folder_);
+    EXPECT_EQ(folder_.Read("out\\disk.img\\KEPT.TXT"), "a file");
+    folder_.Remove("out");
+    ExpectRunWorks(folder_);
+}
+
+TEST_F(Target, DriveThatIsMissingMakesNoImage) {
+    ProgramUnderTest program(folder_, " custom Q:\\disk.img");
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::NoImage));
+    ExpectNoWorkingFiles(folder_);
+}
+
+TEST_F(Target, SizeThatIsTooSmallForTheDiskMakesNoImage) {
+    folder_.SetCustomDisk(SmallDiskWith({"BIG.BIN=BIG.BIN"}));
+    folder_.Write("BIG.BIN", std::string(1500000, 'b'));
+    ExpectRunWithoutImage(folder_);
+    EXPECT_THAT(folder_.Names("out"), IsEmpty());
+    ProgramUnderTest large(folder_, std::string(" -t 288 custom ") + kTarget);
+    EXPECT_EQ(large.ExitCode(), Number(ExitCode::Built));
+    const FloppyImage image = ExpectImage(folder_, folder_.Path(kTarget), kLargeImageBytes);
+    EXPECT_EQ(image.Files().at("BIG.BIN"), folder_.Read("BIG.BIN"));
+}
+
+}  // namespace
+}  // namespace velbooter::e2e

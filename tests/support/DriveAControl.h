@@ -1,0 +1,26 @@
+#pragma once
+// Changes the file system of drive A: while with-drive-a.sh runs a test.
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace velbooter {
+
+/// Gives the file system of drive A: other options, those of a tmpfs. A test's failure when it does not come
+/// about.
+inline void RemountDriveA(const std::string& options) {
+    const char* control = std::getenv("VELBOOTER_DRIVE_A_CONTROL");
+    ASSERT_NE(nullptr, control) << "not run by with-drive-a.sh";
+    const std::string folder = std::string("Z:") + control;
+    std::ofstream(folder + "/new") << options;
+    std::filesystem::rename(folder + "/new", folder + "/request");
+    for (int i = 0; i < 200 && std::filesystem::exists(folder + "/request"); ++i) ::Sleep(50);
+    EXPECT_FALSE(std::filesystem::exists(folder + "/request")) << "not remounted";
+}
+
+}  // namespace velbooter
