@@ -6,6 +6,7 @@
 #include "src/common/INIFile.h"
 #include "src/common/SetupCommon.h"
 #include "src/common/Text.h"
+#include "src/drivers/DiskRoom.h"
 #include "src/drivers/DriverStore.h"
 
 namespace velbooter {
@@ -92,6 +93,7 @@ void CmdOK_Click(Application& app) {
         }
         index.SetINIKey(section, row.Text, row.Checked ? "1" : "0");
     }
+    ShowRoom(app);
     Hide(app);
 }
 

@@ -41,17 +41,25 @@ void Place(Application& app, const std::string& list, const std::string& entry) 
 
 }  // namespace
 
+bool HasNetworkLists(const FrmWizard& wizard) {
+    return wizard.ChkNDIS.Value != 0 && wizard.ChkNDIS.Width == kNdisWidth;
+}
+
+bool IsPrebuiltEntry(const std::string& entry) {
+    return StartsWith(entry, "etc\\_");
+}
+
 void CreatePrebuiltFiles(Application& app) {
     FrmWizard& wizard = app.Wizard;
-    if (wizard.ChkNDIS.Value != 0 && wizard.ChkNDIS.Width == kNdisWidth) {
+    if (HasNetworkLists(wizard)) {
         CreateCacheFile(app, "ndis", "ndis");
         if (!FolderExists(app.PathOf("cabs\\etc"))) MakeFolder(app.PathOf("cabs\\etc"));
-        Place(app, "_ndis.txt", "etc\\_msnet.nic");
-        Place(app, "_ndis.pci", "etc\\_msnet.pci");
+        Place(app, "_ndis.txt", kNicListEntry);
+        Place(app, "_ndis.pci", kPciListEntry);
     }
     ListBox& files = wizard.LstFiles;
     for (int i = 0; i < files.ListCount(); ++i) {
-        if (StartsWith(files.List(i), "etc\\_")) files.Select(i, true);
+        if (IsPrebuiltEntry(files.List(i))) files.Select(i, true);
     }
 }
 

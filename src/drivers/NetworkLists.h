@@ -8,10 +8,20 @@
 
 namespace velbooter {
 
+/// The entries of the two lists in LstFiles.
+inline constexpr const char* kNicListEntry = "etc\\_msnet.nic";
+inline constexpr const char* kPciListEntry = "etc\\_msnet.pci";
+
 /// In NDIS mode, with the network row ticked, builds the two lists of the selected drivers in cabs\etc and
 /// adds them to LstFiles. In every mode marks all entries below "etc\_" as selected. Raises RuntimeError when
 /// a list cannot be written or moved to its place.
 void CreatePrebuiltFiles(Application& app);
+
+/// Returns whether LstFiles gets the two lists of the run, as CreatePrebuiltFiles builds them.
+bool HasNetworkLists(const FrmWizard& wizard);
+
+/// Returns whether CreatePrebuiltFiles marks the entry as selected.
+bool IsPrebuiltEntry(const std::string& entry);
 
 /// Writes cabs\_`name`.txt and cabs\_`name`.pci: their header lines and then, for every driver that section
 /// `group` (in upper case) of Drivers.ini selects, the first line of the member `name`.txt and all lines of

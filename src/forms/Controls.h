@@ -2,6 +2,7 @@
 // The controls of the forms as plain values. A build reads and writes them whether or not a window shows
 // them; nothing here calls anything. Positions are 0-based, sizes in twips (1440 to the inch).
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@ namespace velbooter {
 struct Label {
     std::string Caption;
     bool Bold = false;
+    bool Warning = false;  ///< shown in the colour of warnings
 };
 
 struct CommandButton {
@@ -57,11 +59,17 @@ class ListBox {
     /// Marks the row at `index`, which must exist.
     void Select(int index, bool selected) { rows_.at(Position(index)).Selected = selected; }
 
+    /// Returns the number that the program keeps with the row at `index`, 0 at first; 0 outside the list.
+    std::int32_t ItemData(int index) const { return Contains(index) ? rows_[Position(index)].Data : 0; }
+
+    /// Keeps a number with the row at `index`, which must exist.
+    void SetItemData(int index, std::int32_t data) { rows_.at(Position(index)).Data = data; }
+
     /// Adds an unselected row at the end.
-    void AddItem(const std::string& text) { rows_.push_back({text, false}); }
+    void AddItem(const std::string& text) { rows_.push_back({text}); }
 
     /// Inserts an unselected row before `index` (0 to ListCount()).
-    void AddItem(const std::string& text, int index) { rows_.insert(rows_.begin() + index, {text, false}); }
+    void AddItem(const std::string& text, int index) { rows_.insert(rows_.begin() + index, {text}); }
 
     /// Removes the row at `index`, which must exist.
     void RemoveItem(int index) { rows_.erase(rows_.begin() + index); }
@@ -78,7 +86,8 @@ class ListBox {
  private:
     struct Row {
         std::string Text;
-        bool Selected;
+        bool Selected = false;
+        std::int32_t Data = 0;
     };
     static size_t Position(int index) { return static_cast<size_t>(index); }
     bool Contains(int index) const { return index >= 0 && index < ListCount(); }

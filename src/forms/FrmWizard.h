@@ -75,6 +75,7 @@ struct FrmWizard {
     TextBox TxtKeyPart5;
 
     ListBox LstFiles;
+    Label LblRoom;
     ListBox LstDirs;
 
     OptionButton OptImage14{"&1.44 MB Floppy Image", true};

@@ -1,6 +1,7 @@
 #include "src/ui/Destination.h"
 
 #include "src/disk/FloppyImage.h"
+#include "src/drivers/DiskRoom.h"
 
 namespace velbooter {
 
@@ -16,17 +17,20 @@ void EnableTarget(FrmWizard& wizard, bool enabled) {
 void OptImage14_Click(Application& app) {
     EnableTarget(app.Wizard, app.Wizard.OptImage14.Value);
     FloppyImageLabels(app, true);
+    ShowRoom(app);
 }
 
 void OptImage28_Click(Application& app) {
     EnableTarget(app.Wizard, app.Wizard.OptImage28.Value);
     FloppyImageLabels(app, true);
+    ShowRoom(app);
 }
 
 // The floppy passes its own value, so that the step lines read as for an image; kept so.
 void OptFloppy_Click(Application& app) {
     EnableTarget(app.Wizard, !app.Wizard.OptFloppy.Value);
     FloppyImageLabels(app, app.Wizard.OptFloppy.Value);
+    ShowRoom(app);
 }
 
 void CmdBrowse_Click(Application& app) {

@@ -3,6 +3,7 @@
 #include "src/common/Text.h"
 #include "src/disk/DiskConfiguration.h"
 #include "src/disk/FileLists.h"
+#include "src/drivers/DiskRoom.h"
 #include "src/drivers/DriverSettings.h"
 #include "src/forms/Help.h"
 #include "src/setup/SetupData.h"
@@ -37,6 +38,12 @@ void LoadDisk(Application& app) {
     SetStatus(app, "Please Wait ... Preparing Default Drivers Settings");
     GetDiskAndDriverSettings(app);
     SetStatus(app, "Press Next to re-populate the files list");
+}
+
+// Turns to CurrentStep.
+void Turn(Application& app, std::int16_t old) {
+    if (app.CurrentStep == kFilesPage || app.CurrentStep == kDestinationPage) MeasureRoom(app);
+    TurnPage(app, old, app.CurrentStep);
 }
 
 void LeaveSetupPage(Application& app) {
@@ -81,7 +88,7 @@ void CmdNext_Click(Application& app) {
     }
     app.CurrentStep = app.CurrentStep < kDestinationPage ? static_cast<std::int16_t>(app.CurrentStep + 1)
                                                          : static_cast<std::int16_t>(kDestinationPage);
-    TurnPage(app, old, app.CurrentStep);
+    Turn(app, old);
 }
 
 void CmdBack_Click(Application& app) {
@@ -95,7 +102,7 @@ void CmdBack_Click(Application& app) {
     if (app.CurrentStep == kFilesPage && !app.SetupWinIncluded) app.CurrentStep = kSetupPage;
     if (app.CurrentStep == kDiskPage) wizard.CmdBack.Enabled = false;
     if (app.CurrentStep > kWelcomePage) --app.CurrentStep;
-    TurnPage(app, old, app.CurrentStep);
+    Turn(app, old);
 }
 
 }  // namespace velbooter

@@ -22,7 +22,7 @@ using tools::AppendU32;
 
 // Most folders are small, so that many are tried; the last size passes the encoder's buffer for the smallest
 // window and makes it slide. It takes seconds, so it needs a mark that few inputs have.
-constexpr std::array<std::size_t, 4> kUsualLimits{1'000, 5'000, 34'000, 70'000};
+constexpr std::array<std::size_t, 8> kUsualLimits{300, 1'000, 3'000, 300, 1'000, 3'000, 34'000, 70'000};
 constexpr std::size_t kLargeLimit = 2'300'000;
 constexpr std::uint8_t kLargeMark = 0xA5;
 

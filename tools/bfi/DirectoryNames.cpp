@@ -68,10 +68,6 @@ class AliasMaker {
 
 }  // namespace
 
-std::size_t DirectoryName::Slots() const {
-    return 1 + (Long.size() + kUnitsPerLongNamePart - 1) / kUnitsPerLongNamePart;
-}
-
 std::vector<DirectoryName> NameEntries(const std::string& folder, const std::vector<std::string>& names) {
     std::map<std::string, std::string> seen;
     std::set<ShortName> taken;

@@ -6,12 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "tools/bfi/Geometry.h"
 #include "tools/bfi/ShortName.h"
 
 namespace tools::bfi {
-
-/// Number of UTF-16 units of a long name that one 32-byte entry holds.
-constexpr std::size_t kUnitsPerLongNamePart = 13;
 
 /// How one entry is named on the disk.
 struct DirectoryName {
@@ -19,7 +17,7 @@ struct DirectoryName {
     std::u16string Long;  ///< empty when the short name says it all
 
     /// Number of 32-byte directory entries that the name takes: the short one and the parts of the long name.
-    std::size_t Slots() const;
+    std::size_t Slots() const { return SlotsOfName(Long.size()); }
 };
 
 /// Returns the names for `names` (UTF-8, in the order in which they are stored), one for each. Throws

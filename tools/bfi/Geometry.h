@@ -9,6 +9,8 @@ namespace tools::bfi {
 
 constexpr std::size_t kSectorBytes = 512;
 constexpr std::size_t kDirectoryEntryBytes = 32;
+/// Number of UTF-16 units of a long name that one directory entry holds.
+constexpr std::size_t kUnitsPerLongNamePart = 13;
 constexpr std::uint32_t kReservedSectors = 1;
 constexpr std::uint32_t kFatCopies = 2;
 constexpr std::uint32_t kFirstCluster = 2;
@@ -36,6 +38,18 @@ struct Geometry {
         return bytes / ClusterBytes() + (bytes % ClusterBytes() != 0 ? 1 : 0);
     }
 };
+
+/// Number of directory entries of a name: the short one and the parts of its long form, which has `longUnits`
+/// UTF-16 units, 0 when the short one says it all.
+constexpr std::size_t SlotsOfName(std::size_t longUnits) {
+    return 1 + (longUnits + kUnitsPerLongNamePart - 1) / kUnitsPerLongNamePart;
+}
+
+/// Number of bytes of a folder below the root whose names take `slots` directory entries; "." and ".." come
+/// to them.
+constexpr std::size_t BytesOfFolder(std::size_t slots) {
+    return (slots + 2) * kDirectoryEntryBytes;
+}
 
 /// Returns the format that the type "144" or "288" names, or nullptr for any other text.
 const Geometry* GeometryOfType(const std::string& type);

@@ -93,7 +93,7 @@ void RequireRoom(const SourceTree& tree, const Geometry& geometry) {
 }
 
 std::size_t FolderBytes(const TreeFolder& folder) {
-    return (folder.Slots() + 2) * kDirectoryEntryBytes;
+    return BytesOfFolder(folder.Slots());
 }
 
 }  // namespace tools::bfi

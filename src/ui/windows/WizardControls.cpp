@@ -10,13 +10,18 @@ namespace velbooter {
 
 namespace {
 
+// Dark enough to be read on the grey of a dialog.
+constexpr COLORREF kWarningColor = RGB(176, 0, 0);
+
 template <typename Member>
 struct Shown {
     int Id;
     Member FrmWizard::*Value;
 };
 
-constexpr std::array<Shown<Label>, 4> kLabels{{{IDC_STATUS, &FrmWizard::LblStatus},
+constexpr std::array<Shown<Label>, 6> kLabels{{{IDC_STATUS, &FrmWizard::LblStatus},
+                                               {IDC_ROOM_OF_FILES, &FrmWizard::LblRoom},
+                                               {IDC_ROOM_AT_TARGET, &FrmWizard::LblRoom},
                                                {IDC_NDIS_NOTE, &FrmWizard::LblNDISNote},
                                                {IDC_OS_TYPE, &FrmWizard::LblOSType},
                                                {IDC_OUTCOME, &FrmWizard::LblFinish}}};
@@ -131,7 +136,7 @@ HWND WizardControls::Control(int id) const {
 }
 
 void WizardControls::Show(const FrmWizard& form) {
-    for (const auto& [id, label] : kLabels) ShowText(Control(id), (form.*label).Caption);
+    for (const auto& [id, label] : kLabels) ShowLabel(id, form.*label);
     for (const auto& [id, link] : kLinks) ShowText(Control(id), "<a>" + (form.*link).Caption + "</a>");
     for (const auto& [id, line] : kSteps) ShowStep(id, form.*line);
     for (const auto& [id, mark] : kMarks) ShowText(Control(id), (form.*mark).Caption);
@@ -156,6 +161,19 @@ void WizardControls::Show(const FrmWizard& form) {
     disks_.Show(form.LV_Disk);
     ShowFiles(form.LstFiles);
     ShowProgress(form.WorkProgress);
+}
+
+void WizardControls::ShowLabel(int id, const Label& label) {
+    const HWND control = Control(id);
+    ShowText(control, label.Caption);
+    const bool wasWarning = warnings_.count(control) != 0;
+    if (label.Warning == wasWarning) return;
+    if (label.Warning) {
+        warnings_.insert(control);
+    } else {
+        warnings_.erase(control);
+    }
+    ::InvalidateRect(control, nullptr, TRUE);
 }
 
 void WizardControls::ShowStep(int id, const Label& line) {
@@ -197,6 +215,18 @@ void WizardControls::ShowProgress(const ProgressBar& progress) {
         ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max);
     if (static_cast<int>(::SendMessageA(bar, PBM_GETPOS, 0, 0)) != progress.Value)
         ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value), 0);
+}
+
+HBRUSH WizardControls::ColorLabel(HDC context, HWND label) const {
+    HIGHCONTRASTA contrast{};
+    contrast.cbSize = sizeof contrast;
+    ::SystemParametersInfoA(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0);
+    // Who has chosen his own colours reads the numbers in them.
+    const bool hasOwnColors = (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+    if (warnings_.count(label) == 0 || hasOwnColors) return nullptr;
+    ::SetTextColor(context, kWarningColor);
+    ::SetBkColor(context, ::GetSysColor(COLOR_BTNFACE));
+    return ::GetSysColorBrush(COLOR_BTNFACE);
 }
 
 void WizardControls::Read(FrmWizard& form) const {

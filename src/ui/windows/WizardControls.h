@@ -6,6 +6,7 @@
 
 #include <array>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -26,15 +27,21 @@ class WizardControls {
     /// Takes over what the user has entered, ticked and selected.
     void Read(FrmWizard& form) const;
 
+    /// Prepares `context` for a label that warns. Returns the brush behind it, which is the system's; null
+    /// for any other label.
+    HBRUSH ColorLabel(HDC context, HWND label) const;
+
     /// Returns the control with this number; null when there is none.
     HWND Control(int id) const;
 
  private:
+    void ShowLabel(int id, const Label& label);
     void ShowFiles(const ListBox& files);
     void ShowProgress(const ProgressBar& progress);
     void ShowStep(int id, const Label& line);
 
     std::map<int, HWND> controls_;
+    std::set<HWND> warnings_;  // labels that are shown in the colour of warnings
     DiskList disks_;
     std::vector<std::string> shownFiles_;
     Font normal_;

@@ -5,6 +5,7 @@
 #include <map>
 #include <utility>
 
+#include "src/drivers/DiskRoom.h"
 #include "src/drivers/DriverSelection.h"
 #include "src/drivers/DriverSettings.h"
 #include "src/forms/CancelApp.h"
@@ -141,7 +142,7 @@ INT_PTR CALLBACK WizardWindow::Procedure(HWND window, UINT message, WPARAM wPara
 INT_PTR WizardWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_COMMAND:
-            return HIWORD(wParam) == BN_CLICKED && OnCommand(LOWORD(wParam)) ? TRUE : FALSE;
+            return OnCommand(LOWORD(wParam), HIWORD(wParam)) ? TRUE : FALSE;
         case WM_NOTIFY:
             return OnNotify(*reinterpret_cast<const NMHDR*>(lParam)) ? TRUE : FALSE;
         case WM_HELP:
@@ -163,6 +164,9 @@ INT_PTR WizardWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             }
             return TRUE;
         }
+        case WM_CTLCOLORSTATIC:
+            return reinterpret_cast<INT_PTR>(
+                controls_.ColorLabel(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
         case WM_SETCURSOR:
             if (!isWorking_) return FALSE;
             ::SetCursor(::LoadCursor(nullptr, IDC_WAIT));
@@ -173,7 +177,7 @@ INT_PTR WizardWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-bool WizardWindow::OnCommand(int id) {
+bool WizardWindow::OnCommand(int id, int notice) {
     static const std::map<int, Handler> kHandlers{
         {IDC_BACK, CmdBack_Click},
         {IDC_NEXT, CmdNext_Click},
@@ -189,8 +193,12 @@ bool WizardWindow::OnCommand(int id) {
         {IDC_FLOPPY, OptFloppy_Click},
         {IDC_BROWSE, CmdBrowse_Click},
     };
+    if (id == IDC_FILES && notice == LBN_SELCHANGE) {
+        Run(ShowRoom);
+        return true;
+    }
     const auto found = kHandlers.find(id);
-    if (found == kHandlers.end()) return false;
+    if (notice != BN_CLICKED || found == kHandlers.end()) return false;
     Run(found->second);
     return true;
 }

@@ -43,7 +43,7 @@ class WizardWindow {
     void CreatePages();
     void ShowPages();
     void FocusPage(size_t page);
-    bool OnCommand(int id);
+    bool OnCommand(int id, int notice);
     bool OnNotify(const NMHDR& notice);
     void Run(Handler handler);
     void Postpone(Handler handler);

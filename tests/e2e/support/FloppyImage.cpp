@@ -65,6 +65,14 @@ std::uint32_t FloppyImage::NextCluster(std::uint32_t cluster) const {
     return cluster % 2 == 0 ? pair & 0xFFF : pair >> 4;
 }
 
+size_t FloppyImage::UsedBytes() const {
+    size_t used = 0;
+    for (size_t i = 0; i < clusters_; ++i) {
+        if (NextCluster(static_cast<std::uint32_t>(kFirstCluster + i)) != 0) used += clusterBytes_;
+    }
+    return used;
+}
+
 // Returns where the clusters begin.
 std::vector<size_t> FloppyImage::Chain(std::uint32_t cluster) const {
     std::vector<size_t> places;

@@ -18,6 +18,9 @@ class FloppyImage {
     /// The size of the image in bytes.
     size_t Size() const { return bytes_.size(); }
 
+    /// How much of the data area is taken, in bytes of whole clusters.
+    size_t UsedBytes() const;
+
     /// The volume label of the root folder.
     const std::string& Label() const { return label_; }
 

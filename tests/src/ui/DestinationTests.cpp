@@ -44,6 +44,17 @@ TEST_F(Destination, AllThreeOptionsGiveTheStepLinesOfAnImage) {
     }
 }
 
+TEST_F(Destination, TheRoomIsToldForTheChosenDisk) {
+    Choose(&FrmWizard::OptImage28, OptImage28_Click);
+    EXPECT_NE(std::string::npos, App.Wizard.LblRoom.Caption.find("A 2.88 MB disk"));
+    for (const auto& [option, click] : {std::pair{&FrmWizard::OptFloppy, &OptFloppy_Click},
+                                        std::pair{&FrmWizard::OptImage14, &OptImage14_Click}}) {
+        App.Wizard.LblRoom.Caption = "";
+        Choose(option, click);
+        EXPECT_NE(std::string::npos, App.Wizard.LblRoom.Caption.find("A 1.44 MB disk"));
+    }
+}
+
 TEST_F(Destination, BrowseIsPresetWithTheTargetAndTakesTheChosenPath) {
     App.Wizard.TxtDest.Text = "C:\\images\\old.img";
     Screen.ExpectSaveDialog("C:\\images\\old.img", "D:\\new.img");

@@ -1,0 +1,37 @@
+#pragma once
+// What a set of files takes on a floppy, counted as our image tool lays them out: files and folders in whole
+// clusters, and every name in the directory of its folder. It foretells; the tool alone judges.
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "tools/bfi/Geometry.h"
+
+namespace velbooter {
+
+class FloppyLayout {
+ public:
+    /// An empty disk of the format `geometry`, which outlives the layout.
+    explicit FloppyLayout(const tools::bfi::Geometry& geometry) : geometry_(geometry) {}
+
+    /// Puts a file of `bytes` bytes at `path` ("bin\\a.cab"), its folders with it. Of several files at one
+    /// path, whatever their case, the last counts.
+    void Add(const std::string& path, std::uint64_t bytes);
+
+    /// Returns how many bytes of the disk's data area are taken, whole clusters.
+    std::uint64_t Bytes() const;
+
+    /// Returns whether everything has room, the names in the root directory included.
+    bool Fits() const;
+
+ private:
+    void AddToFolder(const std::string& path);
+
+    const tools::bfi::Geometry& geometry_;
+    std::map<std::string, std::uint64_t> files_;  // bytes by path, in upper case
+    std::map<std::string, std::size_t>
+        folders_;  // directory entries of their names by path, in upper case; "" the root
+};
+
+}  // namespace velbooter

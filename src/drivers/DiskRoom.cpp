@@ -1,0 +1,70 @@
+#include "src/drivers/DiskRoom.h"
+
+#include <algorithm>
+
+#include "src/common/SetupCommon.h"
+#include "src/disk/FloppyLayout.h"
+#include "src/drivers/ChosenDrivers.h"
+#include "src/drivers/DriverPreparation.h"
+#include "src/drivers/NetworkLists.h"
+
+namespace velbooter {
+
+namespace {
+
+constexpr std::uint64_t kKilobyte = 1024;
+
+// A list begins with its headings; a driver adds a line that describes it to the one and a short line for
+// each adapter to the other.
+constexpr std::uint64_t kListHeadings = 120;
+constexpr std::uint64_t kListBytesOfDriver = 80;
+
+std::int32_t SizeOf(const Application& app, const std::string& file) {
+    return std::max(GetFileSize(app.PathOf(file)), 0);
+}
+
+void AddFiles(const ListBox& files, FloppyLayout& layout) {
+    for (int i = 0; i < files.ListCount(); ++i) {
+        const std::string entry = files.List(i);
+        if (files.Selected(i) || IsDriverEntry(entry) || IsPrebuiltEntry(entry))
+            layout.Add(entry, static_cast<std::uint64_t>(files.ItemData(i)));
+    }
+}
+
+void AddDrivers(const Application& app, FloppyLayout& layout) {
+    if (!FileExists(app.PathOf(kDriverIndexFile))) return;
+    std::uint64_t count = 0;
+    ChosenDrivers drivers(app);
+    while (const auto cabinet = drivers.Next()) {
+        if (cabinet->empty()) continue;
+        layout.Add("lib\\" + *cabinet, static_cast<std::uint64_t>(SizeOf(app, "drivers\\" + *cabinet)));
+        ++count;
+    }
+    if (!HasNetworkLists(app.Wizard)) return;
+    for (const char* list : {kNicListEntry, kPciListEntry})
+        layout.Add(list, kListHeadings + count * kListBytesOfDriver);
+}
+
+}  // namespace
+
+void MeasureRoom(Application& app) {
+    ListBox& files = app.Wizard.LstFiles;
+    for (int i = 0; i < files.ListCount(); ++i) files.SetItemData(i, SizeOf(app, "cabs\\" + files.List(i)));
+    ShowRoom(app);
+}
+
+void ShowRoom(Application& app) {
+    const FrmWizard& wizard = app.Wizard;
+    const tools::bfi::Geometry& geometry =
+        *tools::bfi::GeometryOfType(wizard.OptImage28.Value ? "288" : "144");
+    FloppyLayout layout(geometry);
+    AddFiles(wizard.LstFiles, layout);
+    AddDrivers(app, layout);
+    const std::uint64_t capacity = std::uint64_t{geometry.DataClusters()} * geometry.ClusterBytes();
+    app.Wizard.LblRoom.Caption = "Selected files: " + std::to_string(layout.Bytes() / kKilobyte) + " KB. A " +
+                                 geometry.Name + " disk holds " + std::to_string(capacity / kKilobyte) +
+                                 " KB.";
+    app.Wizard.LblRoom.Warning = !layout.Fits();
+}
+
+}  // namespace velbooter
