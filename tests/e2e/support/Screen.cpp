@@ -48,7 +48,8 @@ bool RunBelow(const std::string& command) {
 
 bool Import(const std::string& options, const std::string& unixPath) {
     const std::string folder = unixPath.substr(0, unixPath.rfind('/'));
-    return RunBelow("mkdir -p '" + folder + "' && import -window root -depth 8 " + options + " '" + unixPath + "'");
+    return RunBelow("mkdir -p '" + folder + "' && import -window root -depth 8 " + options + " '" + unixPath +
+                    "'");
 }
 
 void SetResolution(DWORD dpi) {
