@@ -7,17 +7,16 @@ sources give the same bytes.
 """
 
 import html
-import os
 import pathlib
 import re
 import shutil
-import subprocess
 import sys
 import tempfile
 
 # The folder of the sources stays as it is.
 sys.dont_write_bytecode = True
 import contextmap  # noqa: E402
+from markdown import Fault, run, to_html, write_complete  # noqa: E402
 
 HERE = pathlib.Path(__file__).resolve().parent
 PROJECT = HERE / 'corvane_help.hhp'
@@ -45,10 +44,6 @@ SITEMAP = """<!DOCTYPE HTML PUBLIC "-//IETF//DTD HTML//EN">
 """
 
 
-class Fault(Exception):
-    """What is wrong, in one line that names the file."""
-
-
 class Topic:
     """One topic: its page's name, its title, its index words and its Markdown."""
 
@@ -71,7 +66,7 @@ class Topic:
 
     def to_html(self, pages):
         """The page; its links lead to `pages`."""
-        body = run('cmark-gfm', '-e', 'table', '--to', 'html', input=self.text)
+        body = to_html(self.text)
 
         def follow(link):
             target = link.group(1) + '.htm'
@@ -80,16 +75,6 @@ class Topic:
             return f'href="{target}"'
 
         return PAGE.format(title=html.escape(self.title), body=re.sub(r'href="([^":/]+)\.md"', follow, body))
-
-
-def run(*command, **options):
-    try:
-        done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False, **options)
-    except FileNotFoundError as error:
-        raise Fault(f'{command[0]} is not installed; scripts/setup.sh installs it') from error
-    if done.returncode != 0:
-        raise Fault(f'{command[0]} failed: {done.stdout.strip()}')
-    return done.stdout
 
 
 def read_project():
@@ -178,9 +163,7 @@ def main():
     try:
         with tempfile.TemporaryDirectory() as work:
             data = compile_help(pathlib.Path(work))
-        unfinished = output.with_name(output.name + '.unfinished~')
-        unfinished.write_bytes(data)
-        os.replace(unfinished, output)
+        write_complete(output, data)
     except (Fault, contextmap.Unreadable, OSError) as error:
         print(f'build.py: {error}', file=sys.stderr)
         return 1

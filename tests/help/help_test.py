@@ -64,6 +64,9 @@ class Page(html.parser.HTMLParser):
         if tag not in self.VOID:
             self.open.append(tag)
 
+    def handle_startendtag(self, tag, attrs):
+        self.handle_starttag(tag, attrs)
+
     def handle_endtag(self, tag):
         # The items of a contents file are not closed.
         while self.open and self.open[-1] == 'li' and tag != 'li':
