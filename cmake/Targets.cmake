@@ -53,6 +53,7 @@ function(velbooter_program name)
         set_source_files_properties("${script}" PROPERTIES OBJECT_DEPENDS
             "${manifest};${PROJECT_SOURCE_DIR}/resources/Version.h;${PROJECT_SOURCE_DIR}/resources/velbooter.ico;${program_DEPENDS}")
         target_sources(${name} PRIVATE "${script}")
-        target_link_options(${name} PRIVATE -s)
+        # Without the time of the link the same sources make the same bytes.
+        target_link_options(${name} PRIVATE -s -Wl,--no-insert-timestamp)
     endif()
 endfunction()

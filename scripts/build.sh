@@ -8,14 +8,10 @@ cd "$root"
 
 # The native companions pack what the demonstration brings along.
 scripts/build-preset.sh host bfi cabarc
-scripts/build-preset.sh mingw-x64 velbooter velbooter_com bfi cabarc bootsect standins
+scripts/build-preset.sh mingw-x64 shipped standins
 
 rm -rf build/app build/demo
-mkdir -p build/app
-cp -a data/. build/app/
-cp build/mingw-x64/bin/velbooter.{exe,com} build/mingw-x64/bin/{cabarc,bfi}.exe build/app/
-cp build/mingw-x64/boot/bootsect.bin build/app/files/
-help/build.py build/app/corvane_help.chm
+cmake --install build/mingw-x64 --prefix build/app >/dev/null
 
 cp -a build/app build/demo
 demo/install.sh build/host/bin/cabarc build/mingw-x64/demo-dos build/demo

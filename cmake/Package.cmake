@@ -1,0 +1,30 @@
+# What ships, said once: scripts/build.sh installs it as build/app, scripts/package.sh packs it.
+set(helpFile "${PROJECT_BINARY_DIR}/corvane_help.chm")
+set(guide "${PROJECT_BINARY_DIR}/user-guide.html")
+file(GLOB helpSources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/help/*" "${PROJECT_SOURCE_DIR}/help/topics/*.md")
+file(GLOB guideSources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/docs/*.md" "${PROJECT_SOURCE_DIR}/docs/pictures/*.png")
+add_custom_command(OUTPUT "${helpFile}" COMMAND "${PROJECT_SOURCE_DIR}/help/build.py" "${helpFile}"
+                   DEPENDS ${helpSources} VERBATIM)
+add_custom_command(OUTPUT "${guide}" COMMAND "${PROJECT_SOURCE_DIR}/help/guide.py" "${guide}"
+                   DEPENDS ${helpSources} ${guideSources} VERBATIM)
+
+# Notepad opens them at a double click, also that of a Windows which knows only its own line ends.
+configure_file("${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_BINARY_DIR}/LICENSE.txt" @ONLY NEWLINE_STYLE DOS)
+configure_file("${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${PROJECT_BINARY_DIR}/CHANGELOG.txt" @ONLY NEWLINE_STYLE DOS)
+
+get_target_property(bootSector bootsect BOOT_SECTOR)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/data/" DESTINATION .)
+install(TARGETS velbooter velbooter_com bfi cabarc RUNTIME DESTINATION .)
+install(FILES "${bootSector}" DESTINATION files)
+install(FILES "${helpFile}" "${guide}" "${PROJECT_BINARY_DIR}/LICENSE.txt" "${PROJECT_BINARY_DIR}/CHANGELOG.txt"
+        DESTINATION .)
+add_custom_target(shipped DEPENDS velbooter velbooter_com bfi cabarc bootsect "${helpFile}" "${guide}")
+
+# CPack's own ZIP files tell who packed them and in which order the files lay on his disk, so it only collects the files.
+set(CPACK_GENERATOR External)
+set(CPACK_EXTERNAL_ENABLE_STAGING ON)
+set(CPACK_EXTERNAL_PACKAGE_SCRIPT "${CMAKE_CURRENT_LIST_DIR}/PackageZip.cmake")
+set(CPACK_PACKAGE_FILE_NAME "velbooter-${PROJECT_VERSION}-${VELBOOTER_ARCHITECTURE}")
+set(CPACK_PACKAGE_CHECKSUM SHA256)
+set(CPACK_VERBATIM_VARIABLES ON)
+include(CPack)

@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Makes what a user downloads: build/velbooter-VERSION-x64.zip and -x86.zip, each with its .sha256 beside it. To run the
+# program, unpack one anywhere. The same sources and the same SOURCE_DATE_EPOCH (the time of the last commit when it is
+# not given) make the same bytes. package.sh [PRESET...]   (mingw-x64 and mingw-x86 when none is named)
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+presets=("$@")
+[ ${#presets[@]} -gt 0 ] || presets=(mingw-x64 mingw-x86)
+"$root/scripts/setup.sh"
+cd "$root"
+for preset in "${presets[@]}"; do
+    scripts/build-preset.sh "$preset" shipped
+    if ! cpack --preset "$preset" >>"build/$preset.log" 2>&1; then
+        tail -n 20 "build/$preset.log" >&2
+        echo "package.sh: the package of $preset failed; the whole log is build/$preset.log" >&2
+        exit 1
+    fi
+    # CPack leaves its own description of the package there too.
+    for zip in build/"$preset"/package/*.zip; do
+        mv "$zip" "$zip.sha256" build/
+        echo "Packed build/$(basename "$zip")"
+    done
+done

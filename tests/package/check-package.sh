@@ -1,0 +1,56 @@
+#!/usr/bin/env bash
+# Packs what a build folder has made and looks at the package as a file: the same bytes at every packing, the right checksum,
+# every file that docs/shipped-files.md promises and no other. check-package.sh BUILD ARCHITECTURE (x64 or x86)
+set -euo pipefail
+shopt -s inherit_errexit
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+# shellcheck source=tests/package/common.sh
+. "$root/tests/package/common.sh"
+build=$1
+architecture=$2
+make_scratch
+
+# Neither the place, the user's settings nor the time of day may show.
+export SOURCE_DATE_EPOCH=1700000001
+pack "$build" "$scratch/first"
+(umask 077 && export TZ=Asia/Tokyo && pack "$build" "$scratch/second")
+version=$(sed -n 's/.*VERSION_TEXT "\(.*\)"/\1/p' "$root/resources/Version.h")
+zip=velbooter-$version-$architecture.zip
+[ -f "$scratch/first/$zip" ] || fail "there is no $zip"
+cmp "$scratch/first/$zip" "$scratch/second/$zip" || fail "$zip differs when it is packed again"
+[ "$(wc -l <"$scratch/first/$zip.sha256")" = 1 ] || fail "$zip.sha256 has more than its line"
+(cd "$scratch/first" && sha256sum --check --strict --quiet "$zip.sha256") || fail "$zip.sha256 is not that of $zip"
+
+# A ZIP file counts time in steps of two seconds.
+times=$(unzip -Z -T "$scratch/first/$zip" | sed -n 's/^-.* \([0-9]\{8\}\.[0-9]\{6\}\) .*/\1/p' | sort -u)
+[ "$times" = 20231114.221322 ] || fail "the files of $zip have other times than SOURCE_DATE_EPOCH: $times"
+(unset SOURCE_DATE_EPOCH && pack "$build" "$scratch/unset")
+(SOURCE_DATE_EPOCH=$(git -C "$root" log -1 --format=%ct) && pack "$build" "$scratch/commit")
+cmp "$scratch/unset/$zip" "$scratch/commit/$zip" || fail "without SOURCE_DATE_EPOCH $zip has not the time of the last commit"
+
+mkdir "$scratch/unpacked"
+unzip -q "$scratch/first/$zip" -d "$scratch/unpacked"
+{
+    printf '%s\n' velbooter.exe velbooter.com bfi.exe cabarc.exe corvane_help.chm files/bootsect.bin user-guide.html \
+        LICENSE.txt CHANGELOG.txt
+    # shellcheck disable=SC1003,SC2016  # the table's paths, between backquotes, with backslashes
+    sed -n 's/^| `\([^`]*\)`.*/\1/p' "$root/docs/shipped-files.md" | tr '\\' /
+} | LC_ALL=C sort >"$scratch/promised"
+(cd "$scratch/unpacked" && find . -type f -printf '%P\n' | LC_ALL=C sort) >"$scratch/found"
+diff "$scratch/promised" "$scratch/found" >&2 || fail "$zip holds other files (>) than docs/shipped-files.md promises (<)"
+
+while read -r file; do
+    cmp "$root/data/$file" "$scratch/unpacked/$file" || fail "$file is not that of data/"
+done < <(cd "$root/data" && find . -type f -printf '%P\n')
+case $architecture in x64) format=pei-x86-64 ;; *) format=pei-i386 ;; esac
+for program in velbooter.exe velbooter.com bfi.exe cabarc.exe; do
+    x86_64-w64-mingw32-objdump -f "$scratch/unpacked/$program" | grep -q "file format $format\$" ||
+        fail "$program is not a program of $architecture"
+done
+for text in LICENSE CHANGELOG; do
+    tr -d '\r' <"$scratch/unpacked/$text.txt" | cmp - "$root/$text"* || fail "$text.txt is not $text"
+    [ "$(grep -c $'\r$' "$scratch/unpacked/$text.txt")" = "$(wc -l <"$scratch/unpacked/$text.txt")" ] ||
+        fail "$text.txt has lines that Windows does not end"
+done
+grep -q '<title>The Veltrane: the guide</title>' "$scratch/unpacked/user-guide.html" || fail 'user-guide.html is not the guide'
+echo "$zip: $(wc -l <"$scratch/found") files"

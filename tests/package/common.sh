@@ -1,0 +1,19 @@
+# shellcheck shell=bash
+# Sourced by the scripts beside it.
+
+fail() {
+    echo "FAILED: $*" >&2
+    exit 1
+}
+
+# Makes $scratch, which goes with the script.
+make_scratch() {
+    scratch=$(mktemp -d)
+    trap 'rm -rf "$scratch"' EXIT
+}
+
+# pack BUILD FOLDER: leaves in FOLDER the package of what is built in BUILD.
+pack() {
+    [ -f "$1/CPackConfig.cmake" ] || fail "$1 is not built: scripts/package.sh does it"
+    cpack --config "$1/CPackConfig.cmake" -B "$2" >"$scratch/cpack.log" 2>&1 || fail "cpack: $(cat "$scratch/cpack.log")"
+}

@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Uses the package as its user does: unpacks it to a folder with blanks, copies the DOS files to its folder dos, here their
+# stand-ins, makes a disk with one command, and opens and closes the wizard: run-package.sh BUILD DOSFILES E2E_TESTS.exe
+set -euo pipefail
+shopt -s inherit_errexit
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+# shellcheck source=tests/package/common.sh
+. "$root/tests/package/common.sh"
+# shellcheck source=tests/e2e/common.sh
+. "$root/tests/e2e/common.sh"
+make_scratch
+pack "$1" "$scratch/packed"
+application="$scratch/my programs/The Veltrane"
+mkdir -p "$application"
+unzip -q "$scratch"/packed/*.zip -d "$application"
+cp -a "$2" "$application/dos"
+
+# Wine would put a word with blanks between double quotes, which the program takes as part of the target.
+run_program -t 144 minimal my 'disks\boot' disk.img
+check_image "$application/my disks/boot disk.img" 1474560
+mtype -i "$application/my disks/boot disk.img" ::IO.SYS | cmp - "$2/IO.SYS" || fail 'the image does not carry the DOS files'
+
+# The harness of the windows looks at copies of this folder, with blanks in their paths too.
+tests='ConsoleTwinTest.WaitsForTheBuildAndTellsItsEnd:Each/WithoutArguments.OpensTheWizardAndDoesNotWaitForIt/*'
+VELBOOTER_DEMO_FOLDER=$application "$root/tests/e2e/run.sh" "$3" "--gtest_filter=$tests" >"$scratch/windows.log" 2>&1 ||
+    fail "velbooter.com or the wizard: $(cat "$scratch/windows.log")"
+grep -qF '[  PASSED  ] 3 tests.' "$scratch/windows.log" || fail "there are not three tests of windows: $(cat "$scratch/windows.log")"
