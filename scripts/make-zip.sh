@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Packs a folder so that the same files give the same bytes, whoever packs them, where and when: make-zip.sh FOLDER ZIP
-# Every file gets one time, SOURCE_DATE_EPOCH in seconds since 1970, or that of the last commit. FOLDER's files are changed.
+# Every file gets one time, SOURCE_DATE_EPOCH in seconds since 1970, or that of the last commit; in FOLDER, too.
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -12,6 +12,6 @@ if ! epoch=${SOURCE_DATE_EPOCH:-$(git -C "$root" log -1 --format=%ct 2>/dev/null
 fi
 rm -f "$zip"
 cd "$folder"
-find . -type f -exec chmod 644 {} + -exec touch -d "@$epoch" {} +
+find . -type f -exec touch -d "@$epoch" {} +
 # A ZIP file knows local times only.
 find . -type f -printf '%P\n' | LC_ALL=C sort | TZ=UTC zip -q -9 -X "$zip" -@

@@ -24,6 +24,10 @@ cmp "$scratch/first/$zip" "$scratch/second/$zip" || fail "$zip differs when it i
 # A ZIP file counts time in steps of two seconds.
 times=$(unzip -Z -T "$scratch/first/$zip" | sed -n 's/^-.* \([0-9]\{8\}\.[0-9]\{6\}\) .*/\1/p' | sort -u)
 [ "$times" = 20231114.221322 ] || fail "the files of $zip have other times than SOURCE_DATE_EPOCH: $times"
+# Extra fields would name the user's number.
+if unzip -Z -v "$scratch/first/$zip" | grep 'length of extra field' | grep -qv ' 0 bytes'; then
+    fail "$zip keeps more of its files than it needs"
+fi
 (unset SOURCE_DATE_EPOCH && pack "$build" "$scratch/unset")
 (SOURCE_DATE_EPOCH=$(git -C "$root" log -1 --format=%ct) && pack "$build" "$scratch/commit")
 cmp "$scratch/unset/$zip" "$scratch/commit/$zip" || fail "without SOURCE_DATE_EPOCH $zip has not the time of the last commit"
