@@ -34,7 +34,7 @@ std::uint32_t FatVolume::Allocate(std::uint64_t bytes) {
 
 void FatVolume::Store(std::uint32_t cluster, std::size_t size,
                       const std::function<void(std::span<std::uint8_t>)>& fill) {
-    const std::size_t wholeBytes = geometry_.ClustersFor(size) * geometry_.ClusterBytes();
+    const auto wholeBytes = static_cast<std::size_t>(geometry_.ClustersFor(size)) * geometry_.ClusterBytes();
     const bool follows = OffsetOf(cluster) == gatheredOffset_ + gatheredBytes_;
     if (!follows || gatheredBytes_ + wholeBytes > gathered_.size()) {
         WriteGathered();
