@@ -46,13 +46,15 @@ fs::path PathFromAnsi(const std::string& text) {
     return wide;
 }
 
-// Read-only files cannot be removed; a test may have made some.
+// Read-only files cannot be removed; a test may have made some. An iterator that fails at a folder which goes
+// away meanwhile stays where it is.
 void RemoveTree(const fs::path& path) {
-    std::error_code ignored;
-    for (fs::recursive_directory_iterator entry(path, ignored), end; entry != end; entry.increment(ignored)) {
+    std::error_code error;
+    for (fs::recursive_directory_iterator entry(path, error), end; !error && entry != end;
+         entry.increment(error)) {
         ::SetFileAttributesW(entry->path().c_str(), FILE_ATTRIBUTE_NORMAL);
     }
-    fs::remove_all(path, ignored);
+    fs::remove_all(path, error);
 }
 
 }  // namespace
