@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
-# Measures the companions beside a peer in the same run and prints the ratios: writing images against mtools and mkfs.fat,
-# packing against gcab's MSZIP. The reference sets are made from Debian packages on the first run (build/corpus).
+# Measures the companions and the program beside a peer in the same run and prints the ratios: writing images against mtools and
+# mkfs.fat, packing against gcab's MSZIP and the codec of wimlib, the whole build against a script of gcab and mtools, and the
+# wizard under load against itself. The reference sets are made from Debian packages on the first run (build/corpus).
 # usage: bench.sh [RUNS]   (timed runs of each command, 20 when not given)
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 runs=${1:-20}
 "$root/scripts/setup.sh"
+dpkg-query -W libwim-dev time >/dev/null 2>&1 || apt-get install -y -qq --no-install-recommends libwim-dev time >/dev/null
 cd "$root"
 scripts/build-preset.sh host bfi cabarc bootsect
 corpus=$root/build/corpus
@@ -52,26 +54,54 @@ rm -f "$image"
 [ "$($bfi && fsck.fat -n "$image" >/dev/null && echo clean)" = clean ]
 cd "$root"
 
+gcc -O2 -o "$work/reference-codec" bench/reference-codec.c -lwim
+
+# A row of the table of one set: its bytes and its seconds.
+format='%-12s %9s | %9s %9s %6s | %9s %9s %6s %7s | %6s %7s %6s %6s %6s | %6s\n'
 echo
-echo 'Packing each set into one cabinet: bytes of the file, and user + system seconds'
-printf '%-12s %10s %10s %10s %8s %8s %9s %9s %7s %7s\n' set input gcab-MSZIP our-MSZIP /gcab our-LZX /gcab s-gcab s-MSZIP s-LZX
-cpu() { # cpu COMMAND...: user + system seconds of one run
-    { /usr/bin/env bash -c 'TIMEFORMAT="%U %S"; time "$@" >/dev/null 2>&1' - "$@"; } 2>&1 | awk '{ printf "%.2f", $1 + $2 }'
+echo 'Packing each set into one cabinet. Bytes of the cabinets, and of the bare codec, whose data would need the frames and headers'
+echo 'of a cabinet in addition; user + system seconds, the least of three runs; most memory in MiB.'
+# shellcheck disable=SC2059
+printf "$format" set input gcab MSZIP /gcab codec LZX:21 /gcab /codec s:gcab s:MSZIP codec LZX:21 /codec MiB
+cpu() { # cpu COMMAND...: user + system seconds
+    for _ in 1 2 3; do
+        { /usr/bin/env bash -c 'TIMEFORMAT="%U %S"; time "$@" >/dev/null 2>&1' - "$@"; } 2>&1 | awk '{ printf "%.2f\n", $1 + $2 }'
+    done | sort -n | head -n 1
 }
-totals=(0 0 0 0)
+memory() { # memory COMMAND...: the most memory in MiB
+    command time -f %M "$@" 2>&1 >/dev/null | tail -n 1 | awk '{ printf "%.0f", $1 / 1024 }'
+}
+add() { # add FIELD VALUE
+    totals[$1]=$(awk -v a="${totals[$1]:-0}" -v b="$2" 'BEGIN { print a + b }')
+}
+declare -A totals
+table_row() { # table_row NAME: of the values in the array v
+    # shellcheck disable=SC2059
+    printf "$format" "$1" "${v[input]}" "${v[gcab]}" "${v[mszip]}" "$(ratio "${v[mszip]}" "${v[gcab]}")" "${v[codec]}" "${v[lzx]}" \
+        "$(ratio "${v[lzx]}" "${v[gcab]}")" "$(awk -v a="${v[lzx]}" -v b="${v[codec]}" 'BEGIN { printf "%.3f", a / b }')" \
+        "${v[gcabTime]}" "${v[mszipTime]}" "${v[codecTime]}" "${v[lzxTime]}" "$(ratio "${v[lzxTime]}" "${v[codecTime]}")" "${v[memory]}"
+}
 for set in "$corpus"/s?_*/; do
     set=${set%/}
     cd "$set"
     mapfile -t files < <(find . -type f -printf '%P\n' | LC_ALL=C sort)
-    gcabTime=$(cpu gcab -c -z "$work/gcab.cab" "${files[@]}")
-    mszipTime=$(cpu "$bin/cabarc" -m MSZIP -p -r n "$work/mszip.cab" '*.*')
-    lzxTime=$(cpu "$bin/cabarc" -m LZX:21 -p -r n "$work/lzx.cab" '*.*')
-    sizes=("$(cat "${files[@]}" | wc -c)")
-    for cabinet in gcab mszip lzx; do sizes+=("$(stat -c %s "$work/$cabinet.cab")"); done
-    printf '%-12s %10s %10s %10s %8s %8s %9s %9s %7s %7s\n' "${set##*/}" "${sizes[0]}" "${sizes[1]}" "${sizes[2]}" \
-        "$(ratio "${sizes[2]}" "${sizes[1]}")" "${sizes[3]}" "$(ratio "${sizes[3]}" "${sizes[1]}")" \
-        "$gcabTime" "$mszipTime" "$lzxTime"
-    for i in 0 1 2 3; do totals[i]=$((totals[i] + sizes[i])); done
+    gcab=(gcab -c -z "$work/gcab.cab" "${files[@]}")
+    mszip=("$bin/cabarc" -m MSZIP -p -r n "$work/mszip.cab" '*.*')
+    lzx=("$bin/cabarc" -m LZX:21 -p -r n "$work/lzx.cab" '*.*')
+    declare -A v=([gcabTime]=$(cpu "${gcab[@]}") [mszipTime]=$(cpu "${mszip[@]}") [lzxTime]=$(cpu "${lzx[@]}")
+        [memory]=$(memory "${lzx[@]}"))
+    read -r 'v[codec]' 'v[codecTime]' < <("$work/reference-codec" "$set.cat" 100 3)
+    v[input]=$(stat -c %s "$set.cat")
+    for cabinet in gcab mszip lzx; do v[$cabinet]=$(stat -c %s "$work/$cabinet.cab"); done
+    for field in "${!v[@]}"; do add "$field" "${v[$field]}"; done
+    table_row "${set##*/}"
 done
-printf '%-12s %10s %10s %10s %8s %8s %9s\n' total "${totals[0]}" "${totals[1]}" "${totals[2]}" \
-    "$(ratio "${totals[2]}" "${totals[1]}")" "${totals[3]}" "$(ratio "${totals[3]}" "${totals[1]}")"
+declare -A v
+for field in "${!totals[@]}"; do v[$field]=${totals[$field]}; done
+v[memory]=''
+table_row total
+cd "$root"
+
+scripts/build.sh
+echo
+bench/whole-build.sh "$runs"
