@@ -10,6 +10,7 @@
 #include "tests/e2e/faults/FaultExpectations.h"
 #include "tests/e2e/support/DosFiles.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
+#include "tests/e2e/support/ShownWizard.h"
 
 namespace velbooter::e2e {
 namespace {
@@ -224,6 +225,17 @@ TEST(MissingFiles, EachDosFileIsAskedFor) {
         folder.Write(file, contents);
     }
     ExpectRunWorks(folder);
+}
+
+TEST(MissingFiles, WizardWorksWithoutItsHelp) {
+    const ApplicationFolder folder;
+    folder.Remove("corvane_help.chm");
+    ProgramUnderTest program(folder, "");
+    const ShownWizard wizard(program);
+    wizard.Click(IDC_HELP_BUTTON);
+    wizard.Next(kDiskPage);
+    wizard.Close();
+    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
 }
 
 class MissingCompanion : public testing::TestWithParam<const char*> {};
