@@ -1,7 +1,7 @@
 #pragma once
 // What the companions need of the operating system beyond standard C++: DOS attributes, local times, the
-// arguments as the user typed them, messages that reach a console unharmed, and the file that stands behind
-// OutputFile. All texts and names are UTF-8; HostFiles_win.cpp and HostFiles_posix.cpp implement it.
+// arguments as the user typed them, and messages that reach a console unharmed. All texts and names are
+// UTF-8; HostFiles_win.cpp and HostFiles_posix.cpp implement it.
 
 #include <cstdint>
 #include <filesystem>
@@ -57,6 +57,9 @@ std::string Utf8FromPath(const std::filesystem::path& path);
 /// need it.
 std::filesystem::path LongPath(const std::filesystem::path& path);
 
+/// Returns the system's own text for one of its error numbers (errno, or what GetLastError gives).
+std::string SystemReason(unsigned long error);
+
 /// What stands under a name.
 enum class FileKind { Missing, Writable, ReadOnly, Folder, Special };
 
@@ -79,33 +82,5 @@ void ReadWhole(const std::filesystem::path& file, std::span<std::uint8_t> bytes)
 /// Sets the modification time (local time) and the DOS attributes of a closed file. Returns false when the
 /// system refused; POSIX sets what it can express.
 bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime modified, std::uint8_t attributes);
-
-/// The file beside a target that holds what will replace it. Only one process at a time can have it open. It
-/// goes away with the object unless MoveToTarget() succeeded; on Windows the system removes it with the
-/// process too. OutputFile is the way to use it.
-class PartFile {
- public:
-    /// Creates "<target>.unfinished~", or takes over the one that a killed run left. Throws ToolError naming
-    /// `target`.
-    explicit PartFile(const std::filesystem::path& target);
-    ~PartFile();
-    PartFile(const PartFile&) = delete;
-    PartFile& operator=(const PartFile&) = delete;
-
-    /// Writes `bytes` at `offset` (in bytes). Throws ToolError naming the target.
-    void WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
-
-    /// Cuts the part off or extends it with zeros to `size` bytes. Throws ToolError naming the target.
-    void Resize(std::uint64_t size);
-
-    /// Closes the part and renames it over the target. On Windows a target that another program holds open is
-    /// waited for, five seconds at most. Throws ToolError naming the target, which is then untouched.
-    void MoveToTarget();
-
- private:
-    std::filesystem::path target_;
-    std::filesystem::path part_;
-    std::intptr_t handle_;  // HANDLE or file descriptor; -1 once it is closed
-};
 
 }  // namespace tools

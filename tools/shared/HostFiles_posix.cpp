@@ -1,6 +1,5 @@
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
 #include <unistd.h>
@@ -21,15 +20,15 @@ namespace {
 
 constexpr mode_t kAnyoneWrites = S_IWUSR | S_IWGRP | S_IWOTH;
 
-std::string Reason(int error) {
-    return std::strerror(error);
-}
-
 DosTime LocalDosTime(std::time_t moment) {
     std::tm local{};
     if (localtime_r(&moment, &local) == nullptr) return DosTime{};
     return PackDosTime(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min,
                        local.tm_sec);
+}
+
+std::string Reason(int error) {
+    return SystemReason(static_cast<unsigned long>(error));
 }
 
 // Owns a descriptor or a folder stream for the length of one function.
@@ -80,6 +79,10 @@ HostFile Describe(int folder, const std::filesystem::path& folderPath, const cha
 }
 
 }  // namespace
+
+std::string SystemReason(unsigned long error) {
+    return std::strerror(static_cast<int>(error));
+}
 
 std::vector<std::string> Arguments(int argc, char** argv) {
     return {argv + std::min(argc, 1), argv + argc};
@@ -172,68 +175,6 @@ bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime modified, s
     if ((attributes & kReadOnly) != 0)
         isDone = chmod(file.c_str(), status.st_mode & ~kAnyoneWrites & 07777U) == 0 && isDone;
     return isDone;
-}
-
-PartFile::PartFile(const std::filesystem::path& target) : target_(target), part_(target), handle_(-1) {
-    part_ += ".unfinished~";
-    bool isEmpty = false;
-    for (;;) {
-        const int file = open(part_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);
-        if (file < 0) throw ToolError(Utf8FromPath(target) + ": cannot be written: " + Reason(errno));
-        if (flock(file, LOCK_EX | LOCK_NB) != 0) {
-            close(file);
-            throw ToolError(Utf8FromPath(target) + ": is being written by another run");
-        }
-        // The other run may have renamed or removed the part between our open and our lock: then take a new
-        // one.
-        struct stat opened {};
-        struct stat named {};
-        if (fstat(file, &opened) != 0 || stat(part_.c_str(), &named) != 0 || opened.st_ino != named.st_ino) {
-            close(file);
-            continue;
-        }
-        handle_ = file;
-        isEmpty = opened.st_size == 0;
-        break;
-    }
-    // A new file is left as it is: some file systems write a file that was cut short to the device when it is
-    // closed.
-    if (isEmpty) return;
-    if (ftruncate(static_cast<int>(handle_), 0) != 0) {
-        const int error = errno;
-        close(static_cast<int>(handle_));
-        throw ToolError(Utf8FromPath(target) + ": cannot be written: " + Reason(error));
-    }
-}
-
-PartFile::~PartFile() {
-    if (handle_ < 0) return;
-    unlink(part_.c_str());
-    close(static_cast<int>(handle_));
-}
-
-void PartFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count =
-            pwrite(static_cast<int>(handle_), bytes.data(), bytes.size(), static_cast<off_t>(offset));
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + Reason(errno));
-        offset += static_cast<std::uint64_t>(count);
-        bytes = bytes.subspan(static_cast<std::size_t>(count));
-    }
-}
-
-void PartFile::Resize(std::uint64_t size) {
-    if (ftruncate(static_cast<int>(handle_), static_cast<off_t>(size)) != 0)
-        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + Reason(errno));
-}
-
-void PartFile::MoveToTarget() {
-    if (rename(part_.c_str(), target_.c_str()) != 0)
-        throw ToolError(Utf8FromPath(target_) + ": cannot be replaced: " + Reason(errno));
-    // Closed last: the lock must hold until the name is gone, or another run could take the part over.
-    close(static_cast<int>(handle_));
-    handle_ = -1;
 }
 
 }  // namespace tools

@@ -22,8 +22,6 @@ constexpr wchar_t kLongNetworkPrefix[] = L"\\\\?\\UNC\\";
 constexpr std::size_t kLongPrefixLength = 4;
 constexpr std::size_t kLongNetworkPrefixLength = 8;
 constexpr DWORD kLargestPiece = 1U << 30;
-constexpr ULONGLONG kReplacePatience = 5000;  // milliseconds
-constexpr DWORD kReplaceStep = 50;            // milliseconds
 
 // Returns whether `wide` could be expressed, which names with half a surrogate pair cannot.
 bool ConvertToUtf8(const std::wstring& wide, std::string& text) {
@@ -48,14 +46,6 @@ std::string LossyUtf8(const std::wstring& wide) {
 std::wstring WideFromUtf8(const std::string& text) {
     const std::u16string wide = Utf16FromUtf8(text);
     return {wide.begin(), wide.end()};
-}
-
-std::string Reason(DWORD error) {
-    wchar_t text[512];
-    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
-                                  0, text, static_cast<DWORD>(std::size(text)), nullptr);
-    while (length > 0 && (text[length - 1] <= L' ' || text[length - 1] == L'.')) --length;
-    return length > 0 ? LossyUtf8({text, length}) : "error " + std::to_string(error);
 }
 
 class Handle {
@@ -163,49 +153,15 @@ void FollowFileLink(const fs::path& file, const WIN32_FIND_DATAW& found, HostFil
     entry.Modified = clock.FromFileTime(status.ftLastWriteTime);
 }
 
-bool MarkForDeletion(HANDLE file, bool isMarked) {
-    FILE_DISPOSITION_INFO disposition{};
-    disposition.DeleteFile = isMarked ? TRUE : FALSE;
-    return SetFileInformationByHandle(file, FileDispositionInfo, &disposition, sizeof disposition) != 0;
-}
-
-// Renaming the file while it is still open leaves no moment in which a virus scanner could hold it.
-bool RenameOpenFile(HANDLE file, const std::wstring& target) {
-    const std::size_t nameBytes = target.size() * sizeof(wchar_t);
-    const std::size_t size = offsetof(FILE_RENAME_INFO, FileName) + nameBytes + sizeof(wchar_t);
-    FILE_RENAME_INFO header{};
-    header.ReplaceIfExists = TRUE;
-    header.FileNameLength = static_cast<DWORD>(nameBytes);
-    std::vector<std::uint8_t> request(std::max(size, sizeof header));
-    std::memcpy(request.data(), &header, sizeof header);
-    std::memcpy(request.data() + offsetof(FILE_RENAME_INFO, FileName), target.data(), nameBytes);
-    return SetFileInformationByHandle(file, FileRenameInfo, request.data(),
-                                      static_cast<DWORD>(request.size())) != 0;
-}
-
-bool MeansInUse(DWORD error) {
-    return error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
-}
-
-// What a virus scanner, an indexer or a backup holds is free again in a moment, so a target in use is waited
-// for. Between the tries the file is marked for deletion: it goes away with a process that is killed then.
-bool RenameOnceTargetIsFree(HANDLE file, const std::wstring& target, DWORD& error) {
-    const ULONGLONG end = GetTickCount64() + kReplacePatience;
-    for (;;) {
-        MarkForDeletion(file, false);
-        if (RenameOpenFile(file, target)) return true;
-        error = GetLastError();
-        if (!MeansInUse(error) || GetTickCount64() >= end) return false;
-        MarkForDeletion(file, true);
-        Sleep(kReplaceStep);
-    }
-}
-
-HANDLE AsHandle(std::intptr_t value) {
-    return reinterpret_cast<HANDLE>(value);
-}
-
 }  // namespace
+
+std::string SystemReason(unsigned long error) {
+    wchar_t text[512];
+    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
+                                  0, text, static_cast<DWORD>(std::size(text)), nullptr);
+    while (length > 0 && (text[length - 1] <= L' ' || text[length - 1] == L'.')) --length;
+    return length > 0 ? LossyUtf8({text, length}) : "error " + std::to_string(error);
+}
 
 std::vector<std::string> Arguments(int, char**) {
     int count = 0;
@@ -278,7 +234,8 @@ void CreateFolders(const fs::path& folder) {
         // Another process may have been faster.
         const DWORD error = GetLastError();
         if (KindOf(missing.back()) != FileKind::Folder)
-            throw ToolError(Utf8FromPath(missing.back()) + ": this folder cannot be made: " + Reason(error));
+            throw ToolError(Utf8FromPath(missing.back()) +
+                            ": this folder cannot be made: " + SystemReason(error));
     }
 }
 
@@ -294,7 +251,7 @@ std::vector<HostFile> ListFolder(const fs::path& folder) {
         if (error == ERROR_FILE_NOT_FOUND && attributes != INVALID_FILE_ATTRIBUTES &&
             (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
             return {};
-        throw ToolError(Utf8FromPath(folder) + ": this folder cannot be read: " + Reason(error));
+        throw ToolError(Utf8FromPath(folder) + ": this folder cannot be read: " + SystemReason(error));
     }
     LocalClock clock;
     std::vector<HostFile> entries;
@@ -305,7 +262,8 @@ std::vector<HostFile> ListFolder(const fs::path& folder) {
         entries.push_back(std::move(entry));
     } while (FindNextFileW(search.Value(), &found));
     if (GetLastError() != ERROR_NO_MORE_FILES)
-        throw ToolError(Utf8FromPath(folder) + ": this folder cannot be read: " + Reason(GetLastError()));
+        throw ToolError(Utf8FromPath(folder) +
+                        ": this folder cannot be read: " + SystemReason(GetLastError()));
     std::sort(entries.begin(), entries.end(),
               [](const HostFile& a, const HostFile& b) { return PrecedesWithoutCase(a.Name, b.Name); });
     return entries;
@@ -315,7 +273,7 @@ void ReadWhole(const fs::path& file, std::span<std::uint8_t> bytes) {
     const Handle input(CreateFileW(LongPath(file).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                    OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     if (!input.IsOpen())
-        throw ToolError(Utf8FromPath(file) + ": cannot be opened: " + Reason(GetLastError()));
+        throw ToolError(Utf8FromPath(file) + ": cannot be opened: " + SystemReason(GetLastError()));
     std::size_t done = 0;
     for (;;) {
         // Once all bytes are there, one more is asked for, so that a file that has grown is noticed.
@@ -325,7 +283,7 @@ void ReadWhole(const fs::path& file, std::span<std::uint8_t> bytes) {
         DWORD count = 0;
         if (!ReadFile(input.Value(), isFull ? &surplus : bytes.data() + done, isFull ? 1 : piece, &count,
                       nullptr))
-            throw ToolError(Utf8FromPath(file) + ": cannot be read: " + Reason(GetLastError()));
+            throw ToolError(Utf8FromPath(file) + ": cannot be read: " + SystemReason(GetLastError()));
         if (isFull ? count > 0 : count == 0)
             throw ToolError(Utf8FromPath(file) + ": changed while it was being read");
         if (isFull) return;
@@ -346,73 +304,6 @@ bool SetTimeAndAttributes(const fs::path& file, DosTime modified, std::uint8_t a
     constexpr DWORD kOrdinary = kReadOnly | kHidden | kSystem | kArchive;
     const DWORD wanted = attributes & kOrdinary;
     return SetFileAttributesW(longFile.c_str(), wanted != 0 ? wanted : FILE_ATTRIBUTE_NORMAL) != 0 && isDone;
-}
-
-PartFile::PartFile(const fs::path& target) : target_(target), part_(LongPath(target)), handle_(-1) {
-    part_ += L".unfinished~";
-    const HANDLE file = CreateFileW(part_.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_ALWAYS,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        const DWORD error = GetLastError();
-        // A part that waits to be deleted answers "access denied"; only a search still sees it.
-        WIN32_FIND_DATAW found{};
-        if (error == ERROR_SHARING_VIOLATION ||
-            (error == ERROR_ACCESS_DENIED && Search(FindFirstFileW(part_.c_str(), &found)).IsOpen()))
-            throw ToolError(Utf8FromPath(target) + ": is being written by another run");
-        throw ToolError(Utf8FromPath(target) + ": cannot be written: " + Reason(error));
-    }
-    handle_ = reinterpret_cast<std::intptr_t>(file);
-    // Where the file system cannot do this, a killed run leaves its part and the next run writes over it.
-    MarkForDeletion(file, true);
-}
-
-PartFile::~PartFile() {
-    if (handle_ == -1) return;
-    const bool isMarked = MarkForDeletion(AsHandle(handle_), true);
-    CloseHandle(AsHandle(handle_));
-    if (!isMarked) DeleteFileW(part_.c_str());
-}
-
-void PartFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
-    LARGE_INTEGER position{};
-    position.QuadPart = static_cast<LONGLONG>(offset);
-    bool isDone = SetFilePointerEx(AsHandle(handle_), position, nullptr, FILE_BEGIN) != 0;
-    while (isDone && !bytes.empty()) {
-        const auto piece = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), kLargestPiece));
-        DWORD count = 0;
-        isDone = WriteFile(AsHandle(handle_), bytes.data(), piece, &count, nullptr) && count > 0;
-        bytes = bytes.subspan(count);
-    }
-    if (!isDone) throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + Reason(GetLastError()));
-}
-
-void PartFile::Resize(std::uint64_t size) {
-    LARGE_INTEGER end{};
-    end.QuadPart = static_cast<LONGLONG>(size);
-    if (SetFilePointerEx(AsHandle(handle_), end, nullptr, FILE_BEGIN) == 0 ||
-        SetEndOfFile(AsHandle(handle_)) == 0)
-        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + Reason(GetLastError()));
-}
-
-void PartFile::MoveToTarget() {
-    const fs::path longTarget = LongPath(target_);
-    DWORD error = ERROR_SUCCESS;
-    bool isMoved = RenameOnceTargetIsFree(AsHandle(handle_), longTarget.native(), error);
-    if (!isMoved && !MeansInUse(error)) {
-        // Some network file systems do not rename an open file.
-        CloseHandle(AsHandle(handle_));
-        handle_ = -1;
-        isMoved = MoveFileExW(part_.c_str(), longTarget.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
-        error = GetLastError();
-        if (!isMoved) DeleteFileW(part_.c_str());
-    }
-    if (!isMoved) {
-        throw ToolError(
-            Utf8FromPath(target_) + ": cannot be replaced: " +
-            (MeansInUse(error) ? "another program is using it, or it is protected" : Reason(error)));
-    }
-    if (handle_ != -1) CloseHandle(AsHandle(handle_));
-    handle_ = -1;
 }
 
 }  // namespace tools

@@ -1,5 +1,6 @@
 #include "tools/shared/OutputFile.h"
 
+#include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools {

@@ -10,7 +10,7 @@
 #include <memory>
 #include <span>
 
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/PartFile.h"
 
 namespace tools {
 

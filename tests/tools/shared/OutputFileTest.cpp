@@ -15,6 +15,7 @@
 #include <thread>
 
 #include "tests/tools/shared/TestFolder.h"
+#include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools {

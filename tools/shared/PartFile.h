@@ -1,0 +1,39 @@
+#pragma once
+// The file that stands behind OutputFile: what is written under another name until it is complete.
+// PartFile_win.cpp and PartFile_posix.cpp implement it.
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+
+namespace tools {
+
+/// The file beside a target that holds what will replace it. Only one process at a time can have it open. It
+/// goes away with the object unless MoveToTarget() succeeded; on Windows the system removes it with the
+/// process too. OutputFile is the way to use it.
+class PartFile {
+ public:
+    /// Creates "<target>.unfinished~", or takes over the one that a killed run left. Throws ToolError naming
+    /// `target`.
+    explicit PartFile(const std::filesystem::path& target);
+    ~PartFile();
+    PartFile(const PartFile&) = delete;
+    PartFile& operator=(const PartFile&) = delete;
+
+    /// Writes `bytes` at `offset` (in bytes). Throws ToolError naming the target.
+    void WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
+
+    /// Cuts the part off or extends it with zeros to `size` bytes. Throws ToolError naming the target.
+    void Resize(std::uint64_t size);
+
+    /// Closes the part and renames it over the target. On Windows a target that another program holds open is
+    /// waited for, five seconds at most. Throws ToolError naming the target, which is then untouched.
+    void MoveToTarget();
+
+ private:
+    std::filesystem::path target_;
+    std::filesystem::path part_;
+    std::intptr_t handle_;  // HANDLE or file descriptor; -1 once it is closed
+};
+
+}  // namespace tools

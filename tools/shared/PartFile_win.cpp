@@ -1,0 +1,137 @@
+#include <windows.h>
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+#include "tools/shared/HostFiles.h"
+#include "tools/shared/PartFile.h"
+#include "tools/shared/ToolError.h"
+
+namespace tools {
+namespace {
+
+constexpr DWORD kLargestPiece = 1U << 30;
+constexpr ULONGLONG kReplacePatience = 5000;  // milliseconds
+constexpr DWORD kReplaceStep = 50;            // milliseconds
+
+bool IsListed(const std::filesystem::path& file) {
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = FindFirstFileW(file.c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return false;
+    FindClose(search);
+    return true;
+}
+
+bool MarkForDeletion(HANDLE file, bool isMarked) {
+    FILE_DISPOSITION_INFO disposition{};
+    disposition.DeleteFile = isMarked ? TRUE : FALSE;
+    return SetFileInformationByHandle(file, FileDispositionInfo, &disposition, sizeof disposition) != 0;
+}
+
+// Renaming the file while it is still open leaves no moment in which a virus scanner could hold it.
+bool RenameOpenFile(HANDLE file, const std::wstring& target) {
+    const std::size_t nameBytes = target.size() * sizeof(wchar_t);
+    const std::size_t size = offsetof(FILE_RENAME_INFO, FileName) + nameBytes + sizeof(wchar_t);
+    FILE_RENAME_INFO header{};
+    header.ReplaceIfExists = TRUE;
+    header.FileNameLength = static_cast<DWORD>(nameBytes);
+    std::vector<std::uint8_t> request(std::max(size, sizeof header));
+    std::memcpy(request.data(), &header, sizeof header);
+    std::memcpy(request.data() + offsetof(FILE_RENAME_INFO, FileName), target.data(), nameBytes);
+    return SetFileInformationByHandle(file, FileRenameInfo, request.data(),
+                                      static_cast<DWORD>(request.size())) != 0;
+}
+
+bool MeansInUse(DWORD error) {
+    return error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
+}
+
+// What a virus scanner, an indexer or a backup holds is free again in a moment, so a target in use is waited
+// for. Between the tries the file is marked for deletion: it goes away with a process that is killed then.
+bool RenameOnceTargetIsFree(HANDLE file, const std::wstring& target, DWORD& error) {
+    const ULONGLONG end = GetTickCount64() + kReplacePatience;
+    for (;;) {
+        MarkForDeletion(file, false);
+        if (RenameOpenFile(file, target)) return true;
+        error = GetLastError();
+        if (!MeansInUse(error) || GetTickCount64() >= end) return false;
+        MarkForDeletion(file, true);
+        Sleep(kReplaceStep);
+    }
+}
+
+HANDLE AsHandle(std::intptr_t value) {
+    return reinterpret_cast<HANDLE>(value);
+}
+
+}  // namespace
+
+PartFile::PartFile(const std::filesystem::path& target)
+    : target_(target), part_(LongPath(target)), handle_(-1) {
+    part_ += L".unfinished~";
+    const HANDLE file = CreateFileW(part_.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError();
+        // A part that waits to be deleted answers "access denied"; only a search still sees it.
+        if (error == ERROR_SHARING_VIOLATION || (error == ERROR_ACCESS_DENIED && IsListed(part_)))
+            throw ToolError(Utf8FromPath(target) + ": is being written by another run");
+        throw ToolError(Utf8FromPath(target) + ": cannot be written: " + SystemReason(error));
+    }
+    handle_ = reinterpret_cast<std::intptr_t>(file);
+    // Where the file system cannot do this, a killed run leaves its part and the next run writes over it.
+    MarkForDeletion(file, true);
+}
+
+PartFile::~PartFile() {
+    if (handle_ == -1) return;
+    const bool isMarked = MarkForDeletion(AsHandle(handle_), true);
+    CloseHandle(AsHandle(handle_));
+    if (!isMarked) DeleteFileW(part_.c_str());
+}
+
+void PartFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
+    LARGE_INTEGER position{};
+    position.QuadPart = static_cast<LONGLONG>(offset);
+    bool isDone = SetFilePointerEx(AsHandle(handle_), position, nullptr, FILE_BEGIN) != 0;
+    while (isDone && !bytes.empty()) {
+        const auto piece = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), kLargestPiece));
+        DWORD count = 0;
+        isDone = WriteFile(AsHandle(handle_), bytes.data(), piece, &count, nullptr) && count > 0;
+        bytes = bytes.subspan(count);
+    }
+    if (!isDone)
+        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(GetLastError()));
+}
+
+void PartFile::Resize(std::uint64_t size) {
+    LARGE_INTEGER end{};
+    end.QuadPart = static_cast<LONGLONG>(size);
+    if (SetFilePointerEx(AsHandle(handle_), end, nullptr, FILE_BEGIN) == 0 ||
+        SetEndOfFile(AsHandle(handle_)) == 0)
+        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(GetLastError()));
+}
+
+void PartFile::MoveToTarget() {
+    const std::filesystem::path longTarget = LongPath(target_);
+    DWORD error = ERROR_SUCCESS;
+    bool isMoved = RenameOnceTargetIsFree(AsHandle(handle_), longTarget.native(), error);
+    if (!isMoved && !MeansInUse(error)) {
+        // Some network file systems do not rename an open file.
+        CloseHandle(AsHandle(handle_));
+        handle_ = -1;
+        isMoved = MoveFileExW(part_.c_str(), longTarget.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+        error = GetLastError();
+        if (!isMoved) DeleteFileW(part_.c_str());
+    }
+    if (!isMoved) {
+        throw ToolError(
+            Utf8FromPath(target_) + ": cannot be replaced: " +
+            (MeansInUse(error) ? "another program is using it, or it is protected" : SystemReason(error)));
+    }
+    if (handle_ != -1) CloseHandle(AsHandle(handle_));
+    handle_ = -1;
+}
+
+}  // namespace tools
