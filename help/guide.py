@@ -82,7 +82,8 @@ def section(page, texts):
         return f'src="data:image/png;base64,{data}"'
 
     body = to_html(texts[page])
-    body = re.sub(r'<a href="([^":#]+)">(.*?)</a>', follow, body, flags=re.DOTALL)
+    # A link to a part of another page leads to that page.
+    body = re.sub(r'<a href="([^":#]+)(?:#[^"]*)?">(.*?)</a>', follow, body, flags=re.DOTALL)
     body = re.sub(r'src="([^":]+\.png)"', embed, body)
     return f'<section id="{page.stem}">\n{body}</section>\n'
 
