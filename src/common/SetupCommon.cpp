@@ -162,6 +162,8 @@ bool FolderExists(const std::string& path) {
 
 bool CreateFolderPath(std::string& path) {
     if (!EndsWith(path, "\\")) path += "\\";
+    // The system's function copies the path into a buffer of this size without looking at its length.
+    if (path.size() >= MAX_PATH) return false;
     return ::MakeSureDirectoryPathExists(path.c_str()) != 0;
 }
 

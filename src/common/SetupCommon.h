@@ -53,7 +53,8 @@ bool FileExists(const std::string& path);
 bool FolderExists(const std::string& path);
 
 /// Appends "\" to `path` when it does not end in one (the caller sees it) and creates every missing folder of
-/// it. Returns whether the system reported success.
+/// it. Returns whether the system reported success; false too for a path that is longer than the system can
+/// take.
 bool CreateFolderPath(std::string& path);
 
 /// Deletes a folder with everything in it, read-only, hidden and system files included. A link inside is

@@ -227,6 +227,19 @@ TEST_F(SystemHelpers, CreateFolderPathFailsWhereAFileIsInTheWay) {
     EXPECT_EQ(Folder.At("a\\b\\"), path);
 }
 
+TEST_F(SystemHelpers, CreateFolderPathRefusesAPathThatIsTooLong) {
+    for (const size_t length : {260, 300, 2000, 100000}) {
+        std::string path = Folder.At(std::string(length, 'x'));
+        EXPECT_FALSE(CreateFolderPath(path)) << length;
+        EXPECT_EQ(Folder.At(std::string(length, 'x') + "\\"), path);
+        std::string deep = Folder.Path();
+        while (deep.size() < length) deep += "\\x";
+        EXPECT_FALSE(CreateFolderPath(deep)) << length;
+    }
+    EXPECT_EQ((std::vector<std::string>{}), Folder.Tree(""));
+    EXPECT_FALSE(Folder.HasFolder("x"));
+}
+
 TEST_F(SystemHelpers, DeleteFolderTreeRemovesReadOnlyHiddenAndSystemFiles) {
     Folder.Write("t\\a.txt");
     Folder.Write("t\\ro.txt");
