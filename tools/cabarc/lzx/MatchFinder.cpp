@@ -39,7 +39,7 @@ MatchFinder::MatchFinder(int windowBits, SearchLimits limits)
       pairs_(1U << 16),
       triples_(1U << kTripleHashBits),
       roots_(1U << kRootHashBits),
-      nodes_(std::size_t{2} << windowBits) {}
+      nodes_(std::make_unique_for_overwrite<std::uint32_t[]>(std::size_t{2} << windowBits)) {}
 
 // Goes down the tree of the current string and rebuilds it with this string as its top. `best` is the length
 // that a match must exceed to be reported.

@@ -4,6 +4,7 @@
 // the nearest pairs and triples are remembered directly.
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "tools/cabarc/lzx/LzxFormat.h"
@@ -56,7 +57,9 @@ class MatchFinder {
     std::vector<std::uint32_t> pairs_;    ///< last place of each two bytes
     std::vector<std::uint32_t> triples_;  ///< last place of three bytes, by hash
     std::vector<std::uint32_t> roots_;    ///< top of the tree of each four-byte hash
-    std::vector<std::uint32_t> nodes_;    ///< for each window position the smaller and the greater subtree
+    /// For each window position the smaller and the greater subtree. Only what has been entered is ever read,
+    /// so the memory is left as it comes: a small folder touches little of it.
+    std::unique_ptr<std::uint32_t[]> nodes_;
 };
 
 }  // namespace tools::cabarc::lzx
