@@ -1,6 +1,7 @@
 #include "src/ui/windows/WaitWindow.h"
 
 #include "src/forms/ProductTexts.h"
+#include "src/ui/windows/FormClass.h"
 #include "src/ui/windows/ScreenMetrics.h"
 
 namespace velbooter {
@@ -21,22 +22,11 @@ LRESULT CALLBACK WaitProcedure(HWND window, UINT message, WPARAM wParam, LPARAM 
     return ::DefWindowProcA(window, message, wParam, lParam);
 }
 
-void RegisterWaitClass(HINSTANCE instance) {
-    WNDCLASSA windowClass{};
-    windowClass.lpfnWndProc = WaitProcedure;
-    windowClass.hInstance = instance;
-    windowClass.hCursor = ::LoadCursor(nullptr, IDC_WAIT);
-    windowClass.hIcon = ::LoadIconA(instance, MAKEINTRESOURCEA(1));
-    windowClass.hbrBackground = ::GetSysColorBrush(COLOR_BTNFACE);
-    windowClass.lpszClassName = kClassName;
-    ::RegisterClassA(&windowClass);
-}
-
 }  // namespace
 
 void WaitWindow::Create() {
     const HINSTANCE instance = ::GetModuleHandleA(nullptr);
-    RegisterWaitClass(instance);
+    RegisterFormClass(kClassName, WaitProcedure, 0, IDC_WAIT);
     RECT frame{0, 0, ScaledPixels(kWidth), ScaledPixels(kHeight)};
     ::AdjustWindowRectEx(&frame, kStyle, FALSE, WS_EX_DLGMODALFRAME | WS_EX_APPWINDOW);
     const SIZE size{frame.right - frame.left, frame.bottom - frame.top};

@@ -14,6 +14,7 @@
 #include "src/ui/Destination.h"
 #include "src/ui/PageWalk.h"
 #include "src/ui/WizardForm.h"
+#include "src/ui/windows/FormClass.h"
 #include "src/ui/windows/OwnerDrawn.h"
 #include "src/ui/windows/WizardIds.h"
 
@@ -27,18 +28,6 @@ constexpr WPARAM kAccessKeyOfCancel = 'C';
 // The place of the pages in the frame, in the templates' units.
 constexpr RECT kPageArea{96, 6, 472, 196};
 
-void RegisterWizardClass(HINSTANCE program) {
-    WNDCLASSA windowClass{};
-    windowClass.lpfnWndProc = ::DefDlgProcA;
-    windowClass.cbWndExtra = DLGWINDOWEXTRA;
-    windowClass.hInstance = program;
-    windowClass.hCursor = ::LoadCursor(nullptr, IDC_ARROW);
-    windowClass.hIcon = ::LoadIconA(program, MAKEINTRESOURCEA(1));
-    windowClass.hbrBackground = ::GetSysColorBrush(COLOR_BTNFACE);
-    windowClass.lpszClassName = kClassName;
-    ::RegisterClassA(&windowClass);
-}
-
 void RegisterControls() {
     INITCOMMONCONTROLSEX controls{};
     controls.dwSize = sizeof controls;
@@ -51,7 +40,7 @@ void RegisterControls() {
 void WizardWindow::Create() {
     const HINSTANCE program = ::GetModuleHandleA(nullptr);
     RegisterControls();
-    RegisterWizardClass(program);
+    RegisterFormClass(kClassName, ::DefDlgProcA, DLGWINDOWEXTRA, IDC_ARROW);
     window_.reset(::CreateDialogParamA(program, MAKEINTRESOURCEA(IDD_WIZARD), nullptr, Procedure,
                                        reinterpret_cast<LPARAM>(this)));
     ::SetWindowTextA(window_.get(), kProgramTitle);
