@@ -45,7 +45,10 @@ class WizardWalk : public WizardTest, public testing::WithParamInterface<Walk> {
         if (page < kFilesPage) return;
         EXPECT_EQ(folder_.Exists("cabs\\Lib\\setupwin.cab"), GetParam().HasSetupPage);
         EXPECT_TRUE(folder_.Exists("cabs\\Lib\\setupnt.cab"));
-        EXPECT_THAT(wizard.SelectedFiles(), testing::Contains("COMMAND.COM"));
+        // The list is filled where it is seen.
+        if (page == kFilesPage) {
+            EXPECT_THAT(wizard.SelectedFiles(), testing::Contains("COMMAND.COM"));
+        }
     }
 };
 

@@ -15,6 +15,11 @@ UINT TickImage(bool ticked) {
     return INDEXTOSTATEIMAGEMASK(ticked ? 2U : 1U);
 }
 
+bool LookAlike(const ListItem& left, const ListItem& right) {
+    return left.Text == right.Text && left.SubItem == right.SubItem && left.Checked == right.Checked &&
+           left.Selected == right.Selected;
+}
+
 }  // namespace
 
 bool ChangesTick(const NMLISTVIEW& change) {
@@ -50,8 +55,10 @@ void CheckList::Show(const ListView& list) {
     ShowColumn(1, list.SecondColumnTitle, list.Sorted && list.SortKey == 1, list.Order);
     const bool changed = ShowRows(list.ListItems);
     copying_ = false;
-    if (changed) FitColumns();
+    // A list that is being loaded is sorted in the end. Till then its columns stay: to fit them takes a look
+    // at every row.
     if (!list.Sorted) return;
+    if (changed) FitColumns();
     const auto selected = ::SendMessageA(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
     if (selected < 0) {
         SelectFirstRow();
@@ -81,11 +88,7 @@ void CheckList::ShowColumn(int column, const std::string& title, bool sorted, So
 }
 
 bool CheckList::ShowRows(const std::vector<ListItem>& rows) {
-    const auto isShown = [](const ListItem& row, const ListItem& other) {
-        return row.Text == other.Text && row.SubItem == other.SubItem && row.Checked == other.Checked &&
-               row.Selected == other.Selected;
-    };
-    if (std::equal(rows.begin(), rows.end(), shown_.begin(), shown_.end(), isShown)) return false;
+    if (std::equal(rows.begin(), rows.end(), shown_.begin(), shown_.end(), LookAlike)) return false;
 
     ::SendMessageA(list_, WM_SETREDRAW, FALSE, 0);
     for (; shown_.size() > rows.size(); shown_.pop_back())
@@ -96,6 +99,8 @@ bool CheckList::ShowRows(const std::vector<ListItem>& rows) {
             item.iItem = static_cast<int>(i);
             ::SendMessageA(list_, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
             shown_.emplace_back();
+        } else if (LookAlike(rows[i], shown_[i])) {
+            continue;
         }
         ShowRow(static_cast<int>(i), rows[i], shown_[i]);
     }

@@ -158,8 +158,10 @@ void WizardControls::Show(const FrmWizard& form) {
         ShowEnabled(Control(id), (form.*button).Enabled);
         ShowVisible(Control(id), (form.*button).Visible);
     }
-    disks_.Show(form.LV_Disk);
-    ShowFiles(form.LstFiles);
+    // A list is brought in line while its page stands: the files are listed one by one before their page is
+    // turned to, and all that the build does, it does behind it.
+    if (form.FraMain[kDiskPage].Visible) disks_.Show(form.LV_Disk);
+    if (form.FraMain[kFilesPage].Visible) ShowFiles(form.LstFiles);
     ShowProgress(form.WorkProgress);
 }
 
@@ -233,7 +235,8 @@ void WizardControls::Read(FrmWizard& form) const {
     for (const auto& [id, box] : kTexts) (form.*box).Text = TextOf(Control(id));
     for (const auto& [id, box] : kChecks) (form.*box).Value = IsTicked(Control(id)) ? 1 : 0;
     for (const auto& [id, option] : kOptions) (form.*option).Value = IsTicked(Control(id));
-    disks_.Read(form.LV_Disk);
+    if (form.FraMain[kDiskPage].Visible) disks_.Read(form.LV_Disk);
+    if (!form.FraMain[kFilesPage].Visible) return;
     for (int i = 0; i < form.LstFiles.ListCount(); ++i) {
         form.LstFiles.Select(i, ::SendMessageA(Control(IDC_FILES), LB_GETSEL, static_cast<WPARAM>(i), 0) > 0);
     }

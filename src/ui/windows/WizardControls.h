@@ -21,10 +21,12 @@ class WizardControls {
     /// Takes the controls of `frame` and its pages, which must outlive the object's use.
     void Attach(HWND frame, const std::array<HWND, kPageCount>& pages);
 
-    /// Brings the controls in line with `form`; a control that shows its value already is left alone.
+    /// Brings the controls in line with `form`; a control that shows its value already is left alone, and so
+    /// is the list of a page that does not stand.
     void Show(const FrmWizard& form);
 
-    /// Takes over what the user has entered, ticked and selected.
+    /// Takes over what the user has entered and ticked, and what is selected in the list of the page that
+    /// stands.
     void Read(FrmWizard& form) const;
 
     /// Prepares `context` for a label that warns. Returns the brush behind it, which is the system's; null
