@@ -63,6 +63,7 @@ bool CopyFilesOfFolder(Application& app, const std::string& pattern, const std::
     const auto copy = [&] { CopyFileOver(from + entry->Name, to + entry->Name); };
     Outcome outcome = Attempt(app, shownSource, quiet, next);
     while (outcome == Outcome::Done && entry) {
+        app.Screen.PendingEvents();
         if (!entry->IsFolder) outcome = Attempt(app, shownSource, quiet, copy);
         if (outcome == Outcome::Done) outcome = Attempt(app, shownSource, quiet, next);
     }

@@ -77,7 +77,7 @@ bool InjectFilesToDir(Application& app, const std::string& destination) {
     for (int i = 0; i < files.ListCount(); ++i) {
         if (!files.Selected(i)) continue;
         ++progress.Value;
-        app.Screen.Repaint();
+        app.Screen.PendingEvents();
         const std::string entry = files.List(i);
         const double size = GetFileSize(app.PathOf("cabs\\" + entry));
         if (size < 0) {
