@@ -159,14 +159,16 @@ void ShownWizard::SelectDisk(const std::string& name) const {
 std::vector<std::string> ShownWizard::Files() const {
     const HWND list = Control(IDC_FILES);
     std::vector<std::string> files;
-    for (int row = 0; row < Ask(list, LB_GETCOUNT); ++row) files.push_back(FileText(list, row));
+    const LRESULT count = Ask(list, LB_GETCOUNT);
+    for (int row = 0; row < count; ++row) files.push_back(FileText(list, row));
     return files;
 }
 
 std::vector<std::string> ShownWizard::SelectedFiles() const {
     const HWND list = Control(IDC_FILES);
     std::vector<std::string> files;
-    for (int row = 0; row < Ask(list, LB_GETCOUNT); ++row) {
+    const LRESULT count = Ask(list, LB_GETCOUNT);
+    for (int row = 0; row < count; ++row) {
         if (Ask(list, LB_GETSEL, static_cast<WPARAM>(row)) > 0) files.push_back(FileText(list, row));
     }
     return files;

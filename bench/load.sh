@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Times the program under Wine with many disks, drivers and files, each load beside its half, and how long a question of
+# another program waited for an answer at most: load.sh [RUNS]
+# Needs build/demo (scripts/build.sh).
+set -euo pipefail
+shopt -s inherit_errexit
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cd "$root"
+# shellcheck source=scripts/wine-environment.sh
+. scripts/wine-environment.sh
+export runs=${1:-5}
+scripts/build-preset.sh mingw-x64 load_bench
+log=$(mktemp)
+export log
+stop_wine() { if wineserver -k 2>/dev/null; then wineserver -w; fi; }
+trap 'stop_wine; rm -f "$log"' EXIT
+stop_wine
+
+measure() {
+    wineserver -p
+    wine cmd /c exit
+    wine build/mingw-x64/tests/load_bench.exe "$runs"
+}
+export -f measure
+scripts/with-display.sh bash -c measure >"$log" 2>&1 </dev/null || { tail -n 20 "$log" >&2; exit 1; }
+# What the archiver prints goes to the same place.
+sed -n '/^The program under great loads/,$p' "$log"
