@@ -19,9 +19,11 @@ stop_wine
 measure() {
     wineserver -p
     wine cmd /c exit
-    wine build/mingw-x64/tests/load_bench.exe "$runs"
+    wine build/mingw-x64/tests/load_bench.exe "$runs" || return
+    # Before the screen goes, of which Wine would tell.
+    stop_wine
 }
-export -f measure
+export -f measure stop_wine
 scripts/with-display.sh bash -c measure >"$log" 2>&1 </dev/null || { tail -n 20 "$log" >&2; exit 1; }
 # What the archiver prints goes to the same place.
 sed -n '/^The program under great loads/,$p' "$log"
