@@ -105,3 +105,5 @@ cd "$root"
 scripts/build.sh
 echo
 bench/whole-build.sh "$runs"
+echo
+bench/load.sh 3
