@@ -129,6 +129,16 @@ TEST_F(DriversWindowTest, RowsAppearAsTheyAreLoaded) {
     EXPECT_EQ(FindSelection().FocusedPart(), "list");
 }
 
+TEST_F(DriversWindowTest, ColumnsFitRowsThatComeInTheirOrder) {
+    const std::string description =
+        "A card that is told of in more words than the window has room for at first, in order";
+    ClearDrivers(folder_);
+    AddDriver(folder_, "ndis", "ONLY", description);
+    app_.Wizard.ChkNDIS.Width = kNdisWidth;
+    CmdSelNDIS_Click(app_);
+    EXPECT_GT(FindSelection().ColumnWidth(1), FindSelection().TextWidth(description));
+}
+
 TEST_F(DriversWindowTest, InputIsDroppedWhileTheDriversAreLoaded) {
     ClearDrivers(folder_);
     for (const char* name : {"ONE", "THREE", "TWO"})

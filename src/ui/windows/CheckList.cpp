@@ -55,10 +55,12 @@ void CheckList::Show(const ListView& list) {
     ShowColumn(1, list.SecondColumnTitle, list.Sorted && list.SortKey == 1, list.Order);
     const bool changed = ShowRows(list.ListItems);
     copying_ = false;
+    fits_ = fits_ && !changed;
     // A list that is being loaded is sorted in the end. Till then its columns stay: to fit them takes a look
     // at every row.
     if (!list.Sorted) return;
-    if (changed) FitColumns();
+    if (!fits_) FitColumns();
+    fits_ = true;
     const auto selected = ::SendMessageA(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
     if (selected < 0) {
         SelectFirstRow();

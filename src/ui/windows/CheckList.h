@@ -46,6 +46,7 @@ class CheckList {
     HWND list_ = nullptr;          ///< destroyed with its parent
     std::vector<ListItem> shown_;  ///< the rows that the control shows
     bool copying_ = false;
+    bool fits_ = true;  ///< whether the columns fit the rows that are shown
 };
 
 /// Returns whether a change that the control asks about or tells of (LVN_ITEMCHANGING, LVN_ITEMCHANGED) is
