@@ -68,7 +68,17 @@ std::optional<FileVersion> VersionOf(const std::string& file) {
     BY_HANDLE_FILE_INFORMATION facts{};
     if (!opened || ::GetFileInformationByHandle(opened.Get(), &facts) == 0) return std::nullopt;
     return FileVersion{Joined(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime),
+                       Joined(facts.ftCreationTime.dwHighDateTime, facts.ftCreationTime.dwLowDateTime),
+                       Joined(facts.nFileSizeHigh, facts.nFileSizeLow),
                        Joined(facts.nFileIndexHigh, facts.nFileIndexLow)};
+}
+
+std::optional<std::uint64_t> ListedSize(const std::string& file) {
+    WIN32_FILE_ATTRIBUTE_DATA facts{};
+    if (::GetFileAttributesExA(file.c_str(), GetFileExInfoStandard, &facts) == 0 ||
+        (facts.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        return std::nullopt;
+    return Joined(facts.nFileSizeHigh, facts.nFileSizeLow);
 }
 
 void RenameFileTo(const std::string& file, const std::string& newName) {

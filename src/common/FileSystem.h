@@ -50,13 +50,18 @@ void MakeWritable(const std::string& file);
 
 /// What tells a file from the one that stood in its place before.
 struct FileVersion {
-    std::uint64_t Written = 0;   ///< last write, in 100 nanoseconds since 1601 (UTC)
+    std::uint64_t Written = 0;  ///< last write, in 100 nanoseconds since 1601 (UTC)
+    std::uint64_t Created = 0;  ///< the same of its making, which some drives keep more exactly
+    std::uint64_t Bytes = 0;
     std::uint64_t Identity = 0;  ///< the file system's own number of the file
     bool operator==(const FileVersion&) const = default;
 };
 
-/// Returns the version of `file`, or nothing when there is no such file.
+/// Returns the version of `file`, or nothing when there is no such file or it cannot be looked at.
 std::optional<FileVersion> VersionOf(const std::string& file);
+
+/// Returns the length of `file` in bytes without opening it; nothing when there is no such file.
+std::optional<std::uint64_t> ListedSize(const std::string& file);
 
 /// Renames or moves a file on one drive; an existing destination is an error (58).
 void RenameFileTo(const std::string& file, const std::string& newName);

@@ -16,7 +16,7 @@ class FloppyLayout {
     explicit FloppyLayout(const tools::bfi::Geometry& geometry) : geometry_(geometry) {}
 
     /// Puts a file of `bytes` bytes at `path` ("bin\\a.cab"), its folders with it. Of several files at one
-    /// path, whatever their case, the last counts.
+    /// path, whatever their case, the last counts, under the name of the first.
     void Add(const std::string& path, std::uint64_t bytes);
 
     /// Returns how many bytes of the disk's data area are taken, whole clusters.

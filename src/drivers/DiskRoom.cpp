@@ -1,7 +1,10 @@
 #include "src/drivers/DiskRoom.h"
 
 #include <algorithm>
+#include <limits>
 
+#include "src/common/FileSystem.h"
+#include "src/common/RuntimeError.h"
 #include "src/common/SetupCommon.h"
 #include "src/disk/FloppyLayout.h"
 #include "src/drivers/ChosenDrivers.h"
@@ -19,8 +22,8 @@ constexpr std::uint64_t kKilobyte = 1024;
 constexpr std::uint64_t kListHeadings = 120;
 constexpr std::uint64_t kListBytesOfDriver = 80;
 
-std::int32_t SizeOf(const Application& app, const std::string& file) {
-    return std::max(GetFileSize(app.PathOf(file)), 0);
+std::uint64_t SizeOf(const Application& app, const std::string& file) {
+    return ListedSize(app.PathOf(file)).value_or(0);
 }
 
 void AddFiles(const ListBox& files, FloppyLayout& layout) {
@@ -37,7 +40,7 @@ void AddDrivers(const Application& app, FloppyLayout& layout) {
     ChosenDrivers drivers(app);
     while (const auto cabinet = drivers.Next()) {
         if (cabinet->empty()) continue;
-        layout.Add("lib\\" + *cabinet, static_cast<std::uint64_t>(SizeOf(app, "drivers\\" + *cabinet)));
+        layout.Add("lib\\" + *cabinet, SizeOf(app, "drivers\\" + *cabinet));
         ++count;
     }
     if (!HasNetworkLists(app.Wizard)) return;
@@ -48,8 +51,12 @@ void AddDrivers(const Application& app, FloppyLayout& layout) {
 }  // namespace
 
 void MeasureRoom(Application& app) {
+    constexpr std::uint64_t kMost =
+        std::numeric_limits<std::int32_t>::max();  // far more than any floppy holds
     ListBox& files = app.Wizard.LstFiles;
-    for (int i = 0; i < files.ListCount(); ++i) files.SetItemData(i, SizeOf(app, "cabs\\" + files.List(i)));
+    for (int i = 0; i < files.ListCount(); ++i)
+        files.SetItemData(i,
+                          static_cast<std::int32_t>(std::min(SizeOf(app, "cabs\\" + files.List(i)), kMost)));
     ShowRoom(app);
 }
 
@@ -59,7 +66,11 @@ void ShowRoom(Application& app) {
         *tools::bfi::GeometryOfType(wizard.OptImage28.Value ? "288" : "144");
     FloppyLayout layout(geometry);
     AddFiles(wizard.LstFiles, layout);
-    AddDrivers(app, layout);
+    try {
+        AddDrivers(app, layout);
+    } catch (const RuntimeError&) {
+        // The build reports what is wrong with Drivers.ini; a line that only tells must not end the run.
+    }
     const std::uint64_t capacity = std::uint64_t{geometry.DataClusters()} * geometry.ClusterBytes();
     app.Wizard.LblRoom.Caption = "Selected files: " + std::to_string(layout.Bytes() / kKilobyte) + " KB. A " +
                                  geometry.Name + " disk holds " + std::to_string(capacity / kKilobyte) +

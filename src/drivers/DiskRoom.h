@@ -11,8 +11,9 @@ namespace velbooter {
 void MeasureRoom(Application& app);
 
 /// Puts into LblRoom what the selected files and drivers take on a disk of the chosen size and what it holds,
-/// in KB (1,024 bytes), as a warning when they do not fit. A file that is not there takes nothing. The two
-/// network lists are estimated, because only the build makes them.
+/// in KB (1,024 bytes), as a warning when they, or their names in the root directory, do not fit. A file that
+/// is not there takes nothing. The two network lists are estimated, because only the build makes them. Raises
+/// nothing.
 void ShowRoom(Application& app);
 
 }  // namespace velbooter

@@ -7,14 +7,15 @@
 namespace velbooter {
 
 /// Registers the class `name` of a form, whose windows `procedure` serves with `extraBytes` bytes of their
-/// own and whose mouse pointer is `cursor`, one of the system's (IDC_ARROW).
-inline void RegisterFormClass(const char* name, WNDPROC procedure, int extraBytes, LPTSTR cursor) {
+/// own and whose mouse pointer is `cursor`, one of the system's (IDC_ARROW). That it is registered already
+/// does no harm.
+inline void RegisterFormClass(const char* name, WNDPROC procedure, int extraBytes, LPCSTR cursor) {
     const HINSTANCE program = ::GetModuleHandleA(nullptr);
     WNDCLASSA windowClass{};
     windowClass.lpfnWndProc = procedure;
     windowClass.cbWndExtra = extraBytes;
     windowClass.hInstance = program;
-    windowClass.hCursor = ::LoadCursor(nullptr, cursor);
+    windowClass.hCursor = ::LoadCursorA(nullptr, cursor);
     windowClass.hIcon = ::LoadIconA(program, MAKEINTRESOURCEA(1));
     windowClass.hbrBackground = ::GetSysColorBrush(COLOR_BTNFACE);
     windowClass.lpszClassName = name;

@@ -175,6 +175,7 @@ void WizardControls::ShowLabel(int id, const Label& label) {
     } else {
         warnings_.erase(control);
     }
+    ShowFont(control, label.Warning ? bold_.get() : normal_.get());
     ::InvalidateRect(control, nullptr, TRUE);
 }
 
@@ -220,12 +221,12 @@ void WizardControls::ShowProgress(const ProgressBar& progress) {
 }
 
 HBRUSH WizardControls::ColorLabel(HDC context, HWND label) const {
+    if (warnings_.count(label) == 0) return nullptr;
     HIGHCONTRASTA contrast{};
     contrast.cbSize = sizeof contrast;
     ::SystemParametersInfoA(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0);
-    // Who has chosen his own colours reads the numbers in them.
-    const bool hasOwnColors = (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
-    if (warnings_.count(label) == 0 || hasOwnColors) return nullptr;
+    // Who has chosen his own colours sees the bold letters.
+    if ((contrast.dwFlags & HCF_HIGHCONTRASTON) != 0) return nullptr;
     ::SetTextColor(context, kWarningColor);
     ::SetBkColor(context, ::GetSysColor(COLOR_BTNFACE));
     return ::GetSysColorBrush(COLOR_BTNFACE);

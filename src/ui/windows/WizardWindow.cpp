@@ -182,7 +182,9 @@ bool WizardWindow::OnCommand(int id, int notice) {
         {IDC_FLOPPY, OptFloppy_Click},
         {IDC_BROWSE, CmdBrowse_Click},
     };
-    if (id == IDC_FILES && notice == LBN_SELCHANGE) {
+    // The second of two quick clicks changes the tick as well, and the list tells of nothing but a double
+    // click.
+    if (id == IDC_FILES && (notice == LBN_SELCHANGE || notice == LBN_DBLCLK)) {
         Run(ShowRoom);
         return true;
     }

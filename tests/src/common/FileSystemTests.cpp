@@ -40,6 +40,14 @@ TEST_F(FileFunctions, AVersionChangesWithTheContentsAndWithTheFile) {
     EXPECT_EQ(first, VersionOf(Folder.At("a.img"))) << "a file in use";
 }
 
+TEST_F(FileFunctions, TheListedSizeNeedsNoOpening) {
+    Folder.Write("a", "12345");
+    const LockedFile held(Folder.At("a"));
+    EXPECT_EQ(5U, ListedSize(Folder.At("a")).value_or(99));
+    EXPECT_FALSE(ListedSize(Folder.At("none")).has_value());
+    EXPECT_FALSE(ListedSize(Folder.Path()).has_value()) << "a folder";
+}
+
 TEST_F(FileFunctions, AFileInThePlaceOfAnotherIsAnotherVersion) {
     Folder.Write("a.img", "1");
     const auto first = VersionOf(Folder.At("a.img"));

@@ -115,6 +115,13 @@ TEST_F(RoomOnDisk, WithoutDriversIniThereAreNoDrivers) {
     EXPECT_EQ(Small(1), Measured());
 }
 
+TEST_F(RoomOnDisk, AnIndexThatIsHeldEndsNothing) {
+    List("a", 1024);
+    const LockedFile index(Folder.At("Drivers.ini"));
+    EXPECT_EQ(Small(1), Measured());
+    EXPECT_FALSE(App.RunEnded);
+}
+
 TEST_F(RoomOnDisk, AChoiceOfDriversChangesTheLine) {
     Folder.Write("drivers\\aspi\\a.cab", std::string(4096, 'x'));
     Folder.Write("Drivers.ini", "[ASPI]\r\nA=1\r\n");
