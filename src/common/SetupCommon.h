@@ -40,7 +40,8 @@ std::string GetShortPath(const std::string& path);
 std::string GetWindowsFolder();
 std::string GetSystemFolder();
 
-/// Returns the folder of the running program's own file, without a trailing backslash.
+/// Returns the folder of the running program's own file, without a trailing backslash. The path is cut when
+/// it is longer than the system's 259 characters.
 std::string GetProgramFolder();
 
 /// Returns whether a file can be opened for reading: false for a folder, a missing file, and one locked

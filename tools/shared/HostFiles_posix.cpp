@@ -144,17 +144,19 @@ std::vector<HostFile> ListFolder(const std::filesystem::path& folder) {
 void ReadWhole(const std::filesystem::path& file, std::span<std::uint8_t> bytes) {
     const Descriptor input(open(file.c_str(), O_RDONLY | O_CLOEXEC));
     if (input.Number < 0) throw ToolError(Utf8FromPath(file) + ": cannot be opened: " + Reason(errno));
-    // One byte more than expected is asked for, so that a file that has grown is noticed: the count that
-    // comes back tells all in one call, since only the end of an ordinary file makes it short.
-    std::uint8_t surplus = 0;
-    const std::array<iovec, 2> places{iovec{bytes.data(), bytes.size()}, iovec{&surplus, 1}};
-    ssize_t count = 0;
+    // One byte more than expected is asked for, so that a file that has grown is noticed, mostly in one call.
+    std::size_t done = 0;
     do {
-        count = readv(input.Number, places.data(), static_cast<int>(places.size()));
-    } while (count < 0 && errno == EINTR);
-    if (count < 0) throw ToolError(Utf8FromPath(file) + ": cannot be read: " + Reason(errno));
-    if (static_cast<std::size_t>(count) != bytes.size())
-        throw ToolError(Utf8FromPath(file) + ": changed while it was being read");
+        std::uint8_t surplus = 0;
+        const auto rest = bytes.subspan(done);
+        const std::array<iovec, 2> places{iovec{rest.data(), rest.size()}, iovec{&surplus, 1}};
+        const ssize_t count = readv(input.Number, places.data(), static_cast<int>(places.size()));
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) throw ToolError(Utf8FromPath(file) + ": cannot be read: " + Reason(errno));
+        done += static_cast<std::size_t>(count);
+        if (done > bytes.size() || count == 0) break;
+    } while (done < bytes.size());
+    if (done != bytes.size()) throw ToolError(Utf8FromPath(file) + ": changed while it was being read");
 }
 
 bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime modified, std::uint8_t attributes) {

@@ -21,7 +21,7 @@ constexpr wchar_t kLongPrefix[] = L"\\\\?\\";
 constexpr wchar_t kLongNetworkPrefix[] = L"\\\\?\\UNC\\";
 constexpr std::size_t kLongPrefixLength = 4;
 constexpr std::size_t kLongNetworkPrefixLength = 8;
-constexpr DWORD kLargestPiece = 1U << 30;
+constexpr DWORD kLargestRead = 1U << 30;
 
 // Returns whether `wide` could be expressed, which names with half a surrogate pair cannot.
 bool ConvertToUtf8(const std::wstring& wide, std::string& text) {
@@ -279,7 +279,7 @@ void ReadWhole(const fs::path& file, std::span<std::uint8_t> bytes) {
         // Once all bytes are there, one more is asked for, so that a file that has grown is noticed.
         std::uint8_t surplus = 0;
         const bool isFull = done == bytes.size();
-        const auto piece = static_cast<DWORD>(std::min<std::size_t>(bytes.size() - done, kLargestPiece));
+        const auto piece = static_cast<DWORD>(std::min<std::size_t>(bytes.size() - done, kLargestRead));
         DWORD count = 0;
         if (!ReadFile(input.Value(), isFull ? &surplus : bytes.data() + done, isFull ? 1 : piece, &count,
                       nullptr))

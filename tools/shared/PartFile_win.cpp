@@ -11,7 +11,7 @@
 namespace tools {
 namespace {
 
-constexpr DWORD kLargestPiece = 1U << 30;
+constexpr DWORD kLargestWrite = 1U << 30;
 constexpr ULONGLONG kReplacePatience = 5000;  // milliseconds
 constexpr DWORD kReplaceStep = 50;            // milliseconds
 
@@ -96,7 +96,7 @@ void PartFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes
     position.QuadPart = static_cast<LONGLONG>(offset);
     bool isDone = SetFilePointerEx(AsHandle(handle_), position, nullptr, FILE_BEGIN) != 0;
     while (isDone && !bytes.empty()) {
-        const auto piece = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), kLargestPiece));
+        const auto piece = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), kLargestWrite));
         DWORD count = 0;
         isDone = WriteFile(AsHandle(handle_), bytes.data(), piece, &count, nullptr) && count > 0;
         bytes = bytes.subspan(count);
