@@ -22,6 +22,6 @@ mtype -i "$application/my disks/boot disk.img" ::IO.SYS | cmp - "$2/IO.SYS" || f
 
 # The harness of the windows looks at copies of this folder, with blanks in their paths too.
 tests='ConsoleTwinTest.WaitsForTheBuildAndTellsItsEnd:Each/WithoutArguments.OpensTheWizardAndDoesNotWaitForIt/*'
-VELBOOTER_DEMO_FOLDER=$application "$root/tests/e2e/run.sh" "$3" "--gtest_filter=$tests" >"$scratch/windows.log" 2>&1 ||
+VELBOOTER_DEMO_FOLDER=$application "$root/tests/support/run-in-wine.sh" "$3" "--gtest_filter=$tests" >"$scratch/windows.log" 2>&1 ||
     fail "velbooter.com or the wizard: $(cat "$scratch/windows.log")"
 grep -qF '[  PASSED  ] 3 tests.' "$scratch/windows.log" || fail "there are not three tests of windows: $(cat "$scratch/windows.log")"
