@@ -16,6 +16,7 @@ work=$(mktemp -d)
 export work
 stop_wine() { if wineserver -k 2>/dev/null; then wineserver -w; fi; }
 trap 'stop_wine; rm -rf "$work"' EXIT
+stop_wine
 
 # Three copies of the demonstration: in the second one the two modules are ready-made, so that nothing is packed, and in the
 # third one the image tool is missing as well, so that the program starts nothing.
