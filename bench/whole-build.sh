@@ -6,15 +6,11 @@ set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
-# A prefix of its own, whose server can be ended without ending that of a test.
-export VELBOOTER_WINEPREFIX=${VELBOOTER_WINEPREFIX:-$root/build/wine-bench}
-scripts/setup.sh
-# shellcheck source=scripts/wine-environment.sh
-. scripts/wine-environment.sh
+# shellcheck source=bench/wine-environment.sh
+. bench/wine-environment.sh
 export runs=${1:-20}
 work=$(mktemp -d)
 export work
-stop_wine() { if wineserver -k 2>/dev/null; then wineserver -w; fi; }
 trap 'stop_wine; rm -rf "$work"' EXIT
 stop_wine
 
