@@ -17,7 +17,7 @@ namespace {
 using std::chrono::steady_clock;
 
 constexpr DWORD kStep = 50;
-constexpr std::chrono::seconds kWindowPatience{10};
+constexpr std::chrono::seconds kWindowPatience{60};
 constexpr std::chrono::seconds kRunPatience{60};
 constexpr DWORD kKilled = 77;
 
