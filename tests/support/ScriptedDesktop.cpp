@@ -46,6 +46,11 @@ std::string Describe(const Message& message) {
            std::to_string(message.HelpTopic);
 }
 
+Message CopyFailure(const std::string& source) {
+    return {"Error while copying the file :\r\n" + source, "Error While Copying", Buttons::AbortRetryIgnore,
+            Icon::Critical};
+}
+
 ScriptedDesktop::~ScriptedDesktop() {
     for (const Step& step : script_) {
         switch (step.What) {

@@ -39,6 +39,9 @@ struct HelpCall {
 /// Returns all fields of a message in readable lines; two messages are alike when these texts are.
 std::string Describe(const Message& message);
 
+/// Returns the message of a copy of `source` that failed.
+Message CopyFailure(const std::string& source);
+
 class ScriptedDesktop : public Desktop {
  public:
     using Action = std::function<void()>;

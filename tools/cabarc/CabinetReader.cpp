@@ -13,7 +13,7 @@ namespace tools::cabarc {
 
 namespace {
 
-constexpr std::uint32_t kSignature = 0x4643534D;  // "MSCF"
+constexpr std::uint32_t kCabinetSignature = 0x4643534D;  // "MSCF"
 /// Longest header reserve that the format allows.
 constexpr std::uint16_t kMaxHeaderReserve = 60000;
 
@@ -62,7 +62,7 @@ class Parser {
              present < header.size() && (byte = cabinet_.get()) != std::char_traits<char>::eof();) {
             header[present++] = static_cast<std::uint8_t>(byte);
         }
-        if (present < 4 || GetU32(header.data()) != kSignature) {
+        if (present < 4 || GetU32(header.data()) != kCabinetSignature) {
             throw ToolError(label_ + ": this is not a cabinet");
         }
         if (present < header.size()) Damaged("it ends within the header");

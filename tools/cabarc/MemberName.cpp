@@ -10,8 +10,6 @@ namespace tools::cabarc {
 
 namespace {
 
-constexpr std::string_view kSeparators = "/\\";
-
 bool IsControl(char c) {
     return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
 }
@@ -64,7 +62,7 @@ std::optional<std::string> PartProblem(std::string_view part) {
 std::vector<std::string_view> PathParts(std::string_view path) {
     std::vector<std::string_view> parts;
     for (;;) {
-        const std::size_t end = path.find_first_of(kSeparators);
+        const std::size_t end = path.find_first_of(kPathSeparators);
         parts.push_back(path.substr(0, end));
         if (end == std::string_view::npos) return parts;
         path.remove_prefix(end + 1);
@@ -94,7 +92,7 @@ std::string StoredName(std::string_view path, bool keepFolders, std::span<const 
 std::optional<std::string> NameProblem(const std::string& name) {
     if (name.size() > kMaxNameBytes) return "it has more than " + std::to_string(kMaxNameBytes) + " bytes";
     if (!IsUtf8(name)) return "it is not UTF-8";
-    if (name.find_first_of(kSeparators) == 0) return "it is an absolute path";
+    if (name.find_first_of(kPathSeparators) == 0) return "it is an absolute path";
     if (name.size() >= 2 && name[1] == ':') return "it names a drive";
     for (const std::string_view part : PathParts(name)) {
         if (auto problem = PartProblem(part)) return problem;

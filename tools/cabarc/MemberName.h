@@ -10,6 +10,9 @@
 
 namespace tools::cabarc {
 
+/// What may stand between the parts of a path, on either system.
+inline constexpr std::string_view kPathSeparators = "/\\";
+
 /// Returns the parts of `path` between "/" and "\"; empty parts are kept.
 std::vector<std::string_view> PathParts(std::string_view path);
 

@@ -10,8 +10,8 @@ namespace tools::cabarc {
 
 namespace {
 
-constexpr std::uint8_t kSignature[] = {'C', 'K'};
-constexpr std::size_t kSignatureSize = sizeof(kSignature);
+constexpr std::uint8_t kBlockSignature[] = {'C', 'K'};
+constexpr std::size_t kBlockSignatureSize = sizeof(kBlockSignature);
 /// The memory levels that are tried on each frame. The larger makes a frame one deflate block; the smaller
 /// begins a new block, with codes of its own, every 4096 symbols, which suits frames of mixed contents.
 constexpr int kMemoryLevels[] = {9, 6};
@@ -61,12 +61,13 @@ void MsZipCompressor::CompressFrame(std::span<const std::uint8_t> frame,
                                     std::span<const std::uint8_t> previous) {
     PutStored(frame);
     for (const auto& deflater : deflaters_) {
-        trial_.assign(std::begin(kSignature), std::end(kSignature));
+        trial_.assign(std::begin(kBlockSignature), std::end(kBlockSignature));
         // A stream that would not be shorter than the best one so far is given up where that is seen.
         trial_.resize(payload_.size() - 1);
-        const std::size_t size = deflater->Run(frame, previous, std::span(trial_).subspan(kSignatureSize));
+        const std::size_t size =
+            deflater->Run(frame, previous, std::span(trial_).subspan(kBlockSignatureSize));
         if (size == 0) continue;
-        trial_.resize(kSignatureSize + size);
+        trial_.resize(kBlockSignatureSize + size);
         payload_.swap(trial_);
     }
     sink_.PutBlock(payload_, static_cast<std::uint16_t>(frame.size()));
@@ -75,7 +76,7 @@ void MsZipCompressor::CompressFrame(std::span<const std::uint8_t> frame,
 // No stream may be longer than one stored block; readers count on it.
 void MsZipCompressor::PutStored(std::span<const std::uint8_t> frame) {
     const auto size = static_cast<std::uint32_t>(frame.size());
-    payload_.assign(std::begin(kSignature), std::end(kSignature));
+    payload_.assign(std::begin(kBlockSignature), std::end(kBlockSignature));
     payload_.push_back(1);  // final block, stored
     AppendU16(payload_, size);
     AppendU16(payload_, ~size & 0xFFFFU);

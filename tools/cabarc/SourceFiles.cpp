@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "tools/cabarc/AsciiCase.h"
+#include "tools/cabarc/MemberName.h"
 #include "tools/cabarc/Wildcard.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
@@ -12,8 +13,6 @@
 namespace tools::cabarc {
 
 namespace {
-
-constexpr std::string_view kSeparators = "/\\";
 
 /// One walk over the folders of one pattern after the other.
 class Search {
@@ -24,7 +23,7 @@ class Search {
     }
 
     void Add(const std::string& pattern) {
-        const std::size_t lastSeparator = pattern.find_last_of(kSeparators);
+        const std::size_t lastSeparator = pattern.find_last_of(kPathSeparators);
         std::size_t folderEnd = lastSeparator == std::string::npos ? 0 : lastSeparator + 1;
         if (folderEnd == 0 && pattern.size() > 1 && pattern[1] == ':') folderEnd = 2;
         const std::string folder = pattern.substr(0, folderEnd);

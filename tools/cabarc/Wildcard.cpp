@@ -3,12 +3,11 @@
 #include <algorithm>
 
 #include "tools/cabarc/AsciiCase.h"
+#include "tools/cabarc/MemberName.h"
 
 namespace tools::cabarc {
 
 namespace {
-
-constexpr std::string_view kSeparators = "/\\";
 
 bool IsContinuation(char c) {
     return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
@@ -54,7 +53,7 @@ bool MatchesPlainly(std::string_view pattern, std::string_view name) {
 
 /// Takes the first part of a path off its front.
 std::string_view TakePart(std::string_view& path) {
-    const std::size_t end = path.find_first_of(kSeparators);
+    const std::size_t end = path.find_first_of(kPathSeparators);
     const std::string_view part = path.substr(0, end);
     path.remove_prefix(end == std::string_view::npos ? path.size() : end + 1);
     return part;
@@ -79,8 +78,8 @@ bool MatchesPattern(std::string_view pattern, std::string_view name) {
 }
 
 bool MatchesMember(std::string_view pattern, std::string_view memberPath) {
-    if (pattern.find_first_of(kSeparators) == std::string_view::npos) {
-        const std::size_t folderEnd = memberPath.find_last_of(kSeparators);
+    if (pattern.find_first_of(kPathSeparators) == std::string_view::npos) {
+        const std::size_t folderEnd = memberPath.find_last_of(kPathSeparators);
         return MatchesPattern(
             pattern, folderEnd == std::string_view::npos ? memberPath : memberPath.substr(folderEnd + 1));
     }

@@ -58,7 +58,7 @@ std::string Utf8FromPath(const std::filesystem::path& path);
 std::filesystem::path LongPath(const std::filesystem::path& path);
 
 /// Returns the system's own text for one of its error numbers (errno, or what GetLastError gives).
-std::string SystemReason(unsigned long error);
+std::string SystemReason(std::int64_t error);
 
 /// What stands under a name.
 enum class FileKind { Missing, Writable, ReadOnly, Folder, Special };

@@ -27,10 +27,6 @@ DosTime LocalDosTime(std::time_t moment) {
                        local.tm_sec);
 }
 
-std::string Reason(int error) {
-    return SystemReason(static_cast<unsigned long>(error));
-}
-
 // Owns a descriptor or a folder stream for the length of one function.
 struct Descriptor {
     int Number;
@@ -60,7 +56,7 @@ HostFile Describe(int folder, const std::filesystem::path& folderPath, const cha
                         ": holds a name that is not UTF-8: " + PrintableBytes(entry.Name));
     struct stat status {};
     if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0)
-        throw ToolError(Utf8FromPath(folderPath / name) + ": cannot be read: " + Reason(errno));
+        throw ToolError(Utf8FromPath(folderPath / name) + ": cannot be read: " + SystemReason(errno));
     const bool isLink = S_ISLNK(status.st_mode);
     if (isLink && fstatat(folder, name, &status, 0) != 0) {
         entry.IsSpecial = true;
@@ -80,7 +76,7 @@ HostFile Describe(int folder, const std::filesystem::path& folderPath, const cha
 
 }  // namespace
 
-std::string SystemReason(unsigned long error) {
+std::string SystemReason(std::int64_t error) {
     return std::strerror(static_cast<int>(error));
 }
 
@@ -126,7 +122,7 @@ void CreateFolders(const std::filesystem::path& folder) {
 std::vector<HostFile> ListFolder(const std::filesystem::path& folder) {
     const FolderStream stream(opendir(folder.c_str()));
     if (stream.Handle == nullptr)
-        throw ToolError(Utf8FromPath(folder) + ": this folder cannot be read: " + Reason(errno));
+        throw ToolError(Utf8FromPath(folder) + ": this folder cannot be read: " + SystemReason(errno));
     std::vector<HostFile> entries;
     for (;;) {
         errno = 0;
@@ -135,7 +131,8 @@ std::vector<HostFile> ListFolder(const std::filesystem::path& folder) {
         if (std::strcmp(found->d_name, ".") == 0 || std::strcmp(found->d_name, "..") == 0) continue;
         entries.push_back(Describe(dirfd(stream.Handle), folder, found->d_name));
     }
-    if (errno != 0) throw ToolError(Utf8FromPath(folder) + ": this folder cannot be read: " + Reason(errno));
+    if (errno != 0)
+        throw ToolError(Utf8FromPath(folder) + ": this folder cannot be read: " + SystemReason(errno));
     std::sort(entries.begin(), entries.end(),
               [](const HostFile& a, const HostFile& b) { return PrecedesWithoutCase(a.Name, b.Name); });
     return entries;
@@ -143,7 +140,7 @@ std::vector<HostFile> ListFolder(const std::filesystem::path& folder) {
 
 void ReadWhole(const std::filesystem::path& file, std::span<std::uint8_t> bytes) {
     const Descriptor input(open(file.c_str(), O_RDONLY | O_CLOEXEC));
-    if (input.Number < 0) throw ToolError(Utf8FromPath(file) + ": cannot be opened: " + Reason(errno));
+    if (input.Number < 0) throw ToolError(Utf8FromPath(file) + ": cannot be opened: " + SystemReason(errno));
     // One byte more than expected is asked for, so that a file that has grown is noticed, mostly in one call.
     std::size_t done = 0;
     do {
@@ -152,7 +149,7 @@ void ReadWhole(const std::filesystem::path& file, std::span<std::uint8_t> bytes)
         const std::array<iovec, 2> places{iovec{rest.data(), rest.size()}, iovec{&surplus, 1}};
         const ssize_t count = readv(input.Number, places.data(), static_cast<int>(places.size()));
         if (count < 0 && errno == EINTR) continue;
-        if (count < 0) throw ToolError(Utf8FromPath(file) + ": cannot be read: " + Reason(errno));
+        if (count < 0) throw ToolError(Utf8FromPath(file) + ": cannot be read: " + SystemReason(errno));
         done += static_cast<std::size_t>(count);
         if (done > bytes.size() || count == 0) break;
     } while (done < bytes.size());

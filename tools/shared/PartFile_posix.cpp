@@ -10,20 +10,12 @@
 #include "tools/shared/ToolError.h"
 
 namespace tools {
-namespace {
-
-std::string Reason(int error) {
-    return SystemReason(static_cast<unsigned long>(error));
-}
-
-}  // namespace
-
 PartFile::PartFile(const std::filesystem::path& target) : target_(target), part_(target), handle_(-1) {
     part_ += ".unfinished~";
     bool isEmpty = false;
     for (;;) {
         const int file = open(part_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);
-        if (file < 0) throw ToolError(Utf8FromPath(target) + ": cannot be written: " + Reason(errno));
+        if (file < 0) throw ToolError(Utf8FromPath(target) + ": cannot be written: " + SystemReason(errno));
         if (flock(file, LOCK_EX | LOCK_NB) != 0) {
             close(file);
             throw ToolError(Utf8FromPath(target) + ": is being written by another run");
@@ -46,7 +38,7 @@ PartFile::PartFile(const std::filesystem::path& target) : target_(target), part_
     if (ftruncate(static_cast<int>(handle_), 0) != 0) {
         const int error = errno;
         close(static_cast<int>(handle_));
-        throw ToolError(Utf8FromPath(target) + ": cannot be written: " + Reason(error));
+        throw ToolError(Utf8FromPath(target) + ": cannot be written: " + SystemReason(error));
     }
 }
 
@@ -61,7 +53,7 @@ void PartFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes
         const ssize_t count =
             pwrite(static_cast<int>(handle_), bytes.data(), bytes.size(), static_cast<off_t>(offset));
         if (count < 0 && errno == EINTR) continue;
-        if (count < 0) throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + Reason(errno));
+        if (count < 0) throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(errno));
         offset += static_cast<std::uint64_t>(count);
         bytes = bytes.subspan(static_cast<std::size_t>(count));
     }
@@ -69,12 +61,12 @@ void PartFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes
 
 void PartFile::Resize(std::uint64_t size) {
     if (ftruncate(static_cast<int>(handle_), static_cast<off_t>(size)) != 0)
-        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + Reason(errno));
+        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(errno));
 }
 
 void PartFile::MoveToTarget() {
     if (rename(part_.c_str(), target_.c_str()) != 0)
-        throw ToolError(Utf8FromPath(target_) + ": cannot be replaced: " + Reason(errno));
+        throw ToolError(Utf8FromPath(target_) + ": cannot be replaced: " + SystemReason(errno));
     // Closed last: the lock must hold until the name is gone, or another run could take the part over.
     close(static_cast<int>(handle_));
     handle_ = -1;

@@ -8,13 +8,13 @@ namespace velbooter {
 
 namespace {
 
-constexpr const char* kClassName = "FrmWait";
+constexpr const char* kWaitClass = "FrmWait";
 constexpr int kStatusId = 1001;
 // Client area at 96 dots per inch, in pixels: room for the longest status text with its margins.
 constexpr int kWidth = 420;
 constexpr int kHeight = 72;
 constexpr int kMargin = 16;
-constexpr DWORD kStyle = WS_POPUP | WS_CAPTION;
+constexpr DWORD kWaitStyle = WS_POPUP | WS_CAPTION;
 
 LRESULT CALLBACK WaitProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     // Closing waits until the work has ended, and then the program hides the window itself.
@@ -26,13 +26,14 @@ LRESULT CALLBACK WaitProcedure(HWND window, UINT message, WPARAM wParam, LPARAM 
 
 void WaitWindow::Create() {
     const HINSTANCE instance = ::GetModuleHandleA(nullptr);
-    RegisterFormClass(kClassName, WaitProcedure, 0, IDC_WAIT);
+    RegisterFormClass(kWaitClass, WaitProcedure, 0, IDC_WAIT);
     RECT frame{0, 0, ScaledPixels(kWidth), ScaledPixels(kHeight)};
-    ::AdjustWindowRectEx(&frame, kStyle, FALSE, WS_EX_DLGMODALFRAME | WS_EX_APPWINDOW);
+    ::AdjustWindowRectEx(&frame, kWaitStyle, FALSE, WS_EX_DLGMODALFRAME | WS_EX_APPWINDOW);
     const SIZE size{frame.right - frame.left, frame.bottom - frame.top};
     const POINT place = CenteredPlace(size, nullptr);
-    window_.reset(::CreateWindowExA(WS_EX_DLGMODALFRAME | WS_EX_APPWINDOW, kClassName, kProgramTitle, kStyle,
-                                    place.x, place.y, size.cx, size.cy, nullptr, nullptr, instance, nullptr));
+    window_.reset(::CreateWindowExA(WS_EX_DLGMODALFRAME | WS_EX_APPWINDOW, kWaitClass, kProgramTitle,
+                                    kWaitStyle, place.x, place.y, size.cx, size.cy, nullptr, nullptr,
+                                    instance, nullptr));
     status_ = ::CreateWindowExA(
         0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, ScaledPixels(kMargin),
         ScaledPixels(kMargin), ScaledPixels(kWidth - 2 * kMargin), ScaledPixels(kHeight - 2 * kMargin),

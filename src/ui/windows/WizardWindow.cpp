@@ -22,7 +22,7 @@ namespace velbooter {
 
 namespace {
 
-constexpr const char* kClassName = "FrmWizard";
+constexpr const char* kWizardClass = "FrmWizard";
 constexpr WPARAM kAccessKeyOfCancel = 'C';
 
 // The place of the pages in the frame, in the templates' units.
@@ -40,7 +40,7 @@ void RegisterControls() {
 void WizardWindow::Create() {
     const HINSTANCE program = ::GetModuleHandleA(nullptr);
     RegisterControls();
-    RegisterFormClass(kClassName, ::DefDlgProcA, DLGWINDOWEXTRA, IDC_ARROW);
+    RegisterFormClass(kWizardClass, ::DefDlgProcA, DLGWINDOWEXTRA, IDC_ARROW);
     window_.reset(::CreateDialogParamA(program, MAKEINTRESOURCEA(IDD_WIZARD), nullptr, Procedure,
                                        reinterpret_cast<LPARAM>(this)));
     ::SetWindowTextA(window_.get(), kProgramTitle);

@@ -109,7 +109,7 @@ class ApplicationOnDriveA : public DriveA {
 
 TEST_F(ApplicationOnDriveA, WriteProtectedFolderIsAnErrorOfTheBatchRun) {
     RemountDriveA(kReadOnly);
-    ProgramUnderTest program(folder_, std::string(" custom ") + kTarget);
+    ProgramUnderTest program(folder_, kBuild);
     EXPECT_EQ(program.Answer("OK"), error_);
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::InternalError));
     ExpectOldImage(folder_);
@@ -130,7 +130,7 @@ TEST_F(ApplicationOnDriveA, WriteProtectedFolderShowsTheWizardsLastPage) {
 // Each group of files asks for itself; the build is cancelled when those of every disk could not be copied.
 TEST_F(ApplicationOnDriveA, FullDriveIsAskedAboutAndCancels) {
     LeaveFree(8192);
-    ProgramUnderTest program(folder_, std::string(" custom ") + kTarget);
+    ProgramUnderTest program(folder_, kBuild);
     for (const char* group :
          {"dos_files\\bin", "dos_files\\help", "dos_files\\menu", "base_files", "base_files\\bin"}) {
         EXPECT_EQ(program.Answer("Abort"),

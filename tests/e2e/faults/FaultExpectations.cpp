@@ -23,13 +23,13 @@ void ExpectOldImage(const ApplicationFolder& folder) {
 }
 
 void ExpectRunWithoutImage(const ApplicationFolder& folder) {
-    ProgramUnderTest program(folder, std::string(" custom ") + kTarget);
+    ProgramUnderTest program(folder, kBuild);
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::NoImage));
     ExpectNoWorkingFiles(folder);
 }
 
 void ExpectRunWorks(const ApplicationFolder& folder) {
-    ProgramUnderTest program(folder, std::string(" custom ") + kTarget);
+    ProgramUnderTest program(folder, kBuild);
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     ExpectImage(folder, folder.Path(kTarget), kSmallImageBytes);
     EXPECT_THAT(folder.Names("out"), ElementsAre("disk.img"));

@@ -15,6 +15,9 @@ inline constexpr const char* kOldImage = "an old image";
 /// The target of the runs below, as the command line names it.
 inline constexpr const char* kTarget = "out\\disk.img";
 
+/// The arguments that build it.
+inline const std::string kBuild = std::string(" custom ") + kTarget;
+
 /// The lines of a small disk with a module, which takes the archiver to build.
 std::vector<std::string> DiskWithAModule();
 

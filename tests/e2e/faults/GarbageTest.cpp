@@ -14,7 +14,6 @@
 namespace velbooter::e2e {
 namespace {
 
-const std::string kBuild = std::string(" custom ") + kTarget;
 constexpr size_t kLarge = 10 * 1024 * 1024;
 
 std::string RandomBytes(size_t size, unsigned seed) {

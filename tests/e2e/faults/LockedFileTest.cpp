@@ -11,8 +11,6 @@
 namespace velbooter::e2e {
 namespace {
 
-const std::string kBuild = std::string(" custom ") + kTarget;
-
 class Locked : public testing::Test {
  protected:
     void SetUp() override {

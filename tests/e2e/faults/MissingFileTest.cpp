@@ -17,8 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::string kBuild = std::string(" custom ") + kTarget;
-
 const std::vector<std::string> kDiskThatReadsAll = {"[DefaultDrivers]",
                                                     "ASPI\\ASPI8DOS",
                                                     "NDIS\\RTL8029",
@@ -154,7 +152,7 @@ TEST_P(MissingFile, HasTheDocumentedOutcome) {
     if (GetParam().Code != ExitCode::UnknownDisk) ExpectNoWorkingFiles(folder);
 }
 
-std::string NameOfCase(const testing::TestParamInfo<Missing>& info) {
+std::string NameOfMissing(const testing::TestParamInfo<Missing>& info) {
     std::string name = std::to_string(info.index + 1) + "_" + info.param.File;
     std::replace_if(
         name.begin(), name.end(), [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; },
@@ -162,7 +160,7 @@ std::string NameOfCase(const testing::TestParamInfo<Missing>& info) {
     return name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, MissingFile, testing::ValuesIn(kTable), NameOfCase);
+INSTANTIATE_TEST_SUITE_P(Each, MissingFile, testing::ValuesIn(kTable), NameOfMissing);
 
 bool IsOrLiesBelow(const std::string& file, const std::string& folder) {
     return file == folder || file.rfind(folder + "\\", 0) == 0;

@@ -15,8 +15,6 @@
 namespace velbooter::e2e {
 namespace {
 
-const std::string kBuild = std::string(" custom ") + kTarget;
-
 RECT PlaceOf(HWND window) {
     RECT place{};
     ::GetClientRect(window, &place);

@@ -7,6 +7,7 @@
 
 #include "tests/e2e/support/Evidence.h"
 #include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/Programs.h"
 #include "tests/e2e/support/Screen.h"
 #include "tests/e2e/support/WindowTree.h"
 
@@ -19,7 +20,6 @@ using std::chrono::steady_clock;
 constexpr DWORD kStep = 50;
 constexpr std::chrono::seconds kWindowPatience{60};
 constexpr std::chrono::seconds kRunPatience{60};
-constexpr DWORD kKilled = 77;
 
 }  // namespace
 

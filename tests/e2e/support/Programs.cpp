@@ -11,7 +11,6 @@ namespace velbooter::e2e {
 
 namespace {
 
-constexpr DWORD kKilled = 77;
 constexpr DWORD kPatience = 60000;
 constexpr DWORD kAccessToKill = PROCESS_TERMINATE | SYNCHRONIZE | PROCESS_QUERY_INFORMATION;
 

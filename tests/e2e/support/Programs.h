@@ -10,6 +10,9 @@
 
 namespace velbooter::e2e {
 
+/// The exit code of a process that a test has ended.
+inline constexpr DWORD kKilled = 77;
+
 /// The full path of a program that is built with the tests.
 std::string TestProgram(const std::string& name);
 

@@ -9,12 +9,6 @@
 
 namespace velbooter::e2e {
 
-namespace {
-
-constexpr size_t kTextBytes = 512;
-
-}  // namespace
-
 LRESULT Ask(HWND window, UINT message, WPARAM wParam, const void* pointer) {
     constexpr UINT kPatience = 5000;
     DWORD_PTR answer = 0;
@@ -26,14 +20,14 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam, const void* pointer) {
 }
 
 std::string ItemText(HWND list, int row, int column) {
-    const RemoteMemory memory(list, sizeof(LVITEMA) + kTextBytes);
+    const RemoteMemory memory(list, sizeof(LVITEMA) + kRemoteTextBytes);
     LVITEMA item{};
     item.iSubItem = column;
     item.pszText = memory.At(sizeof item);
-    item.cchTextMax = static_cast<int>(kTextBytes);
+    item.cchTextMax = static_cast<int>(kRemoteTextBytes);
     memory.Write(item);
     Ask(list, LVM_GETITEMTEXTA, static_cast<WPARAM>(row), memory.At());
-    return memory.Text(sizeof item, kTextBytes);
+    return memory.Text(sizeof item, kRemoteTextBytes);
 }
 
 RECT ItemPlace(HWND list, int row, int part) {
@@ -47,8 +41,8 @@ RECT ItemPlace(HWND list, int row, int part) {
 }
 
 int TextWidthIn(HWND list, const std::string& text) {
-    const RemoteMemory memory(list, kTextBytes);
-    std::array<char, kTextBytes> bytes{};
+    const RemoteMemory memory(list, kRemoteTextBytes);
+    std::array<char, kRemoteTextBytes> bytes{};
     text.copy(bytes.data(), bytes.size() - 1);
     memory.Write(bytes);
     return static_cast<int>(Ask(list, LVM_GETSTRINGWIDTHA, 0, memory.At()));

@@ -10,6 +10,9 @@
 
 namespace velbooter::e2e {
 
+/// The most bytes of a text that is read from a control.
+inline constexpr size_t kRemoteTextBytes = 512;
+
 class RemoteMemory {
  public:
     /// Takes `size` bytes in the process that `window` belongs to. Throws HarnessFailure when it gives none.

@@ -14,8 +14,6 @@ namespace velbooter::e2e {
 
 namespace {
 
-constexpr size_t kTextBytes = 512;
-
 bool HasTick(HWND list, int row) {
     constexpr LRESULT kTicked = 2;
     const void* const mask = reinterpret_cast<const void*>(static_cast<UINT_PTR>(LVIS_STATEIMAGEMASK));
@@ -80,14 +78,14 @@ std::string SelectionWindow::Selected() const {
 
 std::string SelectionWindow::ColumnTitle(int column) const {
     const HWND header = Header();
-    const RemoteMemory memory(header, sizeof(HDITEMA) + kTextBytes);
+    const RemoteMemory memory(header, sizeof(HDITEMA) + kRemoteTextBytes);
     HDITEMA item{};
     item.mask = HDI_TEXT;
     item.pszText = memory.At(sizeof item);
-    item.cchTextMax = static_cast<int>(kTextBytes);
+    item.cchTextMax = static_cast<int>(kRemoteTextBytes);
     memory.Write(item);
     Ask(header, HDM_GETITEMA, static_cast<WPARAM>(column), memory.At());
-    return memory.Text(sizeof item, kTextBytes);
+    return memory.Text(sizeof item, kRemoteTextBytes);
 }
 
 Arrow SelectionWindow::ColumnArrow(int column) const {

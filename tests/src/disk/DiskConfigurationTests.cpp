@@ -11,11 +11,6 @@ namespace {
 using std::string_literals::operator""s;
 using Files = std::vector<std::string>;
 
-Message CopyFailure(const std::string& source) {
-    return {"Error while copying the file :\r\n" + source, "Error While Copying", Buttons::AbortRetryIgnore,
-            Icon::Critical};
-}
-
 Message CabinetFailure(const std::string& name) {
     return {"The Cabinet " + name + ".cab could not be created \r\n\r\nThe Veltrane Can't Continue !",
             "Error While Copying", Buttons::Ok, Icon::Critical};

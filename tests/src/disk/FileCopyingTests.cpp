@@ -10,12 +10,6 @@ namespace {
 
 using Files = std::vector<std::string>;
 
-/// The message of a failed copy.
-Message CopyFailure(const std::string& source) {
-    return {"Error while copying the file :\r\n" + source, "Error While Copying", Buttons::AbortRetryIgnore,
-            Icon::Critical};
-}
-
 class FileCopy : public ApplicationTest {
  protected:
     bool Copy(const std::string& source, const std::string& destination, bool quiet = false) {

@@ -195,10 +195,6 @@ TEST_F(DosFilesCheck, AnErrorOfTheImportIsShownAndEndsTheProgram) {
 
 class DosModule : public ApplicationTest {
  protected:
-    static Message CopyFailure(const std::string& source) {
-        return {"Error while copying the file :\r\n" + source, "Error While Copying",
-                Buttons::AbortRetryIgnore, Icon::Critical};
-    }
 };
 
 TEST_F(DosModule, TheFolderIsRebuiltFromItsPristineCopy) {

@@ -42,10 +42,7 @@ class BuildRun : public ApplicationTest {
         App.Wizard.ChkASPI.Value = 1;
         App.Wizard.ChkNDIS.Value = 1;
     }
-    static Message DriverFailure(const std::string& cabinet) {
-        return {"Error while copying the file :\r\ndrivers\\" + cabinet, "Error While Copying",
-                Buttons::AbortRetryIgnore, Icon::Critical};
-    }
+    static Message DriverFailure(const std::string& cabinet) { return CopyFailure("drivers\\" + cabinet); }
     void ExpectCleanFolder() {
         EXPECT_FALSE(Folder.HasFile("Drivers.ini"));
         EXPECT_FALSE(Folder.HasFolder("cabs"));

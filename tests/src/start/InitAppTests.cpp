@@ -18,10 +18,6 @@ class Preparing : public ApplicationTest {
         Folder.Write("files\\base_files\\bin\\menu.bat", "menu");
         Folder.Write("files\\base_files\\other\\x");
     }
-    static Message CopyFailure(const std::string& source) {
-        return {"Error while copying the file :\r\n" + source, "Error While Copying",
-                Buttons::AbortRetryIgnore, Icon::Critical};
-    }
     std::string BaseFiles() const { return Folder.At("files\\base_files\\*.*"); }
     std::string BaseBinFiles() const { return Folder.At("files\\base_files\\bin\\*.*"); }
 };

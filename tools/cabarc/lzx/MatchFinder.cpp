@@ -3,19 +3,14 @@
 #include <algorithm>
 
 #include "tools/cabarc/lzx/Agreement.h"
+#include "tools/cabarc/lzx/Hash.h"
 
 namespace tools::cabarc::lzx {
 
 namespace {
 
-constexpr int kTripleHashBits = 15;
 constexpr int kRootHashBits = 17;
 constexpr std::uint32_t kTreeBytes = 4;  // bytes under the roots' hash
-
-// Any odd multiplier with well spread bits will do (this is 2^32 divided by the golden ratio).
-std::uint32_t Hash(std::uint32_t value, int bits) {
-    return (value * 0x9E3779B1U) >> (32 - bits);
-}
 
 std::uint32_t Pair(const std::uint8_t* p) {
     return std::uint32_t{p[0]} | (std::uint32_t{p[1]} << 8);

@@ -8,6 +8,7 @@
 
 #include "tools/cabarc/lzx/Agreement.h"
 #include "tools/cabarc/lzx/BlockCodes.h"
+#include "tools/cabarc/lzx/Hash.h"
 #include "tools/shared/ByteOrder.h"
 
 namespace tools::cabarc::lzx {
@@ -18,7 +19,6 @@ namespace {
 // modules is hardly seen; four see no more than two.
 constexpr std::size_t kPlaces = 2;
 constexpr int kPlaceHashBits = 16;
-constexpr int kTripleHashBits = 15;
 // A match of three bytes from farther away costs about as much as three literals.
 constexpr std::uint32_t kFarthestTriple = 8192;
 // From this length on a match is not weighed against one that starts a byte later.
@@ -26,10 +26,6 @@ constexpr std::uint32_t kLongEnough = 32;
 // The parse is priced in stretches about as long as blocks are. Priced as a whole, what translation does to
 // a part of the bytes is lost in the mean.
 constexpr std::uint32_t kStretch = 32768;
-
-std::uint32_t Hash(std::uint32_t value, int bits) {
-    return (value * 0x9E3779B1U) >> (32 - bits);
-}
 
 double EntropyBits(std::span<const std::uint32_t> counts) {
     double total = 0;

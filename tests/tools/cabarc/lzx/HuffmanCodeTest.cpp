@@ -14,7 +14,7 @@ namespace {
 using tools::cabarc::lzx::AssignCodes;
 using tools::cabarc::lzx::BuildCodeLengths;
 
-std::vector<std::uint8_t> Lengths(const std::vector<std::uint32_t>& counts, int maxLength) {
+std::vector<std::uint8_t> BuiltLengths(const std::vector<std::uint32_t>& counts, int maxLength) {
     std::vector<std::uint8_t> lengths(counts.size(), 99);
     BuildCodeLengths(counts, maxLength, lengths);
     return lengths;
@@ -32,16 +32,16 @@ std::uint64_t Cost(const std::vector<std::uint32_t>& counts, const std::vector<s
 }
 
 TEST(HuffmanCode, IsEmptyWithoutSymbols) {
-    EXPECT_EQ(Lengths({0, 0, 0}, 16), (std::vector<std::uint8_t>{0, 0, 0}));
+    EXPECT_EQ(BuiltLengths({0, 0, 0}, 16), (std::vector<std::uint8_t>{0, 0, 0}));
 }
 
 TEST(HuffmanCode, GivesALoneSymbolAPartner) {
-    EXPECT_EQ(Lengths({0, 0, 7}, 16), (std::vector<std::uint8_t>{1, 0, 1}));
-    EXPECT_EQ(Lengths({7, 0, 0}, 16), (std::vector<std::uint8_t>{1, 1, 0}));
+    EXPECT_EQ(BuiltLengths({0, 0, 7}, 16), (std::vector<std::uint8_t>{1, 0, 1}));
+    EXPECT_EQ(BuiltLengths({7, 0, 0}, 16), (std::vector<std::uint8_t>{1, 1, 0}));
 }
 
 TEST(HuffmanCode, GivesFrequentSymbolsShortCodes) {
-    EXPECT_EQ(Lengths({1, 1, 2, 4}, 16), (std::vector<std::uint8_t>{3, 3, 2, 1}));
+    EXPECT_EQ(BuiltLengths({1, 1, 2, 4}, 16), (std::vector<std::uint8_t>{3, 3, 2, 1}));
 }
 
 TEST(HuffmanCode, StaysCompleteWithinItsLimit) {
@@ -49,7 +49,7 @@ TEST(HuffmanCode, StaysCompleteWithinItsLimit) {
     std::vector<std::uint32_t> fibonacci{1, 1};
     while (fibonacci.size() < 40) fibonacci.push_back(fibonacci.end()[-1] + fibonacci.end()[-2]);
     for (int limit = 6; limit <= 16; ++limit) {
-        const std::vector<std::uint8_t> lengths = Lengths(fibonacci, limit);
+        const std::vector<std::uint8_t> lengths = BuiltLengths(fibonacci, limit);
         EXPECT_EQ(Filled(lengths), 65536U);
         EXPECT_EQ(*std::max_element(lengths.begin(), lengths.end()), limit);
     }
@@ -69,7 +69,7 @@ TEST(HuffmanCode, IsTheBestCodeWithinItsLimit) {
                 tried[i] = static_cast<std::uint8_t>(1 + rest % 3);
             if (Filled(tried) == 65536) best = std::min(best, Cost(counts, tried));
         }
-        EXPECT_EQ(Cost(counts, Lengths(counts, 3)), best);
+        EXPECT_EQ(Cost(counts, BuiltLengths(counts, 3)), best);
     }
 }
 
@@ -79,7 +79,7 @@ TEST(HuffmanCode, FillsTheLargestAlphabet) {
         std::vector<std::uint32_t> counts(656);
         for (std::uint32_t& count : counts)
             count = static_cast<std::uint32_t>(random()) >> (random() % 33 == 0 ? 4 : 31 - random() % 9);
-        const std::vector<std::uint8_t> lengths = Lengths(counts, 16);
+        const std::vector<std::uint8_t> lengths = BuiltLengths(counts, 16);
         EXPECT_EQ(Filled(lengths), 65536U);
         for (std::size_t i = 0; i < counts.size(); ++i) EXPECT_EQ(lengths[i] == 0, counts[i] == 0);
     }
