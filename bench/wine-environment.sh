@@ -1,8 +1,7 @@
 # shellcheck shell=bash
 # Sourced by the benches that run the program: a Wine prefix of their own, whose server can be ended without ending that of a
-# test, and stop_wine, which ends it. The repository is the current folder and in $root.
+# test. The repository is the current folder and in $root.
 export VELBOOTER_WINEPREFIX=${VELBOOTER_WINEPREFIX:-$root/build/wine-bench}
 scripts/setup.sh
 # shellcheck source=scripts/wine-environment.sh
 . scripts/wine-environment.sh
-stop_wine() { if wineserver -k 2>/dev/null; then wineserver -w; fi; }

@@ -7,13 +7,23 @@ foreach(target gtest gmock gtest_main gmock_main)
     set_target_properties(${target} PROPERTIES COMPILE_WARNING_AS_ERROR OFF)
 endforeach()
 
-# velbooter_test(NAME SOURCE... [LIBRARIES LIB...] [PROPERTIES NAME VALUE...]): a GoogleTest program whose
-# cases become tests of ctest, prefixed with the program's name. PROPERTIES are those of each ctest test.
+# velbooter_test(NAME [EACH_CASE] SOURCE... [LIBRARIES LIB...] [PROPERTIES NAME VALUE...]): a GoogleTest program. Each of its
+# suites becomes a test of ctest, NAME.SUITE, and runs in a process of its own; with EACH_CASE each case does, NAME.SUITE.CASE.
+# PROPERTIES are those of each ctest test.
 function(velbooter_test name)
-    cmake_parse_arguments(test "" "" "LIBRARIES;PROPERTIES" ${ARGN})
+    cmake_parse_arguments(test "EACH_CASE" "" "LIBRARIES;PROPERTIES" ${ARGN})
     add_executable(${name} ${test_UNPARSED_ARGUMENTS})
     target_link_libraries(${name} PRIVATE velbooter_options ${test_LIBRARIES} GTest::gmock GTest::gtest_main)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
-    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120
-                         TEST_PREFIX "${name}." PROPERTIES TIMEOUT 300 ${test_PROPERTIES})
+    # ctest asks the program for its tests when it begins, because a cross build may not be able to run it.
+    set(list "${CMAKE_CURRENT_BINARY_DIR}/${name}.cmake")
+    file(GENERATE OUTPUT "${list}" CONTENT "
+set(program [==[$<TARGET_FILE:${name}>]==])
+set(name [==[${name}]==])
+set(eachCase [==[${test_EACH_CASE}]==])
+set(emulator [==[${CMAKE_CROSSCOMPILING_EMULATOR}]==])
+set(properties [==[TIMEOUT;300;${test_PROPERTIES}]==])
+include([==[${PROJECT_SOURCE_DIR}/cmake/AddTests.cmake]==])
+")
+    set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${list}")
 endfunction()

@@ -1,6 +1,7 @@
 # What both Windows toolchains share; included with `processor` set. Debian's mingw-w64 with posix threads: the win32-thread
-# variant of GCC 12 lacks std::thread and std::mutex.
+# variant of GCC 12 lacks std::thread and std::mutex. The tests run under Wine: scripts/run-tests.sh chooses the one of the preset.
 set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/../tests/support/run-in-wine.sh")
 set(CMAKE_SYSTEM_PROCESSOR ${processor})
 set(CMAKE_C_COMPILER ${processor}-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER ${processor}-w64-mingw32-g++-posix)

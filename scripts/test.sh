@@ -1,43 +1,76 @@
 #!/usr/bin/env bash
-# Sets up, builds everything, checks the sources and runs every test. The last lines are the test runner's own; the exit code
-# is 0 only when nothing failed.
+# Sets up, builds everything, checks the sources and runs every test. The last lines say how many tests there were; the exit
+# code is 0 only when nothing failed. What took how long is said before them.
 set -euo pipefail
+shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-"$root/scripts/build.sh"
 cd "$root"
-# shellcheck source=scripts/wine-environment.sh
-. scripts/wine-environment.sh
-scripts/check.sh
+mkdir -p build
+logs=build/test-logs
+rm -rf "$logs"
+mkdir "$logs"
+failed=0
 
-for preset in host host-asan mingw-x64; do
-    echo "Building $preset"
-    scripts/build-preset.sh "$preset"
+# step TITLE COMMAND...: runs a step of the whole and notes how long it took.
+step() {
+    local title=$1 status=0
+    shift
+    echo "$title"
+    SECONDS=0
+    "$@" || status=$?
+    printf '%-34s %2d:%02d\n' "$title" $((SECONDS / 60)) $((SECONDS % 60)) >>"$logs/times"
+    return "$status"
+}
+
+# begin NAME TITLE COMMAND...: runs a step beside those that follow; its output is kept in a file until finish NAME shows it.
+# It has a process group of its own, so that all of it ends with this script.
+set -m
+declare -A running
+begin() {
+    local name=$1
+    shift
+    step "$@" >"$logs/$name" 2>&1 </dev/null &
+    running[$name]=$!
+}
+# Of the tests that passed only their number is shown.
+finish() {
+    wait "${running[$1]}" || failed=1
+    unset "running[$1]"
+    grep -vE '^( *[0-9]+/[0-9]+ Test +#.* Passed +[0-9.]+ sec| *Start +[0-9]+: .*)$' "$logs/$1"
+}
+trap 'for job in "${running[@]}"; do kill -- "-$job" 2>/dev/null || true; done; wait' EXIT
+
+step 'Setting up' scripts/setup.sh
+# Two cores are kept busy: Windows programs are tested, and packages unpacked, while other things are compiled.
+begin i386 'Making the i386 Debian' scripts/setup-i386.sh
+step 'Building for 64 bits' scripts/build.sh x64
+step 'Building the tests for 64 bits' scripts/build-preset.sh mingw-x64
+begin mingw-x64 'Testing on 64 bits' env CTEST_PARALLEL_LEVEL=1 scripts/run-tests.sh mingw-x64
+step 'Building for 32 bits' scripts/build.sh x86
+step 'Building the tests for 32 bits' scripts/build-preset.sh mingw-x86
+finish i386
+begin mingw-x86 'Testing on 32 bits' env CTEST_PARALLEL_LEVEL=1 scripts/run-tests.sh mingw-x86
+for preset in host host-asan; do
+    step "Building $preset" scripts/build-preset.sh "$preset"
+    begin "$preset" "Testing $preset" env CTEST_PARALLEL_LEVEL=1 scripts/run-tests.sh "$preset"
 done
-echo 'Building mingw-x86, of which only the package is tested'
-scripts/build-preset.sh mingw-x86 shipped
+step 'Checking the sources' scripts/check.sh || failed=1
+presets=(host host-asan mingw-x64 mingw-x86)
+for preset in "${presets[@]}"; do finish "$preset"; done
 
-# One server for all tests: a cold start would cost each of them seconds. The server and the services that the first program
-# starts keep their output open as long as they live, so they get none of ours.
-stop_wine() { if wineserver -k 2>/dev/null; then wineserver -w; fi; }
-trap stop_wine EXIT
-stop_wine
-
-# Once in some thousand starts Wine does not start a process, of the tests or of what they run. So a test under Wine that fails
-# is run once more (see CMakePresets.json), and here is said which ones that were: a name that comes back is a fault.
-tell_repeated() {
-    sed -n 's/^ *[0-9/]* *Test *#[0-9]*: \([^ ]*\) .*\*\*\*.*/Failed at first: \1/p' "$1" | sort -u
-}
-
-run_tests() {
-    wineserver -p >/dev/null 2>&1 </dev/null
-    scripts/wine.sh cmd /c exit >/dev/null 2>&1 </dev/null
-    local failed=0
-    for preset in host host-asan mingw-x64; do
-        echo "Testing $preset"
-        ctest --preset "$preset" --no-tests=error -j "$(nproc)" --output-log "build/$preset-tests.log" || failed=1
-        tell_repeated "build/$preset-tests.log"
-    done
-    return "$failed"
-}
-export -f run_tests tell_repeated
-scripts/with-display.sh bash -c run_tests
+echo
+echo 'Minutes and seconds of each step, some of them beside others:'
+cat "$logs/times"
+echo
+all=0
+lost=0
+for preset in "${presets[@]}"; do
+    line=$(grep "^$preset: [0-9]* tests passed, [0-9]* failed" "$logs/$preset") || line="$preset: 0 tests passed, 1 failed"
+    echo "$line"
+    read -r _ passed _ _ failures _ <<<"$line"
+    all=$((all + passed))
+    lost=$((lost + failures))
+done
+[ "$lost" = 0 ] || failed=1
+echo "$all passed, $lost failed"
+exit "$failed"

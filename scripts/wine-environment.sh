@@ -1,9 +1,39 @@
 # shellcheck shell=bash
-# Sourced: points Wine at the project's own prefix, quiet, and without offers to download anything.
-# VELBOOTER_WINEPREFIX names another prefix, so that two people can test side by side.
+# Sourced: points Wine at a prefix of the project's own, quiet, and without offers to download anything.
+# VELBOOTER_WINE says which Wine: x64, this system's own (when it is not set), or x86, that of the i386 Debian which
+# scripts/setup-i386.sh makes. VELBOOTER_WINEPREFIX names another prefix, so that two people can test side by side.
 root=${root:-$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)}
+export VELBOOTER_WINE=${VELBOOTER_WINE:-x64}
+WINEPREFIX=${VELBOOTER_WINEPREFIX:-$root/build/wine}
+case $VELBOOTER_WINE in
+    x64) ;;
+    x86) WINEPREFIX+=-x86 ;;
+    *)
+        echo "VELBOOTER_WINE is neither x64 nor x86: $VELBOOTER_WINE" >&2
+        exit 2
+        ;;
+esac
+export WINEPREFIX
 # Wine takes the code page of file names from the locale; without one, names beyond ASCII could not be opened.
 export LC_ALL=C.UTF-8
-export WINEPREFIX=${VELBOOTER_WINEPREFIX:-$root/build/wine}
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES='mscoree,mshtml='
+export FONTCONFIG_FILE=$root/scripts/no-fonts.conf
+
+i386_root=$root/build/debian-i386
+# Whether programs of the i386 Debian see this checkout: only below scripts/with-i386-root.sh.
+sees_checkout() { [ -e "$i386_root$root/scripts/wine-environment.sh" ]; }
+
+# in_wine_root COMMAND...: runs a command of the system that has the chosen Wine, in the current folder.
+in_wine_root() {
+    if [ "$VELBOOTER_WINE" = x64 ]; then
+        "$@"
+    elif sees_checkout; then
+        chroot "$i386_root" /usr/bin/env -C "$PWD" "$@"
+    else
+        "$root/scripts/with-i386-root.sh" chroot "$i386_root" /usr/bin/env -C "$PWD" "$@"
+    fi
+}
+
+# Ends every program of the prefix and waits until its server is gone.
+stop_wine() { if in_wine_root wineserver -k 2>/dev/null; then in_wine_root wineserver -w; fi; }

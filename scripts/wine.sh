@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Runs a Windows program in the project's own Wine prefix: wine.sh PROGRAM [ARGUMENT...]
-# Tests and scripts all go through it, so that no other prefix is ever touched.
+# Tests and scripts all go through it, so that no other prefix is ever touched. VELBOOTER_WINE=x86 chooses the 32-bit Wine.
 set -euo pipefail
 # shellcheck source=scripts/wine-environment.sh
 . "$(dirname "${BASH_SOURCE[0]}")/wine-environment.sh"
-exec wine "$@"
+if [ "$VELBOOTER_WINE" = x64 ]; then exec wine "$@"; fi
+if ! sees_checkout; then exec "$root/scripts/with-i386-root.sh" "${BASH_SOURCE[0]}" "$@"; fi
+exec chroot "$i386_root" /usr/bin/env -C "$PWD" wine "$@"

@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# Runs commands as a newcomer would: in a Debian 12 that holds nothing but itself, in a fresh clone of the last commit, in a
+# path with a space and without a locale: in-bare-debian.sh [COMMAND...]
+# Each COMMAND is a line for the shell, run at the root of the clone; without one they are README's two, the tests last. The
+# commands run one after another until one fails, and its exit code is returned. Needs root and some 6 GB below TMPDIR
+# (/var/tmp when it is not set). Every mount and every process belongs to private namespaces and goes with the script.
+set -euo pipefail
+shopt -s inherit_errexit
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+commands=("$@")
+[ $# -gt 0 ] || commands=(./scripts/demo.sh ./scripts/test.sh)
+checkout='/home/new user/velbooter'
+
+if [ "$(id -u)" != 0 ]; then
+    echo 'in-bare-debian.sh: only root can make a Debian root and enter it' >&2
+    exit 1
+fi
+# shellcheck source=scripts/debian-packages.sh
+. "$root/scripts/debian-packages.sh"
+install_missing debootstrap git
+
+bare=$(mktemp -d "${TMPDIR:-/var/tmp}/velbooter-bare.XXXXXXXXXX")
+trap 'rm -rf --one-file-system "$bare"' EXIT
+trap 'exit 130' INT TERM HUP
+
+make_debian "$bare" amd64
+# What a user adds to a fresh system is none of ours: neither the caller's settings nor his configuration of git.
+env -i PATH="$PATH" git clone --quiet --no-hardlinks "file://$root" "$bare$checkout"
+
+# shellcheck disable=SC2016  # the inner shell's own words
+enter='set -e
+mount -t proc proc "$1/proc"
+mount -t tmpfs tmpfs "$1/dev/shm"
+bare=$1
+checkout=$2
+shift 2
+for command; do
+    echo "In a bare Debian: $command"
+    chroot "$bare" /usr/bin/env -i HOME=/root PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
+        /bin/bash -c "cd \"\$1\" && eval \"\$2\"" - "$checkout" "$command" </dev/null
+done'
+unshare --mount --pid --fork --kill-child bash -c "$enter" - "$bare" "$checkout" "${commands[@]}"

@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Makes an i386 Debian with a 32-bit Wine in build/debian-i386, in which the 32-bit programs are tested, and its Wine prefix.
+# This system's own list of architectures stays as it is. Needs root; a second run finds everything in place.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=scripts/debian-packages.sh
+. "$root/scripts/debian-packages.sh"
+export VELBOOTER_WINE=x86
+# shellcheck source=scripts/wine-environment.sh
+. "$root/scripts/wine-environment.sh"
+# The last two are called by the tests of windows, through Wine.
+packages=(wine wine32 xdotool imagemagick)
+
+if [ ! -f "$i386_root/.ready" ] || [ "$(cat "$i386_root/.ready")" != "${packages[*]}" ]; then
+    if [ "$(id -u)" != 0 ]; then
+        echo 'setup-i386.sh: only root can make a Debian root and enter it' >&2
+        exit 1
+    fi
+    install_missing debootstrap
+    echo "Making an i386 Debian in $i386_root"
+    rm -rf --one-file-system "$i386_root" "$WINEPREFIX"
+    mkdir -p "$root/build"
+    make_debian "$i386_root" i386 "${packages[@]}"
+    echo "${packages[*]}" >"$i386_root/.ready"
+fi
+"$root/scripts/wine-prefix.sh"

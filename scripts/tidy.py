@@ -1,0 +1,96 @@
+#!/usr/bin/env python3
+"""Runs clang-tidy over the sources: the companions as the native build compiles them, the program with the headers of the
+Windows toolchain. It also sees that each source includes all that it needs itself. `tidy.py FILE...` checks just these files.
+
+Nearly all of its time clang-tidy looks at the headers of the library. So the files of a folder are given to it as one text,
+and what it finds there is put down to their lines. Where two of them use one name for two things they cannot be one text;
+then each half of them is tried.
+"""
+
+import bisect
+import collections
+import concurrent.futures
+import os
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+SOURCES = ['src/*.cpp', 'console/*.cpp', 'tools/*.cpp']
+GCC = '/usr/lib/gcc/x86_64-w64-mingw32/12-posix/include/c++'
+NATIVE = ['-std=c++20', '-I.']
+WINDOWS = ['--target=x86_64-w64-windows-gnu', '-nostdinc++', '-isystem', GCC, '-isystem', GCC + '/x86_64-w64-mingw32',
+           '-isystem', GCC + '/backward', '-isystem', '/usr/x86_64-w64-mingw32/include',
+           '-DWINVER=0x0601', '-D_WIN32_WINNT=0x0601', '-DNOMINMAX', '-DWIN32_LEAN_AND_MEAN']
+
+
+def is_for_windows(file):
+    return file.startswith(('src/', 'console/')) or file.endswith('_win.cpp')
+
+
+def flags_for(file):
+    return NATIVE + (WINDOWS if is_for_windows(file) else [])
+
+
+def run(command):
+    return subprocess.run(command, cwd=ROOT, capture_output=True, text=True, check=False)
+
+
+def compile_problems(path, flags):
+    """What the compiler has against the file; "" when it is in order."""
+    result = run(['clang++', '-fsyntax-only', '-w', *flags, str(path)])
+    return result.stderr if result.returncode != 0 else ''
+
+
+def tidy(files, folder, number):
+    """Returns the findings in `files`, which are compiled in one way. Texts in `folder` are named after `number`."""
+    flags = flags_for(files[0])
+    text = folder / f'{number}.cpp'
+    starts = []
+    lines = []
+    for file in files:
+        starts.append(len(lines))
+        lines += (ROOT / file).read_text(encoding='utf-8').splitlines(keepends=True)
+    text.write_text(''.join(lines), encoding='utf-8')
+    if len(files) > 1 and compile_problems(text, flags):
+        half = len(files) // 2
+        return tidy(files[:half], folder, number + 'a') + tidy(files[half:], folder, number + 'b')
+    result = run(['clang-tidy', '--quiet', '--config-file=.clang-tidy', str(text), '--', *flags])
+    if result.returncode == 0:
+        return ''
+
+    def place(found):
+        line = int(found[1]) - 1
+        file = bisect.bisect_right(starts, line) - 1
+        return f'{files[file]}:{line - starts[file] + 1}:'
+    findings = re.sub(re.escape(str(text)) + r':(\d+):', place, result.stdout)
+    return findings or f'clang-tidy ended with {result.returncode} at {", ".join(files)}:\n{result.stderr}'
+
+
+def main():
+    files = sys.argv[1:]
+    if not files:
+        listed = subprocess.run(['git', 'ls-files', '-z', '--cached', '--others', '--exclude-standard', '--', *SOURCES],
+                                cwd=ROOT, stdout=subprocess.PIPE, text=True, check=True).stdout
+        files = [file for file in listed.split('\0') if file and (ROOT / file).exists()]
+    if not files:
+        sys.exit('tidy.py: there is no source to check')
+    groups = collections.defaultdict(list)
+    for file in files:
+        groups[os.path.dirname(file), is_for_windows(file)].append(file)
+    failed = False
+    with tempfile.TemporaryDirectory() as folder, concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        tasks = [pool.submit(tidy, group, pathlib.Path(folder), str(number))
+                 for number, group in enumerate(sorted(groups.values(), key=len, reverse=True))]
+        tasks += [pool.submit(compile_problems, file, flags_for(file)) for file in files]
+        for task in concurrent.futures.as_completed(tasks):
+            if task.result():
+                failed = True
+                print(task.result(), end='', flush=True)
+    sys.exit(1 if failed else 0)
+
+
+if __name__ == '__main__':
+    main()

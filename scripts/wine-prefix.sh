@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Makes the prefix of the chosen Wine (see wine-environment.sh), its drive C:, registry and fonts. One that is there stays when
+# this script and the Wine that made it are the same as now; any other is made anew.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=scripts/wine-environment.sh
+. "$root/scripts/wine-environment.sh"
+recipe=$(sha256sum <"${BASH_SOURCE[0]}")$(in_wine_root dpkg-query -W libwine)
+if [ -f "$WINEPREFIX/.ready" ] && [ "$(cat "$WINEPREFIX/.ready")" = "$recipe" ]; then exit 0; fi
+
+echo "Making the Wine prefix $WINEPREFIX"
+if [ -d "$WINEPREFIX" ]; then stop_wine; fi
+rm -rf "$WINEPREFIX"
+# Debian's Wine does not look where Debian's package of its fonts puts them.
+fonts=$WINEPREFIX/drive_c/windows/Fonts
+mkdir -p "$fonts"
+cp /usr/share/wine/fonts/* "$fonts/"
+log=$WINEPREFIX/setup.log
+# The server keeps its output open as long as it lives, so it never gets this script's.
+run() { "$root/scripts/wine.sh" "$@" >>"$log" 2>&1 </dev/null; }
+run wineboot --init
+# A crash ends the program at once instead of showing a dialog that nobody answers.
+run reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
+run winecfg -v win10
+# Some prefixes come with a Command folder, which stands for a Windows 98 installation.
+rmdir "$WINEPREFIX/drive_c/windows/command" 2>/dev/null || [ ! -e "$WINEPREFIX/drive_c/windows/command" ]
+echo "$recipe" >"$WINEPREFIX/.ready"

@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Runs a command that can start programs of the i386 Debian in build/debian-i386, on the files of this system: they see the
+# checkout, /tmp and /dev at the same places: with-i386-root.sh COMMAND [ARGUMENT...]
+# Needs root, and the i386 Debian (scripts/setup-i386.sh). The mounts are private and go with the command.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+i386_root=$root/build/debian-i386
+
+if [ ! -f "$i386_root/.ready" ]; then
+    echo 'with-i386-root.sh: there is no i386 Debian: scripts/setup-i386.sh makes it' >&2
+    exit 1
+fi
+if [ "${1-}" != --mounted ]; then exec unshare --mount "${BASH_SOURCE[0]}" --mounted "$@"; fi
+shift
+
+# What is mounted later below one of these places is then seen at both.
+mount --make-rshared /
+mount --rbind /dev "$i386_root/dev"
+mount --rbind /tmp "$i386_root/tmp"
+mount -t proc proc "$i386_root/proc"
+mkdir -p "$i386_root$root"
+mount --bind "$root" "$i386_root$root"
+exec "$@"
