@@ -10,7 +10,7 @@ namespace {
 
 using Files = std::vector<std::string>;
 
-class FileCopy : public ApplicationTest {
+class CopyFileWithPromptTest : public ApplicationTest {
  protected:
     bool Copy(const std::string& source, const std::string& destination, bool quiet = false) {
         Destination = destination;
@@ -20,40 +20,40 @@ class FileCopy : public ApplicationTest {
     std::string Destination;  ///< as the routine left it
 };
 
-TEST_F(FileCopy, AnAbsoluteSourceIsTakenAsItIsAndTheDestinationBecomesAbsolute) {
+TEST_F(CopyFileWithPromptTest, AnAbsoluteSourceIsTakenAsItIsAndTheDestinationBecomesAbsolute) {
     const std::string source = Folder.Write("elsewhere\\a.sys", "abc");
     EXPECT_TRUE(Copy(source, "cabs\\a.sys"));
     EXPECT_EQ("abc", Folder.Read("cabs\\a.sys"));
     EXPECT_EQ(Folder.At("cabs\\a.sys"), Destination);
 }
 
-TEST_F(FileCopy, ARelativeSourceIsFoundInTheApplicationFolder) {
+TEST_F(CopyFileWithPromptTest, ARelativeSourceIsFoundInTheApplicationFolder) {
     Folder.Write("files\\a.sys", "from files");
     EXPECT_TRUE(Copy("files\\a.sys", "cabs\\a.sys"));
     EXPECT_EQ("from files", Folder.Read("cabs\\a.sys"));
 }
 
-TEST_F(FileCopy, TheFolderDosIsSearchedToo) {
+TEST_F(CopyFileWithPromptTest, TheFolderDosIsSearchedToo) {
     Folder.Write("dos\\IO.SYS", "dos");
     EXPECT_TRUE(Copy("IO.SYS", "cabs\\IO.SYS"));
     EXPECT_EQ("dos", Folder.Read("cabs\\IO.SYS"));
 }
 
-TEST_F(FileCopy, TheApplicationFolderWinsOverTheFolderDos) {
+TEST_F(CopyFileWithPromptTest, TheApplicationFolderWinsOverTheFolderDos) {
     Folder.Write("dos\\IO.SYS", "dos");
     Folder.Write("IO.SYS", "application");
     EXPECT_TRUE(Copy("IO.SYS", "cabs\\IO.SYS"));
     EXPECT_EQ("application", Folder.Read("cabs\\IO.SYS"));
 }
 
-TEST_F(FileCopy, ASourceWithAColonSecondIsNeverSearched) {
+TEST_F(CopyFileWithPromptTest, ASourceWithAColonSecondIsNeverSearched) {
     Folder.Write("dos\\a.sys");
     Screen.Expect(CopyFailure("C:a-file-that-is-nowhere.sys"), Answer::Ignore);
     EXPECT_TRUE(Copy("C:a-file-that-is-nowhere.sys", "cabs\\a.sys"));
     EXPECT_FALSE(Folder.HasFile("cabs\\a.sys"));
 }
 
-TEST_F(FileCopy, MissingFoldersAreMadeAndOldFilesOverwritten) {
+TEST_F(CopyFileWithPromptTest, MissingFoldersAreMadeAndOldFilesOverwritten) {
     Folder.Write("a.sys", "new");
     Folder.Write("cabs\\x\\old.sys", "old and longer");
     Folder.SetAttributes("cabs\\x\\old.sys", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
@@ -63,7 +63,7 @@ TEST_F(FileCopy, MissingFoldersAreMadeAndOldFilesOverwritten) {
     EXPECT_EQ("new", Folder.Read("cabs\\x\\old.sys"));
 }
 
-TEST_F(FileCopy, AFolderCopyTakesHiddenAndSystemFilesButNoSubFolders) {
+TEST_F(CopyFileWithPromptTest, AFolderCopyTakesHiddenAndSystemFilesButNoSubFolders) {
     Folder.Write("src\\a.txt", "a");
     Folder.Write("src\\b", "b");
     Folder.Write("src\\sub\\c.txt", "c");
@@ -75,7 +75,7 @@ TEST_F(FileCopy, AFolderCopyTakesHiddenAndSystemFilesButNoSubFolders) {
     EXPECT_EQ("b", Folder.Read("cabs\\b"));
 }
 
-TEST_F(FileCopy, AFolderCopyTakesEveryFormOfDestination) {
+TEST_F(CopyFileWithPromptTest, AFolderCopyTakesEveryFormOfDestination) {
     Folder.Write("src\\a.txt", "a");
     for (const std::string destination : {"cabs", "one\\", "two\\*.*", "three\\bin\\*.*", "four\\bin"}) {
         EXPECT_TRUE(Copy("src\\*.*", destination));
@@ -86,29 +86,29 @@ TEST_F(FileCopy, AFolderCopyTakesEveryFormOfDestination) {
               Folder.Tree(""));
 }
 
-TEST_F(FileCopy, AFolderCopyFindsItsFolderUnderDos) {
+TEST_F(CopyFileWithPromptTest, AFolderCopyFindsItsFolderUnderDos) {
     Folder.Write("dos\\tools\\a.com", "dos");
     EXPECT_TRUE(Copy("tools\\*.*", "cabs\\tools"));
     EXPECT_EQ("dos", Folder.Read("cabs\\tools\\a.com"));
 }
 
-TEST_F(FileCopy, AnEmptyFolderIsCopiedAsAnEmptyFolder) {
+TEST_F(CopyFileWithPromptTest, AnEmptyFolderIsCopiedAsAnEmptyFolder) {
     Folder.MakeFolder("src");
     EXPECT_TRUE(Copy("src\\*.*", "cabs\\x"));
     EXPECT_TRUE(Folder.HasFolder("cabs\\x"));
 }
 
-TEST_F(FileCopy, AMissingAbsoluteFolderCopiesNothingAndIsNoFailure) {
+TEST_F(CopyFileWithPromptTest, AMissingAbsoluteFolderCopiesNothingAndIsNoFailure) {
     EXPECT_TRUE(Copy(Folder.At("nowhere\\*.*"), "cabs"));
     EXPECT_EQ((Files{}), Folder.Tree("cabs"));
 }
 
-TEST_F(FileCopy, AMissingRelativeFolderIsReported) {
+TEST_F(CopyFileWithPromptTest, AMissingRelativeFolderIsReported) {
     Screen.Expect(CopyFailure("nowhere\\*.*"), Answer::Abort);
     EXPECT_FALSE(Copy("nowhere\\*.*", "cabs"));
 }
 
-TEST_F(FileCopy, APatternOtherThanStarDotStarIsASingleFileThatCannotBeCopied) {
+TEST_F(CopyFileWithPromptTest, APatternOtherThanStarDotStarIsASingleFileThatCannotBeCopied) {
     Folder.Write("bin\\a.cab");
     Screen.Expect(CopyFailure("bin\\*.cab"), Answer::Abort);
     EXPECT_FALSE(Copy("bin\\*.cab", "cabs\\bin"));
@@ -116,20 +116,20 @@ TEST_F(FileCopy, APatternOtherThanStarDotStarIsASingleFileThatCannotBeCopied) {
     EXPECT_FALSE(Folder.HasFile("cabs\\bin"));
 }
 
-TEST_F(FileCopy, AMissingSourceIsShownAsTheCallerWroteIt) {
+TEST_F(CopyFileWithPromptTest, AMissingSourceIsShownAsTheCallerWroteIt) {
     Screen.Expect(CopyFailure("  Files\\MISSING.sys"), Answer::Abort);
     EXPECT_FALSE(Copy("  Files\\MISSING.sys", "cabs\\a.sys"));
     EXPECT_EQ(Folder.At("cabs\\a.sys"), Destination);
 }
 
-TEST_F(FileCopy, IgnoreGoesOnAndAbortFails) {
+TEST_F(CopyFileWithPromptTest, IgnoreGoesOnAndAbortFails) {
     Screen.Expect(CopyFailure("missing.sys"), Answer::Ignore);
     EXPECT_TRUE(Copy("missing.sys", "cabs\\a.sys"));
     Screen.Expect(CopyFailure("missing.sys"), Answer::Abort);
     EXPECT_FALSE(Copy("missing.sys", "cabs\\a.sys"));
 }
 
-TEST_F(FileCopy, QuietNeverReportsAndNeverFails) {
+TEST_F(CopyFileWithPromptTest, QuietNeverReportsAndNeverFails) {
     EXPECT_TRUE(Copy("missing.sys", "cabs\\a.sys", true));
     EXPECT_TRUE(Copy("missing\\*.*", "cabs", true));
     EXPECT_TRUE(Copy(Folder.At("missing.sys"), "cabs\\a.sys", true));
@@ -138,7 +138,7 @@ TEST_F(FileCopy, QuietNeverReportsAndNeverFails) {
     EXPECT_TRUE(Copy("a.sys", "cabs\\a.sys", true)) << "a folder is in the way";
 }
 
-TEST_F(FileCopy, RetryRepeatsTheCopy) {
+TEST_F(CopyFileWithPromptTest, RetryRepeatsTheCopy) {
     const std::string source = Folder.Write("a.sys", "abc");
     LockedFile lock(Folder.Write("cabs\\a.sys", "old"));
     Screen.Expect(CopyFailure("a.sys"), Answer::Retry);
@@ -147,14 +147,14 @@ TEST_F(FileCopy, RetryRepeatsTheCopy) {
     EXPECT_EQ("abc", Folder.Read("cabs\\a.sys"));
 }
 
-TEST_F(FileCopy, RetryOfAMissingAbsoluteSourceCopiesItOnceItIsThere) {
+TEST_F(CopyFileWithPromptTest, RetryOfAMissingAbsoluteSourceCopiesItOnceItIsThere) {
     const std::string source = Folder.At("late.sys");
     Screen.Expect(CopyFailure(source), Answer::Retry, [&] { Folder.Write("late.sys", "late"); });
     EXPECT_TRUE(Copy(source, "cabs\\late.sys"));
     EXPECT_EQ("late", Folder.Read("cabs\\late.sys"));
 }
 
-TEST_F(FileCopy, RetryWithoutASourceShowsTheSameMessageWithoutSearchingAnew) {
+TEST_F(CopyFileWithPromptTest, RetryWithoutASourceShowsTheSameMessageWithoutSearchingAnew) {
     const auto appear = [&] { Folder.Write("late.sys", "late"); };
     Screen.Expect(CopyFailure("late.sys"), Answer::Retry, appear);
     Screen.Expect(CopyFailure("late.sys"), Answer::Retry);
@@ -163,7 +163,7 @@ TEST_F(FileCopy, RetryWithoutASourceShowsTheSameMessageWithoutSearchingAnew) {
     EXPECT_FALSE(Folder.HasFile("cabs\\late.sys"));
 }
 
-TEST_F(FileCopy, RetryInAFolderGoesOnWithTheFileThatFailed) {
+TEST_F(CopyFileWithPromptTest, RetryInAFolderGoesOnWithTheFileThatFailed) {
     Folder.Write("src\\a", "a");
     Folder.Write("src\\b", "b");
     Folder.Write("src\\c", "c");
@@ -178,7 +178,7 @@ TEST_F(FileCopy, RetryInAFolderGoesOnWithTheFileThatFailed) {
     EXPECT_EQ("c", Folder.Read("cabs\\c"));
 }
 
-TEST_F(FileCopy, IgnoreInAFolderLeavesTheRestOut) {
+TEST_F(CopyFileWithPromptTest, IgnoreInAFolderLeavesTheRestOut) {
     Folder.Write("src\\a", "a");
     Folder.Write("src\\b", "b");
     Folder.Write("src\\c", "c");
@@ -189,19 +189,19 @@ TEST_F(FileCopy, IgnoreInAFolderLeavesTheRestOut) {
     EXPECT_FALSE(Folder.HasFile("cabs\\c"));
 }
 
-TEST_F(FileCopy, AnEmptyDestinationNameIsAFailure) {
+TEST_F(CopyFileWithPromptTest, AnEmptyDestinationNameIsAFailure) {
     Folder.Write("a.sys");
     Screen.Expect(CopyFailure("a.sys"), Answer::Abort);
     EXPECT_FALSE(Copy("a.sys", "cabs\\"));
 }
 
-TEST_F(FileCopy, ALockedSourceCountsAsMissing) {
+TEST_F(CopyFileWithPromptTest, ALockedSourceCountsAsMissing) {
     LockedFile lock(Folder.Write("a.sys"));
     Screen.Expect(CopyFailure("a.sys"), Answer::Abort);
     EXPECT_FALSE(Copy("a.sys", "cabs\\a.sys"));
 }
 
-TEST_F(FileCopy, AFolderIsNoSingleFile) {
+TEST_F(CopyFileWithPromptTest, AFolderIsNoSingleFile) {
     Folder.Write("src\\a");
     Screen.Expect(CopyFailure("src"), Answer::Abort);
     EXPECT_FALSE(Copy("src", "cabs\\src"));

@@ -1,0 +1,51 @@
+#!/usr/bin/env python3
+"""Tries the commands that the documents name: commands_test.py PRESET.
+
+Every script that a document of the project names is there and can be run, and every command that runs some tests of PRESET by
+their name finds one. ctest lists them; it does not run them here.
+"""
+
+import os
+import pathlib
+import re
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+SCRIPT = re.compile(r'(?<![\w/.-])(?:\./)?((?:scripts|resources|help|tests|bench|demo)/[\w./-]+\.(?:sh|py))')
+RUN = re.compile(r'(?:run-tests\.sh|ctest --preset) ([\w-]+)(?: -\S+)*? -R (\S+?)[`\'"]?(?:\s|$)')
+
+
+def tests_found(preset, name):
+    listed = subprocess.run(['ctest', '--preset', preset, '-N', '-R', name], cwd=ROOT, check=True, text=True,
+                            capture_output=True).stdout
+    return int(re.search(r'^Total Tests: (\d+)$', listed, re.MULTILINE)[1])
+
+
+def main():
+    if len(sys.argv) != 2:
+        sys.exit('usage: commands_test.py PRESET')
+    pages = subprocess.run(['git', 'ls-files', '*.md'], cwd=ROOT, check=True, text=True,
+                           capture_output=True).stdout.split()
+    failures = []
+    scripts = set()
+    runs = set()
+    for page in pages:
+        text = (ROOT / page).read_text(encoding='utf-8')
+        for script in SCRIPT.findall(text):
+            scripts.add(script)
+            if not os.access(ROOT / script, os.X_OK):
+                failures.append(f'{page}: {script} is not there or cannot be run')
+        runs |= {(page, *run) for run in RUN.findall(text)}
+    for page, preset, name in sorted(runs):
+        if preset == sys.argv[1] and tests_found(preset, name) == 0:
+            failures.append(f'{page}: no test of {preset} has {name} in its name')
+    if len(scripts) < 10 or not any(run[1] == sys.argv[1] for run in runs):
+        failures.append(f'the documents name only {len(scripts)} scripts and the runs {sorted(runs)}')
+    if failures:
+        sys.exit('\n'.join(failures))
+    print(f'{len(scripts)} scripts and {len(runs)} runs of single tests')
+
+
+if __name__ == '__main__':
+    main()
