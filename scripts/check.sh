@@ -1,38 +1,50 @@
 #!/usr/bin/env bash
-# Checks the sources without running them: format, include fence, tidy text files, shell scripts, and clang-tidy.
+# Checks the sources without running them: format, tidy text files, links, include fence, reasons of what is silenced, shell
+# scripts, and clang-tidy.
 # Every finding names the command that mends it. `check.sh --quick` leaves clang-tidy out.
 set -euo pipefail
+shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
+# shellcheck source=scripts/sources.sh
+. scripts/sources.sh
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
 failed=0
 complain() {
     printf '%s\n' "$*" >&2
     failed=1
 }
 
-mapfile -t sources < <(git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h')
-mapfile -t scripts < <(git ls-files --cached --others --exclude-standard -- '*.sh' .ci/run)
+sources=() scripts=() pages=() texts=()
+list_sources sources '*.cpp' '*.h'
+list_sources scripts '*.sh' .ci/run
+list_sources pages '*.md'
+list_sources texts '*.cpp' '*.h' '*.sh' '*.md' '*.cmake' '*.txt' '*.asm' '*.json' ':!data' ':!demo'
 
 echo 'check: format'
-if ! clang-format --dry-run -Werror "${sources[@]}" 2>/tmp/velbooter-format.$$; then
-    head -n 20 /tmp/velbooter-format.$$ >&2
+if ! clang-format --dry-run -Werror "${sources[@]}" 2>"$work/format"; then
+    head -n 20 "$work/format" >&2
     complain 'The format differs. Mend it with: git ls-files "*.cpp" "*.h" | xargs clang-format -i'
 fi
-rm -f /tmp/velbooter-format.$$
 
 echo 'check: text files'
-bad=$(git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h' '*.sh' '*.md' '*.cmake' '*.txt' '*.asm' '*.json' \
-    ':!data' ':!demo' | tr '\n' '\0' | xargs -0 grep -lE $'\r$|[ \t]+$' || [ $? -le 123 ])
-[ -z "$bad" ] || complain "Trailing blanks or CR LF in: $bad. Mend with: sed -i 's/[ \\t\\r]*\$//' FILE"
+search "$work/bad" -lE $'\r$|[ \t]+$' "${texts[@]}"
+while IFS= read -r file; do
+    complain "$file has trailing blanks or CR LF. Mend it with: sed -i 's/[ \\t\\r]*\$//' '$file'"
+done <"$work/bad"
 
 echo 'check: links'
-while IFS=: read -r page link; do
+search "$work/links" -HZoE '\]\([^)]+\)' "${pages[@]}"
+while IFS= read -r -d '' page && IFS= read -r link; do
+    link=${link#']('}
+    link=${link%')'}
+    case $link in http:* | https:* | '#'*) continue ;; esac
     [ -e "$(dirname "$page")/${link%%#*}" ] || complain "$page links to $link, which is not there. Mend the link or bring the file."
-done < <(git ls-files --cached --others --exclude-standard -- '*.md' | xargs grep -oE '\]\([^)]+\)' /dev/null |
-    sed -E 's/\]\(([^)]*)\)$/\1/' | grep -vE ':(https?:|#)')
+done <"$work/links"
 
 echo 'check: include fence'
-scripts/include-fence.sh || complain 'Mend it by moving the code to the floor it belongs to.'
+scripts/include-fence.sh || complain 'Mend it by moving the code to the layer it belongs to.'
 
 echo 'check: shell scripts'
 shellcheck -x "${scripts[@]}" || complain 'Mend each line as shellcheck says.'

@@ -1,60 +1,104 @@
 #!/usr/bin/env bash
-# The floors of the house: a folder of src includes only from floors below its own (or from itself), no two
-# files include each other, and the system's header stays where windows and files are handled.
+# The layers: a folder of src includes only from layers below its own (or from itself), no two files include each other, and the
+# headers of the systems and of zlib stay where windows, files and compression are handled. Everywhere else only headers of the
+# C++ standard library stand between angle brackets.
 set -euo pipefail
+shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
+# shellcheck source=scripts/sources.sh
+. scripts/sources.sh
 
-floor() {
+# Sets $layer to the layer of a file.
+layerOf() {
     case $1 in
-        src/common/*) echo 1 ;;
-        src/forms/* | src/console/*) echo 2 ;;
-        src/disk/*) echo 3 ;;
-        src/drivers/* | src/setup/* | src/dos/*) echo 4 ;;
-        src/start/*) echo 5 ;;
-        src/ui/*) echo 6 ;;
-        src/*) echo 7 ;;
-        resources/*) echo 0 ;;
-        tools/shared/*) echo 101 ;;
-        tools/*) echo 102 ;;
-        *) echo 999 ;;
+        src/common/*) layer=1 ;;
+        src/forms/* | src/console/*) layer=2 ;;
+        src/disk/*) layer=3 ;;
+        src/drivers/* | src/setup/* | src/dos/*) layer=4 ;;
+        src/start/*) layer=5 ;;
+        src/ui/*) layer=6 ;;
+        src/*) layer=7 ;;
+        resources/*) layer=0 ;;
+        tools/shared/*) layer=101 ;;
+        tools/*) layer=102 ;;
+        *) layer=999 ;;
     esac
 }
-room() { case $1 in src/ui/*) echo src/ui ;; */*/*) echo "${1%/*}" | cut -d/ -f1,2 ;; *) echo "$1" ;; esac; }
+# Sets $folder to the folder that a file belongs to, two names deep.
+folderOf() {
+    local rest
+    case $1 in
+        */*/*)
+            rest=${1#*/}
+            folder=${1%%/*}/${rest%%/*}
+            ;;
+        *) folder=$1 ;;
+    esac
+}
 
 # What is true of every floppy: the program foretells with it how the image tool lays a disk out.
 isShared() { case $1 in tools/bfi/Geometry.h | tools/bfi/ShortName.h) true ;; *) false ;; esac; }
+
+# The headers of the C++ standard library.
+standardHeaders=" algorithm any array atomic barrier bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes
+    climits clocale cmath codecvt compare complex concepts condition_variable coroutine csetjmp csignal cstdarg cstddef cstdint
+    cstdio cstdlib cstring ctime cuchar cwchar cwctype deque exception execution filesystem format forward_list fstream
+    functional future initializer_list iomanip ios iosfwd iostream istream iterator latch limits list locale map memory
+    memory_resource mutex new numbers numeric optional ostream queue random ranges ratio regex scoped_allocator semaphore set
+    shared_mutex source_location span sstream stack stdexcept stop_token streambuf string string_view strstream syncstream
+    system_error thread tuple type_traits typeindex typeinfo unordered_map unordered_set utility valarray variant vector version "
+standardHeaders=${standardHeaders//$'\n'/ }
+
+# mayInclude FILE HEADER: whether FILE is a place for HEADER, which is none of the standard library.
+mayInclude() {
+    case $1 in
+        src/common/*.cpp | src/ui/windows/* | src/WinMain.cpp | src/console/Main.cpp) true ;;
+        tools/*_win.cpp | tools/*_posix.cpp) true ;;
+        tools/cabarc/MsZipCompressor.cpp) [ "$2" = zlib.h ] ;;
+        *) false ;;
+    esac
+}
 
 failed=0
 complain() {
     printf 'include fence: %s\n' "$*" >&2
     failed=1
 }
-edges=$(mktemp)
-trap 'rm -f "$edges"' EXIT
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+files=()
+list_sources files 'src/*.h' 'src/*.cpp' 'tools/*.h' 'tools/*.cpp'
+search "$work/includes" -HZE '^[[:space:]]*#[[:space:]]*include' "${files[@]}"
+declare -A edges
 
-while IFS=: read -r file included; do
-    from=$(floor "$file")
-    to=$(floor "$included")
-    if [ "$(room "$file")" != "$(room "$included")" ]; then
-        [[ $included != src/console/* ]] || complain "$file includes $included, which is velbooter.com's own"
-        [ "$to" -lt "$from" ] || isShared "$included" || complain "$file includes $included, which is not on a floor below"
-        [ $((from / 100)) = $((to / 100)) ] || [ "$to" = 0 ] || isShared "$included" || complain "$file includes $included of the other house"
+quoted='^[[:space:]]*#[[:space:]]*include[[:space:]]*"([^"]+)"'
+angled='^[[:space:]]*#[[:space:]]*include[[:space:]]*<([^>]+)>'
+while IFS= read -r -d '' file && IFS= read -r line; do
+    if [[ $line =~ $quoted ]]; then
+        included=${BASH_REMATCH[1]}
+        folderOf "$file"
+        fromFolder=$folder
+        folderOf "$included"
+        if [ "$fromFolder" != "$folder" ]; then
+            layerOf "$file"
+            from=$layer
+            layerOf "$included"
+            [[ $included != src/console/* ]] || complain "$file includes $included, which is velbooter.com's own"
+            [ "$layer" -lt "$from" ] || isShared "$included" || complain "$file includes $included, which is in no layer below"
+            [ $((from / 100)) = $((layer / 100)) ] || [ "$layer" = 0 ] || isShared "$included" ||
+                complain "$file includes $included: the program and the companions share no code"
+        fi
+        a=${file%.*}
+        b=${included%.*}
+        edges["$a $b"]=1
+        [ "$a" = "$b" ] || [ -z "${edges["$b $a"]:-}" ] || complain "$a and $b include each other"
+    elif [[ $line =~ $angled ]]; then
+        header=${BASH_REMATCH[1]}
+        [[ $standardHeaders == *" $header "* ]] || mayInclude "$file" "$header" ||
+            complain "$file includes <$header>, which is not of the C++ standard library"
+    else
+        complain "$file includes in a way that cannot be followed: $line"
     fi
-    printf '%s %s\n' "${file%.*}" "${included%.*}" >>"$edges"
-done < <(git ls-files --cached --others --exclude-standard -- 'src/*.h' 'src/*.cpp' 'tools/*.h' 'tools/*.cpp' |
-    xargs grep -HoE '^#include "[^"]+"' | sed -E 's/#include "([^"]+)"/\1/')
-
-while read -r a b; do
-    [ "$a" = "$b" ] || ! grep -qxF "$b $a" "$edges" || complain "$a and $b include each other"
-done < <(sort -u "$edges")
-
-while read -r file; do
-    case $file in
-        src/common/*.cpp | src/ui/windows/* | src/WinMain.cpp | src/console/Main.cpp) ;;
-        tools/*_win.cpp) ;;
-        *) complain "$file includes the system's header" ;;
-    esac
-done < <(git ls-files --cached --others --exclude-standard -- 'src/*.h' 'src/*.cpp' 'tools/*.h' 'tools/*.cpp' |
-    xargs grep -lE '^#include <(windows|fdi)\.h>')
+done <"$work/includes"
 exit "$failed"

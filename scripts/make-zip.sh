@@ -3,10 +3,10 @@
 # Every file gets one time, SOURCE_DATE_EPOCH in seconds since 1970, or that of the last commit; in FOLDER, too.
 set -euo pipefail
 shopt -s inherit_errexit
-root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 folder=$1
 zip=$(realpath "$2")
-if ! epoch=${SOURCE_DATE_EPOCH:-$(git -C "$root" log -1 --format=%ct 2>/dev/null)}; then
+if ! epoch=${SOURCE_DATE_EPOCH:-$(git -c "safe.directory=$root" -C "$root" log -1 --format=%ct 2>/dev/null)}; then
     echo 'make-zip.sh: there is no commit to take the time from: set SOURCE_DATE_EPOCH' >&2
     exit 1
 fi

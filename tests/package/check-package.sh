@@ -29,7 +29,7 @@ if unzip -Z -v "$scratch/first/$zip" | grep 'length of extra field' | grep -qv '
     fail "$zip keeps more of its files than it needs"
 fi
 (unset SOURCE_DATE_EPOCH && pack "$build" "$scratch/unset")
-(SOURCE_DATE_EPOCH=$(git -C "$root" log -1 --format=%ct) && pack "$build" "$scratch/commit")
+(SOURCE_DATE_EPOCH=$(git -c "safe.directory=$(cd "$root" && pwd -P)" -C "$root" log -1 --format=%ct) && pack "$build" "$scratch/commit")
 cmp "$scratch/unset/$zip" "$scratch/commit/$zip" || fail "without SOURCE_DATE_EPOCH $zip has not the time of the last commit"
 
 mkdir "$scratch/unpacked"
