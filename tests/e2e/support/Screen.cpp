@@ -21,13 +21,51 @@ HWND ActiveWindow(DWORD process) {
     return nullptr;
 }
 
+// An empty file under a name that nobody had before, in the folder for temporary files of this Windows, which
+// belongs to its user alone. It goes with the object. Without a name when it cannot be made.
+class PrivateFile {
+ public:
+    PrivateFile() {
+        wchar_t folder[MAX_PATH + 1] = L"";
+        wchar_t name[MAX_PATH] = L"";
+        ::GetTempPathW(MAX_PATH + 1, folder);
+        if (::GetTempFileNameW(folder, L"e2e", 0, name) != 0) path_ = name;
+    }
+    ~PrivateFile() {
+        std::error_code ignored;
+        std::filesystem::remove(path_, ignored);
+    }
+    PrivateFile(const PrivateFile&) = delete;
+    PrivateFile& operator=(const PrivateFile&) = delete;
+
+    // The path by which the system below Wine knows the file, empty when there is none.
+    std::string UnixPath() const {
+        using Converter = char*(CDECL*)(LPCWSTR);
+        const auto convert = reinterpret_cast<Converter>(reinterpret_cast<void*>(
+            ::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
+        if (convert == nullptr || path_.empty()) return "";
+        char* const path = convert(path_.c_str());
+        std::string result = path != nullptr ? path : "";
+        ::HeapFree(::GetProcessHeap(), 0, path);
+        return result;
+    }
+    bool IsFilled() const {
+        std::error_code error;
+        const auto size = std::filesystem::file_size(path_, error);
+        return !error && size > 0;
+    }
+
+ private:
+    std::filesystem::path path_;
+};
+
 // Wine starts a program of the system below it as it starts one of Windows, but gives no handle to wait for:
-// a file tells that the command has succeeded.
+// a file that is filled tells that the command has succeeded.
 bool RunBelow(const std::string& command) {
-    static int number = 0;
-    const std::string done = "/tmp/velbooter-e2e-" + std::to_string(::GetCurrentProcessId()) + "-" +
-                             std::to_string(++number) + ".done";
-    std::string line = "Z:\\bin\\sh -c \"" + command + " && : >'" + done + "'\"";
+    const PrivateFile done;
+    const std::string unixPath = done.UnixPath();
+    if (unixPath.empty()) return false;
+    std::string line = "Z:\\bin\\sh -c \"" + command + " && echo done >'" + unixPath + "'\"";
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
@@ -40,7 +78,7 @@ bool RunBelow(const std::string& command) {
     constexpr int kTries = 200;
     constexpr DWORD kStep = 25;
     for (int i = 0; i < kTries; ++i) {
-        if (std::filesystem::remove("Z:" + done)) return true;
+        if (done.IsFilled()) return true;
         ::Sleep(kStep);
     }
     return false;
