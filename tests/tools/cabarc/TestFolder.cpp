@@ -104,8 +104,9 @@ InTestFolder::InTestFolder() : before_(fs::current_path()) {
     }
     // Another build's run of the same test may be under way.
     std::random_device random;
-    Folder = fs::temp_directory_path() / ("cabarc-" + name + "-" + std::to_string(random()));
-    fs::create_directories(Folder);
+    do {
+        Folder = fs::temp_directory_path() / ("cabarc-" + name + "-" + std::to_string(random()));
+    } while (!fs::create_directory(Folder));
     fs::current_path(Folder);
 }
 

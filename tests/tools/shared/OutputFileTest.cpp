@@ -11,7 +11,9 @@
 #include <csignal>
 #endif
 
+#include <cstdlib>
 #include <fstream>
+#include <optional>
 #include <thread>
 
 #include "tests/tools/shared/TestFolder.h"
@@ -157,13 +159,26 @@ TEST(OutputFile, TakesOverWhatAKilledRunLeft) {
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
 }
 
-// The process that dies is another one that runs this test again, so the folder must be the same in both.
+// The process that dies may be another one that runs this test again: it finds the folder of the first one in
+// its environment.
 class KilledRun : public ::testing::Test {
  protected:
-    std::filesystem::path Folder() const {
-        return std::filesystem::temp_directory_path() / "velbooter killed run";
+    KilledRun() {
+        if (const char* const given = std::getenv(kVariable); given != nullptr) {
+            folder_ = given;
+        } else {
+            own_.emplace();
+            folder_ = own_->Path();
+            SetVariable(folder_.string());
+        }
     }
-    void TearDown() override { std::filesystem::remove_all(Folder()); }
+    ~KilledRun() override {
+        if (own_) SetVariable("");
+    }
+    KilledRun(const KilledRun&) = delete;
+    KilledRun& operator=(const KilledRun&) = delete;
+
+    const std::filesystem::path& Folder() const { return folder_; }
 
     [[noreturn]] static void Die() {
 #ifdef _WIN32
@@ -178,11 +193,28 @@ class KilledRun : public ::testing::Test {
 #else
     ::testing::KilledBySignal IsKilled{SIGKILL};
 #endif
+
+ private:
+    static constexpr const char* kVariable = "VELBOOTER_KILLED_RUN";
+
+    // Sets the variable of the environment; no text removes it.
+    static void SetVariable(const std::string& value) {
+#ifdef _WIN32
+        _putenv_s(kVariable, value.c_str());
+#else
+        if (value.empty())
+            unsetenv(kVariable);
+        else
+            setenv(kVariable, value.c_str(), 1);
+#endif
+    }
+
+    std::optional<TestFolder> own_;
+    std::filesystem::path folder_;
 };
 
 TEST_F(KilledRun, LeavesTheOldTargetAndDoesNotHinderTheNext) {
     const std::filesystem::path target = Folder() / "target";
-    CreateFolders(Folder());
     std::ofstream(target) << "old";
     EXPECT_EXIT(
         {
