@@ -1,4 +1,5 @@
-// The examples of docs/formats, byte for byte.
+// The examples of docs/formats: byte for byte where a format leaves no choice, else by what their bytes stand
+// for.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,6 +8,7 @@
 #include <iomanip>
 #include <sstream>
 
+#include "tests/tools/cabarc/ParsedCabinet.h"
 #include "tests/tools/cabarc/lzx/LzxDecoder.h"
 #include "tests/tools/shared/TestFolder.h"
 #include "tools/bfi/ImageBuilder.h"
@@ -60,13 +62,13 @@ Bytes BytesOf(const std::vector<std::string>& words) {
 
 const tools::DosTime kExampleTime = tools::PackDosTime(1998, 5, 11, 20, 1, 2);
 
-/// The cabinet of hello.txt.
-Bytes HelloCabinet(tools::cabarc::Method::Kind method) {
+/// The cabinet of hello.txt, stored.
+Bytes HelloCabinet() {
     const TestFolder folder;
     folder.Write("hello.txt", {'H', 'e', 'l', 'l', 'o'}, kExampleTime, tools::kArchive);
     tools::cabarc::CommandLine call;
     call.Action = tools::cabarc::Command::New;
-    call.Compression.Type = method;
+    call.Compression.Type = tools::cabarc::Method::Kind::Stored;
     call.Cabinet = folder.Text("hello.cab");
     call.Names = {folder.Text("hello.txt")};
     Pack(call);
@@ -75,17 +77,27 @@ Bytes HelloCabinet(tools::cabarc::Method::Kind method) {
 
 TEST(CabinetPage, ShowsTheCabinetOfAStoredFile) {
     const auto example = Example("cabinet.md", "stored");
-    const Bytes cabinet = HelloCabinet(tools::cabarc::Method::Kind::Stored);
+    const Bytes cabinet = HelloCabinet();
     EXPECT_EQ(Written(cabinet, 0, example), example);
     EXPECT_EQ(cabinet.size(), example.size());
 }
 
+// What zlib makes of a file may change with its version; what the page says of these bytes may not. So the
+// page's record takes the place of the stored one in its cabinet, which a reader of the tests' own then takes
+// apart.
 TEST(CabinetPage, ShowsADataRecordOfMsZip) {
+    constexpr std::size_t kCabinetSize = 0x08;
+    constexpr std::size_t kMethod = 0x2A;
     constexpr std::size_t kDataStart = 0x46;
-    const auto example = Example("cabinet.md", "mszip");
-    const Bytes cabinet = HelloCabinet(tools::cabarc::Method::Kind::MsZip);
-    EXPECT_EQ(Written(cabinet, kDataStart, example), example);
-    EXPECT_EQ(cabinet.size(), kDataStart + example.size());
+    Bytes cabinet = BytesOf(Example("cabinet.md", "stored"));
+    const Bytes record = BytesOf(Example("cabinet.md", "mszip"));
+    cabinet.resize(kDataStart);
+    cabinet.insert(cabinet.end(), record.begin(), record.end());
+    cabinet[kCabinetSize] = static_cast<std::uint8_t>(cabinet.size());
+    cabinet[kMethod] = 1;
+    const auto parsed = tools::cabarc::test::Parse(cabinet);
+    ASSERT_EQ(parsed.Members.size(), 1U);
+    EXPECT_EQ(parsed.Members[0].Contents, (Bytes{'H', 'e', 'l', 'l', 'o'}));
 }
 
 TEST(LzxPage, ShowsAStoredFolder) {
