@@ -3,6 +3,7 @@ set(VELBOOTER_GOOGLETEST_SOURCE "/usr/src/googletest" CACHE PATH "Sources of Goo
 set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
 set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 add_subdirectory("${VELBOOTER_GOOGLETEST_SOURCE}" "${PROJECT_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
+# Its sources are Debian's: what a compiler warns of there cannot be mended here.
 foreach(target gtest gmock gtest_main gmock_main)
     set_target_properties(${target} PROPERTIES COMPILE_WARNING_AS_ERROR OFF)
 endforeach()

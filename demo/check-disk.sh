@@ -140,7 +140,7 @@ tr '[:lower:]' '[:upper:]' <"$work/expected" | sort | diff - "$work/found" >&2 |
 # shellcheck disable=SC2046  # one word for each cabinet
 one_line Modules $(sed -n 's/^LIB\/\([^/]*\)\.CAB$/\1/p' "$work/found")
 for group in "${groups[@]}"; do
-    # shellcheck disable=SC2046
+    # shellcheck disable=SC2046  # one word for each cabinet
     one_line "${group^^}" $(sed -n "s/^LIB\/${group^^}\/\(.*\)\.CAB\$/\1/p" "$work/found")
 done
 expect_lists

@@ -15,8 +15,8 @@ import tempfile
 
 # The folder of the sources stays as it is.
 sys.dont_write_bytecode = True
-import contextmap  # noqa: E402
-from markdown import Fault, run, to_html, write_complete  # noqa: E402
+import contextmap
+from markdown import Fault, run, to_html, write_complete
 
 HERE = pathlib.Path(__file__).resolve().parent
 PROJECT = HERE / 'corvane_help.hhp'

@@ -13,7 +13,7 @@ import sys
 
 # The folder of the sources stays as it is.
 sys.dont_write_bytecode = True
-from markdown import Fault, to_html, write_complete  # noqa: E402
+from markdown import Fault, to_html, write_complete
 
 HERE = pathlib.Path(__file__).resolve().parent
 START = HERE.parent / 'docs' / 'README.md'

@@ -61,7 +61,7 @@ format='%-12s %9s | %9s %9s %6s | %9s %9s %6s %7s | %6s %7s %6s %6s %6s | %6s\n'
 echo
 echo 'Packing each set into one cabinet. Bytes of the cabinets, and of the bare codec, whose data would need the frames and headers'
 echo 'of a cabinet in addition; user + system seconds, the least of three runs; most memory in MiB.'
-# shellcheck disable=SC2059
+# shellcheck disable=SC2059  # the rows share one format
 printf "$format" set input gcab MSZIP /gcab codec LZX:21 /gcab /codec s:gcab s:MSZIP codec LZX:21 /codec MiB
 cpu() { # cpu COMMAND...: user + system seconds
     for _ in 1 2 3; do
@@ -76,7 +76,7 @@ add() { # add FIELD VALUE
 }
 declare -A totals
 table_row() { # table_row NAME: of the values in the array v
-    # shellcheck disable=SC2059
+    # shellcheck disable=SC2059  # the rows share one format
     printf "$format" "$1" "${v[input]}" "${v[gcab]}" "${v[mszip]}" "$(ratio "${v[mszip]}" "${v[gcab]}")" "${v[codec]}" "${v[lzx]}" \
         "$(ratio "${v[lzx]}" "${v[gcab]}")" "$(awk -v a="${v[lzx]}" -v b="${v[codec]}" 'BEGIN { printf "%.3f", a / b }')" \
         "${v[gcabTime]}" "${v[mszipTime]}" "${v[codecTime]}" "${v[lzxTime]}" "$(ratio "${v[lzxTime]}" "${v[codecTime]}")" "${v[memory]}"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks the sources without running them: format, tidy text files, links, include fence, reasons of what is silenced, shell
-# scripts, and clang-tidy.
+# Checks the sources without running them: format, tidy text files, links, include fence, reasons of what is silenced, names of
+# temporary files, shell scripts, and clang-tidy.
 # Every finding names the command that mends it. `check.sh --quick` leaves clang-tidy out.
 set -euo pipefail
 shopt -s inherit_errexit
@@ -16,9 +16,10 @@ complain() {
     failed=1
 }
 
-sources=() scripts=() pages=() texts=()
+sources=() scripts=() programs=() pages=() texts=()
 list_sources sources '*.cpp' '*.h'
 list_sources scripts '*.sh' .ci/run
+list_sources programs '*.py' '*.cmake' CMakeLists.txt '*/CMakeLists.txt'
 list_sources pages '*.md'
 list_sources texts '*.cpp' '*.h' '*.sh' '*.md' '*.cmake' '*.txt' '*.asm' '*.json' ':!data' ':!demo'
 
@@ -45,6 +46,28 @@ done <"$work/links"
 
 echo 'check: include fence'
 scripts/include-fence.sh || complain 'Mend it by moving the code to the layer it belongs to.'
+
+echo 'check: reasons'
+# What silences a checker has its reason behind it or in a comment on the line above.
+LC_ALL=C awk '
+    FNR == 1 { above = "" }
+    /NOLIN[T]|#[ \t]*shellcheck[ \t]+disable=|#[ \t]*pragma[ \t].*diagnostic[ \t]+ignored/ {
+        reason = $0
+        sub(/^.*(NOLIN[T][A-Z]*(\([^)]*\))?|disable=[A-Za-z0-9,-]*|ignored[ \t]*"[^"]*")/, "", reason)
+        if (reason !~ /[[:alpha:]]/ && above !~ /^[ \t]*(#[^!]|\/\/).*[[:alpha:]]/) print FILENAME ":" FNR
+    }
+    { above = /shellcheck[ \t]+[a-z]+=|NOLIN[T]|#[ \t]*(include|pragma|define|if|else|endif)/ ? "" : $0 }
+' "${sources[@]}" "${scripts[@]}" >"$work/bare"
+while IFS= read -r place; do
+    complain "$place silences a checker and does not say why. Mend the cause, or add the reason to the line."
+done <"$work/bare"
+
+echo 'check: temporary files'
+# Whoever knows a name in the folder that all users share can be there first.
+search "$work/shared" -nE '/tm[p]/|temp_directory_path\(\)[^;]*/ *"[^"]*";' "${sources[@]}" "${scripts[@]}" "${programs[@]}"
+while IFS= read -r place; do
+    complain "A name in the shared temporary folder can be foreseen: $place. Mend it with mktemp or a fresh folder."
+done <"$work/shared"
 
 echo 'check: shell scripts'
 shellcheck -x "${scripts[@]}" || complain 'Mend each line as shellcheck says.'

@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # Sourced by check-data.sh: the checks of the driver store that ships, of the sample drivers of the demonstration and of the
 # templates of the answer files. Uses its $data, $demo, fault, shown and read_ini.
-# shellcheck disable=SC2154
+# shellcheck disable=SC2154  # check-data.sh sets them
 
 # Each group with its description file, its PCI list and the extension of its drivers.
 declare -A groupMembers=([aspi]='scsi.txt scsi.pci SYS' [ndis]='ndis.txt ndis.pci DOS' [odi16]='odi.txt odi16.pci COM'

@@ -26,6 +26,7 @@ make_project() {
     printf '#include "src/disk/Folder.h"\n\n#include <algorithm>\n\n#include "src/common/Text.h"\n' >src/disk/Folder.cpp
     printf '#include <unistd.h>\n' >tools/shared/Bytes_posix.cpp
     printf '#include <zlib.h>\n' >tools/cabarc/MsZipCompressor.cpp
+    : >CMakeLists.txt
     printf 'The [other](other page.md#part), the [same](page.md), the [web](https://example.org/).\n' >docs/page.md
     printf 'Nothing.\n' >'docs/other page.md'
     git init -q
@@ -76,6 +77,28 @@ expect 'docs/other page.md has trailing blanks or CR LF' 'printf "end\r\n" >>"do
 expect 'docs/page.md links to absent.md' 'echo "[a](absent.md)" >>docs/page.md'
 expect 'docs/other page.md links to absent.md#part' 'echo "[a](page.md) [b](absent.md#part)" >>"docs/other page.md"'
 expect 'SC2086' 'printf "#!/bin/sh\nls \$1\n" >scripts/new.sh'
+# Made of parts, or the check would find them here.
+disable=disable
+silence="shellcheck $disable=SC2086"
+lint=NO
+lint+=LINT
+for lines in "# $silence\nls \$1" "#!/bin/sh\n# $silence #\nls \$1" "# shellcheck source=/dev/null\n# $silence\nls \$1"; do
+    expect 'scripts/new.sh:' "printf '#!/bin/sh\n$lines\n' >scripts/new.sh"
+    grep -q '^scripts/new.sh:[0-9]* silences a checker' <<<"$report" || fail "a bare directive stays unseen: $lines" "$report"
+done
+for line in "int x;  // $lint" "int x;  // $lint(bugprone-*)" "// ${lint}NEXTLINE(bugprone-*)\nint x;" \
+    '#pragma GCC diagnostic ignored "-Wall"' "#include <string>\nint x;  // $lint"; do
+    expect 'silences a checker and does not say why' "printf '%b\n' '$line' >src/disk/Bare.h"
+done
+expect_nothing "printf '#!/bin/sh\n# $silence  # words to be split\nls \$1\n# Words to be split.\n# $silence\nls \$1\n' >scripts/new.sh" \
+    check.sh --quick
+expect_nothing "printf '// A reason.\nint a;  // $lint\nint b;  // $lint(bugprone-*): a reason\n' >src/disk/Reason.h" check.sh --quick
+
+expect 'can be foreseen: scripts/new.sh:2:' "printf '#!/bin/sh\n: >/tm''p/name.\$\$\n' >scripts/new.sh"
+expect 'can be foreseen: src/disk/Folder.cpp:' "echo 'std::string name = \"/tm''p/name\";' >>src/disk/Folder.cpp"
+expect 'can be foreseen: src/disk/Folder.cpp:' \
+    "echo 'const auto folder = std::filesystem::temp_directory_path() / \"name\";' >>src/disk/Folder.cpp"
+
 expect 'modernize-use-nullptr' 'printf "int* place = 0;\n" >src/disk/Folder.cpp' tidy.sh src/disk/Folder.cpp
 
 expect 'src/common/Text.h includes src/disk/Folder.h, which is in no layer below' 'echo "#include \"src/disk/Folder.h\"" >>src/common/Text.h'
