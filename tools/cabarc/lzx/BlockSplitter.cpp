@@ -100,6 +100,8 @@ std::vector<BlockSpan> SplitIntoBlocks(std::span<const Item> items) {
     std::vector<Border> borders(cells.size() + 1);
     borders[0].Bits = 0;
     std::array<std::uint32_t, kSymbols> counts;
+    // Every symbol of a cell was an index of such an array before: the innermost loop needs no check.
+    std::uint32_t* const countOf = counts.data();
     for (std::size_t from = 0; from < cells.size(); ++from) {
         counts.fill(0);
         std::uint32_t mainTotal = 0;
@@ -109,7 +111,7 @@ std::vector<BlockSpan> SplitIntoBlocks(std::span<const Item> items) {
         float symbolSum = 0;
         for (std::size_t to = from; to < std::min(cells.size(), from + kMaxCells); ++to) {
             for (const SymbolCount& symbol : cells[to].Symbols) {
-                std::uint32_t& count = counts[symbol.Symbol];
+                std::uint32_t& count = countOf[symbol.Symbol];
                 used += count == 0 ? 1 : 0;
                 symbolSum -= entropy(count);
                 count += symbol.Count;

@@ -9,9 +9,6 @@ namespace tools::cabarc::lzx {
 
 namespace {
 
-// More than the longest chain, a power of two.
-constexpr std::size_t kQueueRing = 1024;
-static_assert(kQueueRing > 2 * kMaxMatch + 1);
 constexpr std::uint64_t kUnreached = std::numeric_limits<std::uint64_t>::max();
 
 // Marks a packed item as the last one of a chain; packed items leave the bit free.
@@ -27,7 +24,8 @@ Parser::Parser(std::uint32_t sureLength)
     : sureLength_(sureLength), nodes_(kFrameSize + 1), chainMatches_(kFrameSize + 1), queues_(kQueueRing) {}
 
 inline void Parser::Offer(std::uint32_t to, std::uint64_t price, Item item) {
-    nodes_[to] = std::min(nodes_[to], (price << 32) | item.Packed());
+    std::uint64_t& node = NodeAt(to);
+    node = std::min(node, (price << 32) | item.Packed());
 }
 
 // Offers `match`, whose end has the given price, with the literal behind it and the same offset again.
@@ -41,21 +39,22 @@ inline void Parser::OfferChain(const Start& start, Item match, std::uint32_t off
         Agreement(again - offset, again, kMinMatch, std::min(start.Left - skipped, kMaxMatch));
     const std::uint32_t to = start.Node + skipped + length;
     const std::uint64_t total =
-        price + prices.Literal(start.Here[skipped - 1]) + prices.Matches(0)[length - kMinMatch];
-    if (total >= nodes_[to] >> 32) return;
-    nodes_[to] = (total << 32) | kChainMark | Item::Match(length, 0).Packed();
-    chainMatches_[to] = match;
+        price + prices.Literal(start.Here[skipped - 1]) + prices.Matches(0).data()[length - kMinMatch];
+    std::uint64_t& node = NodeAt(to);
+    if (total >= node >> 32) return;
+    node = (total << 32) | kChainMark | Item::Match(length, 0).Packed();
+    chainMatches_.data()[to] = match;
 }
 
 // Offers the matches with the offsets of the queue. Returns 0, or the length of one that is to be taken.
 inline std::uint32_t Parser::OfferRepeats(const Start& start, std::uint64_t history, const Prices& prices) {
-    const RepeatQueue& queue = queues_[start.Node % kQueueRing];
+    const RepeatQueue& queue = QueueAt(start.Node);
     const std::uint32_t longest = std::min(start.Left, kMaxMatch);
     for (std::uint32_t repeat = 0; repeat < kRepeats; ++repeat) {
         const std::uint32_t offset = queue.Offsets[repeat];
         if (offset > history || !PairAgrees(start.Here - offset, start.Here)) continue;
         const std::uint32_t length = Agreement(start.Here - offset, start.Here, kMinMatch, longest);
-        const Prices::Row& row = prices.Matches(static_cast<int>(repeat));
+        const std::uint16_t* const row = prices.Matches(static_cast<int>(repeat)).data();
         const std::uint64_t end = start.Price + row[length - kMinMatch];
         if (length >= sureLength_) {
             Offer(start.Node + length, end, Item::Match(length, repeat));
@@ -81,7 +80,7 @@ inline std::uint32_t Parser::Expand(const Start& start, std::span<const Match> m
     for (const Match match : matches) {
         const std::uint32_t formatted = match.Offset() + kOffsetBias;
         const int slot = SlotOf(formatted);
-        const Prices::Row& row = prices.Matches(slot);
+        const std::uint16_t* const row = prices.Matches(slot).data();
         const std::uint64_t base = start.Price + (slot >= kFirstAlignedSlot ? prices.LowBits(formatted) : 0);
         const std::uint32_t length = std::min(match.Length(), longest);
         const std::uint64_t end = base + row[length - kMinMatch];
@@ -99,15 +98,15 @@ inline std::uint32_t Parser::Expand(const Start& start, std::span<const Match> m
 
 // Derives the queue at a node from the queue where its last step began.
 inline void Parser::FindQueue(std::uint32_t node) {
-    const auto packed = static_cast<std::uint32_t>(nodes_[node]);
+    const auto packed = static_cast<std::uint32_t>(NodeAt(node));
     const Item arrived = Item::FromPacked(packed & ~kChainMark);
-    RepeatQueue& queue = queues_[node % kQueueRing];
+    RepeatQueue& queue = QueueAt(node);
     if ((packed & kChainMark) == 0) {
-        queue = queues_[(node - arrived.Length()) % kQueueRing];
+        queue = QueueAt(node - arrived.Length());
         queue.Apply(arrived);
     } else {
-        const Item match = chainMatches_[node];
-        queue = queues_[(node - arrived.Length() - 1 - match.Length()) % kQueueRing];
+        const Item match = chainMatches_.data()[node];
+        queue = QueueAt(node - arrived.Length() - 1 - match.Length());
         queue.Apply(match);  // the literal and the repeat leave it alone
     }
 }
@@ -132,13 +131,13 @@ void Parser::TakePath(const std::uint8_t* current, std::uint32_t length, std::ve
 void Parser::Parse(const std::uint8_t* current, std::uint32_t length, const MatchTable& matches,
                    std::size_t first, std::uint64_t history, const Prices& prices, RepeatQueue& queue,
                    std::vector<Item>& items) {
-    std::fill_n(nodes_.begin(), length + 1, kUnreached);
+    std::ranges::fill(std::span(nodes_).first(length + 1), kUnreached);
     nodes_[0] = 0;
     queues_[0] = queue;
     for (std::uint32_t i = 0; i < length;) {
         if (i > 0) FindQueue(i);
         i +=
-            Expand({i, current + i, length - i, nodes_[i] >> 32}, matches.At(first + i), history + i, prices);
+            Expand({i, current + i, length - i, NodeAt(i) >> 32}, matches.At(first + i), history + i, prices);
     }
     const std::size_t mark = items.size();
     TakePath(current, length, items);

@@ -38,6 +38,10 @@ class Parser {
                std::vector<Item>& items);
 
  private:
+    // More than the longest chain, a power of two.
+    static constexpr std::size_t kQueueRing = 1024;
+    static_assert(kQueueRing > 2 * kMaxMatch + 1);
+
     /// Where an item starts: node, bytes, and the price of the path up to here.
     struct Start {
         std::uint32_t Node;
@@ -45,6 +49,12 @@ class Parser {
         std::uint32_t Left;  ///< bytes up to the end of the stretch
         std::uint64_t Price;
     };
+
+    // Parse checks once that the whole stretch lies in the nodes. A check of each index in its loops would
+    // make packing slower by a tenth, so they reach their elements by these and by the rows of prices as
+    // pointers.
+    std::uint64_t& NodeAt(std::uint32_t node) { return nodes_.data()[node]; }
+    RepeatQueue& QueueAt(std::uint32_t node) { return queues_.data()[node % kQueueRing]; }
 
     void Offer(std::uint32_t to, std::uint64_t price, Item item);
     void OfferChain(const Start& start, Item match, std::uint32_t offset, std::uint64_t price,

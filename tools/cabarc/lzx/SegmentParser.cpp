@@ -46,11 +46,16 @@ std::uint32_t SegmentParser::FindMatches(std::span<const std::uint8_t> ahead, st
     const auto end = static_cast<std::uint32_t>(std::min<std::size_t>(ahead.size(), kMaxBytes));
     matches_.All.clear();
     matches_.First.clear();
+    // push_back of a temporary would also ask the vector for its last element.
+    const auto beginPosition = [&] {
+        const auto first = static_cast<std::uint32_t>(matches_.All.size());
+        matches_.First.push_back(first);
+    };
     std::uint32_t i = 0;
     while (i < end && matches_.All.size() < kMaxCachedMatches) {
         const std::uint32_t frameEnd = std::min(i + kFrameSize, end);
         while (i < frameEnd) {
-            matches_.First.push_back(static_cast<std::uint32_t>(matches_.All.size()));
+            beginPosition();
             const auto available = static_cast<std::uint32_t>(ahead.size() - i);
             const std::uint32_t length =
                 finder_.Find(position + i, &ahead[i], available, frameEnd - i, matches_.All);
@@ -58,12 +63,12 @@ std::uint32_t SegmentParser::FindMatches(std::span<const std::uint8_t> ahead, st
             if (length < options_.SureLength) continue;
             // The parser will take this match and jump over its inside.
             for (const std::uint32_t last = i + length - 1; i < last; ++i) {
-                matches_.First.push_back(static_cast<std::uint32_t>(matches_.All.size()));
+                beginPosition();
                 finder_.Skip(position + i, &ahead[i], static_cast<std::uint32_t>(ahead.size() - i));
             }
         }
     }
-    matches_.First.push_back(static_cast<std::uint32_t>(matches_.All.size()));
+    beginPosition();
     return i;
 }
 

@@ -96,7 +96,7 @@ class TrialParse {
     static constexpr int kMatchPrice = 7;   // of any other, beside the bits of its offset
 
     std::uint32_t AgreementAt(std::uint32_t i, std::uint32_t offset) const {
-        return Agreement(&bytes_[i - offset], &bytes_[i], 0, std::min(size_ - i, kMaxMatch));
+        return Agreement(bytes_.data() + i - offset, bytes_.data() + i, 0, std::min(size_ - i, kMaxMatch));
     }
 
     static void Improve(Candidate& best, std::uint32_t length, std::uint32_t formatted, int price) {
@@ -114,7 +114,8 @@ class TrialParse {
                     static_cast<int>(std::bit_width(offset)) + kMatchPrice);
     }
 
-    // Finds the best match at `i` and enters the place.
+    // Finds the best match at `i` and enters the place. What is read lies before size_, and the tables have
+    // an element for each hash of their bits: no access needs a check.
     Candidate Look(std::uint32_t i) {
         Candidate best;
         if (i + 4 > size_) return best;
@@ -124,10 +125,10 @@ class TrialParse {
             const std::uint32_t length = AgreementAt(i, offset);
             if (length >= 3) Improve(best, length, repeat, kRepeatPrice + static_cast<int>(repeat));
         }
-        const std::uint32_t quad = GetU32(&bytes_[i]);
-        auto& places = places_[Hash(quad, kPlaceHashBits)];
+        const std::uint32_t quad = GetU32(bytes_.data() + i);
+        auto& places = places_.data()[Hash(quad, kPlaceHashBits)];
         for (const std::uint32_t place : places) Try(best, i, place, MaxOffset(kMaxWindowBits), 4);
-        std::uint32_t& triple = triples_[Hash(quad << 8, kTripleHashBits)];
+        std::uint32_t& triple = triples_.data()[Hash(quad << 8, kTripleHashBits)];
         if (best.Length < 4) Try(best, i, triple, kFarthestTriple, 3);
         triple = i + 1;
         std::copy_backward(places.begin(), places.end() - 1, places.end());

@@ -1,0 +1,49 @@
+// What the options of the build promise: a fault in memory ends the program with a word, in whatever build.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstring>
+#include <vector>
+
+namespace tools {
+namespace {
+
+using ::testing::AnyOf;
+using ::testing::HasSubstr;
+
+constexpr const char* kSanitizer = "AddressSanitizer";
+
+// Reads and writes through volatile variables: the compiler neither foresees the fault nor leaves it out.
+volatile std::size_t pastTheEnd = 64;
+volatile char sink;
+
+TEST(Hardening, AnIndexPastTheEndEndsTheProgram) {
+    const std::vector<char> bytes(8);
+    EXPECT_DEATH(sink = bytes[pastTheEnd], HasSubstr("this->size()"));
+}
+
+TEST(Hardening, ACopyPastTheEndOfAnArrayEndsTheProgram) {
+    const std::array<char, 64> source{};
+    std::array<char, 8> target{};
+    EXPECT_DEATH(
+        {
+            std::memcpy(target.data(), source.data(), pastTheEnd);
+            sink = target[0];
+        },
+        AnyOf(HasSubstr("buffer overflow detected"), HasSubstr(kSanitizer)));
+}
+
+[[gnu::noinline]] void WritePastALocalArray() {
+    std::array<char, 8> local{};
+    volatile char* place = local.data();
+    for (std::size_t i = 0; i < pastTheEnd; ++i) place[i] = 'x';
+}
+
+TEST(Hardening, AnOverwrittenStackFrameEndsTheProgram) {
+    EXPECT_DEATH(WritePastALocalArray(), AnyOf(HasSubstr("stack smashing detected"), HasSubstr(kSanitizer)));
+}
+
+}  // namespace
+}  // namespace tools
