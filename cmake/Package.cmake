@@ -20,6 +20,11 @@ install(FILES "${helpFile}" "${guide}" "${PROJECT_BINARY_DIR}/LICENSE.txt" "${PR
         DESTINATION .)
 add_custom_target(shipped DEPENDS velbooter velbooter_com bfi cabarc bootsect "${helpFile}" "${guide}")
 
+# With what the programs are made, as it is when the build is configured.
+set(CPACK_VELBOOTER_TOOLCHAIN "${PROJECT_BINARY_DIR}/toolchain.txt")
+execute_process(COMMAND "${PROJECT_SOURCE_DIR}/scripts/describe-toolchain.sh" "${CMAKE_CXX_COMPILER}"
+                OUTPUT_FILE "${CPACK_VELBOOTER_TOOLCHAIN}" COMMAND_ERROR_IS_FATAL ANY)
+
 # CPack's own ZIP files tell who packed them and in which order the files lay on his disk, so it only collects the files.
 set(CPACK_GENERATOR External)
 set(CPACK_EXTERNAL_ENABLE_STAGING ON)

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Makes what a user downloads: build/velbooter-VERSION-x64.zip and -x86.zip, each with its .sha256 beside it. To run the
-# program, unpack one anywhere. The same sources and the same SOURCE_DATE_EPOCH (the time of the last commit when it is
-# not given) make the same bytes. package.sh [PRESET...]   (mingw-x64 and mingw-x86 when none is named)
+# Makes what a user downloads: build/velbooter-VERSION-x64.zip and -x86.zip. Beside each are its .sha256 and .toolchain.txt, which
+# names the compiler, the linker and the libraries. To run the program, unpack one anywhere. The same sources and the same
+# SOURCE_DATE_EPOCH (the time of the last commit when it is not given) make the same bytes.
+# package.sh [PRESET...]   (mingw-x64 and mingw-x86 when none is named)
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 presets=("$@")
@@ -17,7 +18,7 @@ for preset in "${presets[@]}"; do
     fi
     # CPack leaves its own description of the package there too.
     for zip in build/"$preset"/package/*.zip; do
-        mv "$zip" "$zip.sha256" build/
+        mv "$zip" "$zip.sha256" "${zip%.zip}.toolchain.txt" build/
         echo "Packed build/$(basename "$zip")"
     done
 done

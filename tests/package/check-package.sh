@@ -21,6 +21,15 @@ cmp "$scratch/first/$zip" "$scratch/second/$zip" || fail "$zip differs when it i
 [ "$(wc -l <"$scratch/first/$zip.sha256")" = 1 ] || fail "$zip.sha256 has more than its line"
 (cd "$scratch/first" && sha256sum --check --strict --quiet "$zip.sha256") || fail "$zip.sha256 is not that of $zip"
 
+# What it was made with, asked of Debian by the names of its packages.
+tools=velbooter-$version-$architecture.toolchain.txt
+case $architecture in x64) processor=x86-64 ;; *) processor=i686 ;; esac
+dpkg-query -W -f '${Package} ${Version}\n' "g++-mingw-w64-$processor-posix" "binutils-mingw-w64-$processor" \
+    "mingw-w64-$processor-dev" libz-mingw-w64-dev | sort >"$scratch/tools"
+sed -E 's/^(compiler|linker|C runtime|zlib): .*[0-9].*, //' "$scratch/first/$tools" | sort >"$scratch/named"
+diff "$scratch/tools" "$scratch/named" >&2 || fail "$tools names other tools (>) than there are (<)"
+cmp "$scratch/first/$tools" "$scratch/second/$tools" || fail "$tools differs when $zip is packed again"
+
 # A ZIP file counts time in steps of two seconds.
 times=$(unzip -Z -T "$scratch/first/$zip" | sed -n 's/^-.* \([0-9]\{8\}\.[0-9]\{6\}\) .*/\1/p' | sort -u)
 [ "$times" = 20231114.221322 ] || fail "the files of $zip have other times than SOURCE_DATE_EPOCH: $times"
@@ -51,6 +60,8 @@ for program in velbooter.exe velbooter.com bfi.exe cabarc.exe; do
     x86_64-w64-mingw32-objdump -f "$scratch/unpacked/$program" | grep -q "file format $format\$" ||
         fail "$program is not a program of $architecture"
 done
+(cd "$scratch/unpacked" && "$root/tests/programs/check-programs.sh" x86_64-w64-mingw32-objdump "$version" velbooter.exe \
+    velbooter.com bfi.exe cabarc.exe) || fail "the programs of $zip are not what they have to be"
 for text in LICENSE CHANGELOG; do
     tr -d '\r' <"$scratch/unpacked/$text.txt" | cmp - "$root/$text"* || fail "$text.txt is not $text"
     [ "$(grep -c $'\r$' "$scratch/unpacked/$text.txt")" = "$(wc -l <"$scratch/unpacked/$text.txt")" ] ||
