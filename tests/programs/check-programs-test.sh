@@ -14,11 +14,11 @@ int main() {
     return std::fgets(line, sizeof line, stdin) != nullptr ? line[0] : 1;
 }
 SOURCE
-good=(-O2 -static -fstack-protector-strong -Wl,--dynamicbase -Wl,--nxcompat)
+good=(-O2 -static -fstack-protector-strong -Xlinker --dynamicbase -Xlinker --nxcompat)
 # The flags below for 64 bits are unknown to the linker of 32 bits.
 is64=false
 case $("$compiler" -dumpmachine) in x86_64-*) is64=true ;; esac
-! $is64 || good+=(-Wl,--high-entropy-va)
+! $is64 || good+=(-Xlinker --high-entropy-va)
 
 # check OPTION...: $report is what the check says of a program that is linked with the options.
 check() {

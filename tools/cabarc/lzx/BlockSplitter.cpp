@@ -36,7 +36,7 @@ class Entropy {
         for (std::size_t n = 1; n < table_.size(); ++n) table_[n] = Compute(static_cast<float>(n));
     }
     float operator()(std::uint32_t n) const {
-        return n < table_.size() ? table_[n] : Compute(static_cast<float>(n));
+        return n < table_.size() ? table_.data()[n] : Compute(static_cast<float>(n));
     }
 
  private:
@@ -110,20 +110,21 @@ std::vector<BlockSpan> SplitIntoBlocks(std::span<const Item> items) {
         std::uint32_t used = 0;
         float symbolSum = 0;
         for (std::size_t to = from; to < std::min(cells.size(), from + kMaxCells); ++to) {
-            for (const SymbolCount& symbol : cells[to].Symbols) {
+            const Cell& cell = cells[to];
+            for (const SymbolCount& symbol : cell.Symbols) {
                 std::uint32_t& count = countOf[symbol.Symbol];
                 used += count == 0 ? 1 : 0;
                 symbolSum -= entropy(count);
                 count += symbol.Count;
                 symbolSum += entropy(count);
             }
-            mainTotal += cells[to].MainTotal;
-            lengthTotal += cells[to].LengthTotal;
-            extraBits += cells[to].ExtraBits;
+            mainTotal += cell.MainTotal;
+            lengthTotal += cell.LengthTotal;
+            extraBits += cell.ExtraBits;
             const float coded = entropy(mainTotal) + entropy(lengthTotal) - symbolSum +
                                 static_cast<float>(extraBits) + kHeaderBits +
                                 kHeaderBitsPerSymbol * static_cast<float>(used);
-            const std::uint32_t bytes = cells[to].End - (from > 0 ? cells[from - 1].End : 0);
+            const std::uint32_t bytes = cell.End - (from > 0 ? cells[from - 1].End : 0);
             const float raw = kRawHeaderBits + 8.0F * static_cast<float>(bytes);
             const float bits = borders[from].Bits + std::min(coded, raw);
             if (bits < borders[to + 1].Bits) borders[to + 1] = {bits, from};

@@ -132,12 +132,15 @@ void Parser::Parse(const std::uint8_t* current, std::uint32_t length, const Matc
                    std::size_t first, std::uint64_t history, const Prices& prices, RepeatQueue& queue,
                    std::vector<Item>& items) {
     std::ranges::fill(std::span(nodes_).first(length + 1), kUnreached);
+    const std::span<const std::uint32_t> inStretch = std::span(matches.First).subspan(first, length + 1);
+    const auto matchesAt = [all = matches.All.data(), begin = inStretch.data()](std::uint32_t i) {
+        return std::span(all + begin[i], all + begin[i + 1]);
+    };
     nodes_[0] = 0;
     queues_[0] = queue;
     for (std::uint32_t i = 0; i < length;) {
         if (i > 0) FindQueue(i);
-        i +=
-            Expand({i, current + i, length - i, NodeAt(i) >> 32}, matches.At(first + i), history + i, prices);
+        i += Expand({i, current + i, length - i, NodeAt(i) >> 32}, matchesAt(i), history + i, prices);
     }
     const std::size_t mark = items.size();
     TakePath(current, length, items);

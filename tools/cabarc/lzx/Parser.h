@@ -19,10 +19,6 @@ namespace tools::cabarc::lzx {
 struct MatchTable {
     std::vector<Match> All;
     std::vector<std::uint32_t> First;
-
-    std::span<const Match> At(std::size_t i) const {
-        return {All.data() + First[i], All.data() + First[i + 1]};
-    }
 };
 
 class Parser {
@@ -50,9 +46,9 @@ class Parser {
         std::uint64_t Price;
     };
 
-    // Parse checks once that the whole stretch lies in the nodes. A check of each index in its loops would
-    // make packing slower by a tenth, so they reach their elements by these and by the rows of prices as
-    // pointers.
+    // Parse checks once that the whole stretch lies in the nodes and in the matches. A check of each index in
+    // its loops would make packing slower by a tenth, so they reach their elements by these and by the rows
+    // of prices as pointers.
     std::uint64_t& NodeAt(std::uint32_t node) { return nodes_.data()[node]; }
     RepeatQueue& QueueAt(std::uint32_t node) { return queues_.data()[node % kQueueRing]; }
 

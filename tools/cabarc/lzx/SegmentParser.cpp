@@ -58,13 +58,13 @@ std::uint32_t SegmentParser::FindMatches(std::span<const std::uint8_t> ahead, st
             beginPosition();
             const auto available = static_cast<std::uint32_t>(ahead.size() - i);
             const std::uint32_t length =
-                finder_.Find(position + i, &ahead[i], available, frameEnd - i, matches_.All);
+                finder_.Find(position + i, ahead.data() + i, available, frameEnd - i, matches_.All);
             ++i;
             if (length < options_.SureLength) continue;
             // The parser will take this match and jump over its inside.
             for (const std::uint32_t last = i + length - 1; i < last; ++i) {
                 beginPosition();
-                finder_.Skip(position + i, &ahead[i], static_cast<std::uint32_t>(ahead.size() - i));
+                finder_.Skip(position + i, ahead.data() + i, static_cast<std::uint32_t>(ahead.size() - i));
             }
         }
     }
