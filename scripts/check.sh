@@ -74,7 +74,7 @@ shellcheck -x "${scripts[@]}" || complain 'Mend each line as shellcheck says.'
 
 if [ "${1-}" != --quick ]; then
     echo 'check: clang-tidy'
-    scripts/tidy.sh || complain 'Mend each finding; a check that is wrong here is switched off in .clang-tidy with its reason.'
+    scripts/tidy.py || complain 'Mend each finding; a check that is wrong here is switched off in .clang-tidy with its reason.'
 fi
 [ "$failed" = 0 ] && echo 'check: nothing found'
 exit "$failed"

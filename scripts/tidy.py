@@ -26,6 +26,17 @@ WINDOWS = ['--target=x86_64-w64-windows-gnu', '-nostdinc++', '-isystem', GCC, '-
            '-DWINVER=0x0601', '-D_WIN32_WINNT=0x0601', '-DNOMINMAX', '-DWIN32_LEAN_AND_MEAN']
 
 
+def list_sources():
+    # The user who checks may be another one than the owner of the files.
+    result = subprocess.run(['git', '-c', f'safe.directory={ROOT}', 'ls-files', '-z', '--cached', '--others',
+                             '--exclude-standard', '--', *SOURCES], cwd=ROOT, stdout=subprocess.PIPE, text=True, check=False)
+    if result.returncode != 0:
+        sys.exit(f'tidy.py: git cannot list the files of {ROOT}')
+    if not result.stdout:
+        sys.exit('tidy.py: there is no file to check: ' + ' '.join(SOURCES))
+    return result.stdout.removesuffix('\0').split('\0')
+
+
 def is_for_windows(file):
     return file.startswith(('src/', 'console/')) or file.endswith('_win.cpp')
 
@@ -70,13 +81,7 @@ def tidy(files, folder, number):
 
 
 def main():
-    files = sys.argv[1:]
-    if not files:
-        listed = subprocess.run(['git', 'ls-files', '-z', '--cached', '--others', '--exclude-standard', '--', *SOURCES],
-                                cwd=ROOT, stdout=subprocess.PIPE, text=True, check=True).stdout
-        files = [file for file in listed.split('\0') if file and (ROOT / file).exists()]
-    if not files:
-        sys.exit('tidy.py: there is no source to check')
+    files = sys.argv[1:] or list_sources()
     groups = collections.defaultdict(list)
     for file in files:
         groups[os.path.dirname(file), is_for_windows(file)].append(file)

@@ -18,7 +18,7 @@ fail() {
 
 make_project() {
     mkdir -p "$1/scripts" "$1/docs" "$1/src/common" "$1/src/disk" "$1/tools/shared" "$1/tools/cabarc"
-    cp "$root"/scripts/{check,include-fence,make-zip,sources,tidy}.sh "$1/scripts/"
+    cp "$root"/scripts/{check,include-fence,make-zip,sources}.sh "$root/scripts/tidy.py" "$1/scripts/"
     cp "$root/.clang-format" "$root/.clang-tidy" "$1/"
     cd "$1"
     printf '#pragma once\n#include <string>\n' | tee src/common/Text.h src/disk/Folder.h src/disk/Tree.h tools/shared/Bytes.h >tools/cabarc/Packer.h
@@ -69,7 +69,7 @@ expect_nothing() {
 expect_nothing : check.sh --quick
 [[ $report == *'nothing found'* ]] || fail 'check.sh does not say that it found nothing' "$report"
 expect_nothing : include-fence.sh
-expect_nothing 'printf "int* place = nullptr;\n" >src/disk/Folder.cpp' tidy.sh
+expect_nothing 'printf "int* place = nullptr;\n" >src/disk/Folder.cpp' tidy.py
 
 expect 'The format differs' 'printf "int  x ;\n" >>src/disk/Folder.cpp'
 expect 'docs/page.md has trailing blanks or CR LF' 'printf "end \n" >>docs/page.md'
@@ -99,7 +99,14 @@ expect 'can be foreseen: src/disk/Folder.cpp:' "echo 'std::string name = \"/tm''
 expect 'can be foreseen: src/disk/Folder.cpp:' \
     "echo 'const auto folder = std::filesystem::temp_directory_path() / \"name\";' >>src/disk/Folder.cpp"
 
-expect 'modernize-use-nullptr' 'printf "int* place = 0;\n" >src/disk/Folder.cpp' tidy.sh src/disk/Folder.cpp
+expect 'modernize-use-nullptr' 'printf "int* place = 0;\n" >src/disk/Folder.cpp' tidy.py src/disk/Folder.cpp
+
+# The files of a folder are read as one text, in the order of their names.
+expect 'src/disk/Tree.cpp:3:' 'printf "// A tree.\n\nint* tree = 0;\n" >src/disk/Tree.cpp' tidy.py
+expect 'src/disk/Tree.cpp:3:' 'printf "const int kSize = 1;\nint size = kSize;\n" >>src/disk/Folder.cpp
+    printf "const int kSize = 2;\nint sizes = kSize;\nint* tree = 0;\n" >src/disk/Tree.cpp' tidy.py
+expect 'src/disk/Tree.cpp:1:' 'echo "std::string tree;" >src/disk/Tree.cpp' tidy.py
+expect 'src/disk/Tree.cpp:1:' 'echo "#include <nowhere>" >src/disk/Tree.cpp' tidy.py src/disk/Tree.cpp
 
 expect 'src/common/Text.h includes src/disk/Folder.h, which is in no layer below' 'echo "#include \"src/disk/Folder.h\"" >>src/common/Text.h'
 expect 'src/disk/Folder.cpp includes tools/shared/Bytes.h: the program and the companions share no code' 'echo "# include \"tools/shared/Bytes.h\"" >>src/disk/Folder.cpp'
@@ -117,7 +124,7 @@ expect 'src/disk/Folder.cpp includes windows.h, which is in no layer below' 'ech
 expect 'src/disk/Folder.cpp includes in a way that cannot be followed' 'echo "#include HEADER" >>src/disk/Folder.cpp' include-fence.sh
 
 # What is looked at comes from git: no list, half a list and an empty list are failures.
-for check in 'check.sh --quick' include-fence.sh tidy.sh; do
+for check in 'check.sh --quick' include-fence.sh tidy.py; do
     read -ra words <<<"$check"
     expect 'git cannot list the files' 'rm -rf .git' "${words[@]}"
     expect 'there is no file to check' 'rm -r src tools && git add -A' "${words[@]}"
@@ -129,7 +136,7 @@ printf 'src/common/Text.h\0'
 exit 1
 GIT
 chmod +x "$work/bin/git"
-for check in 'check.sh --quick' include-fence.sh tidy.sh; do
+for check in 'check.sh --quick' include-fence.sh tidy.py; do
     read -ra words <<<"$check"
     PATH=$work/bin:$PATH expect 'git cannot list the files' : "${words[@]}"
 done
