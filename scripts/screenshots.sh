@@ -11,14 +11,6 @@ if [ -z "$program" ]; then
     scripts/build-preset.sh mingw-x64 e2e_tests
     program=build/mingw-x64/tests/e2e_tests.exe
 fi
-# shellcheck source=scripts/wine-environment.sh
-. scripts/wine-environment.sh
-# Without this font of Wine's own the buttons of a title bar are drawn as digits.
-if [ ! -f /usr/share/wine/fonts/marlett.ttf ] && [ ! -f "$WINEPREFIX/drive_c/windows/Fonts/marlett.ttf" ]; then
-    echo 'screenshots.sh: the fonts of Wine are missing: apt-get install fonts-wine' >&2
-    exit 1
-fi
-
 rm -f build/screenshots/wizard-*.png build/screenshots/select-drivers-*.png
 log=build/screenshots.log
 if ! scripts/with-display.sh scripts/wine.sh "$program" '--gtest_filter=*WizardPictures*' >"$log" 2>&1 </dev/null; then

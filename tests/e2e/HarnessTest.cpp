@@ -39,6 +39,17 @@ TEST(Harness, SeesAMessageThatNoTestAskedFor) {
     program.Kill();
 }
 
+TEST(Harness, EndsTheChildrenOfAProcessAndSparesThoseOfAnEarlierOneOfItsId) {
+    const ApplicationFolder folder;
+    CopyTestProgram("e2e_held.exe", folder.Path("held.exe"));
+    StartedTool child(folder.Path("held.exe"), folder.Path());
+    const ULONGLONG start = child.Start();
+    EndChildrenOf(::GetCurrentProcessId(), start + 1);
+    EXPECT_TRUE(child.IsRunning());
+    EndChildrenOf(::GetCurrentProcessId(), start);
+    EXPECT_FALSE(child.IsRunning());
+}
+
 TEST(Harness, SeesATruncatedImage) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(SmallDisk());

@@ -27,7 +27,7 @@ class KilledRun : public testing::Test {
         ProgramUnderTest program(folder_, std::string(" custom ") + kTarget);
         ::Sleep(moment);
         program.Kill();
-        EndChildrenOf(program.ProcessId());
+        EndChildrenOf(program.ProcessId(), program.Start());
     }
 
     void ExpectOldOrNewImage() const {

@@ -7,7 +7,6 @@
 
 #include "tests/e2e/support/Evidence.h"
 #include "tests/e2e/support/HarnessFailure.h"
-#include "tests/e2e/support/Programs.h"
 #include "tests/e2e/support/Screen.h"
 #include "tests/e2e/support/WindowTree.h"
 

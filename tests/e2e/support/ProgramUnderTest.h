@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/Programs.h"
 #include "tests/e2e/support/ShownMessage.h"
 
 namespace velbooter::e2e {
@@ -70,6 +71,9 @@ class ProgramUnderTest {
     void Kill();
 
     DWORD ProcessId() const { return process_.dwProcessId; }
+
+    /// When it was started, in units of 100 nanoseconds.
+    ULONGLONG Start() const { return StartOf(process_.hProcess); }
 
     /// The wait window, or null while it is not shown.
     HWND WaitWindow() const;

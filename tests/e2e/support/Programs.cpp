@@ -113,12 +113,21 @@ bool KillChild(DWORD parent, const std::string& name) {
     return killed;
 }
 
-void EndChildrenOf(DWORD parent) {
+ULONGLONG StartOf(HANDLE process) {
+    FILETIME start{};
+    FILETIME other{};
+    if (::GetProcessTimes(process, &start, &other, &other, &other) == 0)
+        throw HarnessFailure("a process does not say when it was started");
+    return ULARGE_INTEGER{{start.dwLowDateTime, start.dwHighDateTime}}.QuadPart;
+}
+
+void EndChildrenOf(DWORD parent, ULONGLONG parentStart) {
     constexpr DWORD kTimeToEnd = 1000;
     for (const PROCESSENTRY32& child : ChildrenOf(parent)) {
         const HANDLE process = ::OpenProcess(kAccessToKill, FALSE, child.th32ProcessID);
         if (process == nullptr) continue;
-        if (::WaitForSingleObject(process, kTimeToEnd) == WAIT_TIMEOUT) KillAndWait(process);
+        const bool isOwn = StartOf(process) >= parentStart;
+        if (isOwn && ::WaitForSingleObject(process, kTimeToEnd) == WAIT_TIMEOUT) KillAndWait(process);
         ::CloseHandle(process);
     }
 }

@@ -42,6 +42,9 @@ class HeldTool {
     std::string name_;
 };
 
+/// Returns when a process was started, in units of 100 nanoseconds.
+ULONGLONG StartOf(HANDLE process);
+
 /// A hidden process that the test has started.
 class StartedTool {
  public:
@@ -57,6 +60,11 @@ class StartedTool {
     /// Ends the process from outside and waits until it is gone. Returns whether it had not ended by itself.
     bool Kill();
 
+    bool IsRunning() const { return ::WaitForSingleObject(process_, 0) == WAIT_TIMEOUT; }
+
+    /// When it was started, in units of 100 nanoseconds.
+    ULONGLONG Start() const { return StartOf(process_); }
+
  private:
     HANDLE process_ = nullptr;
 };
@@ -70,8 +78,10 @@ DWORD WaitForChild(DWORD parent, const std::string& name);
 /// seconds.
 bool KillChild(DWORD parent, const std::string& name);
 
-/// Sees to it that no program that `parent` has started is left: it gets a second to end by itself. `parent`
-/// may itself have ended.
-void EndChildrenOf(DWORD parent);
+/// Sees to it that no program is left that the process `parent`, which was started at `parentStart`, has
+/// started: it gets a second to end by itself. `parent` may itself have ended. The system gives the ids of
+/// ended processes to new ones, and an older process of that parent's id is left alone: it may be one of the
+/// system's, without which no program can open a window or start another.
+void EndChildrenOf(DWORD parent, ULONGLONG parentStart);
 
 }  // namespace velbooter::e2e
