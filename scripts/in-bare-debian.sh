@@ -20,7 +20,17 @@ fi
 install_missing debootstrap git
 
 bare=$(mktemp -d "${TMPDIR:-/var/tmp}/velbooter-bare.XXXXXXXXXX")
-trap 'rm -rf --one-file-system "$bare"' EXIT
+inside=
+# shellcheck disable=SC2317  # the trap calls it
+clean_up() {
+    if [ -n "$inside" ]; then
+        kill -KILL "$inside" 2>/dev/null || true
+        wait "$inside" 2>/dev/null || true
+    fi
+    # What was killed may be writing its last.
+    rm -rf --one-file-system "$bare" 2>/dev/null || { sleep 1 && rm -rf --one-file-system "$bare"; }
+}
+trap clean_up EXIT
 trap 'exit 130' INT TERM HUP
 
 make_debian "$bare" amd64
@@ -39,4 +49,10 @@ for command; do
     chroot "$bare" /usr/bin/env -i HOME=/root PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
         /bin/bash -c "cd \"\$1\" && eval \"\$2\"" - "$checkout" "$command" </dev/null
 done'
-unshare --mount --pid --fork --kill-child bash -c "$enter" - "$bare" "$checkout" "${commands[@]}"
+# Should this script be killed without a word, the namespaces and all that runs in them go with it.
+setpriv --pdeathsig KILL unshare --mount --pid --fork --kill-child bash -c "$enter" - "$bare" "$checkout" "${commands[@]}" &
+inside=$!
+status=0
+wait "$inside" || status=$?
+inside=
+exit "$status"

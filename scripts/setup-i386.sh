@@ -11,6 +11,11 @@ export VELBOOTER_WINE=x86
 # The last two are called by the tests of windows, through Wine.
 packages=(wine wine32 xdotool imagemagick)
 
+# Of two at once the second waits and finds everything in place.
+mkdir -p "$root/build"
+exec 9>"$root/build/debian-i386.lock"
+flock 9
+
 if [ ! -f "$i386_root/.ready" ] || [ "$(cat "$i386_root/.ready")" != "${packages[*]}" ]; then
     if [ "$(id -u)" != 0 ]; then
         echo 'setup-i386.sh: only root can make a Debian root and enter it' >&2
@@ -19,8 +24,8 @@ if [ ! -f "$i386_root/.ready" ] || [ "$(cat "$i386_root/.ready")" != "${packages
     install_missing debootstrap
     echo "Making an i386 Debian in $i386_root"
     rm -rf --one-file-system "$i386_root" "$WINEPREFIX"
-    mkdir -p "$root/build"
     make_debian "$i386_root" i386 "${packages[@]}"
     echo "${packages[*]}" >"$i386_root/.ready"
 fi
-"$root/scripts/wine-prefix.sh"
+# A Wine server that this starts must not keep the lock.
+"$root/scripts/wine-prefix.sh" 9>&-

@@ -38,7 +38,13 @@ finish() {
     unset "running[$1]"
     grep -vE '^( *[0-9]+/[0-9]+ Test +#.* Passed +[0-9.]+ sec| *Start +[0-9]+: .*)$' "$logs/$1"
 }
-trap 'for job in "${running[@]}"; do kill -- "-$job" 2>/dev/null || true; done; wait' EXIT
+# shellcheck disable=SC2317  # the trap calls it
+end_jobs() {
+    local job
+    for job in "${running[@]}"; do kill -- "-$job" 2>/dev/null || true; done
+    wait
+}
+trap end_jobs EXIT
 
 step 'Setting up' scripts/setup.sh
 # Two cores are kept busy: Windows programs are tested, and packages unpacked, while other things are compiled.
