@@ -22,6 +22,6 @@ run wineboot --init
 # A crash ends the program at once instead of showing a dialog that nobody answers.
 run reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
 run winecfg -v win10
-# Some prefixes come with a Command folder, which stands for a Windows 98 installation.
-rmdir "$WINEPREFIX/drive_c/windows/command" 2>/dev/null || [ ! -e "$WINEPREFIX/drive_c/windows/command" ]
+# Some prefixes come with a Command folder, which stands for a Windows 98 installation; that of 32 bits is not even empty.
+rm -rf "$WINEPREFIX/drive_c/windows/command"
 echo "$recipe" >"$WINEPREFIX/.ready"
