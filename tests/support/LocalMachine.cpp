@@ -4,9 +4,19 @@
 
 namespace velbooter::testing {
 
+namespace {
+
+// The key is kept in memory alone, so that nothing of it outlasts a test that is killed.
+LSTATUS MakeKey(HKEY parent, const std::string& name, HKEY& key) {
+    return RegCreateKeyExA(parent, name.c_str(), 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS, nullptr,
+                           &key, nullptr);
+}
+
+}  // namespace
+
 LocalMachine::LocalMachine() : name_("Software\\VelbooterMachine" + std::to_string(GetCurrentProcessId())) {
     RegDeleteTreeA(HKEY_CURRENT_USER, name_.c_str());
-    EXPECT_EQ(ERROR_SUCCESS, RegCreateKeyA(HKEY_CURRENT_USER, name_.c_str(), &root_));
+    EXPECT_EQ(ERROR_SUCCESS, MakeKey(HKEY_CURRENT_USER, name_, root_));
     EXPECT_EQ(ERROR_SUCCESS, RegOverridePredefKey(HKEY_LOCAL_MACHINE, root_));
 }
 
@@ -23,7 +33,7 @@ void LocalMachine::Set(const std::string& key, const std::string& value, const s
 void LocalMachine::Set(const std::string& key, const std::string& value, DWORD type,
                        const std::string& bytes) {
     HKEY handle = nullptr;
-    ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyA(root_, key.c_str(), &handle));
+    ASSERT_EQ(ERROR_SUCCESS, MakeKey(root_, key, handle));
     EXPECT_EQ(ERROR_SUCCESS,
               RegSetValueExA(handle, value.c_str(), 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
                              static_cast<DWORD>(bytes.size())));

@@ -314,7 +314,8 @@ TEST_F(SystemHelpers, GetFileSizeOfAFileBeyond32BitsFails) {
 
 TEST_F(SystemHelpers, GetDriveFreeSpaceMultipliesIn32Bits) {
     DWORD sectors, bytes, freeClusters, clusters;
-    ASSERT_TRUE(GetDiskFreeSpaceA("C:\\", &sectors, &bytes, &freeClusters, &clusters));
+    ASSERT_TRUE(
+        GetDiskFreeSpaceA(Folder.Path().substr(0, 3).c_str(), &sectors, &bytes, &freeClusters, &clusters));
     const double product = 1.0 * sectors * bytes * freeClusters;
     if (product > 2147483647.0) {
         try {
@@ -333,11 +334,13 @@ TEST_F(SystemHelpers, GetDriveFreeSpaceOfADriveThatIsNotThereIsMinusOne) {
     EXPECT_EQ(-1, GetDriveFreeSpace(""));
 }
 
-/// A registry key of the test's own, removed at its end.
+/// A registry key of the test's own, in memory alone, removed at its end.
 class RegistryKey {
  public:
     RegistryKey() : name_("Software\\VelbooterTest" + std::to_string(GetCurrentProcessId())) {
-        EXPECT_EQ(ERROR_SUCCESS, RegCreateKeyA(HKEY_CURRENT_USER, name_.c_str(), &key_));
+        EXPECT_EQ(ERROR_SUCCESS,
+                  RegCreateKeyExA(HKEY_CURRENT_USER, name_.c_str(), 0, nullptr, REG_OPTION_VOLATILE,
+                                  KEY_ALL_ACCESS, nullptr, &key_, nullptr));
     }
     RegistryKey(const RegistryKey&) = delete;
     RegistryKey& operator=(const RegistryKey&) = delete;

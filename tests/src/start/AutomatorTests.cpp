@@ -24,10 +24,10 @@ class BatchMode : public BatchModeTest {
 };
 
 TEST_F(BatchMode, BuildsTheNamedDiskAndEndsTheProgram) {
-    EXPECT_EQ(ExitCode::Built, Run(Values("MyDisk", "C:\\out\\boot.img")));
+    EXPECT_EQ(ExitCode::Built, Run(Values("MyDisk", Elsewhere.At("out\\boot.img"))));
     EXPECT_EQ(3, App.SelectedDiskIndex);
     EXPECT_EQ(kSystemFiles + std::string("mark\\mydisk 6\n"), Folder.Read("tree.txt"));
-    EXPECT_EQ("C:\\out\\boot.img", Image());
+    EXPECT_EQ(Elsewhere.At("out\\boot.img"), Image());
     EXPECT_EQ("144", Type());
     EXPECT_FALSE(App.Wait.Visible);
     EXPECT_TRUE(Screen.Messages.empty());
@@ -90,21 +90,21 @@ TEST_F(BatchMode, WithoutATargetAndAFileOfTheDiskTheDefaultIsKept) {
 }
 
 TEST_F(BatchMode, WithoutATargetTheFileOfTheDiskIsMade) {
-    const std::pair<const char*, std::string> cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {"net.img", Folder.At("net.img")},
         {"images\\my net.img", Folder.At("images\\my net.img")},
         {"\\net.img", Folder.Path() + "\\\\net.img"},
-        {"D:\\images\\net.img", "D:\\images\\net.img"},
+        {Elsewhere.At("images\\net.img"), Elsewhere.At("images\\net.img")},
     };
     for (const auto& [file, target] : cases) {
-        MakeDisks({{"first", ""}, {"second", std::string("file=") + file + "\r\n"}});
+        MakeDisks({{"first", ""}, {"second", "file=" + file + "\r\n"}});
         Run(Values("second"));
         EXPECT_EQ(target, App.Wizard.TxtDest.Text);
     }
 }
 
 TEST_F(BatchMode, AGivenTargetWinsOverTheFileOfTheDisk) {
-    MakeDisks({{"first", "file=D:\\images\\net.img\r\n"}});
+    MakeDisks({{"first", "file=" + Elsewhere.At("net.img") + "\r\n"}});
     EXPECT_EQ(ExitCode::Built, Run(Values("first", "mine.img")));
     EXPECT_EQ("mine.img", Image());
 }
@@ -128,8 +128,8 @@ TEST_F(BatchMode, ATargetThatBeginsWithABackslashIsTakenAsRelativeToo) {
 }
 
 TEST_F(BatchMode, ATargetWithADriveIsTakenAsItIs) {
-    Run(Values("first", "D:\\boot.img"));
-    EXPECT_EQ("D:\\boot.img", Image());
+    EXPECT_EQ(ExitCode::Built, Run(Values("first", Elsewhere.At("boot.img"))));
+    EXPECT_EQ(Elsewhere.At("boot.img"), Image());
 }
 
 TEST_F(BatchMode, ABuildWithoutANewImageEndsWithItsOwnCode) {

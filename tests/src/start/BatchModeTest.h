@@ -85,6 +85,9 @@ class BatchModeTest : public ApplicationTest {
         EXPECT_FALSE(Folder.HasFolder("cabs"));
         EXPECT_FALSE(Folder.HasFolder("Temp"));
     }
+
+    /// A folder of the test's own outside the application folder, for targets with a drive.
+    const ApplicationFolder Elsewhere;
 };
 
 }  // namespace velbooter::testing
