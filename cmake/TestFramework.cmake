@@ -8,14 +8,27 @@ foreach(target gtest gmock gtest_main gmock_main)
     set_target_properties(${target} PROPERTIES COMPILE_WARNING_AS_ERROR OFF)
 endforeach()
 
+# velbooter_packed_test_file(TARGET): a program or library of the tests, linked as what is packed has to be: small, and the same
+# bytes from the same sources.
+function(velbooter_packed_test_file name)
+    target_link_options(${name} PRIVATE -s -Wl,--no-insert-timestamp)
+endfunction()
+
 # velbooter_test(NAME [EACH_CASE] SOURCE... [LIBRARIES LIB...] [PROPERTIES NAME VALUE...]): a GoogleTest program. Each of its
 # suites becomes a test of ctest, NAME.SUITE, and runs in a process of its own; with EACH_CASE each case does, NAME.SUITE.CASE.
-# PROPERTIES are those of each ctest test.
+# PROPERTIES are those of each ctest test. The global property VELBOOTER_TEST_PROGRAMS lists all such programs.
 function(velbooter_test name)
     cmake_parse_arguments(test "EACH_CASE" "" "LIBRARIES;PROPERTIES" ${ARGN})
     add_executable(${name} ${test_UNPARSED_ARGUMENTS})
     target_link_libraries(${name} PRIVATE velbooter_options ${test_LIBRARIES} GTest::gmock GTest::gtest_main)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
+    set_property(GLOBAL APPEND PROPERTY VELBOOTER_TEST_PROGRAMS ${name})
+    if(WIN32)
+        target_sources(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support/test.rc")
+        set_source_files_properties("${PROJECT_SOURCE_DIR}/tests/support/test.rc" PROPERTIES
+            OBJECT_DEPENDS "${PROJECT_SOURCE_DIR}/tests/support/test.manifest")
+        velbooter_packed_test_file(${name})
+    endif()
     # ctest asks the program for its tests when it begins, because a cross build may not be able to run it.
     set(list "${CMAKE_CURRENT_BINARY_DIR}/${name}.cmake")
     file(GENERATE OUTPUT "${list}" CONTENT "
