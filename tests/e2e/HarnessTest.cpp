@@ -9,13 +9,13 @@
 #include "tests/e2e/support/HarnessFailure.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 #include "tests/e2e/support/Programs.h"
+#include "tests/support/BuiltFile.h"
 
 namespace velbooter::e2e {
 namespace {
 
 void ReplaceTheProgram(const ApplicationFolder& folder, const std::string& with) {
-    std::filesystem::copy_file(with, folder.Path("velbooter.exe"),
-                               std::filesystem::copy_options::overwrite_existing);
+    tests::CopyOver(with, folder.Path("velbooter.exe"));
 }
 
 TEST(Harness, SeesAProgramThatEndsInsteadOfShowingAMessage) {

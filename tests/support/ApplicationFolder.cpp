@@ -7,6 +7,9 @@
 #include <fstream>
 #include <iterator>
 #include <sstream>
+#include <stdexcept>
+
+#include "tests/support/BuiltFile.h"
 
 namespace velbooter::testing {
 
@@ -21,10 +24,13 @@ std::string WithoutExtension(const std::string& path) {
 std::string FreshFolder() {
     static int counter = 0;
     char buffer[MAX_PATH];
-    const DWORD length = GetTempPathA(MAX_PATH, buffer);
-    std::string base(buffer, length);
+    std::string base(buffer, GetTempPathA(MAX_PATH, buffer));
     // Command lines of external programs are not quoted, so a blank would change them.
-    if (base.find(' ') != std::string::npos) base = "C:\\";
+    if (base.find(' ') != std::string::npos) {
+        base.assign(buffer, GetShortPathNameA(base.c_str(), buffer, MAX_PATH));
+        if (base.empty() || base.find(' ') != std::string::npos)
+            throw std::runtime_error("the temporary folder needs a path without a blank");
+    }
     const std::string path =
         base + "vb" + std::to_string(GetCurrentProcessId()) + "_" + std::to_string(++counter);
     fs::remove_all(path);
@@ -116,7 +122,7 @@ std::vector<std::string> ApplicationFolder::Tree(const std::string& tail) const 
 void ApplicationFolder::MakeTool(const std::string& tail, const std::string& instructions) const {
     const std::string path = At(tail);
     fs::create_directories(fs::path(path).parent_path());
-    fs::copy_file(TestProgramFolder() + "\\recorder.exe", path, fs::copy_options::overwrite_existing);
+    tests::CopyOver(TestProgramFolder() + "\\recorder.exe", path);
     Write(WithoutExtension(tail) + ".do", instructions);
 }
 

@@ -9,6 +9,7 @@
 #include <iterator>
 
 #include "tests/e2e/support/HarnessFailure.h"
+#include "tests/support/BuiltFile.h"
 
 namespace velbooter::e2e {
 
@@ -25,7 +26,8 @@ std::string WindowsPath(std::string path) {
 
 std::string DemoFolder() {
     const char* given = std::getenv("VELBOOTER_DEMO_FOLDER");
-    return WindowsPath(given != nullptr ? given : VELBOOTER_DEMO_FOLDER);
+    if (given != nullptr) return WindowsPath(given);
+    return Ansi(tests::BuiltFile("demo", VELBOOTER_DEMO_FOLDER).wstring());
 }
 
 std::string NewTestFolder() {
@@ -67,7 +69,8 @@ ApplicationFolder::ApplicationFolder(const std::string& name, const std::string&
     }
     RemoveTree(base_);
     const fs::path target = PathFromAnsi(path_);
-    fs::create_directories(target);
+    // A folder that is there already would be taken for the demonstration itself when both lie on one drive.
+    fs::create_directories(target.parent_path());
     fs::copy(demo, target, fs::copy_options::recursive);
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/e2e/support/HarnessFailure.h"
+#include "tests/support/BuiltFile.h"
 
 namespace velbooter::e2e {
 
@@ -56,7 +57,7 @@ std::string TestProgram(const std::string& name) {
 }
 
 void CopyTestProgram(const std::string& name, const std::string& target) {
-    std::filesystem::copy_file(TestProgram(name), target, std::filesystem::copy_options::overwrite_existing);
+    tests::CopyOver(TestProgram(name), target);
 }
 
 HeldTool::HeldTool(const ApplicationFolder& folder, const std::string& name) : folder_(folder), name_(name) {

@@ -8,6 +8,7 @@
 #include "src/common/RuntimeError.h"
 #include "src/common/SetupCommon.h"
 #include "src/common/Webcollect.h"
+#include "tests/support/BuiltFile.h"
 
 namespace velbooter::testing {
 
@@ -28,8 +29,7 @@ WriteProtectedFile::~WriteProtectedFile() {
 }
 
 void DriversTest::InstallArchiver() const {
-    fs::copy_file(TestProgramFolder() + "\\..\\bin\\cabarc.exe", Folder.At("cabarc.exe"),
-                  fs::copy_options::overwrite_existing);
+    tests::CopyOver(tests::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM), Folder.At("cabarc.exe"));
 }
 
 void DriversTest::MakeCabinet(const std::string& cabinet, const Members& members,

@@ -11,8 +11,10 @@
 extern char** environ;
 #endif
 
+#include "tests/support/BuiltFile.h"
 #include "tests/tools/bfi/ImageFixture.h"
 #include "tests/tools/shared/RunProgram.h"
+#include "tools/shared/HostFiles.h"
 
 namespace tools::bfi::testing {
 namespace {
@@ -23,6 +25,10 @@ using tools::testing::ProgramResult;
 using tools::testing::RunProgram;
 using tools::testing::TestFolder;
 
+std::string BfiPath() {
+    return Utf8FromPath(velbooter::tests::BuiltFile("demo/bfi.exe", BFI_PROGRAM));
+}
+
 class BfiProgram : public ::testing::Test {
  protected:
     BfiProgram() {
@@ -31,8 +37,8 @@ class BfiProgram : public ::testing::Test {
     }
 
     std::vector<std::string> Words(const std::string& image) const {
-        return {BFI_PROGRAM, "-b=" + Files.Text("boot.bin"), "-l=Velstart",
-                "-t=144",    "-f=" + Files.Text(image),      Files.Text("tree")};
+        return {BfiPath(), "-b=" + Files.Text("boot.bin"), "-l=Velstart",
+                "-t=144",  "-f=" + Files.Text(image),      Files.Text("tree")};
     }
 
     const TestFolder Files;
@@ -46,7 +52,7 @@ TEST_F(BfiProgram, IsSilentAndGives0WhenTheImageIsWritten) {
 }
 
 TEST_F(BfiProgram, AWrongCallShowsTheUsageAndGives2) {
-    const ProgramResult result = RunProgram({BFI_PROGRAM});
+    const ProgramResult result = RunProgram({BfiPath()});
     EXPECT_EQ(result.ExitCode, 2);
     EXPECT_THAT(result.Output, StartsWith("bfi: the boot sector (-b=) is missing\nUsage: bfi "));
 }
@@ -87,7 +93,7 @@ TEST_F(BfiProgram, KilledAtAnyMomentItLeavesTheOldImageOrTheNewOne) {
         for (std::string& word : words) arguments.push_back(word.data());
         arguments.push_back(nullptr);
         pid_t process = 0;
-        ASSERT_EQ(posix_spawn(&process, BFI_PROGRAM, nullptr, nullptr, arguments.data(), environ), 0);
+        ASSERT_EQ(posix_spawn(&process, BfiPath().c_str(), nullptr, nullptr, arguments.data(), environ), 0);
         usleep(static_cast<useconds_t>(run * 150));
         kill(process, SIGKILL);
         int status = 0;

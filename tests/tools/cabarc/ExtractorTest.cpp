@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/support/BuiltFile.h"
 #include "tests/tools/cabarc/ParsedCabinet.h"
 #include "tests/tools/cabarc/RunProgram.h"
 #include "tools/cabarc/CabinetWriter.h"
@@ -147,10 +148,12 @@ TEST_F(Extractor, UnpacksFoldersOfDifferentMethods) {
 }
 
 TEST_F(Extractor, UnpacksACabinetOfAnotherPacker) {
-    const std::string drive = std::string(FOREIGN_CABINET).front() == '/' ? "Z:" : "";
-    EXPECT_EQ(ExtractWith({"x", drive + FOREIGN_CABINET}), 2U);
-    for (const char* name : {"ParsedCabinet.cpp", "ParsedCabinet.h"}) {
-        EXPECT_EQ(ReadBytes(name), ReadBytes(drive + FOREIGN_SOURCES + "/" + name)) << name;
+    const auto fileAt = [](const std::string& name, const std::string& folder) {
+        return Utf8FromPath(velbooter::tests::BuiltFile("foreign/" + name, folder + "/" + name));
+    };
+    EXPECT_EQ(ExtractWith({"x", fileAt("foreign.cab", FOREIGN_CABINET_FOLDER)}), 2U);
+    for (const std::string name : {"ParsedCabinet.cpp", "ParsedCabinet.h"}) {
+        EXPECT_EQ(ReadBytes(name), ReadBytes(fileAt(name, FOREIGN_SOURCES))) << name;
     }
 }
 

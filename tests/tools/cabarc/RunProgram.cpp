@@ -2,7 +2,10 @@
 
 #include <cstdlib>
 
+#include "tests/support/BuiltFile.h"
 #include "tests/tools/cabarc/TestFolder.h"
+#include "tools/shared/HostFiles.h"
+#include "tools/shared/Utf8.h"
 
 #ifndef _WIN32
 #include <sys/wait.h>
@@ -22,7 +25,8 @@ std::string TextOf(const std::string& file) {
 ProgramResult RunCommand(const std::string& command) {
     const std::string redirected = command + " >stdout.txt 2>stderr.txt";
 #ifdef _WIN32
-    const int code = std::system(("\"" + redirected + "\"").c_str());  // cmd takes one pair of quotes away
+    const std::u16string quoted = Utf16FromUtf8("\"" + redirected + "\"");  // cmd takes one pair away
+    const int code = _wsystem(std::wstring(quoted.begin(), quoted.end()).c_str());
 #else
     const int status = std::system(redirected.c_str());
     const int code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -31,13 +35,7 @@ ProgramResult RunCommand(const std::string& command) {
 }
 
 ProgramResult RunCabarc(const std::string& arguments) {
-    std::string program = CABARC_PROGRAM;
-#ifdef _WIN32
-    if (program.front() == '/') program = "Z:" + program;  // cross-built: Wine's drive for the host's files
-    for (char& c : program) {
-        if (c == '/') c = '\\';
-    }
-#endif
+    const std::string program = Utf8FromPath(velbooter::tests::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM));
     return RunCommand("\"" + program + "\" " + arguments);
 }
 
