@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Makes what a user downloads: build/velbooter-VERSION-x64.zip and -x86.zip. Beside each are its .sha256 and .toolchain.txt, which
-# names the compiler, the linker and the libraries. To run the program, unpack one anywhere. The same sources and the same
+# names the compiler, the linker and the libraries, and the ZIP of its test programs, -x64-tests.zip and -x86-tests.zip, with a
+# run-tests.bat that runs them on any Windows. To run the program, unpack one anywhere. The same sources and the same
 # SOURCE_DATE_EPOCH (the time of the last commit when it is not given) make the same bytes.
 # package.sh [PRESET...]   (mingw-x64 and mingw-x86 when none is named)
 set -euo pipefail
@@ -10,8 +11,11 @@ presets=("$@")
 "$root/scripts/setup.sh"
 cd "$root"
 for preset in "${presets[@]}"; do
-    scripts/build-preset.sh "$preset" shipped
-    if ! cpack --preset "$preset" >>"build/$preset.log" 2>&1; then
+    # The tests take the demonstration along.
+    scripts/build.sh "${preset#mingw-}"
+    scripts/build-preset.sh "$preset" packed_tests
+    if ! { cpack --preset "$preset" && cpack --config "build/$preset/CPackTests.cmake" -B "build/$preset/package"; } \
+        >>"build/$preset.log" 2>&1; then
         tail -n 20 "build/$preset.log" >&2
         echo "package.sh: the package of $preset failed; the whole log is build/$preset.log" >&2
         exit 1

@@ -12,8 +12,9 @@ make_scratch() {
     trap 'rm -rf "$scratch"' EXIT
 }
 
-# pack BUILD FOLDER: leaves in FOLDER the package of what is built in BUILD.
+# pack BUILD FOLDER [CONFIGURATION]: leaves in FOLDER the package of what is built in BUILD, or another of CPack's.
 pack() {
-    [ -f "$1/CPackConfig.cmake" ] || fail "$1 is not built: scripts/package.sh does it"
-    cpack --config "$1/CPackConfig.cmake" -B "$2" >"$scratch/cpack.log" 2>&1 || fail "cpack: $(cat "$scratch/cpack.log")"
+    local configuration=$1/${3:-CPackConfig.cmake}
+    [ -f "$configuration" ] || fail "$1 is not built: scripts/package.sh does it"
+    cpack --config "$configuration" -B "$2" >"$scratch/cpack.log" 2>&1 || fail "cpack: $(cat "$scratch/cpack.log")"
 }
