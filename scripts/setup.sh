@@ -15,7 +15,7 @@ packages=(
     # checking what was made
     mtools dosfstools cabextract p7zip-full gcab libarchive-tools libmspack-dev unzip
     # keeping the source in order, and measuring
-    clang libclang-rt-dev clang-format clang-tidy shellcheck hyperfine
+    clang libclang-rt-dev clang-format clang-tidy shellcheck python3-yaml hyperfine
 )
 install_missing "${packages[@]}"
 "$root/scripts/wine-prefix.sh"
