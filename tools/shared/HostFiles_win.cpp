@@ -157,9 +157,9 @@ void FollowFileLink(const fs::path& file, const WIN32_FIND_DATAW& found, HostFil
 
 std::string SystemReason(std::int64_t error) {
     wchar_t text[512];
-    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                                  static_cast<DWORD>(error), 0, text, static_cast<DWORD>(std::size(text)),
-                                  nullptr);
+    DWORD length =
+        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                       static_cast<DWORD>(error), 0, text, static_cast<DWORD>(std::size(text)), nullptr);
     while (length > 0 && (text[length - 1] <= L' ' || text[length - 1] == L'.')) --length;
     return length > 0 ? LossyUtf8({text, length}) : "error " + std::to_string(error);
 }
