@@ -19,13 +19,14 @@ install_missing() {
 }
 
 # make_debian FOLDER ARCHITECTURE [PACKAGE...]: makes a Debian 12 of that architecture in FOLDER, of its smallest set of
-# packages and those named, with what these need. Ends the script with the end of the log when it cannot.
+# packages and those named, with what these need. What debootstrap mounts meanwhile is private. Ends the script with the end
+# of the log when it cannot.
 make_debian() {
     local folder=$1 architecture=$2 log packages
     shift 2
     packages=$(IFS=, && echo "$*")
     log=$(mktemp)
-    if ! debootstrap --variant=minbase --arch="$architecture" ${packages:+--include="$packages"} bookworm "$folder" \
+    if ! unshare --mount debootstrap --variant=minbase --arch="$architecture" ${packages:+--include="$packages"} bookworm "$folder" \
         http://deb.debian.org/debian >"$log" 2>&1 </dev/null; then
         tail -n 20 "$log" >&2
         rm -f "$log"
