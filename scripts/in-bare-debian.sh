@@ -33,6 +33,8 @@ clean_up() {
 trap clean_up EXIT
 trap 'exit 130' INT TERM HUP
 
+# Not everything in there runs as root.
+chmod 755 "$bare"
 make_debian "$bare" amd64
 # What a user adds to a fresh system is none of ours: neither the caller's settings nor his configuration of git.
 env -i PATH="$PATH" git clone --quiet --no-hardlinks "file://$root" "$bare$checkout"
@@ -40,6 +42,7 @@ env -i PATH="$PATH" git clone --quiet --no-hardlinks "file://$root" "$bare$check
 # shellcheck disable=SC2016  # the inner shell's own words
 enter='set -e
 mount -t proc proc "$1/proc"
+mount -t devpts devpts "$1/dev/pts"
 mount -t tmpfs tmpfs "$1/dev/shm"
 bare=$1
 checkout=$2
