@@ -49,6 +49,11 @@ awk -v preset="$preset" '
     /^\[==========\] [0-9]+ tests? .* ran\./ { cases = $2 }
     /^\[  FAILED  \] [0-9]+ tests?, listed below:/ { failures = $4 }
     /^Test Passed\./ { passed = 1 }
-    END { end_test(); printf "%s: %d tests passed, %d failed\n", preset, all - failed, failed }
+    /^run-in-wine\.sh: exit code .* before the first line/ { dead = dead " " name }
+    END {
+        end_test()
+        if (dead != "") printf "%s: ended before their first line:%s\n", preset, dead
+        printf "%s: %d tests passed, %d failed\n", preset, all - failed, failed
+    }
 ' "build/$preset/Testing/Temporary/LastTest.log"
 exit "$status"
