@@ -10,6 +10,7 @@ import pathlib
 import re
 import subprocess
 import sys
+import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 SCRIPT = re.compile(r'(?<![\w/.-])(?:\./)?((?:scripts|resources|help|tests|bench|demo)/[\w./-]+\.(?:sh|py))')
@@ -17,8 +18,11 @@ RUN = re.compile(r'(?:run-tests\.sh|ctest --preset) ([\w-]+)(?: -\S+)*? -R (\S+?
 
 
 def tests_found(preset, name):
-    listed = subprocess.run(['ctest', '--preset', preset, '-N', '-R', name], cwd=ROOT, check=True, text=True,
-                            capture_output=True).stdout
+    with tempfile.TemporaryDirectory() as folder:
+        # In the folder of the preset ctest would write over the log of the run to which this test belongs.
+        (pathlib.Path(folder) / 'CTestTestfile.cmake').write_text(f'subdirs("{ROOT}/build/{preset}")\n', encoding='utf-8')
+        listed = subprocess.run(['ctest', '--test-dir', folder, '-N', '-R', name], check=True, text=True,
+                                capture_output=True).stdout
     return int(re.search(r'^Total Tests: (\d+)$', listed, re.MULTILINE)[1])
 
 

@@ -29,7 +29,7 @@ FEWEST = {'file': 11, 'keys': 4, 'disk': 8, 'lines': 2, 'typed': 11}
 BLOCK = re.compile(r'(?:^<!-- (\w+): ([^\n]*) -->\n)?^```(?:\w*)\n(.*?)^```$', re.MULTILINE | re.DOTALL)
 PROMPT = re.compile(r'(C:[^>]*)> (.*)')
 IMAGE_BYTES = 1474560
-TIMEOUT_SECONDS = 60
+TIMEOUT_SECONDS = 200
 
 
 def fail(text):

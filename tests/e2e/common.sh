@@ -21,7 +21,7 @@ copy_application() {
 # Runs the program in $application with the given words. A message box would stand until the time is over.
 run_program() {
     local status=0
-    (cd "$application" && timeout 60 "$root/scripts/wine.sh" velbooter.exe "$@") \
+    (cd "$application" && timeout 200 "$root/scripts/wine.sh" velbooter.exe "$@") \
         >"$scratch/program.log" 2>&1 </dev/null || status=$?
     if [ "$status" = 124 ]; then
         mkdir -p "$root/build/e2e-failures"

@@ -131,7 +131,7 @@ class KilledTool {
             folder_.Path("out").c_str(), FALSE, FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_SIZE);
         ASSERT_NE(change, INVALID_HANDLE_VALUE);
         StartedTool tool(commandLine_, folder_.Path());
-        constexpr DWORD kPatience = 10000;
+        constexpr DWORD kPatience = 60000;
         EXPECT_EQ(::WaitForSingleObject(change, kPatience), WAIT_OBJECT_0);
         ::FindCloseChangeNotification(change);
         ::Sleep(wait);

@@ -42,5 +42,7 @@ extern "C" __declspec(dllexport) HWND WINAPI
     std::ofstream note(NoteFile(), std::ios::app);
     note << "owner " << reinterpret_cast<INT_PTR>(owner) << " file " << file << " command " << command
          << " data " << data << "\n";
+    // Whoever sees the window finds the note.
+    note.close();
     return ShowWindowOfHelp();
 }

@@ -97,7 +97,7 @@ bool StartedTool::Kill() {
 }
 
 DWORD WaitForChild(DWORD parent, const std::string& name) {
-    constexpr ULONGLONG kWait = 10000;
+    constexpr ULONGLONG kWait = 60000;
     const ULONGLONG end = ::GetTickCount64() + kWait;
     for (;;) {
         if (const DWORD child = FindChild(parent, name)) return child;

@@ -70,12 +70,12 @@ class StartedTool {
 };
 
 /// Waits until `parent`, which may have ended since, has started the program `name`, and returns its process
-/// id. Throws HarnessFailure when it is not seen within ten seconds.
+/// id. Throws HarnessFailure when it is not seen within a minute.
 DWORD WaitForChild(DWORD parent, const std::string& name);
 
 /// Waits until `parent` has started the program `name`, ends it from outside and waits until it is gone.
-/// Returns whether that came before its own end. Throws HarnessFailure when it is not seen within ten
-/// seconds.
+/// Returns whether that came before its own end. Throws HarnessFailure when it is not seen within a
+/// minute.
 bool KillChild(DWORD parent, const std::string& name);
 
 /// Sees to it that no program is left that the process `parent`, which was started at `parentStart`, has

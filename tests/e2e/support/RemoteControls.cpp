@@ -10,7 +10,7 @@
 namespace velbooter::e2e {
 
 LRESULT Ask(HWND window, UINT message, WPARAM wParam, const void* pointer) {
-    constexpr UINT kPatience = 5000;
+    constexpr UINT kPatience = 60000;
     DWORD_PTR answer = 0;
     if (::SendMessageTimeoutA(window, message, wParam, reinterpret_cast<LPARAM>(pointer), SMTO_ABORTIFHUNG,
                               kPatience, &answer) == 0) {

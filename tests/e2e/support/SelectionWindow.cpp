@@ -27,7 +27,7 @@ void PrintTo(const DriverRow& row, std::ostream* out) {
 }
 
 bool Eventually(const std::function<bool()>& condition) {
-    constexpr ULONGLONG kPatience = 5000;
+    constexpr ULONGLONG kPatience = 60000;
     constexpr DWORD kStep = 10;
     const ULONGLONG end = ::GetTickCount64() + kPatience;
     while (!condition()) {

@@ -18,7 +18,7 @@ const void* Pointer(UINT_PTR value) {
 
 // Asked for in 16-bit characters: Wine hands the text on to another process as it keeps it.
 std::string FileText(HWND list, int row) {
-    constexpr UINT kPatience = 5000;
+    constexpr UINT kPatience = 60000;
     wchar_t wide[4096] = L"";
     DWORD_PTR length = 0;
     if (::SendMessageTimeoutW(list, LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(wide),
