@@ -41,6 +41,8 @@ env -i PATH="$PATH" git clone --quiet --no-hardlinks "file://$root" "$bare$check
 
 # shellcheck disable=SC2016  # the inner shell's own words
 enter='set -e
+# Mounts of its own can only be made where the root is a mount itself.
+mount --bind "$1" "$1"
 mount -t proc proc "$1/proc"
 mount -t devpts devpts "$1/dev/pts"
 mount -t tmpfs tmpfs "$1/dev/shm"

@@ -10,6 +10,7 @@ export VELBOOTER_WINE=x86
 . "$root/scripts/wine-environment.sh"
 # The last two are called by the tests of windows, through Wine.
 packages=(wine wine32 xdotool imagemagick)
+install_missing debootstrap fonts-wine
 
 # Of two at once the second waits and finds everything in place.
 mkdir -p "$root/build"
@@ -21,7 +22,6 @@ if [ ! -f "$i386_root/.ready" ] || [ "$(cat "$i386_root/.ready")" != "${packages
         echo 'setup-i386.sh: only root can make a Debian root and enter it' >&2
         exit 1
     fi
-    install_missing debootstrap
     echo "Making an i386 Debian in $i386_root"
     rm -rf --one-file-system "$i386_root" "$WINEPREFIX"
     make_debian "$i386_root" i386 "${packages[@]}"
