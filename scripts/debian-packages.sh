@@ -19,19 +19,23 @@ install_missing() {
 }
 
 # make_debian FOLDER ARCHITECTURE [PACKAGE...]: makes a Debian 12 of that architecture in FOLDER, of its smallest set of
-# packages and those named, with what these need. What debootstrap mounts meanwhile is private. Ends the script with the end
-# of the log when it cannot.
+# packages and those named, with what these need. Ends the script with the end of the log when it cannot.
 make_debian() {
-    local folder=$1 architecture=$2 log packages
+    local folder=$1 architecture=$2 work packages
     shift 2
     packages=$(IFS=, && echo "$*")
-    log=$(mktemp)
-    if ! unshare --mount debootstrap --variant=minbase --arch="$architecture" ${packages:+--include="$packages"} bookworm "$folder" \
-        http://deb.debian.org/debian >"$log" 2>&1 </dev/null; then
-        tail -n 20 "$log" >&2
-        rm -f "$log"
+    work=$(mktemp -d)
+    mkdir -p "$folder" "$work/debian"
+    # Debootstrap knows no folders with spaces in their paths, so it sees the folder at another place. What it mounts itself
+    # is private, too.
+    # shellcheck disable=SC2016  # the inner shell's own words
+    if ! unshare --mount bash -c 'mount --bind "$1" "$2" && shift && exec debootstrap "${@:2}" "$1" http://deb.debian.org/debian' - \
+        "$folder" "$work/debian" --variant=minbase --arch="$architecture" ${packages:+--include="$packages"} bookworm \
+        >"$work/log" 2>&1 </dev/null; then
+        tail -n 20 "$work/log" >&2
+        rm -rf "$work"
         echo "no Debian of $architecture could be made in $folder" >&2
         exit 1
     fi
-    rm -f "$log"
+    rm -rf "$work"
 }
