@@ -17,8 +17,8 @@ namespace {
 using std::chrono::steady_clock;
 
 constexpr DWORD kStep = 50;
-constexpr std::chrono::seconds kWindowPatience{200};
-constexpr std::chrono::seconds kRunPatience{200};
+constexpr std::chrono::seconds kWindowPatience{500};
+constexpr std::chrono::seconds kRunPatience{500};
 
 }  // namespace
 
