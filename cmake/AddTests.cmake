@@ -14,17 +14,18 @@ if("${program}" IS_NEWER_THAN "${cases}")
     file(WRITE "${cases}" "${listed}")
 endif()
 
-# A suite stands at the beginning of its line and ends in a dot, its cases are indented; what follows # are parameters.
+# A suite stands at the beginning of its line and ends in a dot, its cases are indented; what follows # are parameters. Wine may
+# have complained between them.
 file(STRINGS "${cases}" lines)
 set(filters "")
 foreach(line IN LISTS lines)
     string(REGEX REPLACE "( *#.*|\r)$" "" line "${line}")
-    if(line MATCHES "^[^ ].*\\.$")
+    if(line MATCHES "^[A-Za-z0-9_/]+\\.$")
         set(suite "${line}")
         if(NOT eachCase)
             list(APPEND filters "${suite}*")
         endif()
-    elseif(line MATCHES "^  (.+)$" AND eachCase)
+    elseif(line MATCHES "^  ([A-Za-z0-9_/]+)$" AND eachCase)
         list(APPEND filters "${suite}${CMAKE_MATCH_1}")
     endif()
 endforeach()

@@ -10,7 +10,7 @@ install_missing() {
     done
     [ ${#missing[@]} -gt 0 ] || return 0
     if [ "$(id -u)" != 0 ]; then
-        echo "these packages are missing and only root can install them: ${missing[*]}" >&2
+        echo "$(basename "$0"): these packages are missing and only root can install them: ${missing[*]}" >&2
         exit 1
     fi
     echo "Installing from Debian: ${missing[*]}"
@@ -34,7 +34,7 @@ make_debian() {
         >"$work/log" 2>&1 </dev/null; then
         tail -n 20 "$work/log" >&2
         rm -rf "$work"
-        echo "no Debian of $architecture could be made in $folder" >&2
+        echo "$(basename "$0"): no Debian of $architecture could be made in $folder" >&2
         exit 1
     fi
     rm -rf "$work"

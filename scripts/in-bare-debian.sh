@@ -23,12 +23,14 @@ bare=$(mktemp -d "${TMPDIR:-/var/tmp}/velbooter-bare.XXXXXXXXXX")
 inside=
 # shellcheck disable=SC2317  # the trap calls it
 clean_up() {
-    if [ -n "$inside" ]; then
-        kill -KILL "$inside" 2>/dev/null || true
-        wait "$inside" 2>/dev/null || true
+    local first
+    # The kernel ends all that runs inside with its first process, and only then does that one's parent return. So nobody
+    # writes any more when the folder goes.
+    if [ -n "$inside" ] && first=$(cat "/proc/$inside/task/$inside/children") &&
+        first=${first%% *} && kill -KILL "${first:-$inside}"; then
+        wait "$inside" || true # its code is that of this signal
     fi
-    # What was killed may be writing its last.
-    rm -rf --one-file-system "$bare" 2>/dev/null || { sleep 1 && rm -rf --one-file-system "$bare"; }
+    rm -rf --one-file-system "$bare"
 }
 trap clean_up EXIT
 trap 'exit 130' INT TERM HUP
@@ -37,7 +39,8 @@ trap 'exit 130' INT TERM HUP
 chmod 755 "$bare"
 make_debian "$bare" amd64
 # What a user adds to a fresh system is none of ours: neither the caller's settings nor his configuration of git.
-env -i PATH="$PATH" git clone --quiet --no-hardlinks "file://$root" "$bare$checkout"
+# Root may clone what belongs to another user.
+env -i PATH="$PATH" git clone --quiet --upload-pack "git -c 'safe.directory=*' upload-pack" "file://$root" "$bare$checkout"
 
 # shellcheck disable=SC2016  # the inner shell's own words
 enter='set -e

@@ -35,7 +35,13 @@ esac
 
 export CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$(nproc)}
 status=0
+log=build/$preset/Testing/Temporary/LastTest.log
+rm -f "$log"
 ctest --preset "$preset" "$@" || status=$?
+if [ ! -f "$log" ]; then
+    echo "run-tests.sh: no test of $preset was run" >&2
+    exit 1
+fi
 
 # A test of ctest is a suite of a test program, a single case of one, or a script.
 awk -v preset="$preset" '
@@ -55,5 +61,5 @@ awk -v preset="$preset" '
         if (dead != "") printf "%s: ended before their first line:%s\n", preset, dead
         printf "%s: %d tests passed, %d failed\n", preset, all - failed, failed
     }
-' "build/$preset/Testing/Temporary/LastTest.log"
+' "$log"
 exit "$status"

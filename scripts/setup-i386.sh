@@ -23,7 +23,7 @@ if [ ! -f "$i386_root/.ready" ] || [ "$(cat "$i386_root/.ready")" != "${packages
         exit 1
     fi
     echo "Making an i386 Debian in $i386_root"
-    rm -rf --one-file-system "$i386_root" "$WINEPREFIX"
+    rm -rf --one-file-system "$i386_root"
     make_debian "$i386_root" i386 "${packages[@]}"
     echo "${packages[*]}" >"$i386_root/.ready"
 fi

@@ -8,14 +8,22 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 recipe=$(sha256sum <"${BASH_SOURCE[0]}")$(in_wine_root dpkg-query -W libwine)
 if [ -f "$WINEPREFIX/.ready" ] && [ "$(cat "$WINEPREFIX/.ready")" = "$recipe" ]; then exit 0; fi
 
+log=$WINEPREFIX/setup.log
+if [ -d "$WINEPREFIX" ]; then
+    if [ ! -f "$log" ]; then
+        echo "wine-prefix.sh: $WINEPREFIX is not a prefix that this script has made, so it stays: name another folder" >&2
+        exit 1
+    fi
+    stop_wine
+fi
 echo "Making the Wine prefix $WINEPREFIX"
-if [ -d "$WINEPREFIX" ]; then stop_wine; fi
 rm -rf "$WINEPREFIX"
+mkdir -p "$WINEPREFIX"
+: >"$log"
 # Debian's Wine does not look where Debian's package of its fonts puts them.
 fonts=$WINEPREFIX/drive_c/windows/Fonts
 mkdir -p "$fonts"
 cp /usr/share/wine/fonts/* "$fonts/"
-log=$WINEPREFIX/setup.log
 # The server keeps its output open as long as it lives, so it never gets this script's.
 run() { "$root/scripts/wine.sh" "$@" >>"$log" 2>&1 </dev/null; }
 run wineboot --init

@@ -4,7 +4,8 @@
 # Needs root, and the i386 Debian (scripts/setup-i386.sh). The mounts are private and go with the command.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-i386_root=$root/build/debian-i386
+# shellcheck source=scripts/wine-environment.sh
+. "$root/scripts/wine-environment.sh"
 
 if [ ! -f "$i386_root/.ready" ]; then
     echo 'with-i386-root.sh: there is no i386 Debian: scripts/setup-i386.sh makes it' >&2

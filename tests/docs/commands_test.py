@@ -29,8 +29,9 @@ def tests_found(preset, name):
 def main():
     if len(sys.argv) != 2:
         sys.exit('usage: commands_test.py PRESET')
-    pages = subprocess.run(['git', 'ls-files', '*.md'], cwd=ROOT, check=True, text=True,
-                           capture_output=True).stdout.split()
+    # The user who tests may be another one than the owner of the files.
+    pages = subprocess.run(['git', '-c', f'safe.directory={ROOT}', 'ls-files', '-z', '*.md'], cwd=ROOT, check=True,
+                           text=True, stdout=subprocess.PIPE).stdout.removesuffix('\0').split('\0')
     failures = []
     scripts = set()
     runs = set()

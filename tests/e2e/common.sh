@@ -24,9 +24,11 @@ run_program() {
     (cd "$application" && timeout 200 "$root/scripts/wine.sh" velbooter.exe "$@") \
         >"$scratch/program.log" 2>&1 </dev/null || status=$?
     if [ "$status" = 124 ]; then
-        mkdir -p "$root/build/e2e-failures"
-        import -window root "$root/build/e2e-failures/$(basename "$0" .sh).png" || true
-        fail "velbooter.exe $* does not end; see build/e2e-failures"
+        local failures=$root/build/e2e-failures picture='no picture could be taken'
+        [ "${VELBOOTER_WINE:-x64}" = x64 ] || failures+=-$VELBOOTER_WINE
+        mkdir -p "$failures"
+        if import -window root "$failures/$(basename "$0" .sh).png"; then picture="see $failures"; fi
+        fail "velbooter.exe $* does not end; $picture"
     fi
     [ "$status" = 0 ] || fail "velbooter.exe $* ended with exit code $status: $(cat "$scratch/program.log")"
     for left in Drivers.ini cabs Temp; do

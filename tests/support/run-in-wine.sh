@@ -6,7 +6,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 status=0
-WINEDEBUG=${WINEDEBUG:-err+all,fixme-all} "$root/scripts/wine.sh" "$@" >"$log" 2>&1 </dev/null || status=$?
+WINEDEBUG=err+all,fixme-all "$root/scripts/wine.sh" "$@" >"$log" 2>&1 </dev/null || status=$?
 cat "$log"
 # Wine prints what it has to complain of; without a word of either a test program has not begun.
 if [ "$status" != 0 ] && ! grep -q '^Running main' "$log"; then

@@ -27,6 +27,7 @@ link=$WINEPREFIX/dosdevices/a:
 watcher=
 # shellcheck disable=SC2317  # the trap calls it
 clean_up() {
+    # It has ended by itself when the drive could not be mounted anew, of which the test has told.
     [ -z "$watcher" ] || kill "$watcher" 2>/dev/null || true
     rm -f "$link"
     if mountpoint -q "$work/floppy"; then umount -l "$work/floppy"; fi

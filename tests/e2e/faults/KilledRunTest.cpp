@@ -24,7 +24,7 @@ class KilledRun : public testing::Test {
     // for one that the kill has kept from beginning: that would stand for ever.
     void Kill(DWORD moment) const {
         PutOldImage(folder_);
-        ProgramUnderTest program(folder_, std::string(" custom ") + kTarget);
+        ProgramUnderTest program(folder_, kBuild);
         ::Sleep(moment);
         program.Kill();
         EndChildrenOf(program.ProcessId(), program.Start());

@@ -90,7 +90,7 @@ TEST(Names, FilesOfTheDiskMayHaveAnyName) {
     folder.SetCustomDisk(SmallDiskWith({file + "=BIN\\" + file, "[Create_CABs]", "keyb=LIB"}));
     folder.Write(file, "copied");
     folder.Write("files\\keyb\\" + file, "packed");
-    ProgramUnderTest program(folder, std::string(" custom ") + kTarget);
+    ProgramUnderTest program(folder, kBuild);
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     const FloppyImage image = ExpectImage(folder, folder.Path(kTarget), kSmallImageBytes);
     std::vector<std::string> contents;

@@ -5,11 +5,11 @@
 
 namespace tools::cabarc::lzx {
 
-/// Bits of the hash of three bytes. More would find no more matches worth having and would miss the cache.
+/// Bits of the hash of three bytes.
 inline constexpr int kTripleHashBits = 15;
 
-/// Returns `bits` (1 to 32) bits that depend on all of `value`, on its low ones most. Any odd multiplier with
-/// well spread bits will do; this is 2^32 divided by the golden ratio.
+/// Returns a hash of `value` of `bits` bits (1 to 32). Any odd multiplier with well spread bits will do (this
+/// is 2^32 divided by the golden ratio).
 inline std::uint32_t Hash(std::uint32_t value, int bits) {
     return (value * 0x9E3779B1U) >> (32 - bits);
 }
