@@ -7,6 +7,7 @@
 
 #include "tests/e2e/support/ApplicationFolder.h"
 #include "tests/e2e/support/Expectations.h"
+#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 #include "tests/e2e/support/Screen.h"
 #include "tests/e2e/support/SelectionWindow.h"

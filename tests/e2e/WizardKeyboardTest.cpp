@@ -6,6 +6,7 @@
 #include "tests/e2e/support/BrowserCalls.h"
 #include "tests/e2e/support/HarnessFailure.h"
 #include "tests/e2e/support/HelpCalls.h"
+#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/Programs.h"
 #include "tests/e2e/support/RemoteControls.h"
 #include "tests/e2e/support/Screen.h"

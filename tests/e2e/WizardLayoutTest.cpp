@@ -92,7 +92,11 @@ char AccessKey(const std::string& text) {
 class WizardLayout : public WizardTest, public testing::WithParamInterface<int> {
  protected:
     // The wizard with a filled list of disks; every page is laid out, shown or not.
-    ShownWizard OpenFilled() { return OpenAt(kDiskPage); }
+    ShownWizard OpenFilled() {
+        ShownWizard wizard = OpenAt(kDiskPage);
+        Program().PlaceSpy(wizard.Handle());
+        return wizard;
+    }
 
     void Leave(const ShownWizard& wizard) {
         wizard.Close();

@@ -5,6 +5,7 @@
 
 #include "tests/e2e/faults/FaultExpectations.h"
 #include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 #include "tests/e2e/support/Programs.h"
 
@@ -28,13 +29,10 @@ std::string LongText() {
 
 // Waits until a tool has something in its target's folder and is well at work.
 void WaitUntilItWrites(const ApplicationFolder& folder, const std::string& tail) {
-    constexpr int kTries = 1000;
-    constexpr DWORD kStep = 10;
-    for (int i = 0; folder.Names(tail).empty(); ++i) {
-        if (i == kTries) throw HarnessFailure("nothing appears in " + tail);
-        ::Sleep(kStep);
-    }
-    ::Sleep(10 * kStep);
+    constexpr DWORD kWellAtWorkMs = 100;
+    if (!Eventually([&] { return !folder.Names(tail).empty(); }))
+        throw HarnessFailure("nothing appears in " + tail);
+    ::Sleep(kWellAtWorkMs);
 }
 
 TEST(Kill, ArchiverKilledAtWorkLeavesNoCabinetAndCancelsTheBuild) {
@@ -131,8 +129,7 @@ class KilledTool {
             folder_.Path("out").c_str(), FALSE, FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_SIZE);
         ASSERT_NE(change, INVALID_HANDLE_VALUE);
         StartedTool tool(commandLine_, folder_.Path());
-        constexpr DWORD kPatience = 60000;
-        EXPECT_EQ(::WaitForSingleObject(change, kPatience), WAIT_OBJECT_0);
+        EXPECT_EQ(::WaitForSingleObject(change, kPatienceMs), WAIT_OBJECT_0);
         ::FindCloseChangeNotification(change);
         ::Sleep(wait);
         tool.Kill();

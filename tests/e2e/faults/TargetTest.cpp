@@ -7,6 +7,7 @@
 #include "tests/e2e/faults/FaultExpectations.h"
 #include "tests/e2e/support/HarnessFailure.h"
 #include "tests/e2e/support/LockedFile.h"
+#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 
 namespace velbooter::e2e {
@@ -41,25 +42,16 @@ TEST_F(Target, HeldForGoodIsKept) {
 
 // Waits until the image tool has begun to write.
 void WaitForThePartOf(const std::string& target) {
-    constexpr int kTries = 2000;
-    constexpr DWORD kStep = 10;
-    WIN32_FIND_DATAA found{};
-    for (int i = 0; i < kTries; ++i) {
-        const HANDLE search = ::FindFirstFileA((target + ".unfinished~").c_str(), &found);
-        if (search != INVALID_HANDLE_VALUE) {
-            ::FindClose(search);
-            return;
-        }
-        ::Sleep(kStep);
-    }
-    throw HarnessFailure("the image is never written");
+    const std::string part = target + ".unfinished~";
+    if (!Eventually([&] { return ::GetFileAttributesA(part.c_str()) != INVALID_FILE_ATTRIBUTES; }))
+        throw HarnessFailure("the image is never written");
 }
 
 TEST_F(Target, HeldForTwoSecondsIsReplaced) {
     constexpr DWORD kHeld = 2000;
     PutOldImage(folder_);
     LockedFile lock(folder_.Path(kTarget));
-    ProgramUnderTest program(folder_, std::string(" custom ") + kTarget);
+    ProgramUnderTest program(folder_, kBuild);
     WaitForThePartOf(folder_.Path(kTarget));
     ::Sleep(kHeld);
     lock.Release();

@@ -1,6 +1,7 @@
 #include "tests/e2e/support/ConsoleTwin.h"
 
 #include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/Programs.h"
 #include "tests/e2e/support/Screen.h"
 
@@ -59,8 +60,7 @@ bool ConsoleTwin::IsRunning() const {
 }
 
 DWORD ConsoleTwin::ExitCode() const {
-    constexpr DWORD kPatience = 60000;
-    if (::WaitForSingleObject(process_.hProcess, kPatience) != WAIT_OBJECT_0) {
+    if (::WaitForSingleObject(process_.hProcess, kPatienceMs) != WAIT_OBJECT_0) {
         throw HarnessFailure("velbooter.com does not end");
     }
     DWORD code = 0;
@@ -70,12 +70,11 @@ DWORD ConsoleTwin::ExitCode() const {
 
 // Below Wine a console is a process too, which holds the streams for a moment longer.
 std::string ConsoleTwin::Drain(HANDLE pipe, const std::string& what) const {
-    constexpr ULONGLONG kMoment = 10000;
     constexpr DWORD kStep = 10;
     std::string text;
     DWORD size = 0;
     ExitCode();
-    const ULONGLONG end = ::GetTickCount64() + kMoment;
+    const ULONGLONG end = ::GetTickCount64() + kPatienceMs;
     while (::PeekNamedPipe(pipe, nullptr, 0, nullptr, &size, nullptr) != 0) {
         if (::GetTickCount64() > end) throw HarnessFailure("after its end somebody else holds its " + what);
         std::string part(size, '\0');

@@ -7,6 +7,7 @@
 
 #include "tests/e2e/support/Evidence.h"
 #include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/Screen.h"
 #include "tests/e2e/support/WindowTree.h"
 
@@ -17,8 +18,7 @@ namespace {
 using std::chrono::steady_clock;
 
 constexpr DWORD kStep = 50;
-constexpr std::chrono::seconds kWindowPatience{500};
-constexpr std::chrono::seconds kRunPatience{500};
+constexpr std::chrono::milliseconds kPatience{kPatienceMs};
 
 }  // namespace
 
@@ -89,7 +89,7 @@ HWND ProgramUnderTest::DriverSelection() {
 }
 
 DWORD ProgramUnderTest::ExitCode() {
-    const auto end = steady_clock::now() + kRunPatience;
+    const auto end = steady_clock::now() + kPatience;
     while (::WaitForSingleObject(process_.hProcess, kStep) == WAIT_TIMEOUT) {
         Look(Dialogs::Refused);
         if (steady_clock::now() > end) Fail("the program did not end");
@@ -101,17 +101,15 @@ DWORD ProgramUnderTest::ExitCode() {
 
 // Once in a long while Wine does not do at all what it is asked for here.
 void ProgramUnderTest::Kill() {
-    constexpr DWORD kPatience = 5000;
+    constexpr DWORD kAgain = 5000;
     do {
         ::TerminateProcess(process_.hProcess, kKilled);
-    } while (::WaitForSingleObject(process_.hProcess, kPatience) == WAIT_TIMEOUT);
+    } while (::WaitForSingleObject(process_.hProcess, kAgain) == WAIT_TIMEOUT);
 }
 
 HWND ProgramUnderTest::Wizard() {
     WaitUntil([this] { return TopLevelWindow("FrmWizard") != nullptr; }, "the wizard did not come");
-    const HWND wizard = TopLevelWindow("FrmWizard");
-    PlaceSpy(wizard);
-    return wizard;
+    return TopLevelWindow("FrmWizard");
 }
 
 HWND ProgramUnderTest::HelpWindow() {
@@ -121,7 +119,7 @@ HWND ProgramUnderTest::HelpWindow() {
 }
 
 void ProgramUnderTest::WaitUntil(const std::function<bool()>& condition, const std::string& what) const {
-    const auto end = steady_clock::now() + kWindowPatience;
+    const auto end = steady_clock::now() + kPatience;
     while (!condition()) {
         if (!IsRunning()) Fail(what + ": the program has ended");
         if (steady_clock::now() > end) Fail(what);
@@ -181,7 +179,7 @@ HWND ProgramUnderTest::Look(Dialogs dialogs) {
 }
 
 HWND ProgramUnderTest::NextDialog() {
-    const auto end = steady_clock::now() + kWindowPatience;
+    const auto end = steady_clock::now() + kPatience;
     for (;;) {
         if (const HWND dialog = Look(Dialogs::Allowed)) return dialog;
         if (!IsRunning()) {
@@ -195,19 +193,12 @@ HWND ProgramUnderTest::NextDialog() {
 }
 
 void ProgramUnderTest::WaitUntilGone(HWND window) {
-    const auto end = steady_clock::now() + kWindowPatience;
-    while (::IsWindow(window) != FALSE) {
-        if (steady_clock::now() > end) Fail("a window stays that should be gone");
-        ::Sleep(kStep / 5);
-    }
+    if (!Eventually([&] { return ::IsWindow(window) == FALSE; })) Fail("a window stays that should be gone");
 }
 
 void ProgramUnderTest::WaitUntilHidden(HWND window) {
-    const auto end = steady_clock::now() + kWindowPatience;
-    while (::IsWindowVisible(window) != FALSE) {
-        if (steady_clock::now() > end) Fail("a window stays that should be hidden");
-        ::Sleep(kStep / 5);
-    }
+    if (!Eventually([&] { return ::IsWindowVisible(window) == FALSE; }))
+        Fail("a window stays that should be hidden");
 }
 
 void ProgramUnderTest::PlaceSpy(HWND window) {

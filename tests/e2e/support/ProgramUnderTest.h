@@ -55,6 +55,10 @@ class ProgramUnderTest {
     /// Waits for the window of the help viewer. From now on it may stand beside the others.
     HWND HelpWindow();
 
+    /// Places the spy into the thread of `window`, a window of the program, once. TextSizeOf needs it; a
+    /// message box gets it by itself. It sees each message of the thread, which makes the program slow.
+    void PlaceSpy(HWND window);
+
     /// Waits until `condition` holds; `what` tells a person what did not come.
     void WaitUntil(const std::function<bool()>& condition, const std::string& what) const;
 
@@ -94,7 +98,6 @@ class ProgramUnderTest {
     HWND Look(Dialogs dialogs);
     HWND NextDialog();
     HWND TopLevelWindow(const std::string& className) const;
-    void PlaceSpy(HWND window);
     [[noreturn]] void Fail(const std::string& reason) const;
 
     std::string statusFile_;

@@ -6,19 +6,19 @@
 #include <vector>
 
 #include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/Patience.h"
 #include "tests/support/BuiltFile.h"
 
 namespace velbooter::e2e {
 
 namespace {
 
-constexpr DWORD kPatience = 60000;
 constexpr DWORD kAccessToKill = PROCESS_TERMINATE | SYNCHRONIZE | PROCESS_QUERY_INFORMATION;
 
 // Returns whether the process was still at work.
 bool KillAndWait(HANDLE process) {
     ::TerminateProcess(process, kKilled);
-    ::WaitForSingleObject(process, kPatience);
+    ::WaitForSingleObject(process, kPatienceMs);
     DWORD code = 0;
     ::GetExitCodeProcess(process, &code);
     return code == kKilled;
@@ -85,7 +85,7 @@ StartedTool::~StartedTool() {
 }
 
 DWORD StartedTool::ExitCode() {
-    if (::WaitForSingleObject(process_, kPatience) != WAIT_OBJECT_0)
+    if (::WaitForSingleObject(process_, kPatienceMs) != WAIT_OBJECT_0)
         throw HarnessFailure("a tool does not end");
     DWORD code = 0;
     ::GetExitCodeProcess(process_, &code);
@@ -97,13 +97,10 @@ bool StartedTool::Kill() {
 }
 
 DWORD WaitForChild(DWORD parent, const std::string& name) {
-    constexpr ULONGLONG kWait = 60000;
-    const ULONGLONG end = ::GetTickCount64() + kWait;
-    for (;;) {
-        if (const DWORD child = FindChild(parent, name)) return child;
-        if (::GetTickCount64() > end) throw HarnessFailure(name + " was not started");
-        ::Sleep(1);
-    }
+    DWORD child = 0;
+    if (!Eventually([&] { return (child = FindChild(parent, name)) != 0; }, 1))
+        throw HarnessFailure(name + " was not started");
+    return child;
 }
 
 bool KillChild(DWORD parent, const std::string& name) {

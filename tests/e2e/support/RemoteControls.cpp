@@ -5,15 +5,17 @@
 #include <array>
 
 #include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/RemoteMemory.h"
 
 namespace velbooter::e2e {
 
+// The system calls a window hung after five seconds, which is nothing for a program at work on a busy
+// machine.
 LRESULT Ask(HWND window, UINT message, WPARAM wParam, const void* pointer) {
-    constexpr UINT kPatience = 60000;
     DWORD_PTR answer = 0;
-    if (::SendMessageTimeoutA(window, message, wParam, reinterpret_cast<LPARAM>(pointer), SMTO_ABORTIFHUNG,
-                              kPatience, &answer) == 0) {
+    if (::SendMessageTimeoutA(window, message, wParam, reinterpret_cast<LPARAM>(pointer), SMTO_NORMAL,
+                              kPatienceMs, &answer) == 0) {
         throw HarnessFailure("a window of the program does not answer");
     }
     return static_cast<LRESULT>(answer);
@@ -59,16 +61,15 @@ SIZE IdealSizeOfButton(HWND button) {
 
 // The spy answers behind the window's own answer, a moment later.
 SIZE TextSizeOf(HWND control, TextLook look) {
-    constexpr int kTries = 400;
-    constexpr DWORD kStep = 5;
     ::RemovePropA(control, kTextSizeProperty);
     ::SendNotifyMessageA(control, ::RegisterWindowMessageA(kAskForTextSize), static_cast<WPARAM>(look), 0);
-    for (int i = 0; i < kTries; ++i) {
-        const auto answer = reinterpret_cast<INT_PTR>(::GetPropA(control, kTextSizeProperty));
-        if (answer != 0) return {LOWORD(answer - 1), HIWORD(answer - 1)};
-        ::Sleep(kStep);
-    }
-    throw HarnessFailure("the spy did not tell the size of a text");
+    INT_PTR answer = 0;
+    const auto isTold = [&] {
+        answer = reinterpret_cast<INT_PTR>(::GetPropA(control, kTextSizeProperty));
+        return answer != 0;
+    };
+    if (!Eventually(isTold)) throw HarnessFailure("the spy did not tell the size of a text");
+    return {LOWORD(answer - 1), HIWORD(answer - 1)};
 }
 
 void ClickInside(HWND control, POINT place) {

@@ -11,7 +11,7 @@
 namespace velbooter::e2e {
 
 /// Sends a message and returns the answer; `pointer` is the last parameter. Throws HarnessFailure when the
-/// window does not answer within five seconds.
+/// window does not answer.
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, const void* pointer = nullptr);
 
 /// The text of a row of the list view `list`; row and column are 0-based.

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/WindowTree.h"
 
 namespace velbooter::e2e {
@@ -75,13 +76,7 @@ bool RunBelow(const std::string& command) {
     }
     ::CloseHandle(process.hThread);
     ::CloseHandle(process.hProcess);
-    constexpr int kTries = 200;
-    constexpr DWORD kStep = 25;
-    for (int i = 0; i < kTries; ++i) {
-        if (done.IsFilled()) return true;
-        ::Sleep(kStep);
-    }
-    return false;
+    return Eventually([&] { return done.IsFilled(); });
 }
 
 bool Import(const std::string& options, const std::string& unixPath) {

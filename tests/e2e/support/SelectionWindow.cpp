@@ -26,17 +26,6 @@ void PrintTo(const DriverRow& row, std::ostream* out) {
     *out << (row.Ticked ? "[x] " : "[ ] ") << row.Name << " \"" << row.Description << "\"";
 }
 
-bool Eventually(const std::function<bool()>& condition) {
-    constexpr ULONGLONG kPatience = 60000;
-    constexpr DWORD kStep = 10;
-    const ULONGLONG end = ::GetTickCount64() + kPatience;
-    while (!condition()) {
-        if (::GetTickCount64() > end) return false;
-        ::Sleep(kStep);
-    }
-    return true;
-}
-
 HWND SelectionWindow::List() const {
     const HWND list = ::FindWindowExA(window_, nullptr, WC_LISTVIEWA, nullptr);
     if (list == nullptr) throw HarnessFailure("the driver selection has no list");

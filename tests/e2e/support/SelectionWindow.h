@@ -25,9 +25,6 @@ void PrintTo(const DriverRow& row, std::ostream* out);
 
 enum class Arrow { None, Up, Down };
 
-/// Waits until `condition` holds. Returns false when it does not within five seconds.
-bool Eventually(const std::function<bool()>& condition);
-
 class SelectionWindow {
  public:
     /// `window` is the selection's, of this process or another.

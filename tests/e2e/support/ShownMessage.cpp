@@ -5,6 +5,7 @@
 #include <ostream>
 
 #include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/WindowTree.h"
 
 namespace velbooter::e2e {
@@ -38,15 +39,14 @@ std::vector<WindowInfo> ButtonsOf(HWND box) {
 
 // The spy answers behind the window's own answer, a moment later.
 Picture AskForPictureOf(HWND box) {
-    constexpr int kTries = 400;
-    constexpr DWORD kStep = 5;
     ::SendNotifyMessageA(box, ::RegisterWindowMessageA(kAskForPicture), 0, 0);
-    for (int i = 0; i < kTries; ++i) {
-        const auto answer = reinterpret_cast<INT_PTR>(::GetPropA(box, kPictureProperty));
-        if (answer != 0) return static_cast<Picture>(answer - 1);
-        ::Sleep(kStep);
-    }
-    throw HarnessFailure("the spy did not tell the picture of a message box");
+    INT_PTR answer = 0;
+    const auto isTold = [&] {
+        answer = reinterpret_cast<INT_PTR>(::GetPropA(box, kPictureProperty));
+        return answer != 0;
+    };
+    if (!Eventually(isTold)) throw HarnessFailure("the spy did not tell the picture of a message box");
+    return static_cast<Picture>(answer - 1);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "tests/e2e/support/HarnessFailure.h"
+#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/RemoteControls.h"
 #include "tests/e2e/support/WindowTree.h"
 
@@ -18,11 +19,10 @@ const void* Pointer(UINT_PTR value) {
 
 // Asked for in 16-bit characters: Wine hands the text on to another process as it keeps it.
 std::string FileText(HWND list, int row) {
-    constexpr UINT kPatience = 60000;
     wchar_t wide[4096] = L"";
     DWORD_PTR length = 0;
     if (::SendMessageTimeoutW(list, LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(wide),
-                              SMTO_ABORTIFHUNG, kPatience, &length) == 0) {
+                              SMTO_NORMAL, kPatienceMs, &length) == 0) {
         throw HarnessFailure("the list of files does not answer");
     }
     char text[4096] = "";
@@ -32,17 +32,21 @@ std::string FileText(HWND list, int row) {
 
 }  // namespace
 
+// The windows live as long as the wizard. Looking for one costs the server of Wine more than most handlers of
+// the program, so each is looked for once.
 ShownWizard::ShownWizard(ProgramUnderTest& program, int page) : program_(program), window_(program.Wizard()) {
+    for (const WindowInfo& child : ChildWindows(window_)) {
+        // The pages follow each other in the order of the Tab key.
+        if (child.Class == "#32770") pages_.push_back(child.Handle);
+        controls_.emplace(child.Id, child.Handle);
+    }
+    if (pages_.size() != kPageCount)
+        throw HarnessFailure("the wizard has " + std::to_string(pages_.size()) + " pages");
     WaitForPage(page);
 }
 
 HWND ShownWizard::PageWindow(int page) const {
-    // The pages follow each other in the order of the Tab key.
-    HWND child = ::FindWindowExA(window_, nullptr, "#32770", nullptr);
-    for (int i = 0; i < page && child != nullptr; ++i)
-        child = ::FindWindowExA(window_, child, "#32770", nullptr);
-    if (child == nullptr) throw HarnessFailure("the wizard has no page " + std::to_string(page));
-    return child;
+    return pages_.at(static_cast<size_t>(page));
 }
 
 int ShownWizard::Page() const {
@@ -62,10 +66,9 @@ void ShownWizard::WaitForPage(int page) const {
 }
 
 HWND ShownWizard::Control(int id) const {
-    for (const WindowInfo& child : ChildWindows(window_)) {
-        if (child.Id == id) return child.Handle;
-    }
-    throw HarnessFailure("the wizard has no control " + std::to_string(id));
+    const auto found = controls_.find(id);
+    if (found == controls_.end()) throw HarnessFailure("the wizard has no control " + std::to_string(id));
+    return found->second;
 }
 
 bool ShownWizard::Shows(int id) const {

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -81,6 +82,8 @@ class ShownWizard {
  private:
     ProgramUnderTest& program_;
     HWND window_ = nullptr;
+    std::vector<HWND> pages_;
+    std::map<int, HWND> controls_;  ///< by their numbers
 };
 
 }  // namespace velbooter::e2e

@@ -2,6 +2,8 @@
 
 #include <sstream>
 
+#include "tests/e2e/support/Patience.h"
+
 namespace velbooter::e2e {
 
 namespace {
@@ -37,9 +39,23 @@ BOOL CALLBACK AddChild(HWND window, LPARAM parameter) {
     return TRUE;
 }
 
+// Returns "" when the window does not answer in time.
+std::string AskForText(HWND window, DWORD patienceMs) {
+    std::string text(8192, '\0');
+    DWORD_PTR length = 0;
+    const LRESULT answered =
+        ::SendMessageTimeoutA(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
+                              SMTO_NORMAL, patienceMs, &length);
+    if (answered == 0) return "";
+    text.resize(static_cast<size_t>(length));
+    return text;
+}
+
+// What cannot answer is described without its text.
 void Describe(std::ostream& out, const WindowInfo& info, const char* indent) {
+    constexpr DWORD kMomentMs = 1000;
     out << indent << info.Class << " id " << info.Id << (info.Visible ? " visible" : " hidden")
-        << (info.Enabled ? "" : " disabled") << " text \"" << TextOf(info.Handle) << "\"\n";
+        << (info.Enabled ? "" : " disabled") << " text \"" << AskForText(info.Handle, kMomentMs) << "\"\n";
 }
 
 }  // namespace
@@ -57,15 +73,7 @@ std::vector<WindowInfo> ChildWindows(HWND parent) {
 }
 
 std::string TextOf(HWND window) {
-    constexpr UINT kPatience = 1000;
-    std::string text(8192, '\0');
-    DWORD_PTR length = 0;
-    const LRESULT answered =
-        ::SendMessageTimeoutA(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
-                              SMTO_ABORTIFHUNG, kPatience, &length);
-    if (answered == 0) return "";
-    text.resize(static_cast<size_t>(length));
-    return text;
+    return AskForText(window, kPatienceMs);
 }
 
 std::string KeptTextOf(HWND window) {

@@ -22,7 +22,7 @@ std::vector<WindowInfo> TopLevelWindows(DWORD process);
 /// All windows below `parent`, children of children included.
 std::vector<WindowInfo> ChildWindows(HWND parent);
 
-/// A window's text, asked of the window itself; "" when it does not answer within a second.
+/// A window's text, asked of the window itself; "" when it does not answer or is gone.
 std::string TextOf(HWND window);
 
 /// A window's text as the system keeps it, which asks nothing of a busy window.
