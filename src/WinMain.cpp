@@ -5,30 +5,31 @@
 
 #include <exception>
 
+#include "src/common/CallText.h"
 #include "src/common/ProgramEnd.h"
 #include "src/common/SetupCommon.h"
 #include "src/common/SingleInstance.h"
-#include "src/forms/ProductTexts.h"
-#include "src/start/CommandLine.h"
+#include "src/forms/CancelApp.h"
+#include "src/forms/ErrorMessage.h"
 #include "src/start/Main.h"
 #include "src/ui/windows/SystemDesktop.h"
 
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, char* /*commandLine*/, int /*show*/) {
     using velbooter::ExitCode;
     const std::string folder = velbooter::GetProgramFolder();
-    const velbooter::SingleInstance instance(folder);
+    const velbooter::SingleInstance instance(velbooter::GetProgramFile());
     velbooter::SystemDesktop desktop;
     velbooter::Application app(folder, desktop);
     desktop.ShowFormsOf(app);
     try {
-        velbooter::Main(app, instance, velbooter::TextAfterProgramName(::GetCommandLineA()));
+        velbooter::Main(app, instance, velbooter::ArgumentsOf(::GetCommandLineA()));
         desktop.RunMessages();
         return static_cast<int>(ExitCode::Built);
     } catch (const velbooter::ProgramEnd& end) {
         return static_cast<int>(end.Code);
     } catch (const std::exception& error) {
-        desktop.ShowMessage(
-            {error.what(), velbooter::kProgramTitle, velbooter::Buttons::Ok, velbooter::Icon::Critical});
+        velbooter::ShowError(app, error);
+        velbooter::DeleteWorkingFiles(app);
         return static_cast<int>(ExitCode::InternalError);
     }
 }

@@ -2,7 +2,10 @@
 
 #include <windows.h>
 
+#include <exception>
+
 #include "src/common/RuntimeError.h"
+#include "src/common/Text.h"
 
 namespace velbooter {
 
@@ -14,6 +17,34 @@ bool CanBeRead(const std::string& file) {
                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)));
 }
 
+struct CopyWatch {
+    const std::function<void()>& Call;
+    std::exception_ptr Failure;
+};
+
+// No exception may cross the system's function.
+DWORD CALLBACK OnCopyProgress(LARGE_INTEGER /*allBytes*/, LARGE_INTEGER /*copiedBytes*/,
+                              LARGE_INTEGER /*streamBytes*/, LARGE_INTEGER /*copiedOfStream*/,
+                              DWORD /*stream*/, DWORD /*reason*/, HANDLE /*source*/, HANDLE /*destination*/,
+                              void* data) {
+    CopyWatch& watch = *static_cast<CopyWatch*>(data);
+    try {
+        watch.Call();
+        return PROGRESS_CONTINUE;
+    } catch (...) {
+        watch.Failure = std::current_exception();
+        return PROGRESS_CANCEL;
+    }
+}
+
+// Has the contents written to the drive itself, so that the power may go behind it.
+void FlushFile(const std::string& file) {
+    const FileHandle opened(::CreateFileA(file.c_str(), GENERIC_WRITE,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                          OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!opened || ::FlushFileBuffers(opened.Get()) == 0) RaiseLastSystemError(file);
+}
+
 std::uint64_t Joined(DWORD high, DWORD low) {
     return (static_cast<std::uint64_t>(high) << 32) | low;
 }
@@ -23,21 +54,129 @@ bool MeansNothingThere(DWORD error) {
            error == ERROR_INVALID_NAME || error == ERROR_DIRECTORY;
 }
 
+std::wstring WideFromAnsi(const std::string& text) {
+    const auto length = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0');
+    const int used = ::MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), length);
+    wide.resize(static_cast<size_t>(used));
+    return wide;
+}
+
+// What the code page cannot hold becomes a character that looks like it, or a question mark.
+std::string LookOf(const std::wstring& text) {
+    const auto length = static_cast<int>(text.size());
+    const int size = ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string look(static_cast<size_t>(size), '\0');
+    ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, look.data(), size, nullptr, nullptr);
+    return look;
+}
+
+bool IsDots(const wchar_t* name) {
+    return ::lstrcmpW(name, L".") == 0 || ::lstrcmpW(name, L"..") == 0;
+}
+
+// Other reparse points, files kept online for instance, are ordinary folders to a reader. Wine gives no tag.
+bool IsLinkToFolder(const WIN32_FIND_DATAW& entry) {
+    constexpr DWORD kFolderElsewhere = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+    const DWORD tag = entry.dwReserved0;
+    return (entry.dwFileAttributes & kFolderElsewhere) == kFolderElsewhere &&
+           (tag == 0 || tag == IO_REPARSE_TAG_SYMLINK || tag == IO_REPARSE_TAG_MOUNT_POINT);
+}
+
+// The absolute path in the form that the system takes to the letter and at any length.
+std::wstring LiteralPath(const std::string& path) {
+    const std::wstring given = WideFromAnsi(path);
+    std::wstring full(::GetFullPathNameW(given.c_str(), 0, nullptr, nullptr), L'\0');
+    full.resize(::GetFullPathNameW(given.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    while (full.size() > 3 && full.back() == L'\\') full.pop_back();
+    return full.starts_with(L"\\\\") ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;
+}
+
+bool IsThere(const std::wstring& path) {
+    return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool RemoveFolder(const std::wstring& folder) {
+    ::SetFileAttributesW(folder.c_str(), FILE_ATTRIBUTE_NORMAL);
+    return ::RemoveDirectoryW(folder.c_str()) != 0;
+}
+
+bool DeleteFileEntry(const std::wstring& file, const WIN32_FIND_DATAW& entry) {
+    // The attributes of a link would be those of what it leads to.
+    if ((entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
+        ::SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL);
+    return ::DeleteFileW(file.c_str()) != 0;
+}
+
+bool EmptyAndRemove(const std::wstring& folder);
+
+bool DeleteEntry(const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
+    const std::wstring path = folder + L"\\" + entry.cFileName;
+    if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return DeleteFileEntry(path, entry);
+    if (IsLinkToFolder(entry)) return ::RemoveDirectoryW(path.c_str()) != 0;
+    // A folder that cannot be listed is still there.
+    return EmptyAndRemove(path) && !IsThere(path);
+}
+
+bool EmptyAndRemove(const std::wstring& folder) {
+    WIN32_FIND_DATAW entry{};
+    FindHandle search(::FindFirstFileW((folder + L"\\*").c_str(), &entry));
+    if (!search) return true;
+    do {
+        if (!IsDots(entry.cFileName) && !DeleteEntry(folder, entry)) return false;
+    } while (::FindNextFileW(search.Get(), &entry) != 0);
+    if (::GetLastError() != ERROR_NO_MORE_FILES) return false;
+    search.Reset();  // it keeps the folder open
+    return RemoveFolder(folder);
+}
+
 }  // namespace
 
 std::optional<FolderEntry> FolderListing::Next() {
-    WIN32_FIND_DATAA data{};
+    WIN32_FIND_DATAW data{};
     if (search_) {
-        if (::FindNextFileA(search_.Get(), &data) == 0) return std::nullopt;
+        if (::FindNextFileW(search_.Get(), &data) == 0) {
+            if (::GetLastError() == ERROR_NO_MORE_FILES) return std::nullopt;
+            search_.Reset();
+            RaiseLastSystemError(pattern_);
+        }
     } else {
-        search_ = FindHandle(::FindFirstFileA(pattern_.c_str(), &data));
+        search_ = FindHandle(::FindFirstFileW(WideFromAnsi(pattern_).c_str(), &data));
         if (!search_) {
             if (MeansNothingThere(::GetLastError())) return std::nullopt;
             RaiseLastSystemError(pattern_);
         }
+        for (size_t i = 0; i < given_; ++i) {
+            if (::FindNextFileW(search_.Get(), &data) == 0) return std::nullopt;
+        }
     }
-    return FolderEntry{data.cFileName, (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
-                       (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0};
+    const std::string name = LookOf(data.cFileName);
+    if (WideFromAnsi(name) != data.cFileName) {
+        search_.Reset();
+        throw RuntimeError(kBadFileName, pattern_.substr(0, FindLastOf(pattern_, "\\/") + 1) + name);
+    }
+    ++given_;
+    return FolderEntry{name, (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0};
+}
+
+void FolderListing::Restart() {
+    search_.Reset();
+    given_ = 0;
+}
+
+bool AnyMatches(const std::string& pattern) {
+    WIN32_FIND_DATAA ignored{};
+    return static_cast<bool>(FindHandle(::FindFirstFileA(pattern.c_str(), &ignored)));
+}
+
+bool DeleteTree(const std::string& folder) {
+    const std::wstring path = LiteralPath(folder);
+    WIN32_FIND_DATAW entry{};
+    const bool isFound = static_cast<bool>(FindHandle(::FindFirstFileW(path.c_str(), &entry)));
+    entry.dwFileAttributes =
+        ::GetFileAttributesW(path.c_str());  // a listing of one name tells them without the link
+    if (isFound && IsLinkToFolder(entry)) return ::RemoveDirectoryW(path.c_str()) != 0;
+    return EmptyAndRemove(path);
 }
 
 void MakeWritable(const std::string& file) {
@@ -46,12 +185,30 @@ void MakeWritable(const std::string& file) {
     }
 }
 
-void CopyFileOver(const std::string& source, const std::string& destination) {
+void CopyFileOver(const std::string& source, const std::string& destination,
+                  const std::function<void()>& whileCopying) {
     MakeWritable(destination);
-    if (::CopyFileA(source.c_str(), destination.c_str(), FALSE) == 0) {
+    CopyWatch watch{whileCopying, nullptr};
+    if (::CopyFileExA(source.c_str(), destination.c_str(), whileCopying ? OnCopyProgress : nullptr, &watch,
+                      nullptr, 0) == 0) {
         const int number = RuntimeErrorFromSystem(::GetLastError());
+        if (watch.Failure) std::rethrow_exception(watch.Failure);
         if (number == kDiskFull) ::DeleteFileA(destination.c_str());
         throw RuntimeError(number, CanBeRead(source) ? destination : source);
+    }
+}
+
+void CopyWholeFileOver(const std::string& source, const std::string& destination,
+                       const std::function<void()>& whileCopying) {
+    const std::string copy = destination + kCopySuffix;
+    CopyFileOver(source, copy, whileCopying);
+    FlushFile(copy);
+    MakeWritable(destination);
+    if (::MoveFileExA(copy.c_str(), destination.c_str(),
+                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
+        const int number = RuntimeErrorFromSystem(::GetLastError());
+        ::DeleteFileA(copy.c_str());
+        throw RuntimeError(number, destination);
     }
 }
 
@@ -70,7 +227,7 @@ std::optional<FileVersion> VersionOf(const std::string& file) {
     return FileVersion{Joined(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime),
                        Joined(facts.ftCreationTime.dwHighDateTime, facts.ftCreationTime.dwLowDateTime),
                        Joined(facts.nFileSizeHigh, facts.nFileSizeLow),
-                       Joined(facts.nFileIndexHigh, facts.nFileIndexLow)};
+                       Joined(facts.nFileIndexHigh, facts.nFileIndexLow), facts.dwVolumeSerialNumber};
 }
 
 std::optional<std::uint64_t> ListedSize(const std::string& file) {
@@ -99,7 +256,9 @@ void MakeEmptyFile(const std::string& file) {
 }
 
 void ChangeDriveAndFolder(const std::string& folder) {
-    if (::SetCurrentDirectoryA(folder.c_str()) == 0) RaiseLastSystemError(folder);
+    // To the system a drive alone is the current folder of that drive.
+    const std::string path = EndsWith(folder, ":") ? folder + "\\" : folder;
+    if (::SetCurrentDirectoryA(path.c_str()) == 0) RaiseLastSystemError(folder);
 }
 
 }  // namespace velbooter

@@ -11,10 +11,10 @@ constexpr DWORD kBufferCharacters = 100;
 }
 
 void INIFile::CreateIni(const std::string& folder, const std::string& file) {
-    const size_t folderEnd = folder.find_last_not_of('\\');
+    std::string path = folder;
+    while (EndsWith(path, "\\")) path.pop_back();
     const size_t fileBegin = file.find_first_not_of('\\');
-    FileName = (folderEnd == std::string::npos ? "" : folder.substr(0, folderEnd + 1)) + "\\" +
-               (fileBegin == std::string::npos ? "" : file.substr(fileBegin));
+    FileName = path + "\\" + (fileBegin == std::string::npos ? "" : file.substr(fileBegin));
 }
 
 void INIFile::SetINIKey(const std::string& section, const std::string& key, const std::string& value) const {

@@ -8,7 +8,8 @@ namespace velbooter {
 
 namespace {
 constexpr DWORD kBufferBytes = 32768;
-}
+constexpr char kEndOfText = '\x1A';
+}  // namespace
 
 LineReader::LineReader(const std::string& file)
     : fileName_(file),
@@ -18,13 +19,21 @@ LineReader::LineReader(const std::string& file)
 }
 
 bool LineReader::Fill() {
-    buffer_.resize(kBufferBytes);
     position_ = 0;
+    if (isAtEnd_) {
+        buffer_.clear();
+        return false;
+    }
+    buffer_.resize(kBufferBytes);
     DWORD got = 0;
     if (::ReadFile(file_.Get(), buffer_.data(), kBufferBytes, &got, nullptr) == 0)
         RaiseLastSystemError(fileName_);
     buffer_.resize(got);
-    return got > 0;
+    if (const size_t end = buffer_.find(kEndOfText); end != std::string::npos) {
+        buffer_.resize(end);
+        isAtEnd_ = true;
+    }
+    return !buffer_.empty();
 }
 
 std::optional<std::string> LineReader::Next() {

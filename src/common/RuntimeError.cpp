@@ -17,14 +17,14 @@ constexpr std::array<std::pair<int, const char*>, 14> kTexts{{
     {kFileNotFound, "File not found"},
     {kDeviceError, "Device I/O error"},
     {kFileAlreadyExists, "File already exists"},
-    {kDiskFull, "Disk full"},
+    {kDiskFull, "Disk Full"},
     {kTooManyFiles, "Too many files"},
     {kDeviceUnavailable, "Device unavailable"},
     {kPermissionDenied, "Permission denied"},
-    {kDiskNotReady, "Disk not ready"},
+    {kDiskNotReady, "Disk Not Ready"},
     {kDifferentDrive, "Can't rename with different drive"},
     {kPathFileAccess, "Path/File access error"},
-    {kPathNotFound, "Path not found"},
+    {kPathNotFound, "Path Not found"},
 }};
 
 constexpr std::array<std::pair<DWORD, int>, 30> kFromSystem{{

@@ -1,6 +1,6 @@
 #pragma once
 // The one error type of file operations. Routines that may fail with a number the user is told raise it; the
-// numbers and texts are the field's file errors (53 "File not found", 61 "Disk full", ...), so that a message
+// numbers and texts are the field's file errors (53 "File not found", 61 "Disk Full", ...), so that a message
 // about a full floppy reads the same whichever routine met it.
 
 #include <cstdint>
@@ -38,7 +38,7 @@ class RuntimeError : public std::runtime_error {
     std::string File;
 };
 
-/// Returns the text of an error number, for example "Disk full" for 61; "Application-defined error" for a
+/// Returns the text of an error number, for example "Disk Full" for 61; "Application-defined error" for a
 /// number that is not in the table.
 std::string RuntimeErrorText(int number);
 

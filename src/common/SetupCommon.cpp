@@ -17,8 +17,10 @@ namespace {
 constexpr DWORD kFolderCharacters = 255;
 constexpr DWORD kShortPathCharacters = 300;
 
-bool IsSeparator(char c) {
-    return c == '\\' || c == '/';
+constexpr const char* kSeparators = "\\/";
+
+bool EndsInSeparator(const std::string& path) {
+    return EndsWith(path, "\\") || EndsWith(path, "/");
 }
 
 std::string FolderFromSystem(UINT (*query)(char*, UINT)) {
@@ -41,11 +43,6 @@ FileHandle OpenForReading(const std::string& path) {
     return FileHandle(::CreateFileA(path.c_str(), GENERIC_READ,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-}
-
-void RemoveFolder(const std::string& folder) {
-    ::SetFileAttributesA(folder.c_str(), FILE_ATTRIBUTE_NORMAL);
-    if (::RemoveDirectoryA(folder.c_str()) == 0) RaiseLastSystemError(folder);
 }
 
 std::int32_t MultiplyWithOverflow(std::uint64_t left, std::uint64_t right, const std::string& drive) {
@@ -71,8 +68,7 @@ HKEY RootKey(RegistryRoot root) {
 }  // namespace
 
 void AddTrailingBackslash(std::string& path) {
-    const std::string trimmed = Trim(path);
-    if (!trimmed.empty() && IsSeparator(trimmed.back())) return;
+    if (EndsInSeparator(Trim(path))) return;
     path = TrimRight(path) + "\\";
 }
 
@@ -85,7 +81,7 @@ bool IsPathSeparator(const std::string& character) {
 }
 
 bool SplitPath(const std::string& path, std::string& folder, std::string& file) {
-    const size_t last = path.find_last_of("\\/");
+    const size_t last = FindLastOf(path, kSeparators);
     if (last != std::string::npos && last + 1 == path.size()) return false;
     if (last == std::string::npos) {
         std::string current(MAX_PATH, '\0');
@@ -132,32 +128,32 @@ std::string GetSystemFolder() {
     return FolderFromSystem(QuerySystemFolder);
 }
 
-std::string GetProgramFolder() {
+std::string GetProgramFile() {
     char path[MAX_PATH] = "";
     ::GetModuleFileNameA(nullptr, path, MAX_PATH);
-    return GetFolderPart(path);
+    return path;
+}
+
+std::string GetProgramFolder() {
+    return GetFolderPart(GetProgramFile());
 }
 
 bool FileExists(const std::string& path) {
     std::string plain = UnquotePath(path);
     if (EndsWith(plain, "\\")) plain.pop_back();
     if (plain.find('*') == std::string::npos) return static_cast<bool>(OpenForReading(plain));
-    try {
-        return FolderListing(plain).Next().has_value();
-    } catch (const RuntimeError&) {
-        return false;
-    }
+    return AnyMatches(plain);
+}
+
+void DeleteIfThere(const std::string& file) {
+    if (FileExists(file)) DeleteFileAt(file);
 }
 
 bool FolderExists(const std::string& path) {
     if (Trim(path).empty()) return false;
     std::string folder = path;
     AddTrailingBackslash(folder);
-    try {
-        return FolderListing(folder + "*.*").Next().has_value();
-    } catch (const RuntimeError&) {
-        return false;
-    }
+    return AnyMatches(folder + "*.*");
 }
 
 bool CreateFolderPath(std::string& path) {
@@ -168,29 +164,7 @@ bool CreateFolderPath(std::string& path) {
 }
 
 bool DeleteFolderTree(const std::string& path) {
-    if (!FolderExists(path)) return true;
-    try {
-        FolderListing listing(path + "\\*.*");
-        while (const auto entry = listing.Next()) {
-            const std::string full = path + "\\" + entry->Name;
-            if (entry->Name == "." || entry->Name == "..") continue;
-            if (!entry->IsFolder) {
-                DeleteFileAt(full);
-            } else if (entry->IsLink) {
-                RemoveFolder(full);
-            } else if (DeleteFolderTree(full)) {
-                listing.Restart();
-            } else {
-                return false;
-            }
-        }
-        // The search keeps the folder open; it can be removed only when the search has ended.
-        listing.Restart();
-        RemoveFolder(path);
-    } catch (const RuntimeError&) {
-        return false;
-    }
-    return !FolderExists(path);
+    return DeleteTree(path) && !FolderExists(path);
 }
 
 std::int32_t GetFileSize(const std::string& path) {

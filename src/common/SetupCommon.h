@@ -1,6 +1,7 @@
 #pragma once
 // System helpers for paths, folders, files and the registry. They report failure by their result (false, -1,
-// "", nothing) and never by a message; only GetDriveFreeSpace raises. Paths are in the ANSI code page.
+// "", nothing) and never by a message; only GetDriveFreeSpace and DeleteIfThere raise. Paths are in the ANSI
+// code page.
 
 #include <cstdint>
 #include <optional>
@@ -40,14 +41,18 @@ std::string GetShortPath(const std::string& path);
 std::string GetWindowsFolder();
 std::string GetSystemFolder();
 
-/// Returns the folder of the running program's own file, without a trailing backslash. The path is cut when
+/// Return the running program's own file, and its folder without a trailing backslash. The path is cut when
 /// it is longer than the system's 259 characters.
+std::string GetProgramFile();
 std::string GetProgramFolder();
 
 /// Returns whether a file can be opened for reading: false for a folder, a missing file, and one locked
 /// against reading. One pair of enclosing quotes and then one trailing "\" are dropped first. A path with "*"
 /// is a pattern: true when a listing of it, folders included, has any entry.
 bool FileExists(const std::string& path);
+
+/// Deletes `file` if FileExists. Raises RuntimeError when it cannot.
+void DeleteIfThere(const std::string& file);
 
 /// Returns whether a folder exists: whether a listing of everything in it has any entry (an existing folder
 /// lists at least "."). False for a blank path and on any error.
@@ -58,9 +63,9 @@ bool FolderExists(const std::string& path);
 /// take.
 bool CreateFolderPath(std::string& path);
 
-/// Deletes a folder with everything in it, read-only, hidden and system files included. A link inside is
-/// removed, never followed. Returns true when the folder is gone (or never was); false when something could
-/// not be deleted, which then stays with all that was not reached yet.
+/// Deletes a folder with everything in it, read-only, hidden and system files included (DeleteTree). A link
+/// is removed, never followed. Returns true when the folder is gone (or never was); false when something
+/// could not be deleted, which then stays with all that was not reached yet.
 bool DeleteFolderTree(const std::string& path);
 
 /// Returns a file's length in bytes; -1 when it cannot be opened for reading or its length does not fit.

@@ -3,20 +3,47 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <array>
 
+#include "src/common/FileSystem.h"
 #include "src/common/Text.h"
 
 namespace velbooter {
 
-SingleInstance::SingleInstance(const std::string& applicationFolder) {
-    // A mutex name cannot hold a backslash and is shorter than the longest path; the end of a path tells
-    // more.
-    std::string name = LowerCase(applicationFolder);
-    std::replace(name.begin(), name.end(), '\\', '/');
-    const size_t longest = MAX_PATH - sizeof "Velbooter ";
-    if (name.size() > longest) name.erase(0, name.size() - longest);
-    mutex_ = KernelHandle(::CreateMutexA(nullptr, FALSE, ("Velbooter " + name).c_str()));
-    isFirst_ = ::GetLastError() != ERROR_ALREADY_EXISTS && ::GetLastError() != ERROR_ACCESS_DENIED;
+namespace {
+
+// Where a share tells no number of a file, its full name has to do.
+std::string FinalPath(const std::string& file) {
+    const FileHandle opened(::CreateFileA(file.c_str(), 0,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                          OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    std::array<char, MAX_PATH> path{};
+    const DWORD length =
+        opened ? ::GetFinalPathNameByHandleA(opened.Get(), path.data(), MAX_PATH, FILE_NAME_NORMALIZED) : 0;
+    return LowerCase(length == 0 || length >= MAX_PATH ? file : std::string(path.data(), length));
+}
+
+// The name of a mutex cannot hold a backslash and is shorter than the longest path; the end of a path tells
+// more.
+std::string MarkOf(const std::string& executable) {
+    const auto version = VersionOf(executable);
+    if (version && version->Identity != 0)
+        return std::to_string(version->Volume) + " " + std::to_string(version->Identity);
+    constexpr size_t kLongest = 200;
+    std::string path = FinalPath(executable);
+    std::replace(path.begin(), path.end(), '\\', '/');
+    return path.size() > kLongest ? path.substr(path.size() - kLongest) : path;
+}
+
+}  // namespace
+
+SingleInstance::SingleInstance(const std::string& executable) {
+    const std::string name = "Global\\Velbooter " + MarkOf(executable);
+    HANDLE mutex = ::CreateMutexA(nullptr, FALSE, name.c_str());
+    const DWORD error = ::GetLastError();
+    mutex_ = KernelHandle(mutex);
+    // The mark of another user may be seen and not taken.
+    isFirst_ = error != ERROR_ALREADY_EXISTS && error != ERROR_ACCESS_DENIED;
 }
 
 }  // namespace velbooter

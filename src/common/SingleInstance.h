@@ -1,6 +1,7 @@
 #pragma once
-// Tells whether this program already runs from the same application folder. Two copies in two folders do not
-// disturb each other's working files, so each folder has a mark of its own.
+// Tells whether this program already runs from the same file. Two copies in two folders do not disturb each
+// other's working files, so each has a mark of its own; one file that is reached by two paths (a substituted
+// drive, a share, a junction, a short name) has one.
 
 #include <string>
 
@@ -10,8 +11,9 @@ namespace velbooter {
 
 class SingleInstance {
  public:
-    /// Takes the mark of `applicationFolder` (case does not count) and holds it as long as the object lives.
-    explicit SingleInstance(const std::string& applicationFolder);
+    /// Takes the mark of the program `executable` (a full path) and holds it as long as the object lives. All
+    /// users who are logged on to the PC share it.
+    explicit SingleInstance(const std::string& executable);
 
     /// Returns whether nobody held the mark before.
     bool IsFirst() const { return isFirst_; }

@@ -12,6 +12,17 @@
 
 namespace velbooter {
 
+namespace {
+
+// Returns how many bytes the character at `position` takes; a text that ends within a character counts it as
+// whole.
+size_t BytesOfCharacter(const std::string& text, size_t position, unsigned codePage) {
+    const auto byte = static_cast<BYTE>(text[position]);
+    return ::IsDBCSLeadByteEx(codePage, byte) != FALSE && position + 1 < text.size() ? 2 : 1;
+}
+
+}  // namespace
+
 std::string TrimLeft(const std::string& text) {
     const size_t first = text.find_first_not_of(' ');
     return first == std::string::npos ? "" : text.substr(first);
@@ -26,12 +37,13 @@ std::string Trim(const std::string& text) {
     return TrimLeft(TrimRight(text));
 }
 
-std::vector<std::string> Split(const std::string& text, char separator) {
+std::vector<std::string> Split(const std::string& text, char separator, unsigned codePage) {
     std::vector<std::string> parts;
     size_t begin = 0;
-    for (size_t end = text.find(separator); end != std::string::npos; end = text.find(separator, begin)) {
-        parts.push_back(text.substr(begin, end - begin));
-        begin = end + 1;
+    for (size_t i = 0; i < text.size(); i += BytesOfCharacter(text, i, codePage)) {
+        if (text[i] != separator) continue;
+        parts.push_back(text.substr(begin, i - begin));
+        begin = i + 1;
     }
     parts.push_back(text.substr(begin));
     return parts;
@@ -53,8 +65,20 @@ bool StartsWith(const std::string& text, const std::string& part) {
     return text.starts_with(part);
 }
 
-bool EndsWith(const std::string& text, const std::string& part) {
-    return text.ends_with(part);
+bool EndsWith(const std::string& text, const std::string& part, unsigned codePage) {
+    if (!text.ends_with(part)) return false;
+    const size_t end = text.size() - part.size();
+    size_t position = 0;
+    while (position < end) position += BytesOfCharacter(text, position, codePage);
+    return position == end;
+}
+
+size_t FindLastOf(const std::string& text, const std::string& characters, unsigned codePage) {
+    size_t last = std::string::npos;
+    for (size_t i = 0; i < text.size(); i += BytesOfCharacter(text, i, codePage)) {
+        if (characters.find(text[i]) != std::string::npos) last = i;
+    }
+    return last;
 }
 
 bool StartsWithIgnoringCase(const std::string& text, const std::string& part) {
@@ -95,8 +119,9 @@ std::string NumberText(const std::string& text) {
 
 int CompareIgnoringCase(const std::string& left, const std::string& right) {
     const auto length = [](const std::string& text) { return static_cast<int>(text.size()); };
-    return ::CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, left.data(), length(left), right.data(),
-                            length(right)) -
+    // The code page is the one of all other texts, not that of the user's language.
+    return ::CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE | LOCALE_USE_CP_ACP, left.data(),
+                            length(left), right.data(), length(right)) -
            CSTR_EQUAL;
 }
 

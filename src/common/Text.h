@@ -16,17 +16,25 @@ std::string TrimRight(const std::string& text);
 /// Returns `text` without leading and trailing blanks.
 std::string Trim(const std::string& text);
 
+// Where two bytes make one character (Japanese, Chinese, Korean) the second one may look like a backslash or
+// a letter. The functions with a `codePage` step from character to character; it is the number of the text's
+// code page, 0 for the system's ANSI code page.
+
 /// Returns the parts of `text` between the separators: always one more than there are separators, empty parts
 /// included; an empty text gives one empty part.
-std::vector<std::string> Split(const std::string& text, char separator);
+std::vector<std::string> Split(const std::string& text, char separator, unsigned codePage = 0);
 
 /// Return `text` in lower or upper case by the rules of the ANSI code page.
 std::string LowerCase(const std::string& text);
 std::string UpperCase(const std::string& text);
 
-/// Return whether `text` begins or ends with `part` (byte for byte).
+/// Return whether `text` begins or ends with `part`, case included.
 bool StartsWith(const std::string& text, const std::string& part);
-bool EndsWith(const std::string& text, const std::string& part);
+bool EndsWith(const std::string& text, const std::string& part, unsigned codePage = 0);
+
+/// Returns the position (0-based, in bytes) of the last character of `text` that is one of `characters`;
+/// std::string::npos when there is none.
+size_t FindLastOf(const std::string& text, const std::string& characters, unsigned codePage = 0);
 
 /// Returns whether `text` begins with `part` when case does not count.
 bool StartsWithIgnoringCase(const std::string& text, const std::string& part);

@@ -7,10 +7,10 @@
 
 #include <cstdio>
 
+#include "src/common/CallText.h"
 #include "src/common/Handle.h"
 #include "src/common/ProgramEnd.h"
 #include "src/common/SetupCommon.h"
-#include "src/console/CallText.h"
 #include "src/console/Report.h"
 
 namespace {

@@ -66,11 +66,8 @@ Result CarryOut(Application& app, Section section, const std::string& left, cons
     return last;
 }
 
-}  // namespace
-
-void Init_Lists(Application& app, const std::string& diskFile) {
-    app.SetupWinIncluded = false;
-    app.SetupNTIncluded = false;
+// Returns false when a line cancels the run.
+bool CarryOutLines(Application& app, const std::string& diskFile) {
     Section section = Section::None;
     Result last = Result::None;
     LineReader file(app.PathOf("files\\" + diskFile));
@@ -88,12 +85,19 @@ void Init_Lists(Application& app, const std::string& diskFile) {
         const std::vector<std::string> parts = Split(*line, '=');
         if (parts.size() < 2) continue;
         last = CarryOut(app, section, Trim(parts[0]), Trim(parts[1]), last);
-        // A line that does nothing before anything has succeeded ends the build too; meant so.
-        if (last != Result::Success) {
-            CancelApp(app);
-            return;
-        }
+        // A line that does nothing before anything has succeeded ends the build too.
+        if (last != Result::Success) return false;
     }
+    return true;
+}
+
+}  // namespace
+
+void Init_Lists(Application& app, const std::string& diskFile) {
+    app.SetupWinIncluded = false;
+    app.SetupNTIncluded = false;
+    // The file is closed before the working files go, one of which it may be.
+    if (!CarryOutLines(app, diskFile)) CancelApp(app);
 }
 
 }  // namespace velbooter

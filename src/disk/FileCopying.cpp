@@ -60,7 +60,8 @@ bool CopyFilesOfFolder(Application& app, const std::string& pattern, const std::
     FolderListing listing(from + everything);
     std::optional<FolderEntry> entry;
     const auto next = [&] { entry = listing.Next(); };
-    const auto copy = [&] { CopyFileOver(from + entry->Name, to + entry->Name); };
+    const auto repaint = [&] { app.Screen.PendingEvents(); };
+    const auto copy = [&] { CopyFileOver(from + entry->Name, to + entry->Name, repaint); };
     Outcome outcome = Attempt(app, shownSource, quiet, next);
     while (outcome == Outcome::Done && entry) {
         app.Screen.PendingEvents();
@@ -84,10 +85,12 @@ bool CopyFileWithPrompt(Application& app, const std::string& source, std::string
         folder = Trim(folder);
         CreateFolderPath(folder);
     }
-    return Attempt(app, source, quiet, [&] { CopyFileOver(from, destination); }) != Outcome::Abort;
+    return Attempt(app, source, quiet, [&] {
+               CopyFileOver(from, destination, [&] { app.Screen.PendingEvents(); });
+           }) != Outcome::Abort;
 }
 
-bool CopyFolderTree(std::string& sourceFolder, std::string& destinationFolder) {
+bool CopyFolderTree(Application& app, std::string& sourceFolder, std::string& destinationFolder) {
     try {
         if (!FolderExists(destinationFolder)) CreateFolderPath(destinationFolder);
         if (!EndsWith(sourceFolder, "\\")) sourceFolder += "\\";
@@ -96,6 +99,7 @@ bool CopyFolderTree(std::string& sourceFolder, std::string& destinationFolder) {
         int subCount = 0;
         auto entry = listing.Next();
         while (entry) {
+            app.Screen.PendingEvents();
             if (entry->Name == "." || entry->Name == "..") {
                 entry = listing.Next();
             } else if (!entry->IsFolder) {
@@ -104,9 +108,9 @@ bool CopyFolderTree(std::string& sourceFolder, std::string& destinationFolder) {
             } else {
                 std::string from = sourceFolder + entry->Name;
                 std::string to = destinationFolder + entry->Name;
-                if (!CopyFolderTree(from, to)) return false;
+                if (!CopyFolderTree(app, from, to)) return false;
                 // The position after a sub-folder counts sub-folders alone: files listed before it are copied
-                // again and a sub-folder may be entered more than once. Meant so; "." and ".." come first.
+                // again and a sub-folder may be entered more than once. "." and ".." come first.
                 ++subCount;
                 listing.Restart();
                 for (int skipped = 0; skipped < subCount + 2; ++skipped) listing.Next();

@@ -16,9 +16,8 @@ namespace velbooter {
 bool CopyFileWithPrompt(Application& app, const std::string& source, std::string& destination, bool quiet);
 
 /// Copies `sourceFolder` with its sub-folders over `destinationFolder`, which is made when missing; both get
-/// a trailing
-/// "\" that the caller sees. Never shows anything; returns false when something could not be copied, which
-/// ends the copying there.
-bool CopyFolderTree(std::string& sourceFolder, std::string& destinationFolder);
+/// a trailing "\" that the caller sees. The windows repaint between files. Never shows a message; returns
+/// false when something could not be copied, which ends the copying there.
+bool CopyFolderTree(Application& app, std::string& sourceFolder, std::string& destinationFolder);
 
 }  // namespace velbooter

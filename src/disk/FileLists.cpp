@@ -47,7 +47,8 @@ void ScanCabsFolder(Application& app, const std::string& folder, const std::stri
         if (!entry->IsFolder) {
             app.Wizard.LstFiles.AddItem((path + entry->Name).substr(prefixLength));
         } else if (!StartsWith(entry->Name, ".")) {
-            app.Wizard.LstDirs.AddItem(path + entry->Name + "\\", 1);
+            ListBox& folders = app.Wizard.LstDirs;
+            folders.AddItem(path + entry->Name + "\\", std::min(1, folders.ListCount()));
         }
     }
 }

@@ -27,7 +27,7 @@ bool FloppyLayout::Fits() const {
 }
 
 void FloppyLayout::AddToFolder(const std::string& path) {
-    const size_t slash = path.rfind('\\');
+    const size_t slash = FindLastOf(path, "\\");
     const std::string folder = slash == std::string::npos ? "" : path.substr(0, slash);
     const std::string name = path.substr(slash + 1);
     const auto [found, isNew] = folders_.try_emplace(UpperCase(folder), 0);

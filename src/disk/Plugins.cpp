@@ -20,7 +20,7 @@ void InjectPlugin(Application& app, const std::string& name) {
     }
     std::string source = base;
     std::string destination = app.StagingFolder;
-    CopyFolderTree(source, destination);
+    CopyFolderTree(app, source, destination);
 }
 
 }  // namespace velbooter

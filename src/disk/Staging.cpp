@@ -42,7 +42,8 @@ std::optional<RuntimeError> CopyEntry(Application& app, const std::string& entry
         CreateFolderPath(path);
     }
     try {
-        CopyFileOver(app.PathOf("cabs\\" + entry), destination + "\\" + entry);
+        CopyFileOver(app.PathOf("cabs\\" + entry), destination + "\\" + entry,
+                     [&] { app.Screen.PendingEvents(); });
     } catch (const RuntimeError& error) {
         return error;
     }

@@ -81,8 +81,9 @@ bool VerifyDOSFiles(Application& app, bool showErrors) {
 }
 
 void CheckDOSFiles(Application& app) {
-    if (VerifyDOSFiles(app, false)) return;
     try {
+        DeleteUnfinishedDosFiles(app);
+        if (VerifyDOSFiles(app, false)) return;
         ImportDosFiles(app);
     } catch (const RuntimeError& error) {
         ShowRuntimeError(app, error);

@@ -14,6 +14,7 @@ namespace velbooter {
 namespace {
 
 constexpr const char* kIoSys = "IO.SYS";
+constexpr const char* kUnfinishedSuffix = ".unfinished~";
 // The name of IO.SYS inside the setup cabinets.
 constexpr const char* kIoSysMember = "WINBOOT.SYS";
 
@@ -23,6 +24,10 @@ bool IsPlainFileOnCd(const std::string& name) {
 
 std::string Target(const Application& app, const std::string& name) {
     return app.PathOf("dos\\" + name);
+}
+
+void CopyToDos(Application& app, const std::string& source, const std::string& name) {
+    CopyWholeFileOver(source, Target(app, name), [&] { app.Screen.PendingEvents(); });
 }
 
 std::string WithBackslash(std::string folder) {
@@ -53,25 +58,44 @@ void ForEachDosFile(Application& app, const std::function<void(const std::string
     SetWaitStatus(app, "Please wait ... Checking import process");
 }
 
-// The part that both CD imports share: `extract` runs the tool for one member of the cabinets.
+// The part that both CD imports share: `extract` runs the tool for one member of the cabinets. While a tool
+// writes a file, an empty file beside it says that this one may be half.
 void ImportFromCd(Application& app, const std::string& folder, const std::string& name,
                   const std::function<void(const std::string&)>& extract) {
     if (IsPlainFileOnCd(name)) {
-        CopyFileOver(folder + name, Target(app, name));
-    } else if (name == kIoSys) {
-        if (FileExists(Target(app, kIoSys))) DeleteFileAt(Target(app, kIoSys));
+        CopyToDos(app, folder + name, name);
+        return;
+    }
+    const std::string mark = Target(app, name + kUnfinishedSuffix);
+    MakeEmptyFile(mark);
+    if (name == kIoSys) {
+        const std::string member = Target(app, kIoSysMember);
+        for (const std::string& former : {Target(app, kIoSys), member}) DeleteIfThere(former);
         extract(kIoSysMember);
-        RenameFileTo(Target(app, kIoSysMember), Target(app, kIoSys));
+        // What the tool has not brought is missed by the check at the end.
+        if (FileExists(member)) RenameFileTo(member, Target(app, kIoSys));
     } else {
         extract(name);
     }
+    DeleteFileAt(mark);
 }
 
 }  // namespace
 
+void DeleteUnfinishedDosFiles(Application& app) {
+    for (const char* name : kDosFiles) {
+        const std::string mark = Target(app, std::string(name) + kUnfinishedSuffix);
+        if (FileExists(mark)) {
+            DeleteIfThere(Target(app, name));
+            DeleteFileAt(mark);
+        }
+        DeleteIfThere(Target(app, std::string(name) + kCopySuffix));
+    }
+}
+
 void ImportDOSFilesWithExtract(Application& app, const std::string& sourceFolder) {
     const std::string folder = WithBackslash(sourceFolder);
-    CopyFileOver(folder + "EXTRACT.EXE", Target(app, "EXTRACT.EXE"));
+    CopyToDos(app, folder + "EXTRACT.EXE", "EXTRACT.EXE");
     ForEachDosFile(app, [&](const std::string& name) {
         const std::string cabinet = UpperCase(GetShortPath(folder + "BASE4.CAB"));
         ChangeDriveAndFolder(app.ApplicationFolder);
@@ -102,7 +126,7 @@ void CopyDOSFiles(Application& app, const std::string& sourceFolder) {
         for (const std::string& place : {folder.substr(0, 3), folder, folder + "command\\"}) {
             if (FileExists(place + name)) source = place + name;
         }
-        if (!source.empty()) CopyFileOver(source, Target(app, name));
+        if (!source.empty()) CopyToDos(app, source, name);
     });
 }
 

@@ -9,6 +9,10 @@
 
 namespace velbooter {
 
+/// Deletes what an import that was cut off has left: half files, and the marks beside them that tell of
+/// these. Raises RuntimeError when one cannot be deleted.
+void DeleteUnfinishedDosFiles(Application& app);
+
 /// Imports from the cabinets of a setup CD's folder with the CD's own extract.exe.
 void ImportDOSFilesWithExtract(Application& app, const std::string& sourceFolder);
 

@@ -6,6 +6,7 @@
 #include "src/common/INIFile.h"
 #include "src/common/SetupCommon.h"
 #include "src/common/Text.h"
+#include "src/disk/DriverIndex.h"
 #include "src/drivers/DiskRoom.h"
 #include "src/drivers/DriverStore.h"
 
@@ -42,14 +43,14 @@ void CreateIndex(Application& app, const std::string& descFile, const std::strin
     form.LV.FirstColumnTitle = caption;
     form.DriversIniExists = FileExists(app.PathOf(kDriverIndexFile));
     const INIFile index(app.PathOf(kDriverIndexFile));
-    const size_t extensionLength = std::string(".cab").size();
 
     FolderListing listing(app.PathOf("drivers\\" + section + "\\*.cab"));
     while (const auto entry = listing.Next()) {
-        if (entry->IsFolder) continue;
+        const auto driver = DriverNameOf(entry->Name);
+        if (entry->IsFolder || !driver) continue;
         app.Screen.PendingEvents();
         ListItem row;
-        row.Text = UpperCase(entry->Name.substr(0, entry->Name.size() - extensionLength));
+        row.Text = *driver;
         row.SubItem = DriverDescription(app, section, entry->Name, descFile);
         row.Checked = !form.DriversIniExists || NumericPrefix(index.GetINIKey(section, row.Text)) != 0;
         form.LV.ListItems.push_back(row);

@@ -14,6 +14,15 @@ bool HasDriverFolder(const Application& app, const DriverGroup& group) {
     return FolderExists(app.PathOf(std::string("drivers\\") + group.Folder));
 }
 
+void RenewDriverIndex(Application& app) {
+    const std::string index = app.PathOf(kDriverIndexFile);
+    DeleteIfThere(index);
+    for (const DriverGroup& group : kDriverGroups) {
+        if (HasDriverFolder(app, group)) IndexDriverGroup(app, kDriverIndexFile, group.Section, 1);
+    }
+    if (!FileExists(index)) MakeEmptyFile(index);
+}
+
 void GetDefaultDriversOptions(Application& app, const std::string& diskFile, const std::string& group) {
     const INIFile index(app.PathOf(kDriverIndexFile));
     bool inDefaults = false;

@@ -28,6 +28,10 @@ inline constexpr std::array<DriverGroup, 4> kDriverGroups{kAspiDrivers, kNdisDri
 /// Returns whether the group's folder is there.
 bool HasDriverFolder(const Application& app, const DriverGroup& group);
 
+/// Makes Drivers.ini anew: every driver of every group that is there gets "1". Without any driver the file is
+/// empty, because a build reads it line by line. Raises RuntimeError when the old one cannot be deleted.
+void RenewDriverIndex(Application& app);
+
 /// Narrows the group `group` (its section's name) of Drivers.ini to the drivers that the section
 /// [DefaultDrivers] of files\`diskFile` names; without that section the selection stays as it is. A driver
 /// that is not in the store gets its key all the same. Raises RuntimeError 53 when there is no such file.

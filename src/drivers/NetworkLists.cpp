@@ -1,5 +1,7 @@
 #include "src/drivers/NetworkLists.h"
 
+#include <set>
+
 #include "src/common/FileSystem.h"
 #include "src/common/LineReader.h"
 #include "src/common/LineWriter.h"
@@ -12,23 +14,27 @@ namespace velbooter {
 
 namespace {
 
-void DeleteIfThere(const std::string& file) {
-    if (FileExists(file)) DeleteFileAt(file);
+using Names = std::set<std::string>;
+
+// The files of the application folder that match `pattern`, in upper case.
+Names FilesLike(const Application& app, const std::string& pattern) {
+    Names names;
+    FolderListing listing(app.PathOf(pattern));
+    while (const auto entry = listing.Next()) {
+        if (!entry->IsFolder) names.insert(UpperCase(entry->Name));
+    }
+    return names;
 }
 
 void CopyFirstLine(const std::string& file, LineWriter& list) {
     if (!FileExists(file)) return;
     if (const auto line = LineReader(file).Next()) WriteToFile(*line, list);
-    DeleteFileAt(file);
 }
 
 void CopyAllLines(const std::string& file, LineWriter& list) {
     if (!FileExists(file)) return;
-    {
-        LineReader lines(file);
-        while (const auto line = lines.Next()) WriteToFile(*line, list);
-    }
-    DeleteFileAt(file);
+    LineReader lines(file);
+    while (const auto line = lines.Next()) WriteToFile(*line, list);
 }
 
 void Place(Application& app, const std::string& list, const std::string& entry) {
@@ -93,9 +99,14 @@ void CreateCacheFile(Application& app, const std::string& name, const std::strin
         // What an interrupted run left would be taken for this driver's.
         DeleteIfThere(nameList);
         DeleteIfThere(pciList);
-        ExtractFromDriver(app, folder + driver + ".cab", name + ".*");
+        const std::string members = name + ".*";
+        const Names former = FilesLike(app, members);
+        ExtractFromDriver(app, folder + driver + ".cab", members);
         CopyFirstLine(nameList, list);
         CopyAllLines(pciList, map);
+        for (const std::string& file : FilesLike(app, members)) {
+            if (former.count(file) == 0) DeleteFileAt(app.PathOf(file));
+        }
     }
 }
 

@@ -42,8 +42,8 @@ bool RunGuarded(Application& app, const std::function<void()>& step) {
     try {
         step();
         return true;
-    } catch (const RuntimeError& error) {
-        ShowRuntimeError(app, error);
+    } catch (const std::exception& error) {
+        ShowError(app, error);
         CancelApp(app);
         return false;
     }

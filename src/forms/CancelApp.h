@@ -17,7 +17,7 @@ void DeleteWorkingFiles(Application& app);
 /// step that cancels tests RunEnded and returns.
 void CancelApp(Application& app);
 
-/// Runs `step`. An error (RuntimeError) that no step handles is shown in one message and cancels the run.
+/// Runs `step`. An error that no step handles, of whatever kind, is shown in one message and cancels the run.
 /// Returns whether there was none. ProgramEnd passes through.
 bool RunGuarded(Application& app, const std::function<void()>& step);
 

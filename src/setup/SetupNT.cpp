@@ -28,7 +28,8 @@ void FillSetupDataFromKeyFileToUnattend(Application& app, const std::string& key
 
     const std::string ownTemplate = read("TemplateFile");
     const std::string ours = app.PathOf("files\\inf_files\\win2k_template.inf");
-    CopyTemplate(FileExists(ownTemplate) ? ownTemplate : ours, unattend);
+    const bool namesOneFile = ownTemplate.find_first_of("*?") == std::string::npos;
+    CopyTemplate(namesOneFile && FileExists(ownTemplate) ? ownTemplate : ours, unattend);
 
     answers.SetINIKey("UserData", "FullName", quoted("OwnerName"));
     answers.SetINIKey("UserData", "OrgName", quoted("Organization"));

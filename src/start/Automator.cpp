@@ -4,6 +4,7 @@
 #include "src/common/Text.h"
 #include "src/disk/DiskConfiguration.h"
 #include "src/disk/FileLists.h"
+#include "src/disk/FloppyImage.h"
 #include "src/drivers/DriverSelection.h"
 #include "src/drivers/DriverSettings.h"
 #include "src/forms/CancelApp.h"
@@ -82,6 +83,7 @@ void MakeSetupModules(Application& app, bool useKeyFile) {
 // The settings of the disk have put its own file into the box, or the bare folder when it has none.
 void SelectTarget(Application& app, const CommandLineValues& values) {
     ChooseOption(app.Wizard, values.ImageType == 2 ? &FrmWizard::OptImage28 : &FrmWizard::OptImage14);
+    FloppyImageLabels(app, true);
     const std::string& target = values.TargetPath;
     if (target.empty()) {
         if (app.Wizard.TxtDest.Text == app.PathOf(""))
@@ -110,7 +112,7 @@ void Build(Application& app, const CommandLineValues& values) {
     SelectDisk(app, values.DiskName);
 
     const auto row = static_cast<size_t>(app.SelectedDiskIndex - 1);
-    const std::string name = LowerCase(app.Wizard.LV_Disk.ListItems[row].SubItem);
+    const std::string name = LowerCase(app.Wizard.LV_Disk.ListItems.at(row).SubItem);
     SetWaitStatus(app, "Processing " + name + ".ini file ...");
     Init_Lists(app, name + ".ini");
     EndRunIfCanceled(app);

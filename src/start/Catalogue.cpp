@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "src/common/INIFile.h"
+#include "src/common/RuntimeError.h"
 #include "src/common/SetupCommon.h"
 #include "src/common/Text.h"
 
@@ -11,6 +12,8 @@ namespace velbooter {
 namespace {
 
 constexpr double kLastSmallPicture = 8;
+// With the custom row before them the number of a row still fits 16 bits.
+constexpr int kMostDisks = 32766;
 
 // The list's guard: an index above the last picture shows the first. Lower ones are passed on as they are.
 int SmallPicture(double icon) {
@@ -27,6 +30,7 @@ void Fill_DiskList(Application& app) {
     rows.push_back({"Custom, load default configuration", "custom", 1, 1});
     const INIFile catalogue(app.PathOf("files\\disklist.ini"));
     const int count = WholeNumber(catalogue.GetINIKey("Disks_List", "Count"));
+    if (count > kMostDisks) throw RuntimeError(kOverflow);
     for (int i = 1; i <= count; ++i) {
         const std::string section = std::to_string(i);
         const auto read = [&](const char* key) { return TrimAtNul(catalogue.GetINIKey(section, key)); };

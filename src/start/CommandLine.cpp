@@ -16,6 +16,19 @@ namespace {
 
 constexpr const char* kErrorTitle = "Command Line options Error";
 
+// A name that leads out of the folder of plugins, or to that folder itself, names no plugin.
+bool IsPluginName(const std::string& name) {
+    if (name.find(':') != std::string::npos) return false;
+    for (const std::string& part : Split(name, '\\')) {
+        const std::vector<std::string> names = Split(part, '/');
+        const bool leadsAway = std::any_of(names.begin(), names.end(), [](const std::string& step) {
+            return !step.empty() && step.find_first_not_of('.') == std::string::npos;
+        });
+        if (leadsAway) return false;
+    }
+    return true;
+}
+
 bool LooksLikeOption(const std::string& token) {
     return !token.empty() && (token.front() == '-' || token.front() == '/');
 }
@@ -90,7 +103,7 @@ class Parser {
         if (!missing) ++index_;
         if (missing || LooksLikeOption(Token())) {
             ShowError("Plugin not specified");
-        } else if (!FolderExists(app_.PathOf("plugins\\" + Token()))) {
+        } else if (!IsPluginName(Token()) || !FolderExists(app_.PathOf("plugins\\" + Token()))) {
             ShowError("The Plugin specified was not found in the PlugIns folder.", "Invalid Plugin Name");
         } else {
             values_.PluginName = Token();
@@ -132,14 +145,6 @@ class Parser {
 };
 
 }  // namespace
-
-std::string TextAfterProgramName(const std::string& wholeCommandLine) {
-    const bool quoted = StartsWith(wholeCommandLine, "\"");
-    const size_t nameEnd = quoted ? wholeCommandLine.find('"', 1) : wholeCommandLine.find(' ');
-    if (nameEnd == std::string::npos) return "";
-    const std::string rest = wholeCommandLine.substr(quoted ? nameEnd + 1 : nameEnd);
-    return StartsWith(rest, " ") ? rest.substr(1) : rest;
-}
 
 std::string UsageText() {
     return "Usage: velbooter [-t type] [-plugin name] [-sel] [-keyfile] name [target]\r\n"

@@ -19,10 +19,6 @@ struct CommandLineValues {
     bool ParameterError = false;  ///< an option was wrong and has been reported
 };
 
-/// Returns the part of a process's whole command line that belongs to the program: what follows the (possibly
-/// quoted) program name and one separating blank.
-std::string TextAfterProgramName(const std::string& wholeCommandLine);
-
 /// Returns the usage text, its lines ended by CR LF.
 std::string UsageText();
 

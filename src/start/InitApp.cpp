@@ -1,8 +1,6 @@
 #include "src/start/InitApp.h"
 
-#include "src/common/FileSystem.h"
 #include "src/common/SetupCommon.h"
-#include "src/disk/DriverIndex.h"
 #include "src/disk/FileCopying.h"
 #include "src/dos/DosFiles.h"
 #include "src/drivers/DriverStore.h"
@@ -11,14 +9,7 @@
 namespace velbooter {
 
 void InitApp(Application& app) {
-    const std::string index = app.PathOf(kDriverIndexFile);
-    if (FileExists(index)) DeleteFileAt(index);
-    for (const DriverGroup& group : kDriverGroups) {
-        if (HasDriverFolder(app, group)) IndexDriverGroup(app, kDriverIndexFile, group.Section, 1);
-    }
-    // The build reads the index line by line, so it has to be there even when there is no driver at all.
-    if (!FileExists(index)) MakeEmptyFile(index);
-
+    RenewDriverIndex(app);
     app.Wizard.TxtDest.Text = app.PathOf(kDefaultImageName);
     RefreshDosModuleFolder(app);
     DeleteFolderTree(app.PathOf("cabs"));

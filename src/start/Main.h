@@ -9,7 +9,7 @@
 namespace velbooter {
 
 /// Runs the program. `instance` must live as long as the program; `commandLine` is the text after the
-/// program's name (TextAfterProgramName). An empty one means the wizard: it is shown, and Main returns; the
+/// program's name (ArgumentsOf). An empty one means the wizard: it is shown, and Main returns; the
 /// program lives as long as its window. Any other means a batch run, which ends the program (ProgramEnd).
 void Main(Application& app, const SingleInstance& instance, const std::string& commandLine);
 

@@ -3,8 +3,10 @@
 #include "src/common/Text.h"
 #include "src/disk/DiskConfiguration.h"
 #include "src/disk/FileLists.h"
+#include "src/disk/FloppyImage.h"
 #include "src/drivers/DiskRoom.h"
 #include "src/drivers/DriverSettings.h"
+#include "src/drivers/DriverStore.h"
 #include "src/forms/Help.h"
 #include "src/setup/SetupData.h"
 #include "src/setup/SetupNT.h"
@@ -32,6 +34,8 @@ void ReadSelectedDisk(Application& app) {
 }
 
 void LoadDisk(Application& app) {
+    // Nothing of the disk that was looked at before stays selected.
+    RenewDriverIndex(app);
     const auto row = static_cast<size_t>(app.SelectedDiskIndex - 1);
     Init_Lists(app, LowerCase(app.Wizard.LV_Disk.ListItems.at(row).SubItem) + ".ini");
     if (app.RunEnded) return;
@@ -43,6 +47,7 @@ void LoadDisk(Application& app) {
 // Turns to CurrentStep.
 void Turn(Application& app, std::int16_t old) {
     if (app.CurrentStep == kFilesPage || app.CurrentStep == kDestinationPage) MeasureRoom(app);
+    if (app.CurrentStep == kDestinationPage) FloppyImageLabels(app, true);
     TurnPage(app, old, app.CurrentStep);
 }
 

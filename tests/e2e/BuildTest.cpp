@@ -49,14 +49,13 @@ TEST(Build, WaitWindowShowsThePhasesInOrder) {
     std::vector<std::string> texts = program.StatusTexts();
     ASSERT_FALSE(texts.empty());
     if (texts.front() == "Please wait ...") texts.erase(texts.begin());  // the window's own first text
-    // The step lines keep the texts they are designed with, as nobody has clicked a kind of target.
     EXPECT_THAT(texts, ElementsAre("Getting a list of Disks Configuration ...",
                                    "Getting Disk Configuration INI file ...",
                                    "Processing custom.ini file ...", "Getting Drivers Settings ...",
                                    "Getting files list to be copied to the floppy image ...",
                                    "Creating the floppy image file ...", "Preparing selected Drivers ...",
-                                   "Preparing pre-built drivers cache ...", "Formating Floppy Disk ...",
-                                   "Copying files to floppy disk ..."));
+                                   "Preparing pre-built drivers cache ...", "Preparing new floppy image ...",
+                                   "Copying files to floppy image ..."));
 }
 
 TEST(Build, RunsInAFolderWithABlank) {

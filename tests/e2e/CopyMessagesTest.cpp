@@ -124,7 +124,7 @@ TEST(StagingMessage, MissingSystemFileEndsTheBuild) {
     folder.Write("BootDisk.img", "an old image");
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(program.Message(), UnreadableSource("IO.SYS"));
-    EXPECT_EQ(program.Status(), "Formating Floppy Disk ...");
+    EXPECT_EQ(program.Status(), "Preparing new floppy image ...");
     program.Press("OK");
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
     EXPECT_EQ(folder.Read("BootDisk.img"), "an old image");

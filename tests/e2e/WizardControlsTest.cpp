@@ -144,8 +144,7 @@ TEST_F(WizardControls, CancelTakesAnOpenSelectionAlong) {
 TEST_F(WizardControls, OptionsSwitchTheTarget) {
     const ShownWizard wizard = OpenAt(kDestinationPage);
     EXPECT_TRUE(wizard.IsTicked(IDC_IMAGE_14));
-    // Designed texts, until an option is clicked.
-    EXPECT_EQ(wizard.Text(IDC_STEP_3), "Formating Floppy Disk");
+    EXPECT_EQ(wizard.Text(IDC_STEP_3), "Preparing new floppy image");
     struct Click {
         int Option;
         bool TakesTarget;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <sstream>
 #include <stdexcept>
@@ -38,6 +39,39 @@ std::string FreshFolder() {
     return path;
 }
 
+// The name by which the system below Wine knows a path; "" on a Windows.
+std::string UnixPath(const std::string& path) {
+    using Converter = char*(CDECL*)(LPCWSTR);
+    const auto convert = reinterpret_cast<Converter>(reinterpret_cast<void*>(
+        ::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
+    if (convert == nullptr) return "";
+    char* const name = convert(fs::path(path).c_str());
+    const std::string result = name == nullptr ? "" : name;
+    ::HeapFree(::GetProcessHeap(), 0, name);
+    return result;
+}
+
+void Start(const std::string& commandLine) {
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    std::string line = commandLine;
+    ASSERT_TRUE(::CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+                                 nullptr, &startup, &process));
+    ::CloseHandle(process.hThread);
+    ::CloseHandle(process.hProcess);
+}
+
+// Wine gives no handle of a program of the system below it to wait for.
+void WaitUntil(const std::function<bool()>& condition) {
+    constexpr ULONGLONG kPatienceMs = 500000;
+    const ULONGLONG end = ::GetTickCount64() + kPatienceMs;
+    while (!condition()) {
+        ASSERT_GT(end, ::GetTickCount64()) << "nothing happens";
+        ::Sleep(5);
+    }
+}
+
 }  // namespace
 
 std::string CurrentFolder() {
@@ -55,6 +89,7 @@ ApplicationFolder::ApplicationFolder() : path_(FreshFolder()), formerFolder_(Cur
 
 ApplicationFolder::~ApplicationFolder() {
     SetCurrentDirectoryA(formerFolder_.c_str());
+    RemoveLinks();
     std::error_code ignored;
     std::vector<fs::path> entries;
     for (const auto& entry : fs::recursive_directory_iterator(path_, ignored)) entries.push_back(entry);
@@ -103,6 +138,37 @@ void ApplicationFolder::SetAttributes(const std::string& tail, std::uint32_t att
 
 std::uint32_t ApplicationFolder::Attributes(const std::string& tail) const {
     return GetFileAttributesA(At(tail).c_str());
+}
+
+void ApplicationFolder::MakeLink(const std::string& tail, const std::string& target) {
+    const std::string unixTarget = UnixPath(At(target));
+    if (unixTarget.empty()) {
+        Start("cmd.exe /c mklink /J \"" + At(tail) + "\" \"" + At(target) + "\"");
+    } else {
+        Start("Z:\\bin\\ln -s \"" + unixTarget + "\" \"" + UnixPathOfLink(tail) + "\"");
+    }
+    links_.push_back(tail);
+    WaitUntil([&] { return HasFolder(tail); });
+}
+
+// Wine cannot delete a link to a folder: it deletes the folder.
+void ApplicationFolder::RemoveLinks() {
+    for (const std::string& link : links_) {
+        if (UnixPath(path_).empty()) {
+            RemoveDirectoryA(At(link).c_str());
+        } else {
+            Start("Z:\\bin\\rm -f \"" + UnixPathOfLink(link) + "\"");
+        }
+        WaitUntil([&] { return !HasFolder(link); });
+    }
+    links_.clear();
+}
+
+// A link cannot be asked for its own name, only for that of the folder which it leads to.
+std::string ApplicationFolder::UnixPathOfLink(const std::string& tail) const {
+    std::string name = "/" + tail;
+    std::replace(name.begin(), name.end(), '\\', '/');
+    return UnixPath(path_) + name;
 }
 
 std::vector<std::string> ApplicationFolder::Tree(const std::string& tail) const {

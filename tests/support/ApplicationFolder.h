@@ -46,6 +46,13 @@ class ApplicationFolder {
     void SetAttributes(const std::string& tail, std::uint32_t attributes) const;
     std::uint32_t Attributes(const std::string& tail) const;
 
+    /// Makes a link at `tail` to the folder at `target`: a junction, below Wine a symbolic link. Fails the
+    /// test when it does not come.
+    void MakeLink(const std::string& tail, const std::string& target);
+
+    /// Removes the links that MakeLink has made, which their folder's end does too.
+    void RemoveLinks();
+
     /// Returns the files below a folder as sorted paths relative to it.
     std::vector<std::string> Tree(const std::string& tail) const;
 
@@ -56,8 +63,11 @@ class ApplicationFolder {
     std::vector<ToolCall> Calls(const std::string& tail) const;
 
  private:
+    std::string UnixPathOfLink(const std::string& tail) const;
+
     std::string path_;
     std::string formerFolder_;
+    std::vector<std::string> links_;
 };
 
 /// Holds a file open without sharing, so that nothing else can open it, until Release or its end.

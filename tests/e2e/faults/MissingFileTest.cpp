@@ -57,7 +57,7 @@ ShownMessage NoFile(const std::string& tail) {
 }
 
 ShownMessage NoPath(const std::string& tail) {
-    return FileError(76, "Path not found", std::string(kFolder) + "\\" + tail);
+    return FileError(76, "Path Not found", std::string(kFolder) + "\\" + tail);
 }
 
 Question Acknowledged(const ShownMessage& message) {

@@ -25,6 +25,14 @@ class FileFunctions : public ::testing::Test {
         return 0;
     }
 
+    void WriteWide(const std::string& folder, const wchar_t* name) const {
+        const std::string path = Folder.At(folder);
+        const std::wstring wide = std::wstring(path.begin(), path.end()) + L"\\" + name;
+        const HANDLE file = ::CreateFileW(wide.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+        ASSERT_NE(INVALID_HANDLE_VALUE, file);
+        ::CloseHandle(file);
+    }
+
     ApplicationFolder Folder;
 };
 
@@ -88,6 +96,97 @@ TEST_F(FileFunctions, AListingRestartsAtItsBeginning) {
 TEST_F(FileFunctions, AListingOfNothingIsEmpty) {
     EXPECT_FALSE(FolderListing(Folder.At("nowhere\\*.*")).Next());
     EXPECT_FALSE(FolderListing(Folder.At("*.none")).Next());
+}
+
+// U+03A9 and U+FF3C: a code page that lacks them shows them as an O and a backslash.
+constexpr const wchar_t* kOmega = L"\x3A9.txt";
+constexpr const wchar_t* kLeadsAway =
+    L"..\xFF3C"
+    L"victim.txt";
+
+TEST_F(FileFunctions, AListingRefusesANameThatTheCodePageCannotHold) {
+    Folder.Write("t\\a.txt");
+    Folder.Write("t\\O.txt");
+    WriteWide("t", kOmega);
+    FolderListing listing(Folder.At("t\\*.*"));
+    std::vector<std::string> names;
+    std::string refused;
+    try {
+        while (const auto entry = listing.Next()) names.push_back(entry->Name);
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(kBadFileName, error.Number);
+        refused = error.File;
+    }
+    EXPECT_EQ(0U, refused.find(Folder.At("t\\"))) << refused;
+    EXPECT_EQ(kBadFileName, NumberOf([&] { listing.Next(); })) << "asked again it is not passed over";
+    EXPECT_LE(names.size(), 4U);
+}
+
+TEST_F(FileFunctions, ATreeIsDeletedByItsOwnNamesAlone) {
+    Folder.Write("victim.txt", "precious");
+    Folder.Write("t\\a.txt");
+    WriteWide("t", kOmega);
+    WriteWide("t", kLeadsAway);
+    EXPECT_TRUE(DeleteTree(Folder.At("t")));
+    EXPECT_FALSE(Folder.HasFolder("t"));
+    EXPECT_EQ("precious", Folder.Read("victim.txt"));
+}
+
+TEST_F(FileFunctions, ATreeIsDeletedAtAnyDepth) {
+    std::wstring path = L"\\\\?\\" + std::wstring(Folder.Path().begin(), Folder.Path().end()) + L"\\t";
+    for (int i = 0; i < 8; ++i) {
+        ASSERT_TRUE(::CreateDirectoryW(path.c_str(), nullptr)) << i;
+        path += L"\\" + std::wstring(100, static_cast<wchar_t>(L'a' + i));
+    }
+    EXPECT_TRUE(DeleteTree(Folder.At("t")));
+    EXPECT_FALSE(Folder.HasFolder("t"));
+}
+
+TEST_F(FileFunctions, ALinkIsNeverEntered) {
+    Folder.Write("mine\\thesis.txt", "years of work");
+    Folder.Write("mine\\sub\\photo.txt");
+    Folder.MakeLink("link", "mine");
+    DeleteTree(Folder.At("link"));
+    EXPECT_EQ("years of work", Folder.Read("mine\\thesis.txt"));
+    Folder.Write("t\\a.txt");
+    Folder.MakeLink("t\\link", "mine");
+    DeleteTree(Folder.At("t"));
+    EXPECT_EQ("years of work", Folder.Read("mine\\thesis.txt"));
+    EXPECT_TRUE(Folder.HasFile("mine\\sub\\photo.txt"));
+}
+
+// Who holds a folder open for himself keeps others from listing it.
+TEST_F(FileFunctions, AFolderThatCannotBeListedStopsTheDeleting) {
+    Folder.MakeFolder("t\\held");
+    const HANDLE held = ::CreateFileA(Folder.At("t\\held").c_str(), FILE_LIST_DIRECTORY, 0, nullptr,
+                                      OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    ASSERT_NE(INVALID_HANDLE_VALUE, held);
+    EXPECT_FALSE(DeleteTree(Folder.At("t")));
+    ::CloseHandle(held);
+    EXPECT_TRUE(DeleteTree(Folder.At("t")));
+    EXPECT_FALSE(Folder.HasFolder("t"));
+}
+
+TEST_F(FileFunctions, ADriveAloneIsItsRoot) {
+    ChangeDriveAndFolder(Folder.MakeFolder("sub"));
+    ChangeDriveAndFolder(Folder.Path().substr(0, 2));
+    EXPECT_EQ(Folder.Path().substr(0, 3), CurrentFolder());
+}
+
+TEST_F(FileFunctions, AWholeCopyReplacesAndLeavesNothingBeside) {
+    const std::string source = Folder.Write("a", "new");
+    Folder.Write("b", "old and longer");
+    Folder.SetAttributes("b", FILE_ATTRIBUTE_READONLY);
+    CopyWholeFileOver(source, Folder.At("b"));
+    EXPECT_EQ("new", Folder.Read("b"));
+    EXPECT_EQ((std::vector<std::string>{"a", "b"}), Folder.Tree(""));
+    {
+        LockedFile lock(Folder.At("b"));
+        EXPECT_EQ(kPermissionDenied, NumberOf([&] { CopyWholeFileOver(source, Folder.At("b")); }));
+        EXPECT_EQ(kFileNotFound, NumberOf([&] { CopyWholeFileOver(Folder.At("none"), Folder.At("b")); }));
+    }
+    EXPECT_EQ("new", Folder.Read("b"));
+    EXPECT_EQ((std::vector<std::string>{"a", "b"}), Folder.Tree(""));
 }
 
 TEST_F(FileFunctions, CopyingReplacesAProtectedDestination) {

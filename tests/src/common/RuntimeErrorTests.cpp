@@ -18,14 +18,14 @@ TEST(RuntimeErrors, TextsOfTheFileErrors) {
         {53, "File not found"},
         {57, "Device I/O error"},
         {58, "File already exists"},
-        {61, "Disk full"},
+        {61, "Disk Full"},
         {67, "Too many files"},
         {68, "Device unavailable"},
         {70, "Permission denied"},
-        {71, "Disk not ready"},
+        {71, "Disk Not Ready"},
         {74, "Can't rename with different drive"},
         {75, "Path/File access error"},
-        {76, "Path not found"},
+        {76, "Path Not found"},
         {9999, "Application-defined error"},
     };
     for (const Case& c : cases) EXPECT_EQ(c.text, RuntimeErrorText(c.number)) << c.number;
@@ -64,7 +64,7 @@ TEST(RuntimeErrors, AccessDeniedIsAnErrorOfPermissionOrAccess) {
 TEST(RuntimeErrors, AnErrorCarriesNumberTextAndFile) {
     const RuntimeError error(kDiskFull, "A:\\x.cab");
     EXPECT_EQ(61, error.Number);
-    EXPECT_EQ("Disk full", error.Text);
+    EXPECT_EQ("Disk Full", error.Text);
     EXPECT_EQ("A:\\x.cab", error.File);
     EXPECT_EQ("", RuntimeError(kOverflow).File);
 }

@@ -287,6 +287,13 @@ TEST_F(SystemHelpers, DeleteFolderTreeReportsAFailureInASubFolder) {
     EXPECT_TRUE(Folder.HasFile("t\\sub\\m.txt"));
 }
 
+TEST_F(SystemHelpers, DeleteIfThere) {
+    Folder.Write("a");
+    DeleteIfThere(Folder.At("a"));
+    EXPECT_FALSE(Folder.HasFile("a"));
+    EXPECT_NO_THROW(DeleteIfThere(Folder.At("a")));
+}
+
 TEST_F(SystemHelpers, GetFileSize) {
     EXPECT_EQ(5, GetFileSize(Folder.Write("five", "12345")));
     EXPECT_EQ(0, GetFileSize(Folder.Write("none")));

@@ -80,6 +80,27 @@ TEST(Text, BeginningsAndEnds) {
     EXPECT_FALSE(StartsWithIgnoringCase("D:\\App", "c:\\app"));
 }
 
+// In code page 932 the second byte of the first character is 5C, of the second one 83.
+TEST(Text, ABackslashWithinACharacterIsNone) {
+    constexpr unsigned kJapanese = 932;
+    const std::string word = "\x95\x5C\x8E\x83";
+    EXPECT_EQ((std::vector<std::string>{"NDIS", word, "\x95\x5C"}),
+              Split("NDIS\\" + word + "\\\x95\x5C", '\\', kJapanese));
+    EXPECT_FALSE(EndsWith("C:\\\x95\x5C", "\\", kJapanese));
+    EXPECT_TRUE(EndsWith("C:\\\x95\x5C\\", "\\", kJapanese));
+    EXPECT_TRUE(EndsWith(word + ".CAB", ".CAB", kJapanese));
+    EXPECT_EQ(2U, FindLastOf("C:\\\x95\x5C", "\\/", kJapanese));
+    EXPECT_EQ(5U, FindLastOf("C:\\\x95\x5C\\a", "\\/", kJapanese));
+    EXPECT_EQ(std::string::npos, FindLastOf(word, "\\/", kJapanese));
+    EXPECT_FALSE(EndsWith("\x95", "\\", kJapanese)) << "half a character at the end";
+}
+
+TEST(Text, FindLastOfTakesTheLastOfSeveral) {
+    EXPECT_EQ(3U, FindLastOf("a/b\\c", "\\/"));
+    EXPECT_EQ(1U, FindLastOf("a/b", "\\/"));
+    EXPECT_EQ(std::string::npos, FindLastOf("", "\\/"));
+}
+
 TEST(Text, ComparingIgnoresCase) {
     EXPECT_EQ(0, CompareIgnoringCase("abc", "ABC"));
     EXPECT_EQ(0, CompareIgnoringCase("b\xFCro", "B\xDCRO"));

@@ -35,6 +35,18 @@ TEST_F(DriverIndexing, OnlyCabinetsCountHiddenOnesToo) {
     EXPECT_EQ("[ASPI]\r\nA.B=0\r\nAIC78=0\r\nHIDDEN=0\r\n", Folder.Read("Drivers.ini"));
 }
 
+// The system finds these by their short names, which end in CAB.
+TEST_F(DriverIndexing, ALongerEndingIsNoCabinet) {
+    for (const char* file : {"a.cab", "b.cab~", "c.cab_old", "d.cabinet", "e.cab1"})
+        Folder.Write(std::string("drivers\\NDIS\\") + file);
+    IndexDriverGroup(App, "Drivers.ini", "NDIS", 1);
+    EXPECT_EQ("[NDIS]\r\nA=1\r\n", Folder.Read("Drivers.ini"));
+    EXPECT_EQ("A", DriverNameOf("a.CaB"));
+    EXPECT_FALSE(DriverNameOf("a.cab~"));
+    EXPECT_FALSE(DriverNameOf("cab"));
+    EXPECT_EQ("", DriverNameOf(".cab"));
+}
+
 TEST_F(DriverIndexing, OtherGroupsAndOldValuesOfOtherKeysStay) {
     Folder.Write("Drivers.ini", "[ASPI]\r\nX=1\r\n[NDIS]\r\nOLD=1\r\nE100B=1\r\n");
     Folder.Write("drivers\\ndis\\e100b.cab");

@@ -212,7 +212,7 @@ class TreeCopy : public ApplicationTest {
     bool Copy(const std::string& from, const std::string& to) {
         Source = Folder.At(from);
         Destination = Folder.At(to);
-        return CopyFolderTree(Source, Destination);
+        return CopyFolderTree(App, Source, Destination);
     }
 
     std::string Source, Destination;  ///< as the routine left them
@@ -226,6 +226,12 @@ TEST_F(TreeCopy, FilesAndSubFoldersAreCopiedAndBothPathsGetABackslash) {
     EXPECT_EQ("inner", Folder.Read("d\\A\\inner"));
     EXPECT_EQ(Folder.At("s\\"), Source);
     EXPECT_EQ(Folder.At("d\\"), Destination);
+}
+
+TEST_F(TreeCopy, TheWindowsRepaintBetweenFiles) {
+    for (const char* file : {"a", "b", "c\\d"}) Folder.Write(std::string("s\\") + file);
+    EXPECT_TRUE(Copy("s", "d"));
+    EXPECT_GE(Screen.EventPumps(), 3);
 }
 
 TEST_F(TreeCopy, PathsThatEndInABackslashStayAsTheyAre) {

@@ -72,6 +72,16 @@ TEST_F(DosFilesCheck, WithAllFilesNothingIsShown) {
     EXPECT_TRUE(Screen.Views.empty());
 }
 
+TEST_F(DosFilesCheck, AFileThatAnImportHasLeftHalfIsImportedAgain) {
+    WriteAll("dos");
+    WriteAll("win\\command");
+    Folder.Write("dos\\MEM.EXE", "half");
+    Folder.Write("dos\\MEM.EXE.unfinished~");
+    CheckDOSFiles(App);
+    EXPECT_EQ("win\\command", Folder.Read("dos\\MEM.EXE"));
+    EXPECT_FALSE(Folder.HasFile("dos\\MEM.EXE.unfinished~"));
+}
+
 TEST_F(DosFilesCheck, EveryMissingFileIsNoticed) {
     WriteAll("dos");
     for (const std::string name : kNames) {

@@ -96,6 +96,46 @@ TEST_F(ImportWithExtract, IoSysComesFromWinbootSysAndReplacesAnOldOne) {
     EXPECT_FALSE(Folder.HasFile("dos\\WINBOOT.SYS"));
 }
 
+TEST_F(ImportWithExtract, NoMarkOrCopyStaysBeside) {
+    Import(Folder.At("cd"));
+    for (const std::string& file : Folder.Tree("dos")) EXPECT_EQ(std::string::npos, file.find('~')) << file;
+}
+
+TEST_F(ImportWithExtract, AToolThatLeavesNothingIsNoErrorYet) {
+    MakePlainFiles();
+    Folder.Write("dos\\WINBOOT.SYS", "half of an earlier import");
+    Folder.MakeTool("cd\\EXTRACT.EXE");
+    ImportDOSFilesWithExtract(App, Folder.At("cd"));
+    EXPECT_FALSE(Folder.HasFile("dos\\IO.SYS"));
+    EXPECT_FALSE(Folder.HasFile("dos\\WINBOOT.SYS"));
+}
+
+// The tool sees the mark that a cut would leave.
+TEST_F(ImportWithExtract, WhileAToolWritesAFileIsMarked) {
+    MakePlainFiles();
+    Folder.MakeTool("cd\\EXTRACT.EXE");
+    Folder.Write("dos\\EXTRACT.do", "tree|seen.txt\n");
+    Folder.MakeFolder("DOS");
+    ImportDOSFilesWithExtract(App, Folder.At("cd"));
+    const std::string seen = Folder.Read("seen.txt");
+    EXPECT_NE(std::string::npos, seen.find("COPY32.MOD.unfinished~")) << seen;
+    EXPECT_EQ(std::string::npos, seen.find("COPY32.EXE.unfinished~"))
+        << "of the last call one mark alone: " << seen;
+}
+
+class UnfinishedImport : public DosImport {};
+
+TEST_F(UnfinishedImport, HalfFilesAndMarksGo) {
+    Folder.Write("dos\\IO.SYS", "half");
+    Folder.Write("dos\\IO.SYS.unfinished~");
+    Folder.Write("dos\\MEM.EXE", "whole");
+    Folder.Write("dos\\MEM.EXE.copy~", "half");
+    Folder.Write("dos\\FC.EXE.unfinished~");
+    DeleteUnfinishedDosFiles(App);
+    EXPECT_EQ((Files{"MEM.EXE"}), Folder.Tree("dos"));
+    EXPECT_EQ("whole", Folder.Read("dos\\MEM.EXE"));
+}
+
 TEST_F(ImportWithExtract, EachFileIsAnnounced) {
     Import(Folder.At("cd"));
     ExpectProgress();

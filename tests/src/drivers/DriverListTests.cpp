@@ -59,13 +59,25 @@ TEST_F(DriverList, NamesBeyondAsciiAreUpperCased) {
     EXPECT_EQ((Texts{"-T\xDCRK: B\xFCro"}), Rows(true));
 }
 
-TEST_F(DriverList, ANameThatTheCodePageLacksIsListedButNotDescribed) {
+TEST_F(DriverList, ALongerEndingIsNoDriver) {
+    MakeEmptyCabinets("ndis", {"a.cab", "b.cab~", "c.cab_old"});
+    LoadNdis();
+    EXPECT_EQ((Texts{"+A"}), Rows());
+}
+
+// No driver is ever taken for another one whose name looks alike.
+TEST_F(DriverList, ANameThatTheCodePageLacksIsAnError) {
     MakeDriver("ndis\\E100B.CAB", "ndis.txt", "Intel PRO/100");
     const std::wstring folder(Folder.Path().begin(), Folder.Path().end());
     ASSERT_TRUE(MoveFileW((folder + L"\\drivers\\ndis\\E100B.CAB").c_str(),
                           (folder + L"\\drivers\\ndis\\\u0416uk.cab").c_str()));
-    LoadNdis();
-    EXPECT_EQ((Texts{"+?UK: Description not available (NDIS Driver)"}), Rows(true));
+    try {
+        LoadNdis();
+        ADD_FAILURE();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(kBadFileName, error.Number);
+        EXPECT_EQ(Folder.At("drivers\\ndis\\?uk.cab"), error.File);
+    }
 }
 
 TEST_F(DriverList, TicksFollowTheIndexAndADriverWithoutAKeyIsNotTicked) {

@@ -164,6 +164,26 @@ TEST_F(NetworkLists, FilesLeftByAnEarlierRunAreNotTakenForADrivers) {
     EXPECT_EQ(Pci("B") + "\r\n", PciLines());
 }
 
+TEST_F(NetworkLists, WhatAnExtractionHasBroughtIsDeletedAndNothingElse) {
+    Folder.Write("ndis.doc", "the user's own");
+    MakeCabinet("ndis\\A.CAB",
+                {{"ndis.txt", "menu"}, {"ndis.dos", "driver"}, {"ndis.inf", "setup"}, {"ndis.pci", "pci"}});
+    Create("[NDIS]\r\nA=1\r\n");
+    EXPECT_EQ("menu\r\n", MenuLines());
+    for (const char* name : {"ndis.txt", "ndis.dos", "ndis.inf", "ndis.pci"})
+        EXPECT_FALSE(Folder.HasFile(name)) << name;
+    EXPECT_EQ("the user's own", Folder.Read("ndis.doc"));
+}
+
+// A list that an editor of DOS has ended with 1Ah would hide all that follows from a reader under DOS.
+TEST_F(NetworkLists, TheEndOfTextOfAListIsNotTakenOver) {
+    MakeCabinet("ndis\\A.CAB", {{"ndis.txt", "\x1A"}, {"ndis.pci", "one\r\ntwo\r\n\x1A"}});
+    MakeNdisDriver("B");
+    Create("[NDIS]\r\nA=1\r\nB=1\r\n");
+    EXPECT_EQ(Menu("B") + "\r\n", MenuLines());
+    EXPECT_EQ("one\r\ntwo\r\n" + Pci("B") + "\r\n", PciLines());
+}
+
 TEST_F(NetworkLists, ReadOnlyMembersAreReadAndDeletedToo) {
     for (const char* name : {"A", "B"}) {
         MakeCabinet(std::string("ndis\\") + name + ".CAB",

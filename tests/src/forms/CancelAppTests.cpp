@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <new>
+#include <stdexcept>
+
+#include "src/common/RuntimeError.h"
 #include "tests/support/ApplicationFolder.h"
 
 namespace velbooter::testing {
@@ -34,6 +39,28 @@ TEST_F(Canceling, TheWorkingFilesAreDeleted) {
     MakeWorkingFiles();
     CancelApp(App);
     ExpectCleanFolder();
+}
+
+TEST_F(Canceling, EveryErrorCancelsAndIsTold) {
+    struct Case {
+        std::function<void()> Step;
+        std::string Text;
+    };
+    const std::string fault = "\r\n\r\nNo new disk was made.";
+    const Case cases[] = {
+        {[] { throw RuntimeError(kDiskFull, "A:\\x"); }, "Error 61: Disk Full\r\nA:\\x"},
+        {[] { throw std::bad_alloc(); }, "Error 7: Out of memory"},
+        {[] { throw std::out_of_range("vector"); },
+         "The program has stopped at a fault of its own (vector)." + fault},
+    };
+    for (const Case& c : cases) {
+        MakeWorkingFiles();
+        Screen.Expect({c.Text, "The Veltrane", Buttons::Ok, Icon::Critical});
+        EXPECT_FALSE(RunGuarded(App, c.Step)) << c.Text;
+        EXPECT_EQ("Operation canceled", App.Wizard.LblFinish.Caption);
+        ExpectCleanFolder();
+    }
+    EXPECT_TRUE(RunGuarded(App, [] {}));
 }
 
 TEST_F(Canceling, TheCodeTellsHowTheLastRunEnded) {

@@ -141,9 +141,10 @@ TEST_F(SetupNT, ATemplateOfTheUsersOwnIsUsedInstead) {
 TEST_F(SetupNT, ATemplateThatIsNotThereGivesOursSilently) {
     Folder.Write(kOwnTemplate, "; ours\r\n");
     const std::string folder = Folder.MakeFolder("a folder");
+    Folder.Write("my1.inf", "; mine\r\n");
     const std::string tooLong = Folder.Write(std::string(100, 'x') + ".inf", "; mine\r\n");
-    for (const std::string& key :
-         {Folder.At("missing.inf"), Folder.At("missing\\missing.inf"), folder, tooLong, std::string()}) {
+    for (const std::string& key : {Folder.At("missing.inf"), Folder.At("my*.inf"), Folder.At("my?.inf"),
+                                   Folder.At("missing\\missing.inf"), folder, tooLong, std::string()}) {
         EXPECT_EQ("; ours", AnswersFrom("TemplateFile=" + key + "\r\n").at(0)) << key;
     }
     EXPECT_EQ("; ours", AnswersFrom("").at(0));

@@ -41,8 +41,8 @@ TEST_F(BatchMode, TheWaitWindowTellsEachPhase) {
                "Getting Disk Configuration INI file ...", "Processing mydisk.ini file ...",
                "Getting Drivers Settings ...", "Getting files list to be copied to the floppy image ...",
                "Creating the floppy image file ...", "Preparing selected Drivers ...",
-               "Preparing pre-built drivers cache ...", "Formating Floppy Disk ...",
-               "Copying files to floppy disk ..."}),
+               "Preparing pre-built drivers cache ...", "Preparing new floppy image ...",
+               "Copying files to floppy image ..."}),
         Screen.WaitStatuses());
     ASSERT_FALSE(Screen.Views.empty());
     for (size_t i = 0; i + 1 < Screen.Views.size(); ++i) EXPECT_TRUE(Screen.Views[i].WaitVisible) << i;

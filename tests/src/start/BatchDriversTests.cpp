@@ -126,7 +126,7 @@ TEST_F(BatchDrivers, TheDriverListIsGotAfterTheFileListAndBeforeTheImage) {
                "Getting Drivers Settings ...", "Getting files list to be copied to the floppy image ...",
                "Getting Drivers List ...", "Creating the floppy image file ...",
                "Preparing selected Drivers ...", "Preparing pre-built drivers cache ...",
-               "Formating Floppy Disk ...", "Copying files to floppy disk ..."}),
+               "Preparing new floppy image ...", "Copying files to floppy image ..."}),
         Screen.WaitStatuses());
 }
 

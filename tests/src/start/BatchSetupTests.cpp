@@ -66,8 +66,8 @@ TEST_F(BatchSetup, BothModulesAreMadeInTheirOrderBeforeTheFilesAreListed) {
                "Getting Drivers Settings ...", "Creating the SetupWin module ...",
                "Creating the SetupNT module ...", "Getting files list to be copied to the floppy image ...",
                "Creating the floppy image file ...", "Preparing selected Drivers ...",
-               "Preparing pre-built drivers cache ...", "Formating Floppy Disk ...",
-               "Copying files to floppy disk ..."}),
+               "Preparing pre-built drivers cache ...", "Preparing new floppy image ...",
+               "Copying files to floppy image ..."}),
         Screen.WaitStatuses());
     const auto calls = Folder.Calls("cabarc.exe");
     ASSERT_EQ(2u, calls.size());

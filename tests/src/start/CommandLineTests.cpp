@@ -12,25 +12,6 @@ Message OptionError(const std::string& text) {
     return {text, "Command Line options Error", Buttons::Ok, Icon::None};
 }
 
-TEST(ProgramName, WhatFollowsItAndOneBlankIsTheCommandLine) {
-    struct Case {
-        std::string whole, text;
-    };
-    const Case cases[] = {
-        {"velbooter.exe", ""},
-        {"velbooter.exe ", ""},
-        {"velbooter.exe  ", " "},
-        {"velbooter.exe mydisk", "mydisk"},
-        {"velbooter.exe  mydisk ", " mydisk "},
-        {"C:\\App\\velbooter.exe -t 144 mydisk C:\\a b.img", "-t 144 mydisk C:\\a b.img"},
-        {"\"C:\\My App\\velbooter.exe\"", ""},
-        {"\"C:\\My App\\velbooter.exe\" ", ""},
-        {"\"C:\\My App\\velbooter.exe\" mydisk \"x y\"", "mydisk \"x y\""},
-        {"", ""},
-    };
-    for (const Case& c : cases) EXPECT_EQ(c.text, TextAfterProgramName(c.whole)) << "[" << c.whole << "]";
-}
-
 TEST(Usage, TheTextIsExact) {
     EXPECT_EQ(
         "Usage: velbooter [-t type] [-plugin name] [-sel] [-keyfile] name [target]\r\n"
@@ -177,6 +158,27 @@ TEST_F(CommandLine, APluginWithoutAFolderIsReported) {
         EXPECT_EQ("", values.PluginName);
         EXPECT_EQ("mydisk", values.DiskName);
     }
+}
+
+TEST_F(CommandLine, APluginNameThatLeadsOutOfItsFolderIsReported) {
+    Folder.MakeFolder("plugins\\a\\b");
+    for (const std::string name :
+         {".", "..", "a\\..", "a/..", "a\\..\\a", "..\\plugins\\a", ".\\a", "...", "C:", "a:b"}) {
+        Screen.Expect({"The Plugin specified was not found in the PlugIns folder.", "Invalid Plugin Name",
+                       Buttons::Ok, Icon::None});
+        const CommandLineValues values = Parse("-plugin " + name + " mydisk");
+        EXPECT_TRUE(values.ParameterError) << name;
+        EXPECT_EQ("", values.PluginName) << name;
+    }
+    EXPECT_EQ("a\\b", Parse("-plugin a\\b mydisk").PluginName);
+}
+
+TEST_F(CommandLine, TwoBlanksBehindPluginAreNoPlugin) {
+    Folder.MakeFolder("plugins");
+    const CommandLineValues values = Parse("-plugin  mydisk");
+    EXPECT_FALSE(values.ParameterError);
+    EXPECT_EQ("", values.PluginName);
+    EXPECT_EQ("mydisk", values.DiskName);
 }
 
 TEST_F(CommandLine, ThePluginNameIsKeptAsTyped) {

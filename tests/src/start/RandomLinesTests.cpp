@@ -12,6 +12,7 @@
 #include <map>
 #include <random>
 
+#include "src/common/CallText.h"
 #include "src/common/ProgramEnd.h"
 #include "src/common/RuntimeError.h"
 #include "src/disk/DiskConfiguration.h"
@@ -269,7 +270,7 @@ TEST(RandomLines, AreParsedAsACommandLineOrRefused) {
     RunSeries("velbooter.exe ", [](Machine& machine, const std::string& text) {
         static const std::array<std::string, 12> kWords{"-t", "144",     "288",  "-o", "-k", "-d",
                                                         "-p", "-plugin", "/sel", "-i", "\"", "mydisk"};
-        std::string line = TextAfterProgramName(text);
+        std::string line = ArgumentsOf(text);
         for (unsigned left = machine.Chance.Below(8); left > 0; --left) {
             line += kWords[machine.Chance.Below(kWords.size())];
             line += machine.Chance.Below(4) == 0 ? Piece(machine.Chance) : " ";

@@ -147,6 +147,28 @@ TEST_F(PageWalk, NextOnTheDiskPageAgainLoadsTheNewlySelectedDisk) {
     EXPECT_TRUE(Folder.HasFile("cabs\\mark\\first")) << "another disk does not empty the tree";
 }
 
+TEST_F(PageWalk, NothingOfTheDiskLookedAtBeforeStaysSelected) {
+    Folder.Write("drivers\\NDIS\\e100b.cab");
+    Folder.Write(
+        "files\\disklist.ini",
+        "[Disks_List]\r\nCount=2\r\n[0]\r\nndis=1\r\n[1]\r\nName=First\r\nndis=1\r\n[2]\r\nName=second\r\n");
+    Folder.Write("files\\custom.ini", "[Copy_Files]\r\nfiles\\base_files\\IO.SYS=x\r\n[DefaultDrivers]\r\n");
+    GoToDrivers(kCustom);
+    EXPECT_EQ("[NDIS]\r\nE100B=0\r\n", Folder.Read("Drivers.ini"));
+    Back();
+    Choose(kCatalogue);
+    Next();
+    EXPECT_EQ("[NDIS]\r\nE100B=1\r\n", Folder.Read("Drivers.ini"));
+}
+
+TEST_F(PageWalk, TheStepLinesAreThoseOfAnImageOnceTheDestinationIsSeen) {
+    GoToDrivers(kCatalogue);
+    Next();
+    EXPECT_EQ(5, Page());
+    EXPECT_EQ("Preparing new floppy image", App.Wizard.LblMsg3.Caption);
+    EXPECT_EQ("Copying files to floppy image", App.Wizard.LblMsg4.Caption);
+}
+
 TEST_F(PageWalk, CustomDiskWithSetupWalksEveryPage) {
     GiveModules("custom", "setupwin=LIB\r\n");
     GoToDrivers(kCustom);

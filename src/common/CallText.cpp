@@ -1,4 +1,4 @@
-#include "src/console/CallText.h"
+#include "src/common/CallText.h"
 
 namespace velbooter {
 
@@ -10,6 +10,11 @@ std::string TextBehindName(const std::string& wholeCommandLine) {
         if (!quoted && (c == ' ' || c == '\t')) return wholeCommandLine.substr(i);
     }
     return "";
+}
+
+std::string ArgumentsOf(const std::string& wholeCommandLine) {
+    const std::string text = TextBehindName(wholeCommandLine);
+    return text.empty() ? "" : text.substr(1);
 }
 
 bool IsWithoutArguments(const std::string& text) {
