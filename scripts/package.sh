@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Makes what a user downloads: build/velbooter-VERSION-x64.zip and -x86.zip. Beside each are its .sha256 and .toolchain.txt, which
 # names the compiler, the linker and the libraries, and the ZIP of its test programs, -x64-tests.zip and -x86-tests.zip, with a
-# run-tests.bat that runs them on any Windows. To run the program, unpack one anywhere. The same sources and the same
-# SOURCE_DATE_EPOCH (the time of the last commit when it is not given) make the same bytes.
+# run-tests.bat that runs them on any Windows. Each holds one folder of its own name; to run the program, unpack one anywhere. The
+# same sources and the same SOURCE_DATE_EPOCH (the time of the last commit when it is not given) make the same bytes.
 # package.sh [PRESET...]   (mingw-x64 and mingw-x86 when none is named)
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)

@@ -56,7 +56,7 @@ menu=data/files/base_files/bin/MENU.BAT
 expect 'a line does not end in CR LF' $menu '5s/\r$//'
 expect 'a line does not end in CR LF' demo/files/demo.ini '1s/\r$//'
 expect_with 'the last line has no line end' "printf 'REM' >>$menu" "sed -i '\$d' $menu"
-expect 'neither printable ASCII nor a blank' data/keyfile.sample.txt '4s/Jane/J\xe4ne/; 5s/\r/\t\r/; 6s/Jane/J\xe4ne/; s/Doe/D\xf6/'
+expect 'neither printable ASCII nor a blank' data/keyfile.sample.txt '6s/\r/\t\r/; 7s/Jane/J\xe4ne/; s/Doe/D\xf6/'
 expect_with 'not an upper-case name of the form 8.3' 'mv data/files/keyb/bin/LAYOUT.BAT data/files/keyb/bin/KEYLAYOUT.BAT' \
     'mv data/files/keyb/bin/KEYLAYOUT.BAT data/files/keyb/bin/LAYOUT.BAT'
 expect_with 'not an upper-case name of the form 8.3' 'mv data/files/keyb/bin/LAYOUT.BAT data/files/keyb/bin/layout.bat' \
@@ -172,6 +172,15 @@ expect 'a comment has a "="' $templates/win2k_template.inf '2s/$/X=1\r/; 2s/\r//
 expect '[Unattended] does not say Repartition=No' $templates/win2k_template.inf 's/^Repartition=No/Repartition=Yes/'
 expect '[Data] does not say AutoPartition=0' $templates/win2k_template.inf '/^AutoPartition/d'
 expect '[Unattended] does not say FileSystem=LeaveAlone' $templates/win2k_template.inf 's/LeaveAlone/ConvertNTFS/'
+expect 'the setup knows no such answer: [Setup] NoPrompt2Bot' $templates/winme_template.inf 's/^NoPrompt2Boot/NoPrompt2Bot/'
+expect 'the setup knows no such answer: [OptionalComponents] "Screen Savers"' $templates/win98_template.inf 's/^"Additional /"/'
+expect 'the setup knows no such answer: [Setup] CCP' $templates/key_template.inf '$a CCP=0\r'
+expect 'the setup knows no such answer: [Unatended] TargetPath' $templates/win2k_template.inf 's/^.Unattended.\r/[Unatended]\r/'
+expect 'the setup knows no such value: UnattendMode=DefaultHidden' $templates/win2k_template.inf 's/^UnattendMode=.*\r/UnattendMode=DefaultHidden\r/'
+expect 'the setup knows no such value: WINS=0' $templates/win98_template.inf 's/^WINS=D/WINS=0/'
+expect 'neither a section nor an answer: EBD' $templates/winme_template.inf 's/^EBD=0/EBD/'
+expect 'the same answer is given twice: [Setup] Express' $templates/key_template.inf '$a Express=1\r'
+expect 'this answer is missing: Setup/NoPrompt2Boot' $templates/winme_template.inf '/^NoPrompt2Boot/d'
 
 # Plugins, and what the documentation says
 expect_with 'a plugin without a folder' 'mv data/plugins/stamp .' 'mv stamp data/plugins/'

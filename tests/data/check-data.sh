@@ -402,6 +402,8 @@ check_plugins() {
 
 # shellcheck source=tests/data/check-drivers.sh
 . "$(dirname "${BASH_SOURCE[0]}")/check-drivers.sh"
+# shellcheck source=tests/data/check-answers.sh
+. "$(dirname "${BASH_SOURCE[0]}")/check-answers.sh"
 
 check_text_files
 check_names

@@ -117,6 +117,7 @@ check_template() {
 
 check_templates() {
     local name file line
+    read_answers
     for name in key win98 winme win2k; do
         file=$data/files/inf_files/${name}_template.inf
         if [[ ! -f $file ]]; then
@@ -127,6 +128,7 @@ check_templates() {
         while read -r line; do
             fault "$(shown "$file")" "a comment has a \"=\": $line"
         done < <(grep '^;.*=' "$file")
+        check_answers "$name"
         name=${name}_template.inf
         read_ini "$file"
         case $name in

@@ -41,31 +41,32 @@ fi
 (SOURCE_DATE_EPOCH=$(git -c "safe.directory=$(cd "$root" && pwd -P)" -C "$root" log -1 --format=%ct) && pack "$build" "$scratch/commit")
 cmp "$scratch/unset/$zip" "$scratch/commit/$zip" || fail "without SOURCE_DATE_EPOCH $zip has not the time of the last commit"
 
-mkdir "$scratch/unpacked"
-unzip -q "$scratch/first/$zip" -d "$scratch/unpacked"
+# "Extract here" may not mix the program with what lies there: it empties its folders cabs and Temp.
+top=${zip%.zip}
+unpack "$scratch/first/$zip" "$scratch"
 {
     printf '%s\n' velbooter.exe velbooter.com bfi.exe cabarc.exe corvane_help.chm files/bootsect.bin user-guide.html \
         LICENSE.txt CHANGELOG.txt
     # shellcheck disable=SC1003,SC2016  # the table's paths, between backquotes, with backslashes
     sed -n 's/^| `\([^`]*\)`.*/\1/p' "$root/docs/shipped-files.md" | tr '\\' /
 } | LC_ALL=C sort >"$scratch/promised"
-(cd "$scratch/unpacked" && find . -type f -printf '%P\n' | LC_ALL=C sort) >"$scratch/found"
+(cd "$scratch/$top" && find . -type f -printf '%P\n' | LC_ALL=C sort) >"$scratch/found"
 diff "$scratch/promised" "$scratch/found" >&2 || fail "$zip holds other files (>) than docs/shipped-files.md promises (<)"
 
 while read -r file; do
-    cmp "$root/data/$file" "$scratch/unpacked/$file" || fail "$file is not that of data/"
+    cmp "$root/data/$file" "$scratch/$top/$file" || fail "$file is not that of data/"
 done < <(cd "$root/data" && find . -type f -printf '%P\n')
 case $architecture in x64) format=pei-x86-64 ;; *) format=pei-i386 ;; esac
 for program in velbooter.exe velbooter.com bfi.exe cabarc.exe; do
-    x86_64-w64-mingw32-objdump -f "$scratch/unpacked/$program" | grep -q "file format $format\$" ||
+    x86_64-w64-mingw32-objdump -f "$scratch/$top/$program" | grep -q "file format $format\$" ||
         fail "$program is not a program of $architecture"
 done
-(cd "$scratch/unpacked" && "$root/tests/programs/check-programs.sh" x86_64-w64-mingw32-objdump "$version" velbooter.exe \
+(cd "$scratch/$top" && "$root/tests/programs/check-programs.sh" x86_64-w64-mingw32-objdump "$version" velbooter.exe \
     velbooter.com bfi.exe cabarc.exe) || fail "the programs of $zip are not what they have to be"
 for text in LICENSE CHANGELOG; do
-    tr -d '\r' <"$scratch/unpacked/$text.txt" | cmp - "$root/$text"* || fail "$text.txt is not $text"
-    [ "$(grep -c $'\r$' "$scratch/unpacked/$text.txt")" = "$(wc -l <"$scratch/unpacked/$text.txt")" ] ||
+    tr -d '\r' <"$scratch/$top/$text.txt" | cmp - "$root/$text"* || fail "$text.txt is not $text"
+    [ "$(grep -c $'\r$' "$scratch/$top/$text.txt")" = "$(wc -l <"$scratch/$top/$text.txt")" ] ||
         fail "$text.txt has lines that Windows does not end"
 done
-grep -q '<title>The Veltrane: the guide</title>' "$scratch/unpacked/user-guide.html" || fail 'user-guide.html is not the guide'
+grep -q '<title>The Veltrane: the guide</title>' "$scratch/$top/user-guide.html" || fail 'user-guide.html is not the guide'
 echo "$zip: $(wc -l <"$scratch/found") files"

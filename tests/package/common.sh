@@ -18,3 +18,12 @@ pack() {
     [ -f "$configuration" ] || fail "$1 is not built: scripts/package.sh does it"
     cpack --config "$configuration" -B "$2" >"$scratch/cpack.log" 2>&1 || fail "cpack: $(cat "$scratch/cpack.log")"
 }
+
+# unpack ZIP FOLDER: leaves in FOLDER the one folder of ZIP, which has its name; nothing may lie beside it.
+unpack() {
+    local top other
+    top=$(basename "$1" .zip)
+    other=$(unzip -Z1 "$1" | grep -v "^$top/." || true)
+    [ -z "$other" ] || fail "$(basename "$1") holds more than the folder $top: $other"
+    unzip -q "$1" -d "$2"
+}

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Uses the package as its user does: unpacks it to a folder with blanks, copies the DOS files to its folder dos, here their
-# stand-ins, makes a disk with one command, and opens and closes the wizard: run-package.sh BUILD DOSFILES E2E_TESTS.exe
+# Uses the package as its user does: unpacks it to a folder with blanks, renames what has come, with a blank too, copies the DOS
+# files to its folder dos, here their stand-ins, makes a disk with one command, and opens and closes the wizard:
+# run-package.sh BUILD DOSFILES E2E_TESTS.exe
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
@@ -11,8 +12,9 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 make_scratch
 pack "$1" "$scratch/packed"
 application="$scratch/my programs/The Veltrane"
-mkdir -p "$application"
-unzip -q "$scratch"/packed/*.zip -d "$application"
+mkdir "$scratch/my programs"
+unpack "$scratch"/packed/*.zip "$scratch/my programs"
+mv "$scratch/my programs"/velbooter-* "$application"
 cp -a "$2" "$application/dos"
 
 # Wine would put a word with blanks between double quotes, which the program takes as part of the target.

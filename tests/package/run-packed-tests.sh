@@ -20,9 +20,9 @@ zip=velbooter-$version-$architecture-tests.zip
 cmp "$scratch/first/$zip" "$scratch/second/$zip" || fail "$zip differs when it is packed again"
 (cd "$scratch/first" && sha256sum --check --strict --quiet "$zip.sha256") || fail "$zip.sha256 is not that of $zip"
 
-folder="$scratch/my tests (1)"
-mkdir "$folder"
-unzip -q "$scratch/first/$zip" -d "$folder"
+mkdir "$scratch/my tests (1)"
+unpack "$scratch/first/$zip" "$scratch/my tests (1)"
+folder="$scratch/my tests (1)/${zip%.zip}"
 tests=$folder/tests
 programs=$(tr -d "\r" <"$folder/run-tests.bat" | sed -n "s/^call :run //p")
 [ -n "$programs" ] || fail 'run-tests.bat runs nothing'
