@@ -4,14 +4,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "tests/e2e/faults/FaultExpectations.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
+#include "tests/e2e/support/Programs.h"
 #include "tests/e2e/support/WizardTest.h"
 #include "tests/support/DriveAControl.h"
 
 namespace velbooter::e2e {
 namespace {
 
+namespace fs = std::filesystem;
 using testing::ElementsAre;
 
 const char* const kWritable = "rw,size=40m";
@@ -93,6 +97,31 @@ TEST_F(TargetOnDriveA, WriteProtectedDriveKeepsItsOldImage) {
     ExpectBuild(ExitCode::NoImage);
     EXPECT_EQ(ReadFileAt("A:\\disk.img"), kOldImage);
     EXPECT_THAT(NamesOnDrive(), ElementsAre("disk.img"));
+}
+
+// On a USB stick the program often lies beside everything else, in the root. The current folder of its drive
+// is any.
+class ApplicationInTheRootOfDriveA : public DriveA {
+ protected:
+    void SetUp() override {
+        ASSERT_THAT(NamesOnDrive(), testing::IsEmpty());
+        folder_.SetCustomDisk(SmallDisk());
+        fs::copy(folder_.Path(), "A:\\", fs::copy_options::recursive);
+        fs::create_directory("A:\\work");
+    }
+    void TearDown() override {
+        for (const std::string& name : NamesOnDrive()) fs::remove_all("A:\\" + name);
+    }
+
+    const ApplicationFolder folder_;
+};
+
+TEST_F(ApplicationInTheRootOfDriveA, BuildsFromAnotherFolderOfTheDrive) {
+    EXPECT_EQ(StartedTool("\"A:\\velbooter.exe\" custom two.img", "A:\\work").ExitCode(),
+              Number(ExitCode::Built));
+    EXPECT_EQ(FloppyImage("A:\\two.img").Files().count("IO.SYS"), 1U);
+    EXPECT_THAT(NamesOnDrive(), testing::Not(testing::Contains("cabs")));
+    EXPECT_TRUE(fs::is_empty("A:\\work"));
 }
 
 class ApplicationOnDriveA : public DriveA {

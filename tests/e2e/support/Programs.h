@@ -54,7 +54,7 @@ class StartedTool {
     StartedTool(const StartedTool&) = delete;
     StartedTool& operator=(const StartedTool&) = delete;
 
-    /// Waits for the end and returns the exit code. Throws HarnessFailure after a minute.
+    /// Waits for the end and returns the exit code. Throws HarnessFailure when none comes.
     DWORD ExitCode();
 
     /// Ends the process from outside and waits until it is gone. Returns whether it had not ended by itself.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "src/common/FileSystem.h"
 #include "src/common/RuntimeError.h"
 #include "tests/support/ApplicationFolder.h"
 
@@ -140,6 +141,19 @@ TEST_F(SystemHelpers, GetShortPathOfAnExistingFileIsTheSystemsOwn) {
 TEST_F(SystemHelpers, GetShortPathOfAMissingFileIsThePathUnchanged) {
     EXPECT_EQ(Folder.At("no such file.text"), GetShortPath(Folder.At("no such file.text")));
     EXPECT_EQ("", GetShortPath(""));
+}
+
+// The system is asked for at most 299 characters.
+TEST_F(SystemHelpers, GetShortPathOfATooLongPathIsThePathUnchanged) {
+    std::string path = "\\\\?\\" + Folder.Path() + "\\x";
+    while (path.size() < 320) {
+        ASSERT_TRUE(::CreateDirectoryW(std::wstring(path.begin(), path.end()).c_str(), nullptr)) << path;
+        path += "\\deep.sub";  // its short form is the name itself
+    }
+    path.erase(path.rfind('\\'));
+    ASSERT_GE(path.size(), 300U);
+    EXPECT_EQ(path, GetShortPath(path));
+    EXPECT_TRUE(DeleteTree(Folder.At("x")));
 }
 
 TEST(SystemFolders, EndInABackslash) {

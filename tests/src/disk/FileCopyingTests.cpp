@@ -138,6 +138,20 @@ TEST_F(CopyFileWithPromptTest, QuietNeverReportsAndNeverFails) {
     EXPECT_TRUE(Copy("a.sys", "cabs\\a.sys", true)) << "a folder is in the way";
 }
 
+// The copy of a folder ends at the first failure that is passed over, aloud or quietly.
+TEST_F(CopyFileWithPromptTest, AFailureInAFolderLeavesOutTheRestOfIt) {
+    for (const char* file : {"s\\a", "s\\b", "s\\c"}) Folder.Write(file);
+    Folder.MakeFolder("cabs\\b");
+    EXPECT_TRUE(Copy("s\\*.*", "cabs", true));
+    EXPECT_FALSE(Folder.HasFile("cabs\\a") && Folder.HasFile("cabs\\c"));
+    const Files quiet = Folder.Tree("cabs");
+    Folder.Remove("cabs");
+    Folder.MakeFolder("cabs\\b");
+    Screen.Expect(CopyFailure("s\\*.*"), Answer::Ignore);
+    EXPECT_TRUE(Copy("s\\*.*", "cabs"));
+    EXPECT_EQ(quiet, Folder.Tree("cabs"));
+}
+
 TEST_F(CopyFileWithPromptTest, RetryRepeatsTheCopy) {
     const std::string source = Folder.Write("a.sys", "abc");
     LockedFile lock(Folder.Write("cabs\\a.sys", "old"));

@@ -84,6 +84,18 @@ TEST_F(FileList, OfTwoSubFoldersTheOneFoundLastIsScannedFirst) {
               Filled());
 }
 
+TEST_F(FileList, FilesOfAHiddenFolderAreListed) {
+    MakeTree({"h\\A.TXT"});
+    Folder.SetAttributes("cabs\\h", FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+    EXPECT_EQ((Files{"IO.SYS", "MSDOS.SYS", "COMMAND.COM", "h\\A.TXT"}), Filled());
+}
+
+TEST_F(FileList, ScanningWithAnEmptyQueueBeginsIt) {
+    MakeTree({"sub\\A.TXT"});
+    ScanCabsFolder(App, Folder.At("cabs"), "*.*");
+    EXPECT_EQ((Files{Folder.At("cabs\\sub\\")}), Queue());
+}
+
 TEST_F(FileList, HiddenAndSystemFilesAreListed) {
     MakeTree({"h.txt"});
     Folder.SetAttributes("cabs\\h.txt",

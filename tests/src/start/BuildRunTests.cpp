@@ -79,6 +79,15 @@ TEST_F(BuildRun, ThePluginIsAddedAfterStagingAndBeforeTheImage) {
     EXPECT_EQ("IO.SYS 15\nmore 1\n", Folder.Read("tree.txt"));
 }
 
+TEST_F(BuildRun, TheImageToolGetsTheStagingFolderWithoutABackslashAlsoAfterAPlugin) {
+    Folder.Write("plugins\\extra\\more", "x");
+    FinishApp(App, "extra");
+    const auto calls = Folder.Calls("bfi.exe");
+    ASSERT_EQ(1u, calls.size());
+    EXPECT_FALSE(calls[0].CommandLine.ends_with("\\")) << calls[0].CommandLine;
+    EXPECT_NE(std::string::npos, calls[0].CommandLine.find("\" Temp\\Velbooter")) << calls[0].CommandLine;
+}
+
 TEST_F(BuildRun, AMissingPluginDoesNotStopTheRun) {
     FinishApp(App, "missing");
     EXPECT_TRUE(Folder.HasFile("out.img"));
