@@ -67,7 +67,8 @@ enum class FileKind { Missing, Writable, ReadOnly, Folder, Special };
 /// Missing.
 FileKind KindOf(const std::filesystem::path& path);
 
-/// Makes `folder` and its missing parents. Throws ToolError naming the folder that cannot be made.
+/// Makes `folder` and its missing parents. Throws ToolError naming `folder` when one of them cannot be made.
+/// A drive or a share is no folder: that it is missing is known to whoever opens a file on it.
 void CreateFolders(const std::filesystem::path& folder);
 
 /// Returns the entries of `folder` except "." and "..", sorted by name without regard to ASCII case (byte

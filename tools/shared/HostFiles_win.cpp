@@ -137,6 +137,15 @@ HostFile Describe(const WIN32_FIND_DATAW& found, const fs::path& folder, LocalCl
     return entry;
 }
 
+// Returns the number of characters of a long path that name its drive or share, with the backslash behind it.
+// What comes after it are folders. Without that backslash it is a device, of which nothing can be asked.
+std::size_t RootLength(const std::wstring& path) {
+    const bool isShare = path.starts_with(kLongNetworkPrefix);
+    std::size_t end = path.find(L'\\', isShare ? kLongNetworkPrefixLength : kLongPrefixLength);
+    if (isShare && end != std::wstring::npos) end = path.find(L'\\', end + 1);
+    return end == std::wstring::npos ? path.size() : end + 1;
+}
+
 // A link to a file is listed with the size 0 of the link itself; what it leads to is what counts.
 void FollowFileLink(const fs::path& file, const WIN32_FIND_DATAW& found, HostFile& entry, LocalClock& clock) {
     if (entry.IsFolder || (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0 ||
@@ -222,21 +231,19 @@ FileKind KindOf(const fs::path& path) {
 }
 
 void CreateFolders(const fs::path& folder) {
-    std::vector<std::wstring> missing;
     std::wstring current = LongPath(folder).native();
-    while (current.size() > kLongPrefixLength && KindOf(current) == FileKind::Missing) {
+    const std::size_t root = RootLength(current);
+    std::vector<std::wstring> missing;
+    while (current.size() > root && KindOf(current) != FileKind::Folder) {
         missing.push_back(current);
-        const std::size_t separator = current.find_last_of(L'\\');
-        current.resize(separator == std::wstring::npos ? 0 : separator);
+        current.resize(std::max(root, current.find_last_of(L'\\')));
     }
-    if (missing.empty() && KindOf(folder) != FileKind::Folder) missing.push_back(LongPath(folder).native());
     for (; !missing.empty(); missing.pop_back()) {
         if (CreateDirectoryW(missing.back().c_str(), nullptr)) continue;
         // Another process may have been faster.
         const DWORD error = GetLastError();
         if (KindOf(missing.back()) != FileKind::Folder)
-            throw ToolError(Utf8FromPath(missing.back()) +
-                            ": this folder cannot be made: " + SystemReason(error));
+            throw ToolError(Utf8FromPath(folder) + ": this folder cannot be made: " + SystemReason(error));
     }
 }
 

@@ -3,7 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#ifndef _WIN32
+#include <random>
+#include <string>
+
+#ifdef _WIN32
+#include <cwchar>
+#else
 #include <sys/stat.h>
 #endif
 
@@ -176,6 +181,46 @@ TEST(CreateFolders, AFileInTheWayIsAnError) {
                 HasSubstr("this folder cannot be made: "));
     EXPECT_THAT(ErrorOf([&] { CreateFolders(folder.Path("a")); }), HasSubstr("this folder cannot be made: "));
 }
+
+#ifdef _WIN32
+// A folder below the root of the drive of the tests, which is not there.
+class CreateFoldersBelowARoot : public ::testing::Test {
+ protected:
+    CreateFoldersBelowARoot() {
+        std::random_device random;
+        do {
+            folder_ =
+                std::filesystem::current_path().root_path() / ("velbooter test " + std::to_string(random()));
+        } while (KindOf(folder_) != FileKind::Missing);
+    }
+    ~CreateFoldersBelowARoot() override {
+        _wrmdir((folder_ / "inner").c_str());
+        _wrmdir(folder_.c_str());
+    }
+    CreateFoldersBelowARoot(const CreateFoldersBelowARoot&) = delete;
+    CreateFoldersBelowARoot& operator=(const CreateFoldersBelowARoot&) = delete;
+
+    const std::filesystem::path& Folder() const { return folder_; }
+
+ private:
+    std::filesystem::path folder_;
+};
+
+TEST_F(CreateFoldersBelowARoot, AreMade) {
+    EXPECT_EQ(ErrorOf([&] { CreateFolders(Folder()); }), "(no error)");
+    EXPECT_EQ(KindOf(Folder()), FileKind::Folder);
+}
+
+TEST_F(CreateFoldersBelowARoot, AreMadeWithWhatIsBelowThem) {
+    EXPECT_EQ(ErrorOf([&] { CreateFolders(Folder() / "inner" / ""); }), "(no error)");
+    EXPECT_EQ(KindOf(Folder() / "inner"), FileKind::Folder);
+}
+
+TEST(CreateFolders, OnAShareThatIsMissingTheFolderIsNamed) {
+    EXPECT_THAT(ErrorOf([] { CreateFolders("\\\\velbooter-no-server\\share\\a\\b"); }),
+                StartsWith("\\\\velbooter-no-server\\share\\a\\b: this folder cannot be made: "));
+}
+#endif
 
 TEST(LongPath, ReachesBeyondTheUsualLimit) {
     const TestFolder folder;

@@ -235,6 +235,11 @@ TEST_F(KilledRun, LeavesTheOldTargetAndDoesNotHinderTheNext) {
 }
 
 #ifdef _WIN32
+TEST(OutputFile, OnAShareThatIsMissingTheTargetIsNamed) {
+    EXPECT_THAT(ErrorOf([] { OutputFile file("\\\\velbooter-no-server\\share\\x.img"); }),
+                StartsWith("\\\\velbooter-no-server\\share\\x.img: cannot be written: "));
+}
+
 // Opens a file as most programs do: it can be read and written beside them, but neither deleted nor replaced.
 HANDLE HoldOpen(const std::filesystem::path& path) {
     const HANDLE holder = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
