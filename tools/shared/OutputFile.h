@@ -2,8 +2,9 @@
 // A file that appears under its name only when it is complete. It is written beside the target as
 // "<target>.unfinished~" and moved over the target by Commit(); until then an existing target stays as it
 // was. When the object goes away without Commit() the part is removed. On Windows the part is also deleted by
-// the system when the process is killed; elsewhere the next run writes over a part that was left. Of two runs
-// that write the same target at the same time the second is refused.
+// the system when the process is killed; elsewhere the next run writes over a part that was left. A file of
+// the user's that has the part's name stays, and the part takes another one. Of two runs that write the same
+// target at the same time the second is refused.
 
 #include <cstdint>
 #include <filesystem>

@@ -296,6 +296,20 @@ TEST_F(Extractor, FailureIsOneLineAndExitCodeOne) {
     EXPECT_EQ(RunCabarc("x a.cab").Output, "a.cab: 1 file extracted\n");
 }
 
+TEST_F(Extractor, AMemberMayHaveTheNameOfAnUnfinishedFile) {
+    WriteBytes("../a.cab", HandMade({{"a.unfinished~", BytesOf("first")}, {"a", BytesOf("second")}}));
+    EXPECT_EQ(ExtractWith({"x", "..\\a.cab"}), 2U);
+    EXPECT_TRUE(TreeOf(".") == (Tree{{"a.unfinished~", BytesOf("first")}, {"a", BytesOf("second")}}));
+}
+
+TEST_F(Extractor, WhatThePackerStoresMayHaveTheLongestName) {
+    const std::string name(250, 'n');
+    WriteBytes("../in/" + name, BytesOf("long"));
+    PackWith({"n", "..\\a.cab", "..\\in\\" + name});
+    EXPECT_EQ(ExtractWith({"x", "..\\a.cab"}), 1U);
+    EXPECT_TRUE(TreeOf(".") == (Tree{{name, BytesOf("long")}}));
+}
+
 TEST_F(Extractor, EmptyMembersBecomeEmptyFiles) {
     WriteBytes("../a.cab", HandMade({{"a", {}}, {"sub\\b", {}}}));
     EXPECT_EQ(ExtractWith({"x", "..\\a.cab"}), 2U);

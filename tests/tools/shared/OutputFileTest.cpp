@@ -7,6 +7,7 @@
 #include <windows.h>
 #else
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <csignal>
 #endif
@@ -16,9 +17,12 @@
 #include <optional>
 #include <thread>
 
+#include "tests/tools/shared/LeftPart.h"
 #include "tests/tools/shared/TestFolder.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/PartName.h"
 #include "tools/shared/ToolError.h"
+#include "tools/shared/Utf8.h"
 
 namespace tools {
 namespace {
@@ -152,11 +156,81 @@ TEST(OutputFile, OfTwoRunsTheSecondIsRefusedAndTheFirstGoesOn) {
 TEST(OutputFile, TakesOverWhatAKilledRunLeft) {
     const TestFolder folder;
     folder.Write("target.unfinished~", NoiseBytes(10'000, 1));
+    testing::MarkAsPart(folder.Path("target.unfinished~"));
     OutputFile file(folder.Path("target"));
     file.Write(Bytes{1, 2, 3});
     file.Commit();
     EXPECT_EQ(folder.Read("target"), (Bytes{1, 2, 3}));
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
+}
+
+TEST(OutputFile, AFileOfTheUsersUnderThePartsNameIsKept) {
+    const TestFolder folder;
+    const Bytes theirs = NoiseBytes(10'000, 1);
+    folder.Write("target.unfinished~", theirs);
+    folder.SetReadOnly("target.unfinished~", true);
+    folder.Write("target.unfinished~2", theirs);
+    folder.MakeFolder("target.unfinished~3");
+    OutputFile file(folder.Path("target"));
+    file.Write(Bytes{1, 2, 3});
+    EXPECT_EQ(ErrorOf([&] { OutputFile second(folder.Path("target")); }),
+              folder.Text("target") + ": is being written by another run");
+    file.Commit();
+    EXPECT_EQ(folder.Read("target"), (Bytes{1, 2, 3}));
+    EXPECT_EQ(folder.Read("target.unfinished~"), theirs);
+    EXPECT_EQ(folder.Read("target.unfinished~2"), theirs);
+    EXPECT_EQ(folder.Names().size(), 4U);
+}
+
+TEST(OutputFile, AHardLinkUnderThePartsNameIsNotWrittenTo) {
+    const TestFolder folder;
+    folder.Write("victim", "theirs");
+    testing::MarkAsPart(folder.Path("victim"));
+    std::filesystem::create_hard_link(folder.Path("victim"), folder.Path("target.unfinished~"));
+    OutputFile file(folder.Path("target"));
+    file.Write(Bytes{1, 2, 3});
+    file.Commit();
+    EXPECT_EQ(folder.Read("target"), (Bytes{1, 2, 3}));
+    EXPECT_EQ(folder.Read("victim"), (Bytes{'t', 'h', 'e', 'i', 'r', 's'}));
+    EXPECT_THAT(folder.Names(), ElementsAre("target", "target.unfinished~", "victim"));
+}
+
+TEST(OutputFile, ATargetMayHaveTheLongestName) {
+    const TestFolder folder;
+    for (const std::size_t length : {243U, 244U, 255U}) {
+        const std::string name(length, 'n');
+        OutputFile file(folder.Path(name));
+        file.Write(Bytes{1, 2, 3});
+        file.Commit();
+        EXPECT_EQ(folder.Read(name), (Bytes{1, 2, 3})) << length;
+    }
+    EXPECT_EQ(folder.Names().size(), 3U);
+}
+
+TEST(OutputFile, ACompleteFileIsAnOrdinaryOne) {
+    const TestFolder folder;
+    OutputFile file(folder.Path("target"));
+    file.Commit();
+    EXPECT_FALSE(IsPart(folder.Path("target")));
+    EXPECT_EQ(ListFolder(folder.Path()).at(0).Attributes, kArchive);
+}
+
+TEST(PartName, IsCutWhereItWouldBeTooLong) {
+    const auto name = [](const std::string& target, unsigned number) {
+        return Utf8FromPath(PartName(PathFromUtf8("folder/" + target), number).filename());
+    };
+    EXPECT_EQ(name("a.img", 1), "a.img.unfinished~");
+    EXPECT_EQ(name("a.img", 12), "a.img.unfinished~12");
+    EXPECT_EQ(name(std::string(243, 'n'), 1), std::string(243, 'n') + ".unfinished~");
+    EXPECT_EQ(name(std::string(244, 'n'), 1), std::string(243, 'n') + ".unfinished~");
+    EXPECT_EQ(name(std::string(255, 'n'), 99), std::string(241, 'n') + ".unfinished~99");
+    // The last character that is kept is a whole one: two units on either system.
+    const std::string disk = "\xF0\x9F\x92\xBE";
+    std::string disks;
+    for (int i = 0; i < 125; ++i) disks += disk;
+    const std::string cut = name(disks, 1);
+    EXPECT_TRUE(IsUtf8(cut)) << PrintableBytes(cut);
+    EXPECT_TRUE(cut.ends_with(disk + ".unfinished~")) << cut;
 }
 
 // The process that dies may be another one that runs this test again: it finds the folder of the first one in
@@ -282,6 +356,20 @@ TEST(OutputFile, ATargetInUseStaysAsItIs) {
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
 }
 #else
+TEST(OutputFile, ALinkOrAPipeUnderThePartsNameIsNotWrittenTo) {
+    const TestFolder folder;
+    folder.Write("victim", "theirs");
+    std::filesystem::create_symlink("victim", folder.Path("target.unfinished~"));
+    std::filesystem::create_symlink("nowhere", folder.Path("target.unfinished~2"));
+    ASSERT_EQ(mkfifo(folder.Path("target.unfinished~3").c_str(), 0600), 0);
+    OutputFile file(folder.Path("target"));
+    file.Write(Bytes{1, 2, 3});
+    file.Commit();
+    EXPECT_EQ(folder.Read("target"), (Bytes{1, 2, 3}));
+    EXPECT_EQ(folder.Read("victim"), (Bytes{'t', 'h', 'e', 'i', 'r', 's'}));
+    EXPECT_FALSE(folder.Exists("nowhere"));
+}
+
 TEST(OutputFile, AWriteThatFailsNamesTheTargetAndLeavesNothing) {
     const TestFolder folder;
     const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
