@@ -38,9 +38,10 @@ class OutputFile {
     /// Number of bytes written by Write so far.
     std::uint64_t Size() const;
 
-    /// Closes the part and puts it in the place of the target. On Windows a target that another program holds
-    /// is waited for, five seconds at most. Throws ToolError naming the target when it stays in use or cannot
-    /// be replaced; the part is then removed and the old target is untouched. To be called once, last.
+    /// Puts the part in the place of the target, once it is on the device, and closes it. On Windows a target
+    /// that another program holds is waited for, five seconds at most. Throws ToolError naming the target
+    /// when it stays in use or cannot be replaced; the part is then removed and the old target is untouched.
+    /// To be called once, last.
     void Commit();
 
  private:

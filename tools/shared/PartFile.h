@@ -31,8 +31,9 @@ class PartFile {
     /// Cuts the part off or extends it with zeros to `size` bytes. Throws ToolError naming the target.
     void Resize(std::uint64_t size);
 
-    /// Closes the part and renames it over the target. On Windows a target that another program holds open is
-    /// waited for, five seconds at most. Throws ToolError naming the target, which is then untouched.
+    /// Has the system write the part to the device, renames it over the target and closes it. On Windows a
+    /// target that another program holds open is waited for, five seconds at most. Throws ToolError naming
+    /// the target, which is then untouched.
     void MoveToTarget();
 
  private:

@@ -89,6 +89,10 @@ void PartFile::Resize(std::uint64_t size) {
 }
 
 void PartFile::MoveToTarget() {
+    // A file system may keep the renaming and lose the contents when the power fails. Some kinds of it, for
+    // which there is nothing to wait for, answer EINVAL.
+    if (fsync(static_cast<int>(handle_)) != 0 && errno != EINVAL)
+        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(errno));
     if (rename(part_.c_str(), target_.c_str()) != 0)
         throw ToolError(Utf8FromPath(target_) + ": cannot be replaced: " + SystemReason(errno));
     struct stat status {};

@@ -157,6 +157,11 @@ void PartFile::Resize(std::uint64_t size) {
 }
 
 void PartFile::MoveToTarget() {
+    // A file system may keep the renaming and lose the contents when the power fails. Network file systems
+    // need not know this function.
+    if (!FlushFileBuffers(AsHandle(handle_)) && GetLastError() != ERROR_INVALID_FUNCTION &&
+        GetLastError() != ERROR_NOT_SUPPORTED)
+        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(GetLastError()));
     const std::filesystem::path longTarget = LongPath(target_);
     DWORD error = ERROR_SUCCESS;
     bool isMoved = RenameOnceTargetIsFree(AsHandle(handle_), longTarget.native(), error);

@@ -8,8 +8,11 @@
 #else
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <csignal>
+#include <functional>
 #endif
 
 #include <cstdlib>
@@ -23,6 +26,19 @@
 #include "tools/shared/PartName.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
+
+#ifndef _WIN32
+namespace {
+// What is called each time when a file is to be written to the device.
+std::function<void(int)> onFlush;
+}  // namespace
+
+// In the place of the function of the C library: tells the test, and has the system do the work.
+extern "C" int fsync(int file) {
+    if (onFlush) onFlush(file);
+    return static_cast<int>(syscall(SYS_fsync, file));
+}
+#endif
 
 namespace tools {
 namespace {
@@ -356,6 +372,26 @@ TEST(OutputFile, ATargetInUseStaysAsItIs) {
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
 }
 #else
+TEST(OutputFile, IsOnTheDeviceBeforeItTakesThePlaceOfTheTarget) {
+    const TestFolder folder;
+    folder.Write("target", "old");
+    std::vector<Bytes> targets;
+    std::vector<off_t> sizes;
+    onFlush = [&](int file) {
+        targets.push_back(folder.Read("target"));
+        struct stat status {};
+        fstat(file, &status);
+        sizes.push_back(status.st_size);
+    };
+    OutputFile file(folder.Path("target"));
+    file.Write(NoiseBytes(100, 1));
+    file.Commit();
+    onFlush = nullptr;
+    EXPECT_THAT(targets, ElementsAre(Bytes{'o', 'l', 'd'}));
+    EXPECT_THAT(sizes, ElementsAre(100));
+    EXPECT_EQ(folder.Read("target"), NoiseBytes(100, 1));
+}
+
 TEST(OutputFile, ALinkOrAPipeUnderThePartsNameIsNotWrittenTo) {
     const TestFolder folder;
     folder.Write("victim", "theirs");
