@@ -35,7 +35,7 @@ MemberFiles::~MemberFiles() {
 bool MemberFiles::Begin(std::size_t index) {
     if (rest_.empty() || rest_.front().Index != index) return false;
     const std::filesystem::path& target = rest_.front().Target;
-    // The plan looked already, but a cabinet may hold two members of one name.
+    // The plan looked already, but other programs have had time to make the file since.
     const FileKind kind = KindOf(target);
     if (!overwrite_ && kind != FileKind::Missing) RefuseExisting(target);
     if (kind == FileKind::ReadOnly) {

@@ -1,7 +1,6 @@
 #include "tools/cabarc/SourceFiles.h"
 
 #include <algorithm>
-#include <system_error>
 #include <unordered_set>
 
 #include "tools/cabarc/AsciiCase.h"
@@ -82,11 +81,6 @@ class Search {
         if (EqualsFolded(Utf8FromPath(cabinet_.filename()), name)) return IsSame(file, cabinet_);
         return name.find(kPartEnding) != std::string::npos && IsPart(file) &&
                IsSame(file, cabinet_.parent_path() / file.filename());
-    }
-
-    static bool IsSame(const std::filesystem::path& left, const std::filesystem::path& right) {
-        std::error_code ignored;
-        return std::filesystem::equivalent(LongPath(left), LongPath(right), ignored);
     }
 
     bool recurse_;

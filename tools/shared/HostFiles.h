@@ -33,7 +33,8 @@ struct HostFile {
     std::uint8_t Attributes = 0;  ///< DosAttribute bits; POSIX: read-only when nobody may write, else archive
 };
 
-/// Returns the arguments of the program, its own name excluded, as UTF-8. On Windows they are taken from the
+/// Returns the arguments of the program, its own name excluded, as UTF-8. Throws ToolError when one of them
+/// cannot be expressed in Unicode. On Windows they are taken from the
 /// process's wide command line (the C library would expand wildcards and lose characters); on POSIX from
 /// argv.
 std::vector<std::string> Arguments(int argc, char** argv);
@@ -52,6 +53,10 @@ std::filesystem::path PathFromUtf8(const std::string& text);
 /// Converts a path to UTF-8 for messages; the prefix that LongPath puts before it is left out.
 std::string Utf8FromPath(const std::filesystem::path& path);
 
+/// Returns `name` (well-formed UTF-8) in capital letters, those beyond ASCII too: Windows takes two names for
+/// one when these are equal.
+std::u16string FoldedName(const std::string& name);
+
 /// Returns a form of `path` whose length Windows does not limit (absolute, with the prefix for long paths);
 /// names may be appended to it. On POSIX the path itself. The functions below apply it themselves; streams
 /// need it.
@@ -66,6 +71,13 @@ enum class FileKind { Missing, Writable, ReadOnly, Folder, Special };
 /// Returns what `path` leads to. A file that nobody may write is ReadOnly; what cannot be looked at counts as
 /// Missing.
 FileKind KindOf(const std::filesystem::path& path);
+
+/// Returns whether both names lead to one file or folder. What is missing or cannot be looked at is the same
+/// as nothing.
+bool IsSame(const std::filesystem::path& left, const std::filesystem::path& right);
+
+/// Returns whether `file`, which need not exist, is in `folder` or below it.
+bool LiesBelow(const std::filesystem::path& file, const std::filesystem::path& folder);
 
 /// Makes `folder` and its missing parents. Throws ToolError naming `folder` when one of them cannot be made.
 /// A drive or a share is no folder: that it is missing is known to whoever opens a file on it.

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <sys/uio.h>
 #include <unistd.h>
+#include <wctype.h>
 
 #include <algorithm>
 #include <array>
@@ -97,6 +98,15 @@ std::filesystem::path PathFromUtf8(const std::string& text) {
     return slashed;
 }
 
+std::u16string FoldedName(const std::string& name) {
+    std::u16string folded = Utf16FromUtf8(name);
+    // Never freed: loading it costs more than all names of a folder.
+    static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    if (unicode == nullptr) throw ToolError("the characters of the locale C.UTF-8 cannot be read");
+    for (char16_t& unit : folded) unit = static_cast<char16_t>(towupper_l(unit, unicode));
+    return folded;
+}
+
 std::string Utf8FromPath(const std::filesystem::path& path) {
     return IsUtf8(path.string()) ? path.string() : PrintableBytes(path.string());
 }
@@ -111,6 +121,21 @@ FileKind KindOf(const std::filesystem::path& path) {
     if (S_ISDIR(status.st_mode)) return FileKind::Folder;
     if (!S_ISREG(status.st_mode)) return FileKind::Special;
     return (status.st_mode & kAnyoneWrites) == 0 ? FileKind::ReadOnly : FileKind::Writable;
+}
+
+bool IsSame(const std::filesystem::path& left, const std::filesystem::path& right) {
+    std::error_code ignored;
+    return std::filesystem::equivalent(left, right, ignored);
+}
+
+bool LiesBelow(const std::filesystem::path& file, const std::filesystem::path& folder) {
+    std::error_code ignored;
+    std::filesystem::path above = std::filesystem::weakly_canonical(file, ignored);
+    while (above.has_relative_path()) {
+        above = above.parent_path();
+        if (IsSame(above, folder)) return true;
+    }
+    return false;
 }
 
 void CreateFolders(const std::filesystem::path& folder) {

@@ -137,6 +137,13 @@ HostFile Describe(const WIN32_FIND_DATAW& found, const fs::path& folder, LocalCl
     return entry;
 }
 
+bool Identify(const fs::path& path, BY_HANDLE_FILE_INFORMATION& status) {
+    constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const Handle file(CreateFileW(LongPath(path).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
+                                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    return file.IsOpen() && GetFileInformationByHandle(file.Value(), &status);
+}
+
 // Returns the number of characters of a long path that name its drive or share, with the backslash behind it.
 // What comes after it are folders. Without that backslash it is a device, of which nothing can be asked.
 std::size_t RootLength(const std::wstring& path) {
@@ -176,9 +183,13 @@ std::string SystemReason(std::int64_t error) {
 std::vector<std::string> Arguments(int, char**) {
     int count = 0;
     wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
-    std::vector<std::string> arguments;
-    for (int i = 1; words != nullptr && i < count; ++i) arguments.push_back(LossyUtf8(words[i]));
+    const std::vector<std::wstring> wide(words + (words != nullptr ? 1 : 0), words + count);
     LocalFree(words);
+    std::vector<std::string> arguments(wide.size());
+    for (std::size_t i = 0; i < wide.size(); ++i)
+        // Its question marks would be wildcards.
+        if (!ConvertToUtf8(wide[i], arguments[i]))
+            throw ToolError("this name is not Unicode: " + LossyUtf8(wide[i]));
     return arguments;
 }
 
@@ -197,6 +208,15 @@ void Print(Stream stream, const std::string& text) {
 fs::path PathFromUtf8(const std::string& text) {
     if (!IsUtf8(text)) throw ToolError("this name is not UTF-8: " + PrintableBytes(text));
     return WideFromUtf8(text);
+}
+
+std::u16string FoldedName(const std::string& name) {
+    std::wstring wide = WideFromUtf8(name);
+    const int length = static_cast<int>(wide.size());
+    // Without more flags the rules are those of the file systems.
+    if (length > 0)
+        LCMapStringEx(L"", LCMAP_UPPERCASE, wide.data(), length, wide.data(), length, nullptr, nullptr, 0);
+    return {wide.begin(), wide.end()};
 }
 
 std::string Utf8FromPath(const fs::path& path) {
@@ -228,6 +248,27 @@ FileKind KindOf(const fs::path& path) {
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return FileKind::Folder;
     if ((attributes & FILE_ATTRIBUTE_DEVICE) != 0) return FileKind::Special;
     return (attributes & FILE_ATTRIBUTE_READONLY) != 0 ? FileKind::ReadOnly : FileKind::Writable;
+}
+
+bool IsSame(const fs::path& left, const fs::path& right) {
+    BY_HANDLE_FILE_INFORMATION one{};
+    BY_HANDLE_FILE_INFORMATION other{};
+    if (!Identify(left, one) || !Identify(right, other)) return false;
+    // Some network file systems number no files.
+    if (one.nFileIndexHigh == 0 && one.nFileIndexLow == 0)
+        return FoldedName(Utf8FromPath(LongPath(left))) == FoldedName(Utf8FromPath(LongPath(right)));
+    return one.dwVolumeSerialNumber == other.dwVolumeSerialNumber &&
+           one.nFileIndexHigh == other.nFileIndexHigh && one.nFileIndexLow == other.nFileIndexLow;
+}
+
+bool LiesBelow(const fs::path& file, const fs::path& folder) {
+    const std::wstring full = LongPath(file).native();
+    const std::size_t root = RootLength(full);
+    for (std::size_t end = full.find_last_of(L'\\'); end != std::wstring::npos && end + 1 >= root;
+         end = full.find_last_of(L'\\', end - 1))
+        // With a backslash behind it a drive is its root and not the device.
+        if (IsSame(full.substr(0, end + 1), folder)) return true;
+    return false;
 }
 
 void CreateFolders(const fs::path& folder) {

@@ -2,6 +2,8 @@
 // that a damaged or hostile cabinet must not be able to do.
 #include <windows.h>
 
+#include <process.h>
+
 #include <gmock/gmock.h>
 
 #include "tests/support/BuiltFile.h"
@@ -308,6 +310,26 @@ TEST_F(Extractor, WhatThePackerStoresMayHaveTheLongestName) {
     PackWith({"n", "..\\a.cab", "..\\in\\" + name});
     EXPECT_EQ(ExtractWith({"x", "..\\a.cab"}), 1U);
     EXPECT_TRUE(TreeOf(".") == (Tree{{name, BytesOf("long")}}));
+}
+
+TEST_F(Extractor, MembersThatWouldBeOneFileAreRefusedBeforeAnythingIsWritten) {
+    WriteBytes("../a.cab", HandMade({{"A.TXT", BytesOf("first")}, {"a.txt", BytesOf("second")}}));
+    EXPECT_THAT(
+        [] {
+            ExtractWith({"-o", "x", "..\\a.cab"});
+        },
+        ThrowsMessage<ToolError>("..\\a.cab: the members A.TXT and a.txt would be one file"));
+    EXPECT_TRUE(TreeOf(".").empty());
+}
+
+TEST_F(Extractor, AnArgumentThatIsNoTextIsNoWildcard) {
+    WriteBytes("a.cab", HandMade({{"b", BytesOf("x")}}));
+    const std::wstring program = velbooter::tests::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM).wstring();
+    const wchar_t half[] = {0xD800, 0};
+    EXPECT_EQ(_wspawnl(_P_WAIT, program.c_str(), L"cabarc", L"x", L"a.cab", half, nullptr), 1);
+    EXPECT_FALSE(std::filesystem::exists("b"));
+    EXPECT_EQ(_wspawnl(_P_WAIT, program.c_str(), L"cabarc", L"x", L"a.cab", L"?", nullptr), 0);
+    EXPECT_TRUE(std::filesystem::exists("b"));
 }
 
 TEST_F(Extractor, EmptyMembersBecomeEmptyFiles) {

@@ -167,6 +167,29 @@ TEST(KindOf, TellsWhatStandsUnderAName) {
     EXPECT_EQ(KindOf(folder.Path("locked")), FileKind::ReadOnly);
 }
 
+TEST(LiesBelow, LooksAtPlacesAndNotAtNames) {
+    const TestFolder folder;
+    folder.Write("tree/sub/file", "x");
+    folder.Write("tree2/file", "x");
+    const std::filesystem::path tree = folder.Path("tree");
+    for (const char* name : {"tree/new", "tree/sub/file", "tree/none/new", "tree2/../tree/new"})
+        EXPECT_TRUE(LiesBelow(folder.Path(name), tree)) << name;
+    for (const char* name : {"tree", "tree2/file", "tree/../new", "none/new"})
+        EXPECT_FALSE(LiesBelow(folder.Path(name), tree)) << name;
+    EXPECT_TRUE(LiesBelow(tree, tree.root_path()));
+    EXPECT_FALSE(LiesBelow(tree, folder.Path("none")));
+}
+
+TEST(IsSame, KnowsAFileByAnyOfItsNames) {
+    const TestFolder folder;
+    folder.Write("sub/file", "x");
+    folder.Write("other", "x");
+    EXPECT_TRUE(IsSame(folder.Path("sub/file"), folder.Path("sub/../sub/file")));
+    EXPECT_TRUE(IsSame(folder.Path("sub"), folder.Path("sub") / ""));
+    EXPECT_FALSE(IsSame(folder.Path("sub/file"), folder.Path("other")));
+    EXPECT_FALSE(IsSame(folder.Path("none"), folder.Path("none")));
+}
+
 TEST(CreateFolders, MakesParentsAndAcceptsWhatIsThere) {
     const TestFolder folder;
     CreateFolders(folder.Path("a/b/c"));

@@ -325,6 +325,15 @@ TEST_F(KilledRun, LeavesTheOldTargetAndDoesNotHinderTheNext) {
 }
 
 #ifdef _WIN32
+TEST(OutputFile, AStreamIsRefused) {
+    const TestFolder folder;
+    for (const std::string name : {"target:stream", "target::$DATA"}) {
+        EXPECT_EQ(ErrorOf([&] { OutputFile file(folder.Path(name)); }),
+                  "\"" + folder.Text(name) + "\": is not the name of a file");
+    }
+    EXPECT_THAT(folder.Names(), IsEmpty());
+}
+
 TEST(OutputFile, OnAShareThatIsMissingTheTargetIsNamed) {
     EXPECT_THAT(ErrorOf([] { OutputFile file("\\\\velbooter-no-server\\share\\x.img"); }),
                 StartsWith("\\\\velbooter-no-server\\share\\x.img: cannot be written: "));
