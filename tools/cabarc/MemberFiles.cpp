@@ -59,7 +59,7 @@ void MemberFiles::End() {
     rest_ = rest_.subspan(1);
     const auto attributes = static_cast<std::uint8_t>(member.Attributes & kDosAttributes);
     if (!SetTimeAndAttributes(planned.Target, member.Modified, attributes)) {
-        throw ToolError(Utf8FromPath(planned.Target) + ": its time and attributes cannot be set");
+        throw ToolError(Utf8FromPath(planned.Target) + ": its attributes cannot be set");
     }
 }
 

@@ -92,8 +92,9 @@ std::vector<HostFile> ListFolder(const std::filesystem::path& folder);
 /// and when it does not hold exactly that many bytes (because it changed since it was listed).
 void ReadWhole(const std::filesystem::path& file, std::span<std::uint8_t> bytes);
 
-/// Sets the modification time (local time) and the DOS attributes of a closed file. Returns false when the
-/// system refused; POSIX sets what it can express.
+/// Sets the modification time (local time) and the DOS attributes of a closed file; POSIX sets what it can
+/// express. A time that there is not becomes the nearest one, and one that the file system refuses stays out:
+/// nothing is lost with it. Returns false when the attributes were refused.
 bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime modified, std::uint8_t attributes);
 
 }  // namespace tools

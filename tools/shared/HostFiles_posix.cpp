@@ -181,7 +181,8 @@ void ReadWhole(const std::filesystem::path& file, std::span<std::uint8_t> bytes)
     if (done != bytes.size()) throw ToolError(Utf8FromPath(file) + ": changed while it was being read");
 }
 
-bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime modified, std::uint8_t attributes) {
+bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime stored, std::uint8_t attributes) {
+    const DosTime modified = NearestMoment(stored);
     std::tm local{};
     local.tm_year = (modified.Date >> 9) + 80;
     local.tm_mon = ((modified.Date >> 5) & 15) - 1;
@@ -193,12 +194,11 @@ bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime modified, s
     timespec times[2]{};
     times[0].tv_nsec = UTIME_OMIT;
     times[1].tv_sec = mktime(&local);
-    bool isDone = utimensat(AT_FDCWD, file.c_str(), times, 0) == 0;
+    utimensat(AT_FDCWD, file.c_str(), times, 0);
     struct stat status {};
     if (stat(file.c_str(), &status) != 0) return false;
-    if ((attributes & kReadOnly) != 0)
-        isDone = chmod(file.c_str(), status.st_mode & ~kAnyoneWrites & 07777U) == 0 && isDone;
-    return isDone;
+    return (attributes & kReadOnly) == 0 ||
+           chmod(file.c_str(), status.st_mode & ~kAnyoneWrites & 07777U) == 0;
 }
 
 }  // namespace tools

@@ -343,16 +343,15 @@ void ReadWhole(const fs::path& file, std::span<std::uint8_t> bytes) {
 bool SetTimeAndAttributes(const fs::path& file, DosTime modified, std::uint8_t attributes) {
     const fs::path longFile = LongPath(file);
     FILETIME moment{};
-    bool isDone = LocalClock().ToFileTime(modified, moment);
-    if (isDone) {
+    if (LocalClock().ToFileTime(NearestMoment(modified), moment)) {
         const Handle target(CreateFileW(longFile.c_str(), FILE_WRITE_ATTRIBUTES,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-        isDone = target.IsOpen() && SetFileTime(target.Value(), nullptr, nullptr, &moment);
+        if (target.IsOpen()) SetFileTime(target.Value(), nullptr, nullptr, &moment);
     }
     constexpr DWORD kOrdinary = kReadOnly | kHidden | kSystem | kArchive;
     const DWORD wanted = attributes & kOrdinary;
-    return SetFileAttributesW(longFile.c_str(), wanted != 0 ? wanted : FILE_ATTRIBUTE_NORMAL) != 0 && isDone;
+    return SetFileAttributesW(longFile.c_str(), wanted != 0 ? wanted : FILE_ATTRIBUTE_NORMAL) != 0;
 }
 
 }  // namespace tools

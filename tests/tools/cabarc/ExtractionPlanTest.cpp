@@ -126,6 +126,22 @@ TEST_F(MemberFilesTest, WritePlannedMembersWithTheirTime) {
     EXPECT_EQ(ListFolder(".")[0].Modified, PackDosTime(1998, 7, 6, 5, 4, 2));
 }
 
+TEST_F(MemberFilesTest, ATimeThatThereIsNotBecomesTheNearestOne) {
+    CabinetDirectory directory = DirectoryOf({"a", "b", "c"});
+    directory.Members[0].Modified = {0, 0};
+    directory.Members[1].Modified = {0xFFFF, 0xFFFF};
+    directory.Members[2].Modified = {(19 << 9) | (2 << 5) | 31, 31};
+    const auto plan = PlanExtraction(directory, "c.cab", {}, "", false);
+    MemberFiles files(directory, plan, false);
+    for (std::size_t i = 0; i < 3; ++i) {
+        ASSERT_TRUE(files.Begin(i));
+        files.End();
+    }
+    EXPECT_EQ(ListFolder(".").at(0).Modified, PackDosTime(1980, 1, 1, 0, 0, 0));
+    EXPECT_EQ(ListFolder(".").at(1).Modified, PackDosTime(2107, 12, 31, 23, 59, 58));
+    EXPECT_EQ(ListFolder(".").at(2).Modified, PackDosTime(1999, 2, 28, 0, 0, 58));
+}
+
 TEST_F(MemberFilesTest, UnfinishedMemberLeavesTheOldFileAsItWas) {
     WriteBytes("a", BytesOf("old"));
     ASSERT_TRUE(SetTimeAndAttributes("a", PackDosTime(2000, 1, 1, 0, 0, 0), kReadOnly));
