@@ -24,8 +24,8 @@ class Neighbours {
         const std::u16string folded = FoldedName(name);
         const auto [other, isNew] = files_.emplace(folded, name);
         if (!isNew) {
-            throw ToolError(label_ + ": the members " + DisplayName(other->second) + " and " +
-                            DisplayName(name) + " would be one file");
+            throw ToolError(label_ + ": the members " + other->second + " and " + name +
+                            " would be one file");
         }
         if (const auto below = folders_.find(folded); below != folders_.end())
             RefuseBoth(name, below->second);
@@ -38,8 +38,7 @@ class Neighbours {
 
  private:
     [[noreturn]] void RefuseBoth(const std::string& file, const std::string& below) const {
-        throw ToolError(label_ + ": the member " + DisplayName(file) + " would be the folder of " +
-                        DisplayName(below));
+        throw ToolError(label_ + ": the member " + file + " would be the folder of " + below);
     }
 
     const std::string& label_;
@@ -50,7 +49,7 @@ class Neighbours {
 }  // namespace
 
 void RefuseExisting(const std::filesystem::path& target) {
-    throw ToolError(DisplayName(Utf8FromPath(target)) + ": exists already; -o overwrites it");
+    throw ToolError(Utf8FromPath(target) + ": exists already; -o overwrites it");
 }
 
 std::vector<PlannedMember> PlanExtraction(const CabinetDirectory& directory, const std::string& label,
@@ -66,7 +65,7 @@ std::vector<PlannedMember> PlanExtraction(const CabinetDirectory& directory, con
         std::string name = MemberNameUtf8(directory.Members[i]);
         if (!MatchesAnyMember(patterns, name)) continue;
         if (const auto problem = NameProblem(name)) {
-            throw ToolError(label + ": the member " + DisplayName(name) + " is refused: " + *problem);
+            throw ToolError(label + ": the member " + name + " is refused: " + *problem);
         }
         std::replace(name.begin(), name.end(), '/', '\\');
         neighbours.Add(name);

@@ -39,8 +39,7 @@ struct Session {
     const CabinetMember& Current() const { return Directory.Members[Announced - 1]; }
 
     [[noreturn]] void Damaged() const {
-        const std::string where =
-            Announced == 0 ? "" : " at the member " + DisplayName(MemberNameUtf8(Current()));
+        const std::string where = Announced == 0 ? "" : " at the member " + MemberNameUtf8(Current());
         throw ToolError(Label + ": this cabinet is damaged" + where);
     }
 

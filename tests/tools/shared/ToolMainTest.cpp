@@ -30,6 +30,14 @@ TEST(ToolMain, AFailureIsOneLineWithTheProgramsNameAndGivesItsCode) {
 TEST(ToolMain, ANameWithControlCharactersStillMakesOneHarmlessLine) {
     EXPECT_EQ(Printed([] { throw ToolError("a\nb\r\x1B[2J\x7F.txt: is missing"); }, 1),
               "tool: a?b??[2J?.txt: is missing\n");
+    EXPECT_EQ(Printed(
+                  [] {
+                      throw ToolError(
+                          "a\xC2\x9B"
+                          "31m\xE2\x80\xAE.txt: is missing");
+                  },
+                  1),
+              "tool: a\\u009B31m\\u202E.txt: is missing\n");
     EXPECT_EQ(Printed([] { throw ToolError("no\toption\nusage: tool", ExitCode::WrongCall); }, 2),
               "tool: no?option\nusage: tool\n");
 }
