@@ -82,4 +82,19 @@ std::vector<PlannedMember> PlanExtraction(const CabinetDirectory& directory, con
     return plan;
 }
 
+void RequireSpace(const CabinetDirectory& directory, const std::string& label,
+                  std::span<const PlannedMember> plan, std::uint64_t free) {
+    std::int64_t used = 0;
+    std::int64_t most = 0;
+    for (const PlannedMember& member : plan) {
+        used += directory.Members[member.Index].Size;
+        most = std::max(most, used);
+        used -= static_cast<std::int64_t>(SizeOf(member.Target));
+    }
+    if (static_cast<std::uint64_t>(most) > free) {
+        throw ToolError(label + ": its files need " + std::to_string(most) +
+                        " bytes, and the target's drive has " + std::to_string(free) + " left");
+    }
+}
+
 }  // namespace tools::cabarc

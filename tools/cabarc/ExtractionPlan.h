@@ -25,6 +25,11 @@ std::vector<PlannedMember> PlanExtraction(const CabinetDirectory& directory, con
                                           std::span<const std::string> patterns, const std::string& folder,
                                           bool overwrite);
 
+/// Throws ToolError when the planned files need more than `free` bytes. Each is written beside the older file
+/// whose place it takes then. `label` names the cabinet.
+void RequireSpace(const CabinetDirectory& directory, const std::string& label,
+                  std::span<const PlannedMember> plan, std::uint64_t free);
+
 /// Throws the error for a file that is not to be overwritten.
 [[noreturn]] void RefuseExisting(const std::filesystem::path& target);
 

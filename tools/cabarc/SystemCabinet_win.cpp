@@ -9,7 +9,7 @@
 #include <fstream>
 #include <memory>
 #include <new>
-#include <vector>
+#include <set>
 
 #include "tools/cabarc/MemberName.h"
 #include "tools/cabarc/SystemCabinet.h"
@@ -22,16 +22,20 @@ namespace {
 
 constexpr INT_PTR kFailed = -1;
 
-/// One run of the library over one cabinet, from which it unpacks the members First up to End, End not
-/// included. No exception may pass through the library: the callbacks keep it here, make the library stop,
-/// and it is thrown again outside.
+/// Returns the method of a member's folder, without its parameters.
+int MethodOf(const CabinetDirectory& directory, std::size_t index) {
+    return directory.Folders.at(directory.Members[index].Folder).Type & tcompMASK_TYPE;
+}
+
+/// One run of the library over one cabinet, from which it unpacks the members of one method. No exception may
+/// pass through the library: the callbacks keep it here, make the library stop, and it is thrown again
+/// outside.
 struct Session {
     const std::filesystem::path& File;
     const std::string& Label;
     const CabinetDirectory& Directory;
     MemberReceiver& Receiver;
-    std::size_t First;
-    std::size_t End;
+    int Method;  ///< as a folder's type names it, without parameters
     std::exception_ptr Failure;
     std::size_t Announced = 0;  ///< number of members that the library has come to
     std::uint64_t Written = 0;  ///< bytes of the member that is being unpacked
@@ -128,7 +132,7 @@ INT_PTR BeginMember(Session& session, const FDINOTIFICATION& notice) {
     if (member.Name != notice.psz1 || member.Size != static_cast<std::uint32_t>(notice.cb)) session.Damaged();
     session.Written = 0;
     const std::size_t index = session.Announced - 1;
-    if (index < session.First || index >= session.End || !session.Receiver.Begin(index)) return 0;
+    if (MethodOf(session.Directory, index) != session.Method || !session.Receiver.Begin(index)) return 0;
     auto stream = std::make_unique<OpenFile>();
     stream->Owner = &session;
     return reinterpret_cast<INT_PTR>(stream.release());
@@ -179,11 +183,6 @@ void RunLibrary(Session& session) {
     if (!isDone || session.Announced != session.Directory.Members.size()) session.Damaged();
 }
 
-/// Returns the method of a member's folder, without its parameters.
-int MethodOf(const CabinetDirectory& directory, std::size_t index) {
-    return directory.Folders.at(directory.Members[index].Folder).Type & tcompMASK_TYPE;
-}
-
 }  // namespace
 
 void RequireUnpacking() {}
@@ -192,10 +191,10 @@ void UnpackCabinet(const std::filesystem::path& file, const std::string& label,
                    const CabinetDirectory& directory, MemberReceiver& receiver) {
     // Wine's library takes the state of one method for that of another when folders of one cabinet differ in
     // it, and crashes. So each run sees one method; nearly every cabinet has but one.
-    const std::size_t count = directory.Members.size();
-    for (std::size_t first = 0, end = 0; first < count; first = end) {
-        while (end < count && MethodOf(directory, end) == MethodOf(directory, first)) ++end;
-        Session session{file, label, directory, receiver, first, end, nullptr};
+    std::set<int> methods;
+    for (std::size_t i = 0; i < directory.Members.size(); ++i) methods.insert(MethodOf(directory, i));
+    for (const int method : methods) {
+        Session session{file, label, directory, receiver, method, nullptr};
         RunLibrary(session);
     }
 }

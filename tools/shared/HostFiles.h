@@ -72,6 +72,13 @@ enum class FileKind { Missing, Writable, ReadOnly, Folder, Special };
 /// Missing.
 FileKind KindOf(const std::filesystem::path& path);
 
+/// Returns the size of a file in bytes; 0 for what is no file.
+std::uint64_t SizeOf(const std::filesystem::path& file);
+
+/// Returns how many bytes the user may still write to the drive of `folder`, which need not exist. What the
+/// system does not tell is taken for enough: the largest number.
+std::uint64_t FreeSpace(const std::filesystem::path& folder);
+
 /// Returns whether both names lead to one file or folder. What is missing or cannot be looked at is the same
 /// as nothing.
 bool IsSame(const std::filesystem::path& left, const std::filesystem::path& right);

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstring>
 #include <ctime>
+#include <limits>
 #include <system_error>
 
 #include "tools/shared/HostFiles.h"
@@ -121,6 +122,22 @@ FileKind KindOf(const std::filesystem::path& path) {
     if (S_ISDIR(status.st_mode)) return FileKind::Folder;
     if (!S_ISREG(status.st_mode)) return FileKind::Special;
     return (status.st_mode & kAnyoneWrites) == 0 ? FileKind::ReadOnly : FileKind::Writable;
+}
+
+std::uint64_t SizeOf(const std::filesystem::path& file) {
+    struct stat status {};
+    return stat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode)
+               ? static_cast<std::uint64_t>(status.st_size)
+               : 0;
+}
+
+std::uint64_t FreeSpace(const std::filesystem::path& folder) {
+    std::error_code error;
+    std::filesystem::path present = std::filesystem::absolute(folder.empty() ? "." : folder, error);
+    while (KindOf(present) == FileKind::Missing && present.has_relative_path())
+        present = present.parent_path();
+    const std::filesystem::space_info space = std::filesystem::space(present, error);
+    return error ? std::numeric_limits<std::uint64_t>::max() : space.available;
 }
 
 bool IsSame(const std::filesystem::path& left, const std::filesystem::path& right) {

@@ -250,6 +250,25 @@ FileKind KindOf(const fs::path& path) {
     return (attributes & FILE_ATTRIBUTE_READONLY) != 0 ? FileKind::ReadOnly : FileKind::Writable;
 }
 
+std::uint64_t SizeOf(const fs::path& file) {
+    WIN32_FILE_ATTRIBUTE_DATA status{};
+    if (!GetFileAttributesExW(LongPath(file).c_str(), GetFileExInfoStandard, &status)) return 0;
+    if ((status.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return 0;
+    return (static_cast<std::uint64_t>(status.nFileSizeHigh) << 32) | status.nFileSizeLow;
+}
+
+std::uint64_t FreeSpace(const fs::path& folder) {
+    std::wstring present = LongPath(folder.empty() ? fs::path(L".") : folder).native();
+    const std::size_t root = RootLength(present);
+    while (present.size() > root && KindOf(present) != FileKind::Folder)
+        present.resize(std::max(root, present.find_last_of(L'\\')));
+    if (present.back() != L'\\') present += L'\\';
+    ULARGE_INTEGER space{};
+    if (!GetDiskFreeSpaceExW(present.c_str(), &space, nullptr, nullptr))
+        return std::numeric_limits<std::uint64_t>::max();
+    return space.QuadPart;
+}
+
 bool IsSame(const fs::path& left, const fs::path& right) {
     BY_HANDLE_FILE_INFORMATION one{};
     BY_HANDLE_FILE_INFORMATION other{};

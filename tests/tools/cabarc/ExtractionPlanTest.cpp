@@ -107,6 +107,23 @@ TEST_F(ExtractionPlan, RefusesSets) {
                 ThrowsMessage<ToolError>("c.cab: this cabinet is part of a set; sets cannot be extracted"));
 }
 
+TEST_F(ExtractionPlan, NeedsSpaceForEveryFileAndGetsBackThatOfOlderOnes) {
+    CabinetDirectory directory = DirectoryOf({"a", "b", "c"});
+    for (CabinetMember& member : directory.Members) member.Size = 0x7FFF8000;
+    WriteBytes("a", Bytes(1000));
+    WriteBytes("b", Bytes(500));
+    const auto plan = PlanExtraction(directory, "c.cab", {}, "", true);
+    EXPECT_THAT([&] { RequireSpace(directory, "c.cab", plan, 6442351139U); },
+                ThrowsMessage<ToolError>("c.cab: its files need 6442351140 bytes, and the target's drive has "
+                                         "6442351139 left"));
+    EXPECT_NO_THROW(RequireSpace(directory, "c.cab", plan, 6442351140U));
+    directory.Members[2].Size = 0;
+    directory.Members[1].Size = 1200;
+    // The old file of the first is gone when the second is written.
+    EXPECT_NO_THROW(RequireSpace(directory, "c.cab", plan, 0x7FFF8000U + 200));
+    EXPECT_THROW(RequireSpace(directory, "c.cab", plan, 0x7FFF8000U + 199), ToolError);
+}
+
 class MemberFilesTest : public InTestFolder {};
 
 TEST_F(MemberFilesTest, WritePlannedMembersWithTheirTime) {

@@ -180,6 +180,25 @@ TEST(LiesBelow, LooksAtPlacesAndNotAtNames) {
     EXPECT_FALSE(LiesBelow(tree, folder.Path("none")));
 }
 
+TEST(FreeSpace, IsThatOfTheDriveOfAFolderThatNeedNotExist) {
+    const TestFolder folder;
+    const std::uint64_t there = FreeSpace(folder.Path());
+    const std::uint64_t missing = FreeSpace(folder.Path("none/deeper"));
+    EXPECT_GT(there, 0U);
+    EXPECT_LT(there, std::uint64_t{1} << 60) << "a number that the system gave";
+    // Others may write meanwhile.
+    EXPECT_NEAR(static_cast<double>(missing), static_cast<double>(there), 0.5 * static_cast<double>(there));
+    EXPECT_LT(FreeSpace(""), std::uint64_t{1} << 60);
+}
+
+TEST(SizeOf, IsThatOfAFile) {
+    const TestFolder folder;
+    folder.Write("file", NoiseBytes(1234, 1));
+    EXPECT_EQ(SizeOf(folder.Path("file")), 1234U);
+    EXPECT_EQ(SizeOf(folder.Path("none")), 0U);
+    EXPECT_EQ(SizeOf(folder.Path()), 0U);
+}
+
 TEST(IsSame, KnowsAFileByAnyOfItsNames) {
     const TestFolder folder;
     folder.Write("sub/file", "x");
