@@ -162,19 +162,56 @@ INT_PTR DIAMONDAPI Notify(FDINOTIFICATIONTYPE type, FDINOTIFICATION* notice) {
     });
 }
 
-struct DestroyContext {
-    void operator()(void* context) const { FDIDestroy(context); }
+/// The cabinet library of the system's folder. It is loaded by its full path: were it imported, Windows would
+/// take a file of its name that lies beside the program. A path holds on a Windows 7 without updates, too,
+/// which cannot be told to look in one folder alone.
+class Library {
+ public:
+    Library() : module_(Load()) {
+        Create = Find<decltype(FDICreate)>("FDICreate");
+        Copy = Find<decltype(FDICopy)>("FDICopy");
+        Destroy = Find<decltype(FDIDestroy)>("FDIDestroy");
+    }
+    ~Library() { FreeLibrary(module_); }
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+
+    decltype(FDICreate)* Create;
+    decltype(FDICopy)* Copy;
+    decltype(FDIDestroy)* Destroy;
+
+ private:
+    static HMODULE Load() {
+        std::wstring file(MAX_PATH, L'\0');
+        file.resize(GetSystemDirectoryW(file.data(), MAX_PATH));
+        const HMODULE module =
+            LoadLibraryExW((file + L"\\cabinet.dll").c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+        if (module == nullptr)
+            throw ToolError("cabinet.dll: cannot be loaded: " + SystemReason(GetLastError()));
+        return module;
+    }
+
+    template <typename Function>
+    Function* Find(const char* name) const {
+        auto* const found =
+            reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
+        if (found == nullptr) throw ToolError(std::string("cabinet.dll: has no function ") + name);
+        return found;
+    }
+
+    HMODULE module_;
 };
 
-void RunLibrary(Session& session) {
+void RunLibrary(const Library& library, Session& session) {
     ERF error{};
-    const std::unique_ptr<void, DestroyContext> context(
-        FDICreate(Allocate, Release, Open, Read, Write, Close, Seek, cpuUNKNOWN, &error));
+    const std::unique_ptr<void, decltype(FDIDestroy)*> context(
+        library.Create(Allocate, Release, Open, Read, Write, Close, Seek, cpuUNKNOWN, &error),
+        library.Destroy);
     if (!context) throw std::bad_alloc();
     std::string name = std::to_string(reinterpret_cast<std::uintptr_t>(&session));
     std::string folder;
     const bool isDone =
-        FDICopy(context.get(), name.data(), folder.data(), 0, Notify, nullptr, &session) != FALSE;
+        library.Copy(context.get(), name.data(), folder.data(), 0, Notify, nullptr, &session) != FALSE;
     if (session.Failure) std::rethrow_exception(session.Failure);
     if (!isDone && error.erfOper == FDIERROR_ALLOC_FAIL) throw std::bad_alloc();
     if (!isDone && error.erfOper == FDIERROR_BAD_COMPR_TYPE) {
@@ -193,9 +230,10 @@ void UnpackCabinet(const std::filesystem::path& file, const std::string& label,
     // it, and crashes. So each run sees one method; nearly every cabinet has but one.
     std::set<int> methods;
     for (std::size_t i = 0; i < directory.Members.size(); ++i) methods.insert(MethodOf(directory, i));
+    const Library library;
     for (const int method : methods) {
         Session session{file, label, directory, receiver, method, nullptr};
-        RunLibrary(session);
+        RunLibrary(library, session);
     }
 }
 

@@ -39,6 +39,10 @@ struct HostFile {
 /// argv.
 std::vector<std::string> Arguments(int argc, char** argv);
 
+/// Has Windows look for libraries in its own folder alone from now on, and not beside the program, where
+/// anybody may have put one that has the name of a library of the system. POSIX never looks there.
+void UseSystemLibrariesOnly();
+
 /// Where Print writes to.
 enum class Stream { Output, Error };
 

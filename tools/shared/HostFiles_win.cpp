@@ -193,6 +193,14 @@ std::vector<std::string> Arguments(int, char**) {
     return arguments;
 }
 
+void UseSystemLibrariesOnly() {
+    // A Windows 7 without its updates has no such function.
+    using SetDirectories = BOOL(WINAPI*)(DWORD);
+    const auto set = reinterpret_cast<SetDirectories>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories")));
+    if (set != nullptr) set(LOAD_LIBRARY_SEARCH_SYSTEM32);
+}
+
 void Print(Stream stream, const std::string& text) {
     const HANDLE output = GetStdHandle(stream == Stream::Output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
     DWORD mode = 0;
