@@ -63,7 +63,7 @@ void CheckStoredName(const std::string& path, const std::string& prefix, bool ke
     const std::string name = StoredName(path, keepFolders, prefixes);
     Require(name.find('/') == std::string::npos, "parts of a stored name are joined by a backslash");
     Require(keepFolders || name.find('\\') == std::string::npos, "without folders a name is one part");
-    Require(tools::IsUtf8(DisplayName(path)), "what is shown is UTF-8");
+    Require(tools::IsUtf8(tools::Shown(path)), "what is shown is UTF-8");
     if (!NameProblem(name)) {
         Require(!name.empty() && name.size() <= kLongestText && tools::IsUtf8(name),
                 "a storable name is sound");

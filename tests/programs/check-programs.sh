@@ -11,8 +11,8 @@ complain() {
     printf '%s\n' "$*" >&2
     failed=1
 }
-# Libraries that every Windows since version 7 has.
-known=' advapi32.dll cabinet.dll comctl32.dll comdlg32.dll gdi32.dll imagehlp.dll kernel32.dll msvcrt.dll ole32.dll shell32.dll user32.dll '
+# Libraries that every Windows since version 7 has. cabinet.dll is another, but Windows takes one that lies beside the program first.
+known=' advapi32.dll comctl32.dll comdlg32.dll gdi32.dll imagehlp.dll kernel32.dll msvcrt.dll ole32.dll shell32.dll user32.dll '
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

@@ -5,6 +5,7 @@
 #include <set>
 #include <string_view>
 
+#include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
 
@@ -69,13 +70,13 @@ class AliasMaker {
 }  // namespace
 
 std::vector<DirectoryName> NameEntries(const std::string& folder, const std::vector<std::string>& names) {
-    std::map<std::string, std::string> seen;
+    std::map<std::u16string, std::string> seen;
     std::set<ShortName> taken;
     std::vector<DirectoryName> stored(names.size());
     for (std::size_t i = 0; i < names.size(); ++i) {
         const std::string& name = names[i];
         RefuseUnstorable(folder, name);
-        const auto [other, isNew] = seen.emplace(tools::UpperAscii(name), name);
+        const auto [other, isNew] = seen.emplace(tools::FoldedName(name), name);
         if (!isNew)
             throw tools::ToolError(folder + other->second + " and " + name +
                                    " have the same name on a DOS disk");

@@ -7,7 +7,9 @@
 #include "tools/bfi/DirectoryTable.h"
 #include "tools/bfi/FatVolume.h"
 #include "tools/bfi/SourceTree.h"
+#include "tools/shared/HostFiles.h"
 #include "tools/shared/OutputFile.h"
+#include "tools/shared/ToolError.h"
 
 namespace tools::bfi {
 namespace {
@@ -99,9 +101,20 @@ class VolumeFiller {
     std::vector<std::uint32_t> clusters_;  // first cluster of each folder of the tree; 0 for the root
 };
 
+// What the image is made from would be gone, and so would be any chance to make it again.
+void RefuseToReplaceInput(const ImageRequest& request) {
+    const std::filesystem::path image = tools::PathFromUtf8(request.ImageFile);
+    if (tools::IsSame(image, tools::PathFromUtf8(request.BootSectorFile)))
+        throw tools::ToolError(request.ImageFile + ": is the boot sector itself, not an image");
+    if (tools::LiesBelow(image, tools::PathFromUtf8(request.Folder)))
+        throw tools::ToolError(request.ImageFile + ": lies in the folder that the image is made of, " +
+                               request.Folder);
+}
+
 }  // namespace
 
 void BuildImage(const ImageRequest& request) {
+    RefuseToReplaceInput(request);
     const Geometry& geometry = *request.Format;
     const ShortName label = ToVolumeLabel(request.Label);
     const BootSector code = ReadBootSector(tools::PathFromUtf8(request.BootSectorFile));

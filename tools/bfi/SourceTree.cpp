@@ -1,6 +1,7 @@
 #include "tools/bfi/SourceTree.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "tools/shared/ToolError.h"
@@ -10,6 +11,8 @@ namespace tools::bfi {
 namespace {
 
 constexpr std::size_t kOrdinary = 3;
+/// Up to here the sum of clusters is right, and so is the number of bytes in them.
+constexpr std::uint64_t kMostClusters = std::numeric_limits<std::uint64_t>::max() >> 16;
 
 // The place of a file at the top of the root: DOS 6 starts only from files that are the first two entries.
 std::size_t Rank(const tools::HostFile& file) {
@@ -83,7 +86,12 @@ void RequireRoom(const SourceTree& tree, const Geometry& geometry) {
     std::uint64_t clusters = 0;
     for (std::size_t index = 0; index < tree.size(); ++index) {
         if (index > 0) clusters += geometry.ClustersFor(FolderBytes(tree[index]));
-        for (const TreeEntry& entry : tree[index].Entries) clusters += geometry.ClustersFor(entry.Host.Size);
+        for (const TreeEntry& entry : tree[index].Entries) {
+            clusters += geometry.ClustersFor(entry.Host.Size);
+            // A few files that are mostly holes can have more bytes than the sum can count.
+            if (clusters > kMostClusters)
+                throw tools::ToolError(root + ": does not fit on a " + geometry.Name + " disk by far");
+        }
     }
     if (clusters > geometry.DataClusters())
         throw tools::ToolError(

@@ -6,6 +6,7 @@
 #include "tools/cabarc/Listing.h"
 #include "tools/cabarc/Packer.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/Utf8.h"
 
 namespace tools::cabarc {
 
@@ -31,14 +32,14 @@ void Run(std::span<const std::string> arguments) {
             break;
         case Command::New: {
             const PackReport report = Pack(call);
-            Print(Stream::Output, call.Cabinet + ": " + Files(report.Files) + ", " +
+            Print(Stream::Output, Shown(call.Cabinet) + ": " + Files(report.Files) + ", " +
                                       std::to_string(report.BytesIn) + " bytes packed into " +
                                       std::to_string(report.BytesOut) + "\n");
             break;
         }
         case Command::Extract: {
             const std::size_t count = Extract(call);
-            Print(Stream::Output, call.Cabinet + ": " + Files(count) + " extracted\n");
+            Print(Stream::Output, Shown(call.Cabinet) + ": " + Files(count) + " extracted\n");
             break;
         }
         case Command::List:

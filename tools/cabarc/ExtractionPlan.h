@@ -18,11 +18,17 @@ struct PlannedMember {
 
 /// Returns the members that match one of `patterns` (all when there is none), in their order, each with its
 /// file below `folder` (UTF-8, "" is the working folder). Throws ToolError when no member matches, when the
-/// name of one of them is not safe as a path below the folder, when without `overwrite` one of the files
+/// name of one of them is not safe as a path below the folder, when two of them would be one file, or one a
+/// folder of the other, when without `overwrite` one of the files
 /// exists already, and for a cabinet that is part of a set. `label` names the cabinet in messages.
 std::vector<PlannedMember> PlanExtraction(const CabinetDirectory& directory, const std::string& label,
                                           std::span<const std::string> patterns, const std::string& folder,
                                           bool overwrite);
+
+/// Throws ToolError when the planned files need more than `free` bytes. Each is written beside the older file
+/// whose place it takes then. `label` names the cabinet.
+void RequireSpace(const CabinetDirectory& directory, const std::string& label,
+                  std::span<const PlannedMember> plan, std::uint64_t free);
 
 /// Throws the error for a file that is not to be overwritten.
 [[noreturn]] void RefuseExisting(const std::filesystem::path& target);

@@ -9,6 +9,7 @@
 #include "tools/cabarc/SystemCabinet.h"
 #include "tools/cabarc/Wildcard.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/Utf8.h"
 
 namespace tools::cabarc {
 
@@ -50,7 +51,7 @@ std::string MethodNames(const CabinetDirectory& directory) {
 
 std::string ListingOf(const CabinetDirectory& directory, const std::string& label,
                       std::span<const std::string> patterns) {
-    std::string text = label + ": " + Counted(directory.CabinetSize, "byte") + ", " +
+    std::string text = Shown(label) + ": " + Counted(directory.CabinetSize, "byte") + ", " +
                        Counted(directory.Folders.size(), "folder") + ", " + MethodNames(directory) + "\n\n";
     text += "      Size  Date       Time      Attr  Name\n";
     std::uint64_t bytes = 0;
@@ -59,7 +60,7 @@ std::string ListingOf(const CabinetDirectory& directory, const std::string& labe
         const std::string name = MemberNameUtf8(member);
         if (!MatchesAnyMember(patterns, name)) continue;
         text += Padded(member.Size, 10, ' ') + "  " + DateAndTime(member.Modified) + "  " +
-                AttributeLetters(member.Attributes) + "  " + DisplayName(name) + "\n";
+                AttributeLetters(member.Attributes) + "  " + Shown(name) + "\n";
         bytes += member.Size;
         ++files;
     }

@@ -9,8 +9,8 @@
 namespace tools::cabarc {
 
 /// Returns the table of the members that match one of `patterns` (all of them when there is none), with a
-/// line on the cabinet, named `label`, before and the sums after it. Characters that could steer a terminal
-/// are replaced by "?".
+/// line on the cabinet, named `label`, before and the sums after it. Names stand as Shown() (Utf8.h) makes
+/// them, one line each.
 std::string ListingOf(const CabinetDirectory& directory, const std::string& label,
                       std::span<const std::string> patterns);
 

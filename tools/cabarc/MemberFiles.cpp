@@ -1,5 +1,6 @@
 #include "tools/cabarc/MemberFiles.h"
 
+#include <algorithm>
 #include <system_error>
 
 #include "tools/shared/HostFiles.h"
@@ -26,18 +27,22 @@ void SetWritable(const std::filesystem::path& file, bool isWritable) {
 
 MemberFiles::MemberFiles(const CabinetDirectory& directory, std::span<const PlannedMember> plan,
                          bool overwrite)
-    : directory_(directory), rest_(plan), overwrite_(overwrite) {}
+    : directory_(directory), plan_(plan), overwrite_(overwrite) {}
 
 MemberFiles::~MemberFiles() {
-    if (clearedReadOnly_) SetWritable(rest_.front().Target, false);
+    if (clearedReadOnly_) SetWritable(open_->Target, false);
 }
 
 bool MemberFiles::Begin(std::size_t index) {
-    if (rest_.empty() || rest_.front().Index != index) return false;
-    const std::filesystem::path& target = rest_.front().Target;
-    // The plan looked already, but a cabinet may hold two members of one name.
+    const auto planned = std::lower_bound(
+        plan_.begin(), plan_.end(), index,
+        [](const PlannedMember& member, std::size_t wanted) { return member.Index < wanted; });
+    if (planned == plan_.end() || planned->Index != index) return false;
+    const std::filesystem::path& target = planned->Target;
+    // The plan looked already, but other programs have had time to make the file since.
     const FileKind kind = KindOf(target);
     if (!overwrite_ && kind != FileKind::Missing) RefuseExisting(target);
+    open_ = &*planned;
     if (kind == FileKind::ReadOnly) {
         SetWritable(target, true);
         clearedReadOnly_ = true;
@@ -51,15 +56,14 @@ void MemberFiles::Write(std::span<const std::uint8_t> bytes) {
 }
 
 void MemberFiles::End() {
-    const PlannedMember& planned = rest_.front();
+    const PlannedMember& planned = *open_;
     const CabinetMember& member = directory_.Members[planned.Index];
     file_->Commit();
     file_.reset();
     clearedReadOnly_ = false;
-    rest_ = rest_.subspan(1);
     const auto attributes = static_cast<std::uint8_t>(member.Attributes & kDosAttributes);
     if (!SetTimeAndAttributes(planned.Target, member.Modified, attributes)) {
-        throw ToolError(Utf8FromPath(planned.Target) + ": its time and attributes cannot be set");
+        throw ToolError(Utf8FromPath(planned.Target) + ": its attributes cannot be set");
     }
 }
 

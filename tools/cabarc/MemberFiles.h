@@ -12,8 +12,8 @@ namespace tools::cabarc {
 
 class MemberFiles : public MemberReceiver {
  public:
-    /// `directory` and `plan` must outlive the object. With `overwrite` existing files are replaced,
-    /// read-only ones too.
+    /// `directory` and `plan`, whose members are in ascending order, must outlive the object. With
+    /// `overwrite` existing files are replaced, read-only ones too.
     MemberFiles(const CabinetDirectory& directory, std::span<const PlannedMember> plan, bool overwrite);
     ~MemberFiles() override;
     MemberFiles(const MemberFiles&) = delete;
@@ -25,7 +25,8 @@ class MemberFiles : public MemberReceiver {
 
  private:
     const CabinetDirectory& directory_;
-    std::span<const PlannedMember> rest_;  ///< from the member on that is open or comes next
+    std::span<const PlannedMember> plan_;
+    const PlannedMember* open_ = nullptr;  ///< the member whose file is being written
     bool overwrite_;
     bool clearedReadOnly_ = false;  ///< of the file that the open one is going to replace
     std::unique_ptr<OutputFile> file_;

@@ -10,10 +10,6 @@ namespace tools::cabarc {
 
 namespace {
 
-bool IsControl(char c) {
-    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-}
-
 /// The parts of a path that are stored: no drive, no empty and no "." part.
 std::vector<std::string_view> MeaningfulParts(std::string_view path) {
     if (path.size() >= 2 && path[1] == ':') path.remove_prefix(2);
@@ -47,8 +43,8 @@ std::optional<std::string> PartProblem(std::string_view part) {
     if (part.empty()) return "a part of the path is empty";
     if (part == "..") return "it leads out of the folder";
     if (part.ends_with('.') || part.ends_with(' ')) return "a part of the path ends in a dot or a blank";
+    if (HoldsControl(part)) return "it holds a control character";
     for (const char c : part) {
-        if (IsControl(c)) return "it holds a control character";
         if (std::string_view("<>:\"|?*").find(c) != std::string_view::npos) {
             return std::string("it holds the character ") + c;
         }
@@ -98,14 +94,6 @@ std::optional<std::string> NameProblem(const std::string& name) {
         if (auto problem = PartProblem(part)) return problem;
     }
     return std::nullopt;
-}
-
-std::string DisplayName(const std::string& name) {
-    std::string text = name;
-    for (char& c : text) {
-        if (IsControl(c)) c = '?';
-    }
-    return IsUtf8(text) ? text : PrintableBytes(text);
 }
 
 }  // namespace tools::cabarc

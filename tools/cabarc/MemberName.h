@@ -26,8 +26,4 @@ std::string StoredName(std::string_view path, bool keepFolders, std::span<const 
 /// end of a sentence ("it leads out of the folder"), or nothing when it can.
 std::optional<std::string> NameProblem(const std::string& name);
 
-/// Returns `name` for the screen: with "?" for control characters, which could steer a terminal, and with
-/// \xNN for bytes beyond ASCII when it is not UTF-8.
-std::string DisplayName(const std::string& name);
-
 }  // namespace tools::cabarc

@@ -69,8 +69,7 @@ CabinetMember MemberOf(const SourceFile& file, const CommandLine& call) {
     CabinetMember member;
     member.Name = StoredName(file.Path, call.KeepFolders, call.Prefixes);
     if (const auto problem = NameProblem(member.Name)) {
-        throw ToolError(file.Path + ": the name " + DisplayName(member.Name) +
-                        " cannot be stored: " + *problem);
+        throw ToolError(file.Path + ": the name " + member.Name + " cannot be stored: " + *problem);
     }
     if (file.Size > kMaxFolderBytes) {
         throw ToolError(file.Path + ": this file is too big for a cabinet, which takes at most " +

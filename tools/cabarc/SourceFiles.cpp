@@ -1,13 +1,14 @@
 #include "tools/cabarc/SourceFiles.h"
 
 #include <algorithm>
-#include <system_error>
 #include <unordered_set>
 
 #include "tools/cabarc/AsciiCase.h"
 #include "tools/cabarc/MemberName.h"
 #include "tools/cabarc/Wildcard.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/PartFile.h"
+#include "tools/shared/PartName.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools::cabarc {
@@ -17,10 +18,7 @@ namespace {
 /// One walk over the folders of one pattern after the other.
 class Search {
  public:
-    Search(bool recurse, const std::filesystem::path& cabinet) : recurse_(recurse), cabinet_(cabinet) {
-        unfinished_ = cabinet_;
-        unfinished_ += ".unfinished~";  // what a killed run may have left of it
-    }
+    Search(bool recurse, const std::filesystem::path& cabinet) : recurse_(recurse), cabinet_(cabinet) {}
 
     void Add(const std::string& pattern) {
         const std::size_t lastSeparator = pattern.find_last_of(kPathSeparators);
@@ -76,20 +74,17 @@ class Search {
         }
     }
 
+    // Returns whether a file is the cabinet that is to be written, or what a killed run has left of it.
+    // Asking the system about each file would be most of the walk; the names decide nearly always.
     bool IsCabinet(const std::string& path, const std::string& name) const {
-        for (const std::filesystem::path& own : {cabinet_, unfinished_}) {
-            // Asking the system about each file would be most of the walk; the names decide nearly always.
-            if (!EqualsFolded(Utf8FromPath(own.filename()), name)) continue;
-            std::error_code ignored;
-            if (std::filesystem::equivalent(LongPath(PathFromUtf8(path)), LongPath(own), ignored))
-                return true;
-        }
-        return false;
+        const std::filesystem::path file = PathFromUtf8(path);
+        if (EqualsFolded(Utf8FromPath(cabinet_.filename()), name)) return IsSame(file, cabinet_);
+        return name.find(kPartEnding) != std::string::npos && IsPart(file) &&
+               IsSame(file, cabinet_.parent_path() / file.filename());
     }
 
     bool recurse_;
     std::filesystem::path cabinet_;
-    std::filesystem::path unfinished_;
     std::string namePattern_;
     bool matched_ = false;
     std::unordered_set<std::string> seen_;

@@ -18,8 +18,8 @@ class MemberReceiver {
  public:
     virtual ~MemberReceiver() = default;
 
-    /// Announces member `index` of the directory, in ascending order. Returns whether its contents are
-    /// wanted.
+    /// Announces member `index` of the directory, each once. Those that are packed by one method come
+    /// together, in ascending order. Returns whether its contents are wanted.
     virtual bool Begin(std::size_t index) = 0;
     /// Brings the next bytes of the member that was begun last.
     virtual void Write(std::span<const std::uint8_t> bytes) = 0;

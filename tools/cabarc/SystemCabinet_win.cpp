@@ -9,7 +9,7 @@
 #include <fstream>
 #include <memory>
 #include <new>
-#include <vector>
+#include <set>
 
 #include "tools/cabarc/MemberName.h"
 #include "tools/cabarc/SystemCabinet.h"
@@ -22,16 +22,20 @@ namespace {
 
 constexpr INT_PTR kFailed = -1;
 
-/// One run of the library over one cabinet, from which it unpacks the members First up to End, End not
-/// included. No exception may pass through the library: the callbacks keep it here, make the library stop,
-/// and it is thrown again outside.
+/// Returns the method of a member's folder, without its parameters.
+int MethodOf(const CabinetDirectory& directory, std::size_t index) {
+    return directory.Folders.at(directory.Members[index].Folder).Type & tcompMASK_TYPE;
+}
+
+/// One run of the library over one cabinet, from which it unpacks the members of one method. No exception may
+/// pass through the library: the callbacks keep it here, make the library stop, and it is thrown again
+/// outside.
 struct Session {
     const std::filesystem::path& File;
     const std::string& Label;
     const CabinetDirectory& Directory;
     MemberReceiver& Receiver;
-    std::size_t First;
-    std::size_t End;
+    int Method;  ///< as a folder's type names it, without parameters
     std::exception_ptr Failure;
     std::size_t Announced = 0;  ///< number of members that the library has come to
     std::uint64_t Written = 0;  ///< bytes of the member that is being unpacked
@@ -39,8 +43,7 @@ struct Session {
     const CabinetMember& Current() const { return Directory.Members[Announced - 1]; }
 
     [[noreturn]] void Damaged() const {
-        const std::string where =
-            Announced == 0 ? "" : " at the member " + DisplayName(MemberNameUtf8(Current()));
+        const std::string where = Announced == 0 ? "" : " at the member " + MemberNameUtf8(Current());
         throw ToolError(Label + ": this cabinet is damaged" + where);
     }
 
@@ -129,7 +132,7 @@ INT_PTR BeginMember(Session& session, const FDINOTIFICATION& notice) {
     if (member.Name != notice.psz1 || member.Size != static_cast<std::uint32_t>(notice.cb)) session.Damaged();
     session.Written = 0;
     const std::size_t index = session.Announced - 1;
-    if (index < session.First || index >= session.End || !session.Receiver.Begin(index)) return 0;
+    if (MethodOf(session.Directory, index) != session.Method || !session.Receiver.Begin(index)) return 0;
     auto stream = std::make_unique<OpenFile>();
     stream->Owner = &session;
     return reinterpret_cast<INT_PTR>(stream.release());
@@ -159,30 +162,62 @@ INT_PTR DIAMONDAPI Notify(FDINOTIFICATIONTYPE type, FDINOTIFICATION* notice) {
     });
 }
 
-struct DestroyContext {
-    void operator()(void* context) const { FDIDestroy(context); }
+/// The cabinet library of the system's folder. It is loaded by its full path: were it imported, Windows would
+/// take a file of its name that lies beside the program. A path holds on a Windows 7 without updates, too,
+/// which cannot be told to look in one folder alone.
+class Library {
+ public:
+    Library() : module_(Load()) {
+        Create = Find<decltype(FDICreate)>("FDICreate");
+        Copy = Find<decltype(FDICopy)>("FDICopy");
+        Destroy = Find<decltype(FDIDestroy)>("FDIDestroy");
+    }
+    ~Library() { FreeLibrary(module_); }
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+
+    decltype(FDICreate)* Create;
+    decltype(FDICopy)* Copy;
+    decltype(FDIDestroy)* Destroy;
+
+ private:
+    static HMODULE Load() {
+        std::wstring file(MAX_PATH, L'\0');
+        file.resize(GetSystemDirectoryW(file.data(), MAX_PATH));
+        const HMODULE module =
+            LoadLibraryExW((file + L"\\cabinet.dll").c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+        if (module == nullptr)
+            throw ToolError("cabinet.dll: cannot be loaded: " + SystemReason(GetLastError()));
+        return module;
+    }
+
+    template <typename Function>
+    Function* Find(const char* name) const {
+        auto* const found =
+            reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
+        if (found == nullptr) throw ToolError(std::string("cabinet.dll: has no function ") + name);
+        return found;
+    }
+
+    HMODULE module_;
 };
 
-void RunLibrary(Session& session) {
+void RunLibrary(const Library& library, Session& session) {
     ERF error{};
-    const std::unique_ptr<void, DestroyContext> context(
-        FDICreate(Allocate, Release, Open, Read, Write, Close, Seek, cpuUNKNOWN, &error));
+    const std::unique_ptr<void, decltype(FDIDestroy)*> context(
+        library.Create(Allocate, Release, Open, Read, Write, Close, Seek, cpuUNKNOWN, &error),
+        library.Destroy);
     if (!context) throw std::bad_alloc();
     std::string name = std::to_string(reinterpret_cast<std::uintptr_t>(&session));
     std::string folder;
     const bool isDone =
-        FDICopy(context.get(), name.data(), folder.data(), 0, Notify, nullptr, &session) != FALSE;
+        library.Copy(context.get(), name.data(), folder.data(), 0, Notify, nullptr, &session) != FALSE;
     if (session.Failure) std::rethrow_exception(session.Failure);
     if (!isDone && error.erfOper == FDIERROR_ALLOC_FAIL) throw std::bad_alloc();
     if (!isDone && error.erfOper == FDIERROR_BAD_COMPR_TYPE) {
         throw ToolError(session.Label + ": this cabinet is packed by a method that the system does not know");
     }
     if (!isDone || session.Announced != session.Directory.Members.size()) session.Damaged();
-}
-
-/// Returns the method of a member's folder, without its parameters.
-int MethodOf(const CabinetDirectory& directory, std::size_t index) {
-    return directory.Folders.at(directory.Members[index].Folder).Type & tcompMASK_TYPE;
 }
 
 }  // namespace
@@ -193,11 +228,12 @@ void UnpackCabinet(const std::filesystem::path& file, const std::string& label,
                    const CabinetDirectory& directory, MemberReceiver& receiver) {
     // Wine's library takes the state of one method for that of another when folders of one cabinet differ in
     // it, and crashes. So each run sees one method; nearly every cabinet has but one.
-    const std::size_t count = directory.Members.size();
-    for (std::size_t first = 0, end = 0; first < count; first = end) {
-        while (end < count && MethodOf(directory, end) == MethodOf(directory, first)) ++end;
-        Session session{file, label, directory, receiver, first, end, nullptr};
-        RunLibrary(session);
+    std::set<int> methods;
+    for (std::size_t i = 0; i < directory.Members.size(); ++i) methods.insert(MethodOf(directory, i));
+    const Library library;
+    for (const int method : methods) {
+        Session session{file, label, directory, receiver, method, nullptr};
+        RunLibrary(library, session);
     }
 }
 

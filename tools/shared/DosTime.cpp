@@ -1,6 +1,18 @@
 #include "tools/shared/DosTime.h"
 
+#include <algorithm>
+#include <array>
+
 namespace tools {
+namespace {
+
+int DaysOf(int month, int year) {
+    constexpr std::array<int, 12> kDays{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const bool isLeap = year % 4 == 0 && year != 2100;  // the only exception from 1980 to 2107
+    return kDays[static_cast<std::size_t>(month - 1)] + (month == 2 && isLeap ? 1 : 0);
+}
+
+}  // namespace
 
 DosTime PackDosTime(int year, int month, int day, int hour, int minute, int second) {
     if (year < 1980) return DosTime{};
@@ -11,6 +23,16 @@ DosTime PackDosTime(int year, int month, int day, int hour, int minute, int seco
     const int pairOfSeconds = second > 59 ? 29 : second / 2;
     packed.Time = static_cast<std::uint16_t>((hour << 11) | (minute << 5) | pairOfSeconds);
     return packed;
+}
+
+DosTime NearestMoment(DosTime stored) {
+    const int year = 1980 + (stored.Date >> 9);
+    const int month = std::clamp((stored.Date >> 5) & 15, 1, 12);
+    const int day = std::clamp(stored.Date & 31, 1, DaysOf(month, year));
+    const int hour = std::min(stored.Time >> 11, 23);
+    const int minute = std::min((stored.Time >> 5) & 63, 59);
+    const int second = std::min((stored.Time & 31) * 2, 58);
+    return PackDosTime(year, month, day, hour, minute, second);
 }
 
 }  // namespace tools

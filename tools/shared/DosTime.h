@@ -18,4 +18,9 @@ struct DosTime {
 /// first and values after 2107 give the last moment of the range.
 DosTime PackDosTime(int year, int month, int day, int hour, int minute, int second);
 
+/// Returns the nearest moment that there is: the fields of a stored time may hold a month 0 or 15, a day 0 or
+/// 31 of February, an hour 31 or a minute 63. A field that is wrong becomes the nearest one that is right;
+/// the others stay.
+DosTime NearestMoment(DosTime stored);
+
 }  // namespace tools

@@ -33,10 +33,15 @@ struct HostFile {
     std::uint8_t Attributes = 0;  ///< DosAttribute bits; POSIX: read-only when nobody may write, else archive
 };
 
-/// Returns the arguments of the program, its own name excluded, as UTF-8. On Windows they are taken from the
+/// Returns the arguments of the program, its own name excluded, as UTF-8. Throws ToolError when one of them
+/// cannot be expressed in Unicode. On Windows they are taken from the
 /// process's wide command line (the C library would expand wildcards and lose characters); on POSIX from
 /// argv.
 std::vector<std::string> Arguments(int argc, char** argv);
+
+/// Has Windows look for libraries in its own folder alone from now on, and not beside the program, where
+/// anybody may have put one that has the name of a library of the system. POSIX never looks there.
+void UseSystemLibrariesOnly();
 
 /// Where Print writes to.
 enum class Stream { Output, Error };
@@ -51,6 +56,10 @@ std::filesystem::path PathFromUtf8(const std::string& text);
 
 /// Converts a path to UTF-8 for messages; the prefix that LongPath puts before it is left out.
 std::string Utf8FromPath(const std::filesystem::path& path);
+
+/// Returns `name` (well-formed UTF-8) in capital letters, those beyond ASCII too: Windows takes two names for
+/// one when these are equal.
+std::u16string FoldedName(const std::string& name);
 
 /// Returns a form of `path` whose length Windows does not limit (absolute, with the prefix for long paths);
 /// names may be appended to it. On POSIX the path itself. The functions below apply it themselves; streams
@@ -67,7 +76,22 @@ enum class FileKind { Missing, Writable, ReadOnly, Folder, Special };
 /// Missing.
 FileKind KindOf(const std::filesystem::path& path);
 
-/// Makes `folder` and its missing parents. Throws ToolError naming the folder that cannot be made.
+/// Returns the size of a file in bytes; 0 for what is no file.
+std::uint64_t SizeOf(const std::filesystem::path& file);
+
+/// Returns how many bytes the user may still write to the drive of `folder`, which need not exist. What the
+/// system does not tell is taken for enough: the largest number.
+std::uint64_t FreeSpace(const std::filesystem::path& folder);
+
+/// Returns whether both names lead to one file or folder. What is missing or cannot be looked at is the same
+/// as nothing.
+bool IsSame(const std::filesystem::path& left, const std::filesystem::path& right);
+
+/// Returns whether `file`, which need not exist, is in `folder` or below it.
+bool LiesBelow(const std::filesystem::path& file, const std::filesystem::path& folder);
+
+/// Makes `folder` and its missing parents. Throws ToolError naming `folder` when one of them cannot be made.
+/// A drive or a share is no folder: that it is missing is known to whoever opens a file on it.
 void CreateFolders(const std::filesystem::path& folder);
 
 /// Returns the entries of `folder` except "." and "..", sorted by name without regard to ASCII case (byte
@@ -79,8 +103,9 @@ std::vector<HostFile> ListFolder(const std::filesystem::path& folder);
 /// and when it does not hold exactly that many bytes (because it changed since it was listed).
 void ReadWhole(const std::filesystem::path& file, std::span<std::uint8_t> bytes);
 
-/// Sets the modification time (local time) and the DOS attributes of a closed file. Returns false when the
-/// system refused; POSIX sets what it can express.
+/// Sets the modification time (local time) and the DOS attributes of a closed file; POSIX sets what it can
+/// express. A time that there is not becomes the nearest one, and one that the file system refuses stays out:
+/// nothing is lost with it. Returns false when the attributes were refused.
 bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime modified, std::uint8_t attributes);
 
 }  // namespace tools

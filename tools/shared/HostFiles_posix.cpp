@@ -3,12 +3,14 @@
 #include <sys/stat.h>
 #include <sys/uio.h>
 #include <unistd.h>
+#include <wctype.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
 #include <ctime>
+#include <limits>
 #include <system_error>
 
 #include "tools/shared/HostFiles.h"
@@ -84,6 +86,8 @@ std::vector<std::string> Arguments(int argc, char** argv) {
     return {argv + std::min(argc, 1), argv + argc};
 }
 
+void UseSystemLibrariesOnly() {}
+
 void Print(Stream stream, const std::string& text) {
     std::FILE* const file = stream == Stream::Output ? stdout : stderr;
     std::fwrite(text.data(), 1, text.size(), file);
@@ -95,6 +99,15 @@ std::filesystem::path PathFromUtf8(const std::string& text) {
     std::string slashed = text;
     std::replace(slashed.begin(), slashed.end(), '\\', '/');
     return slashed;
+}
+
+std::u16string FoldedName(const std::string& name) {
+    std::u16string folded = Utf16FromUtf8(name);
+    // Never freed: loading it costs more than all names of a folder.
+    static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    if (unicode == nullptr) throw ToolError("the characters of the locale C.UTF-8 cannot be read");
+    for (char16_t& unit : folded) unit = static_cast<char16_t>(towupper_l(unit, unicode));
+    return folded;
 }
 
 std::string Utf8FromPath(const std::filesystem::path& path) {
@@ -111,6 +124,37 @@ FileKind KindOf(const std::filesystem::path& path) {
     if (S_ISDIR(status.st_mode)) return FileKind::Folder;
     if (!S_ISREG(status.st_mode)) return FileKind::Special;
     return (status.st_mode & kAnyoneWrites) == 0 ? FileKind::ReadOnly : FileKind::Writable;
+}
+
+std::uint64_t SizeOf(const std::filesystem::path& file) {
+    struct stat status {};
+    return stat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode)
+               ? static_cast<std::uint64_t>(status.st_size)
+               : 0;
+}
+
+std::uint64_t FreeSpace(const std::filesystem::path& folder) {
+    std::error_code error;
+    std::filesystem::path present = std::filesystem::absolute(folder.empty() ? "." : folder, error);
+    while (KindOf(present) == FileKind::Missing && present.has_relative_path())
+        present = present.parent_path();
+    const std::filesystem::space_info space = std::filesystem::space(present, error);
+    return error ? std::numeric_limits<std::uint64_t>::max() : space.available;
+}
+
+bool IsSame(const std::filesystem::path& left, const std::filesystem::path& right) {
+    std::error_code ignored;
+    return std::filesystem::equivalent(left, right, ignored);
+}
+
+bool LiesBelow(const std::filesystem::path& file, const std::filesystem::path& folder) {
+    std::error_code ignored;
+    std::filesystem::path above = std::filesystem::weakly_canonical(file, ignored);
+    while (above.has_relative_path()) {
+        above = above.parent_path();
+        if (IsSame(above, folder)) return true;
+    }
+    return false;
 }
 
 void CreateFolders(const std::filesystem::path& folder) {
@@ -156,7 +200,8 @@ void ReadWhole(const std::filesystem::path& file, std::span<std::uint8_t> bytes)
     if (done != bytes.size()) throw ToolError(Utf8FromPath(file) + ": changed while it was being read");
 }
 
-bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime modified, std::uint8_t attributes) {
+bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime stored, std::uint8_t attributes) {
+    const DosTime modified = NearestMoment(stored);
     std::tm local{};
     local.tm_year = (modified.Date >> 9) + 80;
     local.tm_mon = ((modified.Date >> 5) & 15) - 1;
@@ -168,12 +213,11 @@ bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime modified, s
     timespec times[2]{};
     times[0].tv_nsec = UTIME_OMIT;
     times[1].tv_sec = mktime(&local);
-    bool isDone = utimensat(AT_FDCWD, file.c_str(), times, 0) == 0;
+    utimensat(AT_FDCWD, file.c_str(), times, 0);
     struct stat status {};
     if (stat(file.c_str(), &status) != 0) return false;
-    if ((attributes & kReadOnly) != 0)
-        isDone = chmod(file.c_str(), status.st_mode & ~kAnyoneWrites & 07777U) == 0 && isDone;
-    return isDone;
+    return (attributes & kReadOnly) == 0 ||
+           chmod(file.c_str(), status.st_mode & ~kAnyoneWrites & 07777U) == 0;
 }
 
 }  // namespace tools

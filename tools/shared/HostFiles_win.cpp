@@ -137,6 +137,22 @@ HostFile Describe(const WIN32_FIND_DATAW& found, const fs::path& folder, LocalCl
     return entry;
 }
 
+bool Identify(const fs::path& path, BY_HANDLE_FILE_INFORMATION& status) {
+    constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const Handle file(CreateFileW(LongPath(path).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
+                                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    return file.IsOpen() && GetFileInformationByHandle(file.Value(), &status);
+}
+
+// Returns the number of characters of a long path that name its drive or share, with the backslash behind it.
+// What comes after it are folders. Without that backslash it is a device, of which nothing can be asked.
+std::size_t RootLength(const std::wstring& path) {
+    const bool isShare = path.starts_with(kLongNetworkPrefix);
+    std::size_t end = path.find(L'\\', isShare ? kLongNetworkPrefixLength : kLongPrefixLength);
+    if (isShare && end != std::wstring::npos) end = path.find(L'\\', end + 1);
+    return end == std::wstring::npos ? path.size() : end + 1;
+}
+
 // A link to a file is listed with the size 0 of the link itself; what it leads to is what counts.
 void FollowFileLink(const fs::path& file, const WIN32_FIND_DATAW& found, HostFile& entry, LocalClock& clock) {
     if (entry.IsFolder || (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0 ||
@@ -167,10 +183,22 @@ std::string SystemReason(std::int64_t error) {
 std::vector<std::string> Arguments(int, char**) {
     int count = 0;
     wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
-    std::vector<std::string> arguments;
-    for (int i = 1; words != nullptr && i < count; ++i) arguments.push_back(LossyUtf8(words[i]));
+    const std::vector<std::wstring> wide(words + (words != nullptr ? 1 : 0), words + count);
     LocalFree(words);
+    std::vector<std::string> arguments(wide.size());
+    for (std::size_t i = 0; i < wide.size(); ++i)
+        // Its question marks would be wildcards.
+        if (!ConvertToUtf8(wide[i], arguments[i]))
+            throw ToolError("this name is not Unicode: " + LossyUtf8(wide[i]));
     return arguments;
+}
+
+void UseSystemLibrariesOnly() {
+    // A Windows 7 without its updates has no such function.
+    using SetDirectories = BOOL(WINAPI*)(DWORD);
+    const auto set = reinterpret_cast<SetDirectories>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories")));
+    if (set != nullptr) set(LOAD_LIBRARY_SEARCH_SYSTEM32);
 }
 
 void Print(Stream stream, const std::string& text) {
@@ -188,6 +216,15 @@ void Print(Stream stream, const std::string& text) {
 fs::path PathFromUtf8(const std::string& text) {
     if (!IsUtf8(text)) throw ToolError("this name is not UTF-8: " + PrintableBytes(text));
     return WideFromUtf8(text);
+}
+
+std::u16string FoldedName(const std::string& name) {
+    std::wstring wide = WideFromUtf8(name);
+    const int length = static_cast<int>(wide.size());
+    // Without more flags the rules are those of the file systems.
+    if (length > 0)
+        LCMapStringEx(L"", LCMAP_UPPERCASE, wide.data(), length, wide.data(), length, nullptr, nullptr, 0);
+    return {wide.begin(), wide.end()};
 }
 
 std::string Utf8FromPath(const fs::path& path) {
@@ -221,22 +258,60 @@ FileKind KindOf(const fs::path& path) {
     return (attributes & FILE_ATTRIBUTE_READONLY) != 0 ? FileKind::ReadOnly : FileKind::Writable;
 }
 
+std::uint64_t SizeOf(const fs::path& file) {
+    WIN32_FILE_ATTRIBUTE_DATA status{};
+    if (!GetFileAttributesExW(LongPath(file).c_str(), GetFileExInfoStandard, &status)) return 0;
+    if ((status.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return 0;
+    return (static_cast<std::uint64_t>(status.nFileSizeHigh) << 32) | status.nFileSizeLow;
+}
+
+std::uint64_t FreeSpace(const fs::path& folder) {
+    std::wstring present = LongPath(folder.empty() ? fs::path(L".") : folder).native();
+    const std::size_t root = RootLength(present);
+    while (present.size() > root && KindOf(present) != FileKind::Folder)
+        present.resize(std::max(root, present.find_last_of(L'\\')));
+    if (present.back() != L'\\') present += L'\\';
+    ULARGE_INTEGER space{};
+    if (!GetDiskFreeSpaceExW(present.c_str(), &space, nullptr, nullptr))
+        return std::numeric_limits<std::uint64_t>::max();
+    return space.QuadPart;
+}
+
+bool IsSame(const fs::path& left, const fs::path& right) {
+    BY_HANDLE_FILE_INFORMATION one{};
+    BY_HANDLE_FILE_INFORMATION other{};
+    if (!Identify(left, one) || !Identify(right, other)) return false;
+    // Some network file systems number no files.
+    if (one.nFileIndexHigh == 0 && one.nFileIndexLow == 0)
+        return FoldedName(Utf8FromPath(LongPath(left))) == FoldedName(Utf8FromPath(LongPath(right)));
+    return one.dwVolumeSerialNumber == other.dwVolumeSerialNumber &&
+           one.nFileIndexHigh == other.nFileIndexHigh && one.nFileIndexLow == other.nFileIndexLow;
+}
+
+bool LiesBelow(const fs::path& file, const fs::path& folder) {
+    const std::wstring full = LongPath(file).native();
+    const std::size_t root = RootLength(full);
+    for (std::size_t end = full.find_last_of(L'\\'); end != std::wstring::npos && end + 1 >= root;
+         end = full.find_last_of(L'\\', end - 1))
+        // With a backslash behind it a drive is its root and not the device.
+        if (IsSame(full.substr(0, end + 1), folder)) return true;
+    return false;
+}
+
 void CreateFolders(const fs::path& folder) {
-    std::vector<std::wstring> missing;
     std::wstring current = LongPath(folder).native();
-    while (current.size() > kLongPrefixLength && KindOf(current) == FileKind::Missing) {
+    const std::size_t root = RootLength(current);
+    std::vector<std::wstring> missing;
+    while (current.size() > root && KindOf(current) != FileKind::Folder) {
         missing.push_back(current);
-        const std::size_t separator = current.find_last_of(L'\\');
-        current.resize(separator == std::wstring::npos ? 0 : separator);
+        current.resize(std::max(root, current.find_last_of(L'\\')));
     }
-    if (missing.empty() && KindOf(folder) != FileKind::Folder) missing.push_back(LongPath(folder).native());
     for (; !missing.empty(); missing.pop_back()) {
         if (CreateDirectoryW(missing.back().c_str(), nullptr)) continue;
         // Another process may have been faster.
         const DWORD error = GetLastError();
         if (KindOf(missing.back()) != FileKind::Folder)
-            throw ToolError(Utf8FromPath(missing.back()) +
-                            ": this folder cannot be made: " + SystemReason(error));
+            throw ToolError(Utf8FromPath(folder) + ": this folder cannot be made: " + SystemReason(error));
     }
 }
 
@@ -295,16 +370,15 @@ void ReadWhole(const fs::path& file, std::span<std::uint8_t> bytes) {
 bool SetTimeAndAttributes(const fs::path& file, DosTime modified, std::uint8_t attributes) {
     const fs::path longFile = LongPath(file);
     FILETIME moment{};
-    bool isDone = LocalClock().ToFileTime(modified, moment);
-    if (isDone) {
+    if (LocalClock().ToFileTime(NearestMoment(modified), moment)) {
         const Handle target(CreateFileW(longFile.c_str(), FILE_WRITE_ATTRIBUTES,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-        isDone = target.IsOpen() && SetFileTime(target.Value(), nullptr, nullptr, &moment);
+        if (target.IsOpen()) SetFileTime(target.Value(), nullptr, nullptr, &moment);
     }
     constexpr DWORD kOrdinary = kReadOnly | kHidden | kSystem | kArchive;
     const DWORD wanted = attributes & kOrdinary;
-    return SetFileAttributesW(longFile.c_str(), wanted != 0 ? wanted : FILE_ATTRIBUTE_NORMAL) != 0 && isDone;
+    return SetFileAttributesW(longFile.c_str(), wanted != 0 ? wanted : FILE_ATTRIBUTE_NORMAL) != 0;
 }
 
 }  // namespace tools

@@ -14,10 +14,19 @@ void RefuseUnlessReplaceable(const std::filesystem::path& target) {
     if (kind == FileKind::ReadOnly) throw ToolError(Utf8FromPath(target) + ": is read-only");
 }
 
+// On Windows a colon begins the name of a stream of another file, which would be neither a file of its own
+// nor seen.
+bool IsStream(const std::filesystem::path& target) {
+    using Unit = std::filesystem::path::value_type;
+    return std::filesystem::path::preferred_separator == static_cast<Unit>('\\') &&
+           target.filename().native().find(static_cast<Unit>(':')) !=
+               std::filesystem::path::string_type::npos;
+}
+
 }  // namespace
 
 OutputFile::OutputFile(const std::filesystem::path& target) : target_(target) {
-    if (!target.has_filename())
+    if (!target.has_filename() || IsStream(target))
         throw ToolError("\"" + Utf8FromPath(target) + "\": is not the name of a file");
     RefuseUnlessReplaceable(target);
     if (target.has_parent_path()) CreateFolders(target.parent_path());

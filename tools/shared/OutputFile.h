@@ -2,8 +2,9 @@
 // A file that appears under its name only when it is complete. It is written beside the target as
 // "<target>.unfinished~" and moved over the target by Commit(); until then an existing target stays as it
 // was. When the object goes away without Commit() the part is removed. On Windows the part is also deleted by
-// the system when the process is killed; elsewhere the next run writes over a part that was left. Of two runs
-// that write the same target at the same time the second is refused.
+// the system when the process is killed; elsewhere the next run writes over a part that was left. A file of
+// the user's that has the part's name stays, and the part takes another one. Of two runs that write the same
+// target at the same time the second is refused.
 
 #include <cstdint>
 #include <filesystem>
@@ -37,9 +38,10 @@ class OutputFile {
     /// Number of bytes written by Write so far.
     std::uint64_t Size() const;
 
-    /// Closes the part and puts it in the place of the target. On Windows a target that another program holds
-    /// is waited for, five seconds at most. Throws ToolError naming the target when it stays in use or cannot
-    /// be replaced; the part is then removed and the old target is untouched. To be called once, last.
+    /// Puts the part in the place of the target, once it is on the device, and closes it. On Windows a target
+    /// that another program holds is waited for, five seconds at most. Throws ToolError naming the target
+    /// when it stays in use or cannot be replaced; the part is then removed and the old target is untouched.
+    /// To be called once, last.
     void Commit();
 
  private:

@@ -11,10 +11,15 @@ namespace tools {
 /// The file beside a target that holds what will replace it. Only one process at a time can have it open. It
 /// goes away with the object unless MoveToTarget() succeeded; on Windows the system removes it with the
 /// process too. OutputFile is the way to use it.
+///
+/// A part bears a mark, by which the next run knows what a killed one left: a file without it is the user's.
+/// The mark does no harm where a run is killed just after the renaming: the sticky bit on POSIX, which means
+/// nothing for a file, and the system attribute on Windows.
 class PartFile {
  public:
-    /// Creates "<target>.unfinished~", or takes over the one that a killed run left. Throws ToolError naming
-    /// `target`.
+    /// Creates "<target>.unfinished~", or takes over the one that a killed run left. Whatever else has that
+    /// name (a file of the user's, a link, a file with a second name) stays as it is, and the part takes
+    /// another one (PartName.h). Throws ToolError naming `target`.
     explicit PartFile(const std::filesystem::path& target);
     ~PartFile();
     PartFile(const PartFile&) = delete;
@@ -26,8 +31,9 @@ class PartFile {
     /// Cuts the part off or extends it with zeros to `size` bytes. Throws ToolError naming the target.
     void Resize(std::uint64_t size);
 
-    /// Closes the part and renames it over the target. On Windows a target that another program holds open is
-    /// waited for, five seconds at most. Throws ToolError naming the target, which is then untouched.
+    /// Has the system write the part to the device, renames it over the target and closes it. On Windows a
+    /// target that another program holds open is waited for, five seconds at most. Throws ToolError naming
+    /// the target, which is then untouched.
     void MoveToTarget();
 
  private:
@@ -35,5 +41,8 @@ class PartFile {
     std::filesystem::path part_;
     std::intptr_t handle_;  // HANDLE or file descriptor; -1 once it is closed
 };
+
+/// Returns whether `file` is a part: one that is being written, or one that a killed run left.
+bool IsPart(const std::filesystem::path& file);
 
 }  // namespace tools

@@ -7,39 +7,63 @@
 
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/PartFile.h"
+#include "tools/shared/PartName.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools {
-PartFile::PartFile(const std::filesystem::path& target) : target_(target), part_(target), handle_(-1) {
-    part_ += ".unfinished~";
-    bool isEmpty = false;
+namespace {
+
+constexpr mode_t kMark = S_ISVTX;
+
+bool IsMarked(const struct stat& status) {
+    return S_ISREG(status.st_mode) && status.st_nlink == 1 && (status.st_mode & kMark) != 0;
+}
+
+bool IsNamed(const std::filesystem::path& part, const struct stat& opened) {
+    struct stat named {};
+    return lstat(part.c_str(), &named) == 0 && named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
+}
+
+// Returns the descriptor of a part that is locked and empty, or -1 and sets errno: EEXIST when the name is
+// the user's, EWOULDBLOCK when another run writes under it.
+int TakePart(const std::filesystem::path& part) {
     for (;;) {
-        const int file = open(part_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);
-        if (file < 0) throw ToolError(Utf8FromPath(target) + ": cannot be written: " + SystemReason(errno));
-        if (flock(file, LOCK_EX | LOCK_NB) != 0) {
-            close(file);
-            throw ToolError(Utf8FromPath(target) + ": is being written by another run");
+        int file = open(part.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666 | kMark);
+        if (file < 0 && errno != EEXIST) return -1;
+        const bool isNew = file >= 0;
+        // Not waiting, because it may be a pipe.
+        if (!isNew) file = open(part.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+        if (file < 0 && errno == ENOENT) continue;
+        if (file < 0) {
+            errno = EEXIST;
+            return -1;
         }
-        // The other run may have renamed or removed the part between our open and our lock: then take a new
-        // one.
         struct stat opened {};
-        struct stat named {};
-        if (fstat(file, &opened) != 0 || stat(part_.c_str(), &named) != 0 || opened.st_ino != named.st_ino) {
-            close(file);
-            continue;
-        }
-        handle_ = file;
-        isEmpty = opened.st_size == 0;
-        break;
+        const bool isOurs = fstat(file, &opened) == 0 && (isNew || IsMarked(opened));
+        const bool isLocked = isOurs && flock(file, LOCK_EX | LOCK_NB) == 0;
+        // The other run may have renamed or removed the part between our open and our lock.
+        const bool isNamed = IsNamed(part, opened);
+        // A new file is left as it is: some file systems write a file that was cut short to the device when
+        // it is closed.
+        if (isLocked && isNamed && (opened.st_size == 0 || ftruncate(file, 0) == 0)) return file;
+        const int error = !isOurs ? EEXIST : !isLocked ? EWOULDBLOCK : errno;
+        close(file);
+        errno = error;
+        if (isNamed) return -1;
     }
-    // A new file is left as it is: some file systems write a file that was cut short to the device when it is
-    // closed.
-    if (isEmpty) return;
-    if (ftruncate(static_cast<int>(handle_), 0) != 0) {
-        const int error = errno;
-        close(static_cast<int>(handle_));
-        throw ToolError(Utf8FromPath(target) + ": cannot be written: " + SystemReason(error));
+}
+
+}  // namespace
+
+PartFile::PartFile(const std::filesystem::path& target) : target_(target), handle_(-1) {
+    for (unsigned number = 1; number <= kPartNames; ++number) {
+        part_ = PartName(target, number);
+        handle_ = TakePart(part_);
+        if (handle_ >= 0) return;
+        if (errno == EWOULDBLOCK) throw ToolError(Utf8FromPath(target) + ": is being written by another run");
+        if (errno != EEXIST) break;
     }
+    throw ToolError(Utf8FromPath(target) + ": cannot be written: " + SystemReason(errno));
 }
 
 PartFile::~PartFile() {
@@ -65,11 +89,23 @@ void PartFile::Resize(std::uint64_t size) {
 }
 
 void PartFile::MoveToTarget() {
+    // A file system may keep the renaming and lose the contents when the power fails. Some kinds of it, for
+    // which there is nothing to wait for, answer EINVAL.
+    if (fsync(static_cast<int>(handle_)) != 0 && errno != EINVAL)
+        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(errno));
     if (rename(part_.c_str(), target_.c_str()) != 0)
         throw ToolError(Utf8FromPath(target_) + ": cannot be replaced: " + SystemReason(errno));
+    struct stat status {};
+    if (fstat(static_cast<int>(handle_), &status) == 0)
+        fchmod(static_cast<int>(handle_), status.st_mode & 07777U & ~kMark);
     // Closed last: the lock must hold until the name is gone, or another run could take the part over.
     close(static_cast<int>(handle_));
     handle_ = -1;
+}
+
+bool IsPart(const std::filesystem::path& file) {
+    struct stat status {};
+    return lstat(file.c_str(), &status) == 0 && IsMarked(status);
 }
 
 }  // namespace tools

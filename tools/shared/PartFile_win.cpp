@@ -6,11 +6,13 @@
 
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/PartFile.h"
+#include "tools/shared/PartName.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools {
 namespace {
 
+constexpr DWORD kMark = FILE_ATTRIBUTE_SYSTEM;
 constexpr DWORD kLargestWrite = 1U << 30;
 constexpr ULONGLONG kReplacePatience = 5000;  // milliseconds
 constexpr DWORD kReplaceStep = 50;            // milliseconds
@@ -65,23 +67,64 @@ HANDLE AsHandle(std::intptr_t value) {
     return reinterpret_cast<HANDLE>(value);
 }
 
+bool IsMarked(HANDLE file) {
+    BY_HANDLE_FILE_INFORMATION status{};
+    constexpr DWORD kNoPart = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+    return GetFileInformationByHandle(file, &status) && status.nNumberOfLinks == 1 &&
+           (status.dwFileAttributes & kNoPart) == 0 && (status.dwFileAttributes & kMark) != 0;
+}
+
+void RemoveMark(HANDLE file) {
+    FILE_BASIC_INFO basics{};  // times of 0 stay as they are
+    basics.FileAttributes = FILE_ATTRIBUTE_ARCHIVE;
+    SetFileInformationByHandle(file, FileBasicInfo, &basics, sizeof basics);
+}
+
+HANDLE OpenPart(const std::filesystem::path& part, DWORD access, DWORD share, DWORD disposition,
+                DWORD attributes) {
+    return CreateFileW(part.c_str(), access | FILE_READ_ATTRIBUTES, share, nullptr, disposition,
+                       attributes | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+}
+
+// Returns the handle of a part that is empty. Otherwise INVALID_HANDLE_VALUE, and `error` says why:
+// ERROR_FILE_EXISTS when the name is the user's.
+HANDLE TakePart(const std::filesystem::path& part, DWORD& error) {
+    const HANDLE fresh = OpenPart(part, GENERIC_WRITE | DELETE, 0, CREATE_NEW, kMark);
+    error = GetLastError();
+    if (fresh != INVALID_HANDLE_VALUE || error != ERROR_FILE_EXISTS) return fresh;
+    // Not opened for writing unless it bears the mark: another program may be at work on a file of the
+    // user's. A part that waits to be deleted has no attributes.
+    const DWORD attributes = GetFileAttributesW(part.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & kMark) == 0) return INVALID_HANDLE_VALUE;
+    const HANDLE left = OpenPart(part, GENERIC_WRITE | DELETE, 0, OPEN_EXISTING, 0);
+    if (left == INVALID_HANDLE_VALUE) {
+        error = GetLastError();
+        // The other run has ended meanwhile.
+        return error == ERROR_FILE_NOT_FOUND ? TakePart(part, error) : left;
+    }
+    if (IsMarked(left) && SetEndOfFile(left)) return left;
+    CloseHandle(left);
+    return INVALID_HANDLE_VALUE;
+}
+
 }  // namespace
 
-PartFile::PartFile(const std::filesystem::path& target)
-    : target_(target), part_(LongPath(target)), handle_(-1) {
-    part_ += L".unfinished~";
-    const HANDLE file = CreateFileW(part_.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_ALWAYS,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        const DWORD error = GetLastError();
-        // A part that waits to be deleted answers "access denied"; only a search still sees it.
-        if (error == ERROR_SHARING_VIOLATION || (error == ERROR_ACCESS_DENIED && IsListed(part_)))
-            throw ToolError(Utf8FromPath(target) + ": is being written by another run");
-        throw ToolError(Utf8FromPath(target) + ": cannot be written: " + SystemReason(error));
+PartFile::PartFile(const std::filesystem::path& target) : target_(target), handle_(-1) {
+    const std::filesystem::path longTarget = LongPath(target);
+    DWORD error = ERROR_FILE_EXISTS;
+    for (unsigned number = 1; number <= kPartNames && error == ERROR_FILE_EXISTS; ++number) {
+        part_ = PartName(longTarget, number);
+        const HANDLE file = TakePart(part_, error);
+        if (file == INVALID_HANDLE_VALUE) continue;
+        handle_ = reinterpret_cast<std::intptr_t>(file);
+        // Where the file system cannot do this, a killed run leaves its part and the next run writes over it.
+        MarkForDeletion(file, true);
+        return;
     }
-    handle_ = reinterpret_cast<std::intptr_t>(file);
-    // Where the file system cannot do this, a killed run leaves its part and the next run writes over it.
-    MarkForDeletion(file, true);
+    // A part that waits to be deleted answers "access denied"; only a search still sees it.
+    if (error == ERROR_SHARING_VIOLATION || (error == ERROR_ACCESS_DENIED && IsListed(part_)))
+        throw ToolError(Utf8FromPath(target) + ": is being written by another run");
+    throw ToolError(Utf8FromPath(target) + ": cannot be written: " + SystemReason(error));
 }
 
 PartFile::~PartFile() {
@@ -114,6 +157,11 @@ void PartFile::Resize(std::uint64_t size) {
 }
 
 void PartFile::MoveToTarget() {
+    // A file system may keep the renaming and lose the contents when the power fails. Network file systems
+    // need not know this function.
+    if (!FlushFileBuffers(AsHandle(handle_)) && GetLastError() != ERROR_INVALID_FUNCTION &&
+        GetLastError() != ERROR_NOT_SUPPORTED)
+        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(GetLastError()));
     const std::filesystem::path longTarget = LongPath(target_);
     DWORD error = ERROR_SUCCESS;
     bool isMoved = RenameOnceTargetIsFree(AsHandle(handle_), longTarget.native(), error);
@@ -123,6 +171,7 @@ void PartFile::MoveToTarget() {
         handle_ = -1;
         isMoved = MoveFileExW(part_.c_str(), longTarget.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
         error = GetLastError();
+        if (isMoved) SetFileAttributesW(longTarget.c_str(), FILE_ATTRIBUTE_ARCHIVE);
         if (!isMoved) DeleteFileW(part_.c_str());
     }
     if (!isMoved) {
@@ -130,8 +179,20 @@ void PartFile::MoveToTarget() {
             Utf8FromPath(target_) + ": cannot be replaced: " +
             (MeansInUse(error) ? "another program is using it, or it is protected" : SystemReason(error)));
     }
-    if (handle_ != -1) CloseHandle(AsHandle(handle_));
+    if (handle_ != -1) {
+        RemoveMark(AsHandle(handle_));
+        CloseHandle(AsHandle(handle_));
+    }
     handle_ = -1;
+}
+
+bool IsPart(const std::filesystem::path& file) {
+    const HANDLE part =
+        OpenPart(LongPath(file), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING, 0);
+    if (part == INVALID_HANDLE_VALUE) return false;
+    const bool isMarked = IsMarked(part);
+    CloseHandle(part);
+    return isMarked;
 }
 
 }  // namespace tools

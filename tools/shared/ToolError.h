@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "tools/shared/Utf8.h"
+
 namespace tools {
 
 /// Exit codes of the companions.
@@ -18,20 +20,23 @@ enum class ExitCode {
 /// call may have more lines, those of the usage.
 class ToolError : public std::runtime_error {
  public:
-    /// Control characters in `line`, which the names of files may hold on some systems, are shown as "?":
-    /// they could make two lines of one and steer a terminal.
+    /// `line` becomes what Shown() (Utf8.h) makes of it: the names of files may hold characters that make two
+    /// lines of one or steer a terminal. A wrong call keeps its line ends.
     explicit ToolError(const std::string& line, ExitCode code = ExitCode::Failed)
-        : std::runtime_error(Shown(line, code)), Code(code) {}
+        : std::runtime_error(code == ExitCode::WrongCall ? ShownLines(line) : Shown(line)), Code(code) {}
 
     ExitCode Code;
 
  private:
-    static std::string Shown(std::string line, ExitCode code) {
-        for (char& c : line) {
-            const bool isControl = static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-            if (isControl && !(c == '\n' && code == ExitCode::WrongCall)) c = '?';
+    static std::string ShownLines(const std::string& lines) {
+        std::string shown;
+        for (std::size_t start = 0;;) {
+            const std::size_t end = lines.find('\n', start);
+            shown += Shown(lines.substr(start, end - start));
+            if (end == std::string::npos) return shown;
+            shown += '\n';
+            start = end + 1;
         }
-        return line;
     }
 };
 

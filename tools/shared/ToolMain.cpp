@@ -9,6 +9,7 @@
 namespace tools {
 
 int RunTool(const std::string& program, const std::function<void()>& work) {
+    UseSystemLibrariesOnly();
     ExitCode code = ExitCode::Failed;
     std::string line;
     try {

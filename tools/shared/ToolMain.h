@@ -7,8 +7,9 @@
 
 namespace tools {
 
-/// Runs `work` and returns the process's exit code: 0, or the code of the ToolError that it threw; any other
-/// exception (no memory, for instance) gives 1. A failure is printed as "<program>: <line>".
+/// Runs `work`, with libraries of the system's folder alone, and returns the process's exit code: 0, or the
+/// code of the ToolError that it threw; any other exception (no memory, for instance) gives 1. A failure is
+/// printed as "<program>: <line>".
 int RunTool(const std::string& program, const std::function<void()>& work);
 
 }  // namespace tools

@@ -10,7 +10,7 @@ namespace {
 constexpr char32_t kBroken = 0xFFFFFFFF;
 
 // Decodes the character at `position` and moves past it; gives kBroken for anything malformed.
-char32_t NextCharacter(const std::string& text, std::size_t& position) {
+char32_t NextCharacter(std::string_view text, std::size_t& position) {
     const auto lead = static_cast<std::uint8_t>(text[position++]);
     if (lead < 0x80) return lead;
     const int more = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
@@ -31,6 +31,24 @@ char32_t NextCharacter(const std::string& text, std::size_t& position) {
 
 char UpperLetter(char letter) {
     return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
+
+bool IsControl(char32_t character) {
+    return character < 0x20 || (character >= 0x7F && character <= 0x9F);
+}
+
+// Returns whether a character beyond ASCII must not reach a screen as it is: a control character, a mark or
+// an order for the direction of writing, or the end of a line or paragraph.
+bool Misleads(char32_t character) {
+    return IsControl(character) || character == 0x061C || character == 0x200E || character == 0x200F ||
+           (character >= 0x2028 && character <= 0x202E) || (character >= 0x2066 && character <= 0x2069);
+}
+
+constexpr char kDigits[] = "0123456789ABCDEF";
+
+// Appends the last `count` hexadecimal digits of `number`.
+void AppendDigits(std::string& text, std::uint32_t number, int count) {
+    for (int shift = 4 * (count - 1); shift >= 0; shift -= 4) text += kDigits[(number >> shift) & 15U];
 }
 
 }  // namespace
@@ -56,7 +74,6 @@ std::u16string Utf16FromUtf8(const std::string& text) {
 }
 
 std::string PrintableBytes(const std::string& text) {
-    constexpr char kDigits[] = "0123456789ABCDEF";
     std::string printable;
     for (const char letter : text) {
         const auto byte = static_cast<std::uint8_t>(letter);
@@ -64,11 +81,36 @@ std::string PrintableBytes(const std::string& text) {
             printable += letter;
         } else {
             printable += "\\x";
-            printable += kDigits[byte >> 4];
-            printable += kDigits[byte & 15];
+            AppendDigits(printable, byte, 2);
         }
     }
     return printable;
+}
+
+bool HoldsControl(std::string_view text) {
+    for (std::size_t position = 0; position < text.size();)
+        if (IsControl(NextCharacter(text, position))) return true;
+    return false;
+}
+
+std::string Shown(const std::string& text) {
+    std::string shown;
+    for (std::size_t position = 0; position < text.size();) {
+        const std::size_t start = position;
+        const char32_t character = NextCharacter(text, position);
+        if (character == kBroken) {
+            position = start + 1;
+            shown += PrintableBytes(text.substr(start, 1));
+        } else if (character < 0x80) {
+            shown += IsControl(character) ? '?' : static_cast<char>(character);
+        } else if (Misleads(character)) {
+            shown += "\\u";
+            AppendDigits(shown, character, 4);
+        } else {
+            shown.append(text, start, position - start);
+        }
+    }
+    return shown;
 }
 
 std::string UpperAscii(std::string text) {

@@ -3,6 +3,7 @@
 // names of files raise.
 
 #include <string>
+#include <string_view>
 
 namespace tools {
 
@@ -15,6 +16,15 @@ std::u16string Utf16FromUtf8(const std::string& text);
 /// Returns `text` with every byte that is not printable ASCII written as \xNN, for messages about broken
 /// names.
 std::string PrintableBytes(const std::string& text);
+
+/// Returns whether the text, well-formed or not, holds a control character: U+0000 to U+001F, U+007F to
+/// U+009F.
+bool HoldsControl(std::string_view text);
+
+/// Returns the text as one harmless line for the screen. Control characters below U+0080 become "?"; those
+/// from U+0080 on, which some terminals obey, and what breaks a line or turns the direction of writing are
+/// shown as \uNNNN; bytes that are no UTF-8 as \xNN.
+std::string Shown(const std::string& text);
 
 /// Returns the text with a-z turned to A-Z; other characters stay.
 std::string UpperAscii(std::string text);

@@ -85,6 +85,40 @@ TEST_P(Fault, AnOldImageIsReplacedWhenNothingIsWrong) {
     EXPECT_EQ(Build().At("A.TXT").Content, Bytes{'a'});
 }
 
+TEST_P(Fault, TheBootSectorIsNotReplaced) {
+    ImageRequest request = Request();
+    for (const std::string name : {"boot.bin", "tree/../boot.bin"}) {
+        request.ImageFile = Files.Text(name);
+        EXPECT_EQ(tools::testing::ErrorOf([&] { BuildImage(request); }),
+                  request.ImageFile + ": is the boot sector itself, not an image");
+    }
+    EXPECT_EQ(Files.Read("boot.bin"), SampleBootSector());
+    ExpectOldImage();
+}
+
+TEST_P(Fault, NothingIsReplacedOrMadeInTheTree) {
+    ImageRequest request = Request();
+    Files.MakeFolder("tree/sub");
+    for (const std::string name : {"tree/a.txt", "tree/new.img", "tree/sub/new.img", "tree/none/new.img"}) {
+        request.ImageFile = Files.Text(name);
+        EXPECT_EQ(
+            tools::testing::ErrorOf([&] { BuildImage(request); }),
+            request.ImageFile + ": lies in the folder that the image is made of, " + Files.Text("tree"));
+    }
+    EXPECT_EQ(Files.Read("tree/a.txt"), Bytes{'a'});
+    EXPECT_EQ(Files.Names("tree").size(), 2U);
+    ExpectOldImage();
+}
+
+TEST_P(Fault, AFolderWhosePathBeginsAsTheTreesIsAnother) {
+    ImageRequest request = Request();
+    for (const std::string name : {"tree2/new.img", "tree/../new.img"}) {
+        request.ImageFile = Files.Text(name);
+        BuildImage(request);
+        EXPECT_EQ(ReadFatImage(Files.Read(name)).At("A.TXT").Content, Bytes{'a'});
+    }
+}
+
 TEST_P(Fault, MissingParentFoldersOfTheImageAreMade) {
     ImageRequest request = Request();
     request.ImageFile = Files.Text("one/two/disk.img");

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/tools/bfi/ImageFixture.h"
+#include "tools/bfi/SourceTree.h"
 #include "tools/shared/HostFiles.h"
 
 namespace tools::bfi::testing {
@@ -192,6 +193,17 @@ TEST_P(ImageTest, TheSameContentsGiveTheSameImageAndOthersAnotherSerialNumber) {
     Files.Write("tree/a", NoiseBytes(5000, 3), time, tools::kArchive);
     EXPECT_NE(Build().Serial, first.Serial);
     EXPECT_NE(first.Serial, 0U);
+}
+
+TEST_P(ImageTest, SizesWhoseSumCannotBeCountedDoNotFit) {
+    TreeEntry entry;
+    entry.Host.Size = std::uint64_t{1} << 62;
+    SourceTree tree(2);
+    tree[0].Path = "tree";
+    // The sum of their clusters is 2 to the power of 65 or 64.
+    tree[1].Entries.assign(4096, entry);
+    EXPECT_EQ(tools::testing::ErrorOf([&] { RequireRoom(tree, Format()); }),
+              std::string("tree: does not fit on a ") + Format().Name + " disk by far");
 }
 
 VELBOOTER_BOTH_FORMATS(ImageTest);

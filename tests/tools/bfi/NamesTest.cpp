@@ -48,6 +48,13 @@ TEST(ShortName, DevicesAreKnownWhateverTheirExtension) {
         EXPECT_FALSE(IsDeviceName(name)) << name;
 }
 
+TEST(NameEntries, LettersBeyondAsciiHaveACaseToo) {
+    EXPECT_EQ(ErrorOf([] {
+                  NameEntries("here/", {"\xC3\x84rger.text", "\xC3\xA4rger.TEXT"});
+              }),
+              "here/\xC3\x84rger.text and \xC3\xA4rger.TEXT have the same name on a DOS disk");
+}
+
 TEST(VolumeLabel, IsUpperCasedAndPadded) {
     const ShortName label = ToVolumeLabel("Velstart");
     EXPECT_EQ(std::string(label.begin(), label.end()), "VELSTART   ");

@@ -67,8 +67,9 @@ TEST(CabinetReader, ReadsEveryField) {
 TEST(CabinetReader, SkipsReservesAndNeighboursNames) {
     Bytes cabinet = HandMade({{"a.txt", BytesOf("alpha")}});
     cabinet[30] = 7;
-    // Header reserve of 3 bytes, folder reserve of 2, then two names for each neighbour.
-    const Bytes inserted = {3, 0, 2, 0, 9, 9, 9, 'p', 0, 'd', 0, 'n', 0, 'e', 0};
+    // Header reserve of 3 bytes, folder reserve of 2, data reserve of 5 (data records are not read), then two
+    // names for each neighbour.
+    const Bytes inserted = {3, 0, 2, 5, 9, 9, 9, 'p', 0, 'd', 0, 'n', 0, 'e', 0};
     cabinet.insert(cabinet.begin() + 36, inserted.begin(), inserted.end());
     const Bytes folderReserve = {8, 8};
     cabinet.insert(cabinet.begin() + 36 + 15 + 8, folderReserve.begin(), folderReserve.end());

@@ -10,8 +10,11 @@
 namespace tools::cabarc::test {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
+using ::testing::StartsWith;
 using ::testing::ThrowsMessage;
 using Names = std::vector<std::string>;
 
@@ -75,11 +78,50 @@ TEST_F(ExtractionPlan, RefusesExistingFilesUnlessOverwritten) {
     EXPECT_EQ(PlanExtraction(directory, "c.cab", Names{"a"}, "", false).size(), 1U);
 }
 
+TEST_F(ExtractionPlan, RefusesMembersThatWouldBeOneFile) {
+    for (const bool overwrite : {false, true}) {
+        for (const Names& names : {Names{"a", "a"}, Names{"A.TXT", "b", "a.txt"}, Names{"d\\x", "D/X"},
+                                   Names{"\xC3\xA4.txt", "\xC3\x84.TXT"}}) {
+            EXPECT_THAT(
+                [&] { PlanExtraction(DirectoryOf(names), "c.cab", {}, "", overwrite); },
+                ThrowsMessage<ToolError>(AllOf(StartsWith("c.cab: the members " + names.front() + " and "),
+                                               EndsWith(" would be one file"))));
+        }
+    }
+    EXPECT_EQ(PlanExtraction(DirectoryOf({"A.TXT", "b", "a.txt"}), "c.cab", Names{"b"}, "", false).size(),
+              1U);
+}
+
+TEST_F(ExtractionPlan, RefusesAMemberThatWouldBeTheFolderOfAnother) {
+    for (const Names& names : {Names{"x", "X\\y"}, Names{"X/y/z", "x"}, Names{"d\\x\\y\\z", "a", "D/X"}}) {
+        EXPECT_THAT([&] { PlanExtraction(DirectoryOf(names), "c.cab", {}, "", true); },
+                    ThrowsMessage<ToolError>(HasSubstr(" would be the folder of ")));
+    }
+    EXPECT_EQ(PlanExtraction(DirectoryOf({"x\\a", "x\\b", "xy", "y\\x"}), "c.cab", {}, "", true).size(), 4U);
+}
+
 TEST_F(ExtractionPlan, RefusesSets) {
     CabinetDirectory directory = DirectoryOf({"a"});
     directory.Flags = kHasNextCabinet;
     EXPECT_THAT([&] { PlanExtraction(directory, "c.cab", {}, "", true); },
                 ThrowsMessage<ToolError>("c.cab: this cabinet is part of a set; sets cannot be extracted"));
+}
+
+TEST_F(ExtractionPlan, NeedsSpaceForEveryFileAndGetsBackThatOfOlderOnes) {
+    CabinetDirectory directory = DirectoryOf({"a", "b", "c"});
+    for (CabinetMember& member : directory.Members) member.Size = 0x7FFF8000;
+    WriteBytes("a", Bytes(1000));
+    WriteBytes("b", Bytes(500));
+    const auto plan = PlanExtraction(directory, "c.cab", {}, "", true);
+    EXPECT_THAT([&] { RequireSpace(directory, "c.cab", plan, 6442351139U); },
+                ThrowsMessage<ToolError>("c.cab: its files need 6442351140 bytes, and the target's drive has "
+                                         "6442351139 left"));
+    EXPECT_NO_THROW(RequireSpace(directory, "c.cab", plan, 6442351140U));
+    directory.Members[2].Size = 0;
+    directory.Members[1].Size = 1200;
+    // The old file of the first is gone when the second is written.
+    EXPECT_NO_THROW(RequireSpace(directory, "c.cab", plan, 0x7FFF8000U + 200));
+    EXPECT_THROW(RequireSpace(directory, "c.cab", plan, 0x7FFF8000U + 199), ToolError);
 }
 
 class MemberFilesTest : public InTestFolder {};
@@ -99,6 +141,22 @@ TEST_F(MemberFilesTest, WritePlannedMembersWithTheirTime) {
     EXPECT_FALSE(files.Begin(2));
     EXPECT_EQ(ReadBytes("sub/b"), Bytes());
     EXPECT_EQ(ListFolder(".")[0].Modified, PackDosTime(1998, 7, 6, 5, 4, 2));
+}
+
+TEST_F(MemberFilesTest, ATimeThatThereIsNotBecomesTheNearestOne) {
+    CabinetDirectory directory = DirectoryOf({"a", "b", "c"});
+    directory.Members[0].Modified = {0, 0};
+    directory.Members[1].Modified = {0xFFFF, 0xFFFF};
+    directory.Members[2].Modified = {(19 << 9) | (2 << 5) | 31, 31};
+    const auto plan = PlanExtraction(directory, "c.cab", {}, "", false);
+    MemberFiles files(directory, plan, false);
+    for (std::size_t i = 0; i < 3; ++i) {
+        ASSERT_TRUE(files.Begin(i));
+        files.End();
+    }
+    EXPECT_EQ(ListFolder(".").at(0).Modified, PackDosTime(1980, 1, 1, 0, 0, 0));
+    EXPECT_EQ(ListFolder(".").at(1).Modified, PackDosTime(2107, 12, 31, 23, 59, 58));
+    EXPECT_EQ(ListFolder(".").at(2).Modified, PackDosTime(1999, 2, 28, 0, 0, 58));
 }
 
 TEST_F(MemberFilesTest, UnfinishedMemberLeavesTheOldFileAsItWas) {
@@ -122,19 +180,13 @@ TEST_F(MemberFilesTest, UnfinishedMemberLeavesTheOldFileAsItWas) {
     EXPECT_EQ(KindOf("a"), FileKind::Writable);
 }
 
-TEST_F(MemberFilesTest, TwoMembersOfOneNameAreRefusedUnlessOverwritten) {
-    const CabinetDirectory directory = DirectoryOf({"a", "A"});
+TEST_F(MemberFilesTest, AFileThatAppearsMeanwhileIsNotReplaced) {
+    const CabinetDirectory directory = DirectoryOf({"a"});
     const auto plan = PlanExtraction(directory, "c.cab", {}, "", false);
+    WriteBytes("a", BytesOf("mine"));
     MemberFiles files(directory, plan, false);
-    ASSERT_TRUE(files.Begin(0));
-    files.Write(BytesOf("first"));
-    files.End();
-#ifdef _WIN32
-    EXPECT_THROW(files.Begin(1), ToolError);
-#else
-    EXPECT_TRUE(files.Begin(1));  // two files on a system that knows case
-#endif
-    EXPECT_EQ(ReadBytes("a"), BytesOf("first"));
+    EXPECT_THROW(files.Begin(0), ToolError);
+    EXPECT_EQ(ReadBytes("a"), BytesOf("mine"));
 }
 
 }  // namespace

@@ -2,15 +2,20 @@
 // that a damaged or hostile cabinet must not be able to do.
 #include <windows.h>
 
+#include <process.h>
+
 #include <gmock/gmock.h>
 
 #include "tests/support/BuiltFile.h"
 #include "tests/tools/cabarc/ParsedCabinet.h"
 #include "tests/tools/cabarc/RunProgram.h"
+#include "tools/cabarc/CabinetReader.h"
 #include "tools/cabarc/CabinetWriter.h"
 #include "tools/cabarc/Compressors.h"
 #include "tools/cabarc/Extractor.h"
 #include "tools/cabarc/Packer.h"
+#include "tools/cabarc/SystemCabinet.h"
+#include "tools/shared/ByteOrder.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 
@@ -145,6 +150,73 @@ TEST_F(Extractor, UnpacksFoldersOfDifferentMethods) {
     EXPECT_TRUE(TreeOf(".") == (Tree{{"f11", expected["f11"]}, {"f30", expected["f30"]}}));
     ExtractWith({"-o", "x", "..\\mixed.cab"});
     EXPECT_TRUE(TreeOf(".") == expected);
+}
+
+// Keeps what it is given and in which order.
+class Recorder : public MemberReceiver {
+ public:
+    bool Begin(std::size_t index) override {
+        Order.push_back(index);
+        return true;
+    }
+    void Write(std::span<const std::uint8_t> bytes) override {
+        Bytes& contents = Contents[Order.back()];
+        contents.insert(contents.end(), bytes.begin(), bytes.end());
+    }
+    void End() override {}
+
+    std::vector<std::size_t> Order;
+    std::map<std::size_t, Bytes> Contents;
+};
+
+TEST_F(Extractor, MembersThatAlternateBetweenMethodsTakeOneRunForEach) {
+    const Method methods[] = {{Method::Kind::Stored, 0}, {Method::Kind::MsZip, 0}, {Method::Kind::Lzx, 17}};
+    constexpr std::size_t kSize = 20000;
+    CabinetDirectory directory;
+    for (const Method& method : methods) directory.Folders.push_back({0, 0, MethodCode(method)});
+    for (std::size_t i = 0; i < 9; ++i) {
+        CabinetMember member;
+        member.Name = "f" + std::to_string(i);
+        member.Size = kSize;
+        member.Offset = static_cast<std::uint32_t>(i / 3 * kSize);
+        member.Folder = static_cast<std::uint16_t>(i % 3);
+        directory.Members.push_back(member);
+    }
+    {
+        OutputFile output("../mixed.cab");
+        CabinetWriter writer(output, directory);
+        for (std::uint32_t folder = 0; folder < 3; ++folder) {
+            const auto compressor = MakeCompressor(methods[folder], writer.BeginFolder());
+            for (std::uint32_t i = folder; i < 9; i += 3) compressor->Write(ProseOf(kSize, i));
+            compressor->Finish();
+        }
+        writer.Finish();
+        output.Commit();
+    }
+    Recorder recorder;
+    UnpackCabinet("../mixed.cab", "mixed.cab", ReadCabinetFile("../mixed.cab"), recorder);
+    EXPECT_THAT(recorder.Order, ::testing::ElementsAre(0, 3, 6, 1, 4, 7, 2, 5, 8));
+    for (std::uint32_t i = 0; i < 9; ++i) EXPECT_TRUE(recorder.Contents[i] == ProseOf(kSize, i)) << i;
+    EXPECT_EQ(ExtractWith({"x", "..\\mixed.cab"}), 9U);
+    for (std::uint32_t i = 0; i < 9; ++i)
+        EXPECT_TRUE(ReadBytes("f" + std::to_string(i)) == ProseOf(kSize, i)) << i;
+}
+
+// The members overlap: each is the whole of a folder that claims to be as long as a folder can be.
+TEST_F(Extractor, MoreThanTheDriveHoldsIsRefusedBeforeAnythingIsWritten) {
+    std::vector<HandMember> members;
+    for (int i = 0; i < 30000; ++i) members.push_back({std::to_string(100000 + i), {}});
+    members.push_back({"last", BytesOf("x")});
+    Bytes cabinet = HandMade(members);
+    PutU16(&cabinet[36 + 4], 0xFFFF);
+    for (std::size_t i = 0; i + 1 < members.size(); ++i) PutU32(&cabinet[44 + i * 23], 0x7FFF8000);
+    WriteBytes("../huge.cab", cabinet);
+    EXPECT_THAT(
+        [] {
+            ExtractWith({"x", "..\\huge.cab"});
+        },
+        ThrowsMessage<ToolError>(HasSubstr("huge.cab: its files need 64423526400001 bytes, and the ")));
+    EXPECT_TRUE(TreeOf(".").empty());
 }
 
 TEST_F(Extractor, UnpacksACabinetOfAnotherPacker) {
@@ -294,6 +366,40 @@ TEST_F(Extractor, FailureIsOneLineAndExitCodeOne) {
     WriteBytes("a.cab", HandMade({{"a", BytesOf("x")}}));
     EXPECT_EQ(RunCabarc("x a.cab nothing.*").Errors, "cabarc: a.cab: no member matches nothing.*\n");
     EXPECT_EQ(RunCabarc("x a.cab").Output, "a.cab: 1 file extracted\n");
+}
+
+TEST_F(Extractor, AMemberMayHaveTheNameOfAnUnfinishedFile) {
+    WriteBytes("../a.cab", HandMade({{"a.unfinished~", BytesOf("first")}, {"a", BytesOf("second")}}));
+    EXPECT_EQ(ExtractWith({"x", "..\\a.cab"}), 2U);
+    EXPECT_TRUE(TreeOf(".") == (Tree{{"a.unfinished~", BytesOf("first")}, {"a", BytesOf("second")}}));
+}
+
+TEST_F(Extractor, WhatThePackerStoresMayHaveTheLongestName) {
+    const std::string name(250, 'n');
+    WriteBytes("../in/" + name, BytesOf("long"));
+    PackWith({"n", "..\\a.cab", "..\\in\\" + name});
+    EXPECT_EQ(ExtractWith({"x", "..\\a.cab"}), 1U);
+    EXPECT_TRUE(TreeOf(".") == (Tree{{name, BytesOf("long")}}));
+}
+
+TEST_F(Extractor, MembersThatWouldBeOneFileAreRefusedBeforeAnythingIsWritten) {
+    WriteBytes("../a.cab", HandMade({{"A.TXT", BytesOf("first")}, {"a.txt", BytesOf("second")}}));
+    EXPECT_THAT(
+        [] {
+            ExtractWith({"-o", "x", "..\\a.cab"});
+        },
+        ThrowsMessage<ToolError>("..\\a.cab: the members A.TXT and a.txt would be one file"));
+    EXPECT_TRUE(TreeOf(".").empty());
+}
+
+TEST_F(Extractor, AnArgumentThatIsNoTextIsNoWildcard) {
+    WriteBytes("a.cab", HandMade({{"b", BytesOf("x")}}));
+    const std::wstring program = velbooter::tests::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM).wstring();
+    const wchar_t half[] = {0xD800, 0};
+    EXPECT_EQ(_wspawnl(_P_WAIT, program.c_str(), L"cabarc", L"x", L"a.cab", half, nullptr), 1);
+    EXPECT_FALSE(std::filesystem::exists("b"));
+    EXPECT_EQ(_wspawnl(_P_WAIT, program.c_str(), L"cabarc", L"x", L"a.cab", L"?", nullptr), 0);
+    EXPECT_TRUE(std::filesystem::exists("b"));
 }
 
 TEST_F(Extractor, EmptyMembersBecomeEmptyFiles) {

@@ -14,7 +14,9 @@ CabinetDirectory Sample() {
     directory.Members = {{"net.bat", 1234, 0, 0, PackDosTime(2001, 2, 3, 4, 5, 6), kArchive},
                          {"bin\\IO.SYS", 4000000000U, 0, 1, PackDosTime(1999, 12, 31, 23, 59, 58),
                           kReadOnly | kHidden | kSystem},
-                         {"evil\x1B[2J\n", 0, 0, 2, DosTime{}, kArchive | kNameIsUtf8}};
+                         {"evil\x1B[2J\n\xC2\x9B"
+                          "31m\xE2\x80\xAE",
+                          0, 0, 2, DosTime{}, kArchive | kNameIsUtf8}};
     return directory;
 }
 
@@ -25,7 +27,7 @@ TEST(Listing, ShowsEveryMemberInATable) {
               "      Size  Date       Time      Attr  Name\n"
               "      1234  2001-02-03 04:05:06  ---a  net.bat\n"
               "4000000000  1999-12-31 23:59:58  rhs-  bin\\IO.SYS\n"
-              "         0  1980-01-01 00:00:00  ---a  evil?[2J?\n"
+              "         0  1980-01-01 00:00:00  ---a  evil?[2J?\\u009B31m\\u202E\n"
               "4000001234  in 3 files\n");
 }
 

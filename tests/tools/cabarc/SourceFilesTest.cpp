@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "tests/tools/cabarc/TestFolder.h"
+#include "tests/tools/shared/LeftPart.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools::cabarc::test {
@@ -63,12 +64,21 @@ TEST_F(SourceFiles, BringSizeTimeAndAttributes) {
 
 TEST_F(SourceFiles, NeverHoldTheCabinetItself) {
     WriteBytes("files/net/net.cab", BytesOf("old"));
-    WriteBytes("files/net/net.cab.unfinished~", BytesOf("left by a killed run"));
+    for (const char* left : {"files/net/net.cab.unfinished~", "files/net/net.cab.unfinished~2"}) {
+        WriteBytes(left, BytesOf("left by a killed run"));
+        tools::testing::MarkAsPart(left);
+    }
     WriteBytes("files/net/Sub/net.cab", BytesOf("another"));
     EXPECT_THAT(Found({"files\\net\\net*"}, true, "files/net/net.cab"),
                 ElementsAre("files\\net\\Sub\\net.cab"));
     EXPECT_THAT([] { Found({"files\\net\\net.cab"}, false, "files/net/../net/net.cab"); },
                 ThrowsMessage<ToolError>("files\\net\\net.cab: there is no such file"));
+}
+
+TEST_F(SourceFiles, HoldAFileThatOnlyHasTheNameOfAnUnfinishedCabinet) {
+    WriteBytes("files/net/net.cab.unfinished~", BytesOf("mine"));
+    EXPECT_THAT(Found({"files\\net\\net*"}, true, "files/net/net.cab"),
+                ElementsAre("files\\net\\net.cab.unfinished~"));
 }
 
 TEST_F(SourceFiles, PatternThatFindsNothingIsRefused) {

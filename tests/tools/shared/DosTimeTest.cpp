@@ -29,5 +29,32 @@ TEST(DosTime, IsHeldWithinTheRangeOfTheFields) {
     EXPECT_EQ(PackDosTime(2107, 12, 31, 23, 59, 58).Date, 0xFF9F);
 }
 
+TEST(DosTime, TheFirstYearHasAllItsMoments) {
+    const DosTime packed = PackDosTime(1980, 12, 31, 23, 59, 58);
+    EXPECT_EQ(packed.Date, (12 << 5) | 31);
+    EXPECT_EQ(packed.Time, (23 << 11) | (59 << 5) | 29);
+}
+
+TEST(NearestMoment, LeavesWhatThereIs) {
+    for (const DosTime moment : {DosTime{}, PackDosTime(2000, 2, 29, 0, 0, 0),
+                                 PackDosTime(2107, 12, 31, 23, 59, 58), PackDosTime(1999, 4, 30, 12, 30, 30)})
+        EXPECT_EQ(NearestMoment(moment), moment);
+}
+
+TEST(NearestMoment, BringsEachFieldIntoItsRange) {
+    const auto stored = [](int year, int month, int day, int hour, int minute, int pair) {
+        return DosTime{static_cast<std::uint16_t>(((year - 1980) << 9) | (month << 5) | day),
+                       static_cast<std::uint16_t>((hour << 11) | (minute << 5) | pair)};
+    };
+    EXPECT_EQ(NearestMoment({0, 0}), PackDosTime(1980, 1, 1, 0, 0, 0));
+    EXPECT_EQ(NearestMoment({0xFFFF, 0xFFFF}), PackDosTime(2107, 12, 31, 23, 59, 58));
+    EXPECT_EQ(NearestMoment(stored(1998, 0, 7, 1, 2, 3)), PackDosTime(1998, 1, 7, 1, 2, 6));
+    EXPECT_EQ(NearestMoment(stored(1998, 13, 0, 24, 60, 30)), PackDosTime(1998, 12, 1, 23, 59, 58));
+    EXPECT_EQ(NearestMoment(stored(1999, 2, 31, 1, 2, 31)), PackDosTime(1999, 2, 28, 1, 2, 58));
+    EXPECT_EQ(NearestMoment(stored(2000, 2, 30, 1, 2, 3)), PackDosTime(2000, 2, 29, 1, 2, 6));
+    EXPECT_EQ(NearestMoment(stored(2100, 2, 29, 1, 2, 3)), PackDosTime(2100, 2, 28, 1, 2, 6));
+    EXPECT_EQ(NearestMoment(stored(1999, 4, 31, 1, 2, 3)), PackDosTime(1999, 4, 30, 1, 2, 6));
+}
+
 }  // namespace
 }  // namespace tools

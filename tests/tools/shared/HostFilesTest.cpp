@@ -3,7 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#ifndef _WIN32
+#include <random>
+#include <string>
+
+#ifdef _WIN32
+#include <cwchar>
+#else
 #include <sys/stat.h>
 #endif
 
@@ -162,6 +167,48 @@ TEST(KindOf, TellsWhatStandsUnderAName) {
     EXPECT_EQ(KindOf(folder.Path("locked")), FileKind::ReadOnly);
 }
 
+TEST(LiesBelow, LooksAtPlacesAndNotAtNames) {
+    const TestFolder folder;
+    folder.Write("tree/sub/file", "x");
+    folder.Write("tree2/file", "x");
+    const std::filesystem::path tree = folder.Path("tree");
+    for (const char* name : {"tree/new", "tree/sub/file", "tree/none/new", "tree2/../tree/new"})
+        EXPECT_TRUE(LiesBelow(folder.Path(name), tree)) << name;
+    for (const char* name : {"tree", "tree2/file", "tree/../new", "none/new"})
+        EXPECT_FALSE(LiesBelow(folder.Path(name), tree)) << name;
+    EXPECT_TRUE(LiesBelow(tree, tree.root_path()));
+    EXPECT_FALSE(LiesBelow(tree, folder.Path("none")));
+}
+
+TEST(FreeSpace, IsThatOfTheDriveOfAFolderThatNeedNotExist) {
+    const TestFolder folder;
+    const std::uint64_t there = FreeSpace(folder.Path());
+    const std::uint64_t missing = FreeSpace(folder.Path("none/deeper"));
+    EXPECT_GT(there, 0U);
+    EXPECT_LT(there, std::uint64_t{1} << 60) << "a number that the system gave";
+    // Others may write meanwhile.
+    EXPECT_NEAR(static_cast<double>(missing), static_cast<double>(there), 0.5 * static_cast<double>(there));
+    EXPECT_LT(FreeSpace(""), std::uint64_t{1} << 60);
+}
+
+TEST(SizeOf, IsThatOfAFile) {
+    const TestFolder folder;
+    folder.Write("file", NoiseBytes(1234, 1));
+    EXPECT_EQ(SizeOf(folder.Path("file")), 1234U);
+    EXPECT_EQ(SizeOf(folder.Path("none")), 0U);
+    EXPECT_EQ(SizeOf(folder.Path()), 0U);
+}
+
+TEST(IsSame, KnowsAFileByAnyOfItsNames) {
+    const TestFolder folder;
+    folder.Write("sub/file", "x");
+    folder.Write("other", "x");
+    EXPECT_TRUE(IsSame(folder.Path("sub/file"), folder.Path("sub/../sub/file")));
+    EXPECT_TRUE(IsSame(folder.Path("sub"), folder.Path("sub") / ""));
+    EXPECT_FALSE(IsSame(folder.Path("sub/file"), folder.Path("other")));
+    EXPECT_FALSE(IsSame(folder.Path("none"), folder.Path("none")));
+}
+
 TEST(CreateFolders, MakesParentsAndAcceptsWhatIsThere) {
     const TestFolder folder;
     CreateFolders(folder.Path("a/b/c"));
@@ -176,6 +223,46 @@ TEST(CreateFolders, AFileInTheWayIsAnError) {
                 HasSubstr("this folder cannot be made: "));
     EXPECT_THAT(ErrorOf([&] { CreateFolders(folder.Path("a")); }), HasSubstr("this folder cannot be made: "));
 }
+
+#ifdef _WIN32
+// A folder below the root of the drive of the tests, which is not there.
+class CreateFoldersBelowARoot : public ::testing::Test {
+ protected:
+    CreateFoldersBelowARoot() {
+        std::random_device random;
+        do {
+            folder_ =
+                std::filesystem::current_path().root_path() / ("velbooter test " + std::to_string(random()));
+        } while (KindOf(folder_) != FileKind::Missing);
+    }
+    ~CreateFoldersBelowARoot() override {
+        _wrmdir((folder_ / "inner").c_str());
+        _wrmdir(folder_.c_str());
+    }
+    CreateFoldersBelowARoot(const CreateFoldersBelowARoot&) = delete;
+    CreateFoldersBelowARoot& operator=(const CreateFoldersBelowARoot&) = delete;
+
+    const std::filesystem::path& Folder() const { return folder_; }
+
+ private:
+    std::filesystem::path folder_;
+};
+
+TEST_F(CreateFoldersBelowARoot, AreMade) {
+    EXPECT_EQ(ErrorOf([&] { CreateFolders(Folder()); }), "(no error)");
+    EXPECT_EQ(KindOf(Folder()), FileKind::Folder);
+}
+
+TEST_F(CreateFoldersBelowARoot, AreMadeWithWhatIsBelowThem) {
+    EXPECT_EQ(ErrorOf([&] { CreateFolders(Folder() / "inner" / ""); }), "(no error)");
+    EXPECT_EQ(KindOf(Folder() / "inner"), FileKind::Folder);
+}
+
+TEST(CreateFolders, OnAShareThatIsMissingTheFolderIsNamed) {
+    EXPECT_THAT(ErrorOf([] { CreateFolders("\\\\velbooter-no-server\\share\\a\\b"); }),
+                StartsWith("\\\\velbooter-no-server\\share\\a\\b: this folder cannot be made: "));
+}
+#endif
 
 TEST(LongPath, ReachesBeyondTheUsualLimit) {
     const TestFolder folder;

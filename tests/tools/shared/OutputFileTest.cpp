@@ -7,8 +7,12 @@
 #include <windows.h>
 #else
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <csignal>
+#include <functional>
 #endif
 
 #include <cstdlib>
@@ -16,9 +20,25 @@
 #include <optional>
 #include <thread>
 
+#include "tests/tools/shared/LeftPart.h"
 #include "tests/tools/shared/TestFolder.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/PartName.h"
 #include "tools/shared/ToolError.h"
+#include "tools/shared/Utf8.h"
+
+#ifndef _WIN32
+namespace {
+// What is called each time when a file is to be written to the device.
+std::function<void(int)> onFlush;
+}  // namespace
+
+// In the place of the function of the C library: tells the test, and has the system do the work.
+extern "C" int fsync(int file) {
+    if (onFlush) onFlush(file);
+    return static_cast<int>(syscall(SYS_fsync, file));
+}
+#endif
 
 namespace tools {
 namespace {
@@ -152,11 +172,81 @@ TEST(OutputFile, OfTwoRunsTheSecondIsRefusedAndTheFirstGoesOn) {
 TEST(OutputFile, TakesOverWhatAKilledRunLeft) {
     const TestFolder folder;
     folder.Write("target.unfinished~", NoiseBytes(10'000, 1));
+    testing::MarkAsPart(folder.Path("target.unfinished~"));
     OutputFile file(folder.Path("target"));
     file.Write(Bytes{1, 2, 3});
     file.Commit();
     EXPECT_EQ(folder.Read("target"), (Bytes{1, 2, 3}));
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
+}
+
+TEST(OutputFile, AFileOfTheUsersUnderThePartsNameIsKept) {
+    const TestFolder folder;
+    const Bytes theirs = NoiseBytes(10'000, 1);
+    folder.Write("target.unfinished~", theirs);
+    folder.SetReadOnly("target.unfinished~", true);
+    folder.Write("target.unfinished~2", theirs);
+    folder.MakeFolder("target.unfinished~3");
+    OutputFile file(folder.Path("target"));
+    file.Write(Bytes{1, 2, 3});
+    EXPECT_EQ(ErrorOf([&] { OutputFile second(folder.Path("target")); }),
+              folder.Text("target") + ": is being written by another run");
+    file.Commit();
+    EXPECT_EQ(folder.Read("target"), (Bytes{1, 2, 3}));
+    EXPECT_EQ(folder.Read("target.unfinished~"), theirs);
+    EXPECT_EQ(folder.Read("target.unfinished~2"), theirs);
+    EXPECT_EQ(folder.Names().size(), 4U);
+}
+
+TEST(OutputFile, AHardLinkUnderThePartsNameIsNotWrittenTo) {
+    const TestFolder folder;
+    folder.Write("victim", "theirs");
+    testing::MarkAsPart(folder.Path("victim"));
+    std::filesystem::create_hard_link(folder.Path("victim"), folder.Path("target.unfinished~"));
+    OutputFile file(folder.Path("target"));
+    file.Write(Bytes{1, 2, 3});
+    file.Commit();
+    EXPECT_EQ(folder.Read("target"), (Bytes{1, 2, 3}));
+    EXPECT_EQ(folder.Read("victim"), (Bytes{'t', 'h', 'e', 'i', 'r', 's'}));
+    EXPECT_THAT(folder.Names(), ElementsAre("target", "target.unfinished~", "victim"));
+}
+
+TEST(OutputFile, ATargetMayHaveTheLongestName) {
+    const TestFolder folder;
+    for (const std::size_t length : {243U, 244U, 255U}) {
+        const std::string name(length, 'n');
+        OutputFile file(folder.Path(name));
+        file.Write(Bytes{1, 2, 3});
+        file.Commit();
+        EXPECT_EQ(folder.Read(name), (Bytes{1, 2, 3})) << length;
+    }
+    EXPECT_EQ(folder.Names().size(), 3U);
+}
+
+TEST(OutputFile, ACompleteFileIsAnOrdinaryOne) {
+    const TestFolder folder;
+    OutputFile file(folder.Path("target"));
+    file.Commit();
+    EXPECT_FALSE(IsPart(folder.Path("target")));
+    EXPECT_EQ(ListFolder(folder.Path()).at(0).Attributes, kArchive);
+}
+
+TEST(PartName, IsCutWhereItWouldBeTooLong) {
+    const auto name = [](const std::string& target, unsigned number) {
+        return Utf8FromPath(PartName(PathFromUtf8("folder/" + target), number).filename());
+    };
+    EXPECT_EQ(name("a.img", 1), "a.img.unfinished~");
+    EXPECT_EQ(name("a.img", 12), "a.img.unfinished~12");
+    EXPECT_EQ(name(std::string(243, 'n'), 1), std::string(243, 'n') + ".unfinished~");
+    EXPECT_EQ(name(std::string(244, 'n'), 1), std::string(243, 'n') + ".unfinished~");
+    EXPECT_EQ(name(std::string(255, 'n'), 99), std::string(241, 'n') + ".unfinished~99");
+    // The last character that is kept is a whole one: two units on either system.
+    const std::string disk = "\xF0\x9F\x92\xBE";
+    std::string disks;
+    for (int i = 0; i < 125; ++i) disks += disk;
+    const std::string cut = name(disks, 1);
+    EXPECT_TRUE(IsUtf8(cut)) << PrintableBytes(cut);
+    EXPECT_TRUE(cut.ends_with(disk + ".unfinished~")) << cut;
 }
 
 // The process that dies may be another one that runs this test again: it finds the folder of the first one in
@@ -235,6 +325,20 @@ TEST_F(KilledRun, LeavesTheOldTargetAndDoesNotHinderTheNext) {
 }
 
 #ifdef _WIN32
+TEST(OutputFile, AStreamIsRefused) {
+    const TestFolder folder;
+    for (const std::string name : {"target:stream", "target::$DATA"}) {
+        EXPECT_EQ(ErrorOf([&] { OutputFile file(folder.Path(name)); }),
+                  "\"" + folder.Text(name) + "\": is not the name of a file");
+    }
+    EXPECT_THAT(folder.Names(), IsEmpty());
+}
+
+TEST(OutputFile, OnAShareThatIsMissingTheTargetIsNamed) {
+    EXPECT_THAT(ErrorOf([] { OutputFile file("\\\\velbooter-no-server\\share\\x.img"); }),
+                StartsWith("\\\\velbooter-no-server\\share\\x.img: cannot be written: "));
+}
+
 // Opens a file as most programs do: it can be read and written beside them, but neither deleted nor replaced.
 HANDLE HoldOpen(const std::filesystem::path& path) {
     const HANDLE holder = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
@@ -277,6 +381,40 @@ TEST(OutputFile, ATargetInUseStaysAsItIs) {
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
 }
 #else
+TEST(OutputFile, IsOnTheDeviceBeforeItTakesThePlaceOfTheTarget) {
+    const TestFolder folder;
+    folder.Write("target", "old");
+    std::vector<Bytes> targets;
+    std::vector<off_t> sizes;
+    onFlush = [&](int file) {
+        targets.push_back(folder.Read("target"));
+        struct stat status {};
+        fstat(file, &status);
+        sizes.push_back(status.st_size);
+    };
+    OutputFile file(folder.Path("target"));
+    file.Write(NoiseBytes(100, 1));
+    file.Commit();
+    onFlush = nullptr;
+    EXPECT_THAT(targets, ElementsAre(Bytes{'o', 'l', 'd'}));
+    EXPECT_THAT(sizes, ElementsAre(100));
+    EXPECT_EQ(folder.Read("target"), NoiseBytes(100, 1));
+}
+
+TEST(OutputFile, ALinkOrAPipeUnderThePartsNameIsNotWrittenTo) {
+    const TestFolder folder;
+    folder.Write("victim", "theirs");
+    std::filesystem::create_symlink("victim", folder.Path("target.unfinished~"));
+    std::filesystem::create_symlink("nowhere", folder.Path("target.unfinished~2"));
+    ASSERT_EQ(mkfifo(folder.Path("target.unfinished~3").c_str(), 0600), 0);
+    OutputFile file(folder.Path("target"));
+    file.Write(Bytes{1, 2, 3});
+    file.Commit();
+    EXPECT_EQ(folder.Read("target"), (Bytes{1, 2, 3}));
+    EXPECT_EQ(folder.Read("victim"), (Bytes{'t', 'h', 'e', 'i', 'r', 's'}));
+    EXPECT_FALSE(folder.Exists("nowhere"));
+}
+
 TEST(OutputFile, AWriteThatFailsNamesTheTargetAndLeavesNothing) {
     const TestFolder folder;
     const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);

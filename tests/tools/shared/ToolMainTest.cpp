@@ -2,6 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#ifdef _WIN32
+#include <windows.h>
+
+#include <filesystem>
+
+#include "tests/tools/shared/TestFolder.h"
+#endif
+
 #include <new>
 #include <stdexcept>
 
@@ -30,6 +38,14 @@ TEST(ToolMain, AFailureIsOneLineWithTheProgramsNameAndGivesItsCode) {
 TEST(ToolMain, ANameWithControlCharactersStillMakesOneHarmlessLine) {
     EXPECT_EQ(Printed([] { throw ToolError("a\nb\r\x1B[2J\x7F.txt: is missing"); }, 1),
               "tool: a?b??[2J?.txt: is missing\n");
+    EXPECT_EQ(Printed(
+                  [] {
+                      throw ToolError(
+                          "a\xC2\x9B"
+                          "31m\xE2\x80\xAE.txt: is missing");
+                  },
+                  1),
+              "tool: a\\u009B31m\\u202E.txt: is missing\n");
     EXPECT_EQ(Printed([] { throw ToolError("no\toption\nusage: tool", ExitCode::WrongCall); }, 2),
               "tool: no?option\nusage: tool\n");
 }
@@ -38,6 +54,26 @@ TEST(ToolMain, AnyOtherFailureGivesCode1) {
     EXPECT_EQ(Printed([] { throw std::bad_alloc(); }, 1), "tool: there is not enough memory\n");
     EXPECT_EQ(Printed([] { throw std::runtime_error("odd"); }, 1), "tool: odd\n");
 }
+
+#ifdef _WIN32
+TEST(ToolMain, ALibraryOfTheWorkingFolderIsNotLoaded) {
+    const testing::TestFolder folder;
+    constexpr wchar_t kName[] = L"velbooter-test-library.dll";
+    wchar_t program[MAX_PATH] = {};
+    ASSERT_NE(GetModuleFileNameW(nullptr, program, MAX_PATH), 0U);
+    ASSERT_TRUE(CopyFileW(program, (folder.Path() / kName).c_str(), TRUE));
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    HMODULE byName = nullptr;
+    EXPECT_EQ(RunTool("tool", [&] { byName = LoadLibraryW(kName); }), 0);
+    std::filesystem::current_path(before);
+    EXPECT_EQ(byName, nullptr);
+    if (byName != nullptr) FreeLibrary(byName);
+    const HMODULE byPath = LoadLibraryW((folder.Path() / kName).c_str());
+    EXPECT_NE(byPath, nullptr) << "the file can be loaded";
+    if (byPath != nullptr) FreeLibrary(byPath);
+}
+#endif
 
 }  // namespace
 }  // namespace tools

@@ -26,6 +26,36 @@ TEST(Utf8, ShowsBytesThatAreNoText) {
     EXPECT_EQ(PrintableBytes("a\xE4\n"), "a\\xE4\\x0A");
 }
 
+TEST(Shown, CannotSteerATerminal) {
+    EXPECT_EQ(Shown("a\x1B[2Jb\n\x7F"), "a?[2Jb??");
+    EXPECT_EQ(Shown("a\xC2\x80\xC2\x9B"
+                    "31mred\xC2\x9F"),
+              "a\\u0080\\u009B31mred\\u009F");
+    EXPECT_EQ(Shown("a\x9B"
+                    "31m\xC2"),
+              "a\\x9B31m\\xC2");
+}
+
+TEST(Shown, ShowsWhatTurnsTheDirectionOrBreaksTheLine) {
+    EXPECT_EQ(Shown("a\xE2\x80\xAEgpj.exe"), "a\\u202Egpj.exe");
+    EXPECT_EQ(Shown("\xD8\x9C\xE2\x80\x8E\xE2\x80\x8F\xE2\x80\xA8\xE2\x80\xA9\xE2\x81\xA6\xE2\x81\xA9"),
+              "\\u061C\\u200E\\u200F\\u2028\\u2029\\u2066\\u2069");
+}
+
+TEST(Shown, LeavesTextAsItIs) {
+    for (const char* text : {"", "a b.txt", "caf\xC3\xA9", "\xC2\xA0", "\xE2\x80\x90\xE2\x80\xA7\xE2\x80\xAF",
+                             "\xD7\x90\xD8\xA7", "\xF0\x9F\x92\xBE"})
+        EXPECT_EQ(Shown(text), text);
+    EXPECT_EQ(Shown("caf\xE9s"), "caf\\xE9s");
+}
+
+TEST(HoldsControl, KnowsBothGroups) {
+    for (const char* text : {"a\n", "\x1F", "\x7F", "a\xC2\x80", "\xC2\x9Fz", "\xE9\n"})
+        EXPECT_TRUE(HoldsControl(text)) << text;
+    for (const char* text : {"", "a ", "\xC2\xA0", "\xE2\x80\xAE", "\x9B"})
+        EXPECT_FALSE(HoldsControl(text)) << text;
+}
+
 TEST(Utf8, UpperCaseChangesAsciiLettersOnly) {
     EXPECT_EQ(UpperAscii("az-\xC3\xA4.1"), "AZ-\xC3\xA4.1");
 }
