@@ -64,11 +64,11 @@ void WizardWindow::CreatePages() {
 
 void WizardWindow::Show(Application& app) {
     app_ = &app;
-    if (!window_) {
-        if (!app.Wizard.Visible) return;
-        Create();
-    }
+    if (!window_ && !app.Wizard.Visible) return;
+    isShowing_ = true;
+    if (!window_) Create();
     controls_.Show(app.Wizard);
+    isShowing_ = false;
     ShowPages();
     const bool isVisible = ::IsWindowVisible(window_.get()) != FALSE;
     if (app.Wizard.Visible != isVisible) ::ShowWindow(window_.get(), app.Wizard.Visible ? SW_SHOW : SW_HIDE);
@@ -188,6 +188,11 @@ bool WizardWindow::OnCommand(int id, int notice) {
         Run(ShowRoom);
         return true;
     }
+    // What is typed starts no handler.
+    if (notice == EN_CHANGE) {
+        TakeInput();
+        return true;
+    }
     const auto found = kHandlers.find(id);
     if (notice != BN_CLICKED || found == kHandlers.end()) return false;
     Run(found->second);
@@ -202,10 +207,18 @@ bool WizardWindow::OnNotify(const NMHDR& notice) {
         Run(LblFrameworkSite_Click);
     } else if (notice.idFrom == IDC_DISKS && notice.code == static_cast<UINT>(LVN_ITEMACTIVATE)) {
         Run(CmdNext_Click);
+    } else if (notice.idFrom == IDC_DISKS && notice.code == static_cast<UINT>(LVN_ITEMCHANGED)) {
+        TakeInput();
     } else {
         return false;
     }
     return true;
+}
+
+// At each change, since the form is shown again not by this window alone: what the user does in the driver
+// selection beside it must not bring the former texts back.
+void WizardWindow::TakeInput() {
+    if (!isShowing_ && !isWorking_) controls_.Read(app_->Wizard);
 }
 
 // Next, Back and Finish that are pressed during the work are forgotten: the user has not seen yet what they

@@ -46,6 +46,7 @@ class WizardWindow {
     bool OnCommand(int id, int notice);
     bool OnNotify(const NMHDR& notice);
     void Run(Handler handler);
+    void TakeInput();
     void Postpone(Handler handler);
     INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -54,6 +55,7 @@ class WizardWindow {
     std::array<HWND, kPageCount> pages_{};  ///< children, destroyed with window_
     HWND shownPage_ = nullptr;
     WizardControls controls_;
+    bool isShowing_ = false;       ///< what changes in the controls is the program's doing, not the user's
     bool isWorking_ = false;       ///< a handler runs: the user's input waits
     Handler postponed_ = nullptr;  ///< to be run when the work has ended
     CaughtFailure failure_;
