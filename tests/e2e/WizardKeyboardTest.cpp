@@ -131,6 +131,20 @@ TEST_F(WizardKeyboard, AccessKeysOfTheButtons) {
     ExpectEnd(ExitCode::Canceled);
 }
 
+TEST_F(WizardKeyboard, EscapeLeavesASuccessAsItIs) {
+    const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
+    Type("Return");
+    ExpectTheEnd(wizard, "Operation completed successfully");
+    WaitForFocus(wizard, IDC_FINISH);
+    // What a key behind it does tells that Escape is done with.
+    Type("Escape Tab");
+    WaitForFocus(wizard, IDC_HELP_BUTTON);
+    ExpectTheEnd(wizard, "Operation completed successfully");
+    Type("alt+f");
+    ExpectEnd(ExitCode::Built);
+    ExpectImage(folder_, folder_.Path("minimal.img"), kSmallImageBytes);
+}
+
 TEST_F(WizardKeyboard, AccessKeysOfTheDestination) {
     const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
     struct Choice {

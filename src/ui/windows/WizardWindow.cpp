@@ -195,8 +195,14 @@ bool WizardWindow::OnCommand(int id, int notice) {
     }
     const auto found = kHandlers.find(id);
     if (notice != BN_CLICKED || found == kHandlers.end()) return false;
-    Run(found->second);
+    if (TakesClicks(id)) Run(found->second);
     return true;
+}
+
+// The Esc key presses Cancel and the Enter key the default button, also one that is disabled or hidden.
+bool WizardWindow::TakesClicks(int id) const {
+    const HWND control = controls_.Control(id);
+    return ::IsWindowVisible(control) != FALSE && ::IsWindowEnabled(control) != FALSE;
 }
 
 bool WizardWindow::OnNotify(const NMHDR& notice) {

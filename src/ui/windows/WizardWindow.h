@@ -44,6 +44,7 @@ class WizardWindow {
     void ShowPages();
     void FocusPage(size_t page);
     bool OnCommand(int id, int notice);
+    bool TakesClicks(int id) const;
     bool OnNotify(const NMHDR& notice);
     void Run(Handler handler);
     void TakeInput();
