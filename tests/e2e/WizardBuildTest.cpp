@@ -157,6 +157,22 @@ TEST_F(WizardAtWork, TellsWhereItIs) {
     Program().ExitCode();
 }
 
+TEST_F(WizardAtWork, PointerIsBusyOverPageAndFrame) {
+    const ShownWizard wizard = StartLoading();
+    const auto setsPointer = [](HWND window, HWND over) {
+        const auto place = MAKELPARAM(HTCLIENT, WM_MOUSEMOVE);
+        return Ask(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(over),
+                   reinterpret_cast<const void*>(static_cast<UINT_PTR>(place)));
+    };
+    EXPECT_EQ(setsPointer(wizard.PageWindow(kDiskPage), wizard.Control(IDC_DISKS)), 1);
+    EXPECT_EQ(setsPointer(wizard.Handle(), wizard.Control(IDC_HELP_BUTTON)), 1);
+    tool_.Release();
+    wizard.WaitForPage(kDriversPage);
+    EXPECT_EQ(setsPointer(wizard.PageWindow(kDriversPage), wizard.Control(IDC_NDIS)), 0);
+    wizard.Close();
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+}
+
 TEST_F(WizardAtWork, NextAndBackAreNotTaken) {
     const ShownWizard wizard = StartLoading();
     for (const int id : {IDC_NEXT, IDC_BACK}) {

@@ -125,10 +125,10 @@ INT_PTR CALLBACK WizardWindow::Procedure(HWND window, UINT message, WPARAM wPara
         return FALSE;
     }
     auto* self = reinterpret_cast<WizardWindow*>(::GetWindowLongPtrA(window, DWLP_USER));
-    return self == nullptr ? FALSE : self->OnMessage(message, wParam, lParam);
+    return self == nullptr ? FALSE : self->OnMessage(window, message, wParam, lParam);
 }
 
-INT_PTR WizardWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+INT_PTR WizardWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_COMMAND:
             return OnCommand(LOWORD(wParam), HIWORD(wParam)) ? TRUE : FALSE;
@@ -159,7 +159,7 @@ INT_PTR WizardWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SETCURSOR:
             if (!isWorking_) return FALSE;
             ::SetCursor(::LoadCursor(nullptr, IDC_WAIT));
-            ::SetWindowLongPtrA(window_.get(), DWLP_MSGRESULT, TRUE);
+            ::SetWindowLongPtrA(window, DWLP_MSGRESULT, TRUE);
             return TRUE;
         default:
             return FALSE;

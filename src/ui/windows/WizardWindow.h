@@ -49,7 +49,7 @@ class WizardWindow {
     void Run(Handler handler);
     void TakeInput();
     void Postpone(Handler handler);
-    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    INT_PTR OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     Application* app_ = nullptr;
     Window window_;
