@@ -32,6 +32,20 @@ class WizardBesideSelection : public WizardTest {
         Program().WaitUntilHidden(selection.Handle());
     }
 
+    // The dialog of the program that is not the selection.
+    HWND OtherDialog(const SelectionWindow& selection) {
+        HWND found = nullptr;
+        const auto isThere = [&] {
+            for (const WindowInfo& window : TopLevelWindows(Program().ProcessId())) {
+                const bool isDialog = window.Class == "#32770" && window.Visible;
+                if (isDialog && window.Handle != selection.Handle()) found = window.Handle;
+            }
+            return found != nullptr;
+        };
+        Program().WaitUntil(isThere, "no dialog came");
+        return found;
+    }
+
     void Leave(const ShownWizard& wizard) {
         wizard.Close();
         EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
@@ -80,6 +94,22 @@ TEST_F(WizardBesideSelection, TargetThatIsTypedIsTheOneThatIsBuilt) {
     wizard.Click(IDC_FINISH);
     ExpectTheEnd(wizard, "Operation completed successfully");
     ExpectImage(folder_, mine, kSmallImageBytes);
+    Leave(wizard);
+}
+
+TEST_F(WizardBesideSelection, DialogOfTheWizardTakesTheInputOfBoth) {
+    const ShownWizard wizard = OpenAt(kDriversPage);
+    const SelectionWindow selection = OpenSelection(wizard);
+    wizard.GoTo(kDestinationPage);
+    wizard.Click(IDC_BROWSE);
+    const HWND dialog = OtherDialog(selection);
+    EXPECT_EQ(::GetWindow(dialog, GW_OWNER), wizard.Handle());
+    EXPECT_FALSE(::IsWindowEnabled(wizard.Handle()));
+    EXPECT_FALSE(::IsWindowEnabled(selection.Handle()));
+    CancelFileDialog(Program(), dialog);
+    Program().WaitUntil([&] { return wizard.Takes(IDC_BROWSE); }, "the wizard takes no input again");
+    EXPECT_TRUE(Eventually([&] { return ::IsWindowEnabled(selection.Handle()) != FALSE; }));
+    PressOk(selection);
     Leave(wizard);
 }
 

@@ -9,16 +9,40 @@
 
 namespace velbooter {
 
+namespace {
+
+// Takes the input from a window (null for none) for as long as a dialog stands that another one owns.
+class DisabledWindow {
+ public:
+    explicit DisabledWindow(HWND window)
+        : window_(window != nullptr && ::IsWindowEnabled(window) != FALSE ? window : nullptr) {
+        if (window_ != nullptr) ::EnableWindow(window_, FALSE);
+    }
+    ~DisabledWindow() {
+        if (window_ != nullptr) ::EnableWindow(window_, TRUE);
+    }
+    DisabledWindow(const DisabledWindow&) = delete;
+    DisabledWindow& operator=(const DisabledWindow&) = delete;
+
+ private:
+    HWND window_;
+};
+
+}  // namespace
+
 Answer SystemDesktop::ShowMessage(const Message& message) {
     Repaint();
+    const DisabledWindow other(Other());
     return ShowMessageBox(Front(), message);
 }
 
 std::int32_t SystemDesktop::ShowFormatDialog() {
+    const DisabledWindow other(Other());
     return ShowFormatDialogForDriveA(Front());
 }
 
 std::optional<std::string> SystemDesktop::ShowOpenDialog(const CommonDialog& dialog) {
+    const DisabledWindow other(Other());
     return AskForExistingFile(Front(), dialog);
 }
 
@@ -44,6 +68,7 @@ void SystemDesktop::ShowDriverSelection() {
 }
 
 std::optional<std::string> SystemDesktop::ShowSaveDialog(const CommonDialog& dialog) {
+    const DisabledWindow other(Other());
     return AskForTargetFile(Front(), dialog);
 }
 
@@ -101,7 +126,13 @@ void SystemDesktop::HandleMessage(MSG& message) {
 
 HWND SystemDesktop::Front() const {
     const HWND selection = driversWindow_.Handle();
-    return selection != nullptr ? selection : Owner();
+    return selection == nullptr || wizardWindow_.IsWorking() ? Owner() : selection;
+}
+
+HWND SystemDesktop::Other() const {
+    const HWND selection = driversWindow_.Handle();
+    if (selection == nullptr) return nullptr;
+    return wizardWindow_.IsWorking() ? selection : Owner();
 }
 
 void SystemDesktop::RunMessages() {

@@ -34,9 +34,13 @@ class SystemDesktop : public Desktop {
     void HandleMessage(MSG& message);
 
  private:
-    /// The window that owns the driver selection, and the one that owns dialogs; null while none is visible.
+    /// The window that owns the driver selection, and the one that owns dialogs, which is the one whose
+    /// handler asks; null while none is visible.
     HWND Owner() const;
     HWND Front() const;
+
+    /// The window that stands beside Front; null when there is none.
+    HWND Other() const;
 
     Application* app_ = nullptr;
     WaitWindow waitWindow_;

@@ -22,6 +22,9 @@ class WizardWindow {
     /// The window to own dialogs; null while it is not visible.
     HWND Handle() const;
 
+    /// Whether a handler of this window works.
+    bool IsWorking() const { return isWorking_; }
+
     /// Does with `message` what belongs to the keyboard's way through the window. Returns whether it is done
     /// with.
     bool Takes(MSG& message) const;
