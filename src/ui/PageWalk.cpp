@@ -32,6 +32,7 @@ void ReadSelectedDisk(Application& app) {
 }
 
 void LoadDisk(Application& app) {
+    app.Drivers.Visible = false;  // its ticks are those of the disk before
     const auto row = static_cast<size_t>(app.SelectedDiskIndex - 1);
     Init_Lists(app, LowerCase(app.Wizard.LV_Disk.ListItems.at(row).SubItem) + ".ini");
     if (app.RunEnded) return;

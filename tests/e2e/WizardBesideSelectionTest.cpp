@@ -113,5 +113,16 @@ TEST_F(WizardBesideSelection, DialogOfTheWizardTakesTheInputOfBoth) {
     Leave(wizard);
 }
 
+TEST_F(WizardBesideSelection, LoadingAnotherDiskHidesTheDriversOfTheFormer) {
+    const ShownWizard wizard = OpenAt(kDriversPage);
+    const SelectionWindow selection = OpenSelection(wizard);
+    wizard.Back(kDiskPage);
+    wizard.SelectDisk("demoodi");
+    wizard.Next(kDriversPage);
+    EXPECT_FALSE(::IsWindowVisible(selection.Handle()));
+    EXPECT_TRUE(wizard.Takes(IDC_SELECT_NDIS));
+    Leave(wizard);
+}
+
 }  // namespace
 }  // namespace velbooter::e2e

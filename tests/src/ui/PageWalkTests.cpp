@@ -67,6 +67,15 @@ class PageWalk : public ApplicationTest {
     bool HasSetupNT() const { return Folder.HasFile("cabs\\lib\\setupnt.cab"); }
 };
 
+TEST_F(PageWalk, LoadingADiskHidesTheDriversOfTheFormer) {
+    GoToDrivers(kCustom);
+    App.Drivers.Visible = true;
+    Back();
+    EXPECT_TRUE(App.Drivers.Visible) << "turning back changes no choice";
+    Next();
+    EXPECT_FALSE(App.Drivers.Visible);
+}
+
 TEST_F(PageWalk, BeginsOnTheWelcomePageWithBackDisabled) {
     EXPECT_EQ(0, Page());
     EXPECT_EQ(0, App.CurrentStep);
