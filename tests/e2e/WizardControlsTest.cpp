@@ -1,10 +1,15 @@
 // The controls of the wizard's pages, each as a person uses it: drivers, destination, links, help.
 
+#include <windows.h>
+// commctrl.h needs windows.h before it.
+#include <commctrl.h>
+
 #include "src/forms/ProductTexts.h"
 #include "tests/e2e/support/BrowserCalls.h"
 #include "tests/e2e/support/FileDialogs.h"
 #include "tests/e2e/support/HelpCalls.h"
 #include "tests/e2e/support/Patience.h"
+#include "tests/e2e/support/RemoteControls.h"
 #include "tests/e2e/support/SelectionWindow.h"
 #include "tests/e2e/support/WindowTree.h"
 #include "tests/e2e/support/WizardTest.h"
@@ -139,6 +144,20 @@ TEST_F(WizardControls, CancelTakesAnOpenSelectionAlong) {
     ExpectNoWorkingFiles(folder_);
     wizard.Click(IDC_FINISH);
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+}
+
+TEST_F(WizardControls, DoubleClickOnADiskIsNext) {
+    const ShownWizard wizard = OpenAt(kDiskPage, "minimal");
+    const HWND list = wizard.Control(IDC_DISKS);
+    const POINT place = MiddleOf(ItemPlace(list, wizard.SelectedDisk(), LVIR_LABEL));
+    ClickInside(list, place);
+    ::PostMessageA(list, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(place.x, place.y));
+    ::PostMessageA(list, WM_LBUTTONUP, 0, MAKELPARAM(place.x, place.y));
+    wizard.WaitForPage(kDriversPage);
+    EXPECT_EQ(wizard.Text(IDC_STATUS), "Press Next to re-populate the files list");
+    wizard.Next(kDestinationPage);
+    EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.Path("minimal.img"));
+    Leave(wizard);
 }
 
 TEST_F(WizardControls, OptionsSwitchTheTarget) {

@@ -212,7 +212,8 @@ bool WizardWindow::OnNotify(const NMHDR& notice) {
     } else if (notice.idFrom == IDC_FRAMEWORK_SITE && isLink) {
         Run(LblFrameworkSite_Click);
     } else if (notice.idFrom == IDC_DISKS && notice.code == static_cast<UINT>(LVN_ITEMACTIVATE)) {
-        Run(CmdNext_Click);
+        // Later: the list is still in the middle of its own handling of the mouse.
+        if (!isWorking_) ::PostMessageA(window_.get(), WM_COMMAND, MAKEWPARAM(IDC_NEXT, BN_CLICKED), 0);
     } else if (notice.idFrom == IDC_DISKS && notice.code == static_cast<UINT>(LVN_ITEMCHANGED)) {
         TakeInput();
     } else {
