@@ -253,6 +253,8 @@ TEST_F(WizardKeyboard, TypingWritesIntoTheAnswers) {
     Type("Tab Tab Tab Tab 1 2 3 4 5 6");
     Program().WaitUntil([&] { return wizard.Text(IDC_KEY_PART_1) == "12345"; },
                         "a group has not five characters");
+    Program().WaitUntil([&] { return wizard.Text(IDC_KEY_PART_2) == "6"; },
+                        "typing does not go on in the next box");
     TypeTo(wizard, "Return", kFilesPage);
     EXPECT_NE(folder_.Read("files\\setupwin\\bin\\auto.inf").find("Name=\"Bob\""), std::string::npos);
     Type("alt+F4");

@@ -124,9 +124,8 @@ void WizardControls::Attach(HWND frame, const std::array<HWND, kPageCount>& page
                 ShowFont(control, isTitle ? large_.get() : bold_.get());
         }
     }
-    constexpr WPARAM kGroupLength = 5;
-    for (int id = IDC_KEY_PART_1; id <= IDC_KEY_PART_5; ++id)
-        ::SendMessageA(Control(id), EM_LIMITTEXT, kGroupLength, 0);
+    productKey_.Attach(frame, {Control(IDC_KEY_PART_1), Control(IDC_KEY_PART_2), Control(IDC_KEY_PART_3),
+                               Control(IDC_KEY_PART_4), Control(IDC_KEY_PART_5)});
     disks_.Attach(Control(IDC_DISKS));
 }
 

@@ -12,6 +12,7 @@
 
 #include "src/forms/FrmWizard.h"
 #include "src/ui/windows/DiskList.h"
+#include "src/ui/windows/ProductKeyBoxes.h"
 #include "src/ui/windows/WindowHandle.h"
 
 namespace velbooter {
@@ -45,6 +46,7 @@ class WizardControls {
     std::map<int, HWND> controls_;
     std::set<HWND> warnings_;  // labels that are shown in the colour of warnings
     DiskList disks_;
+    ProductKeyBoxes productKey_;
     std::vector<std::string> shownFiles_;
     Font normal_;
     Font bold_;
