@@ -13,13 +13,31 @@
 #include "src/start/Main.h"
 #include "src/ui/windows/SystemDesktop.h"
 
+namespace {
+
+// The windows show the application for as long as this lives. It ends before the application does.
+class ShownForms {
+ public:
+    ShownForms(velbooter::SystemDesktop& desktop, velbooter::Application& app) : desktop_(desktop) {
+        desktop_.ShowFormsOf(app);
+    }
+    ~ShownForms() { desktop_.CloseWindows(); }
+    ShownForms(const ShownForms&) = delete;
+    ShownForms& operator=(const ShownForms&) = delete;
+
+ private:
+    velbooter::SystemDesktop& desktop_;
+};
+
+}  // namespace
+
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, char* /*commandLine*/, int /*show*/) {
     using velbooter::ExitCode;
     const std::string folder = velbooter::GetProgramFolder();
     const velbooter::SingleInstance instance(folder);
     velbooter::SystemDesktop desktop;
     velbooter::Application app(folder, desktop);
-    desktop.ShowFormsOf(app);
+    const ShownForms forms(desktop, app);
     try {
         velbooter::Main(app, instance, velbooter::TextAfterProgramName(::GetCommandLineA()));
         desktop.RunMessages();

@@ -57,7 +57,10 @@ class DriversWindowTest : public testing::Test {
         LeaveWindowsUnmanaged("e2e_tests.exe");
         desktop_.ShowFormsOf(app_);
     }
-    ~DriversWindowTest() override { ::SetCurrentDirectoryA("C:\\"); }  // reading drivers goes into the folder
+    ~DriversWindowTest() override {
+        desktop_.CloseWindows();
+        ::SetCurrentDirectoryA("C:\\");  // reading drivers goes into the folder
+    }
 
     // Lists three drivers, the last without a tick, and lets the selection show.
     void FillForm() {
@@ -349,6 +352,20 @@ TEST_F(DriversWindowTest, FailureOfAHandlerLeavesTheProgramsOwnLoop) {
     desktop_.BeforeRepaint = nullptr;
     EXPECT_NO_THROW(HandleMessages());
     EXPECT_THAT(app_.Drivers.CmdSelAll.Caption, "Select All");
+}
+
+TEST_F(DriversWindowTest, WindowsEndBeforeTheApplicationDoes) {
+    app_.Wait.Visible = true;
+    Show();
+    std::vector<HWND> shown;
+    for (const WindowInfo& window : TopLevelWindows(::GetCurrentProcessId())) {
+        if (window.Visible) shown.push_back(window.Handle);
+    }
+    EXPECT_EQ(shown.size(), 2u);
+    desktop_.CloseWindows();
+    for (const HWND window : shown) EXPECT_FALSE(::IsWindow(window));
+    EXPECT_NO_THROW(HandleMessages());
+    EXPECT_NO_THROW(desktop_.Repaint()) << "there is nothing left to show";
 }
 
 TEST_F(DriversWindowTest, FollowsTheFormAlsoWhileInputIsDropped) {

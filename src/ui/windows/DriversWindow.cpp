@@ -74,6 +74,11 @@ void DriversWindow::Show(Application& app, HWND owner) {
     ::RedrawWindow(window_.get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
+void DriversWindow::Close() {
+    open_ = false;
+    window_.reset();
+}
+
 void DriversWindow::BlockWhileOpen(HWND owner) {
     blockedOwner_ = owner;
     if (owner != nullptr) ::EnableWindow(owner, FALSE);

@@ -91,6 +91,13 @@ HWND SystemDesktop::Owner() const {
     return wizard != nullptr ? wizard : waitWindow_.Handle();
 }
 
+void SystemDesktop::CloseWindows() {
+    driversWindow_.Close();
+    wizardWindow_.Close();
+    waitWindow_.Close();
+    app_ = nullptr;
+}
+
 void SystemDesktop::Repaint() {
     if (app_ == nullptr) return;
     waitWindow_.Show(app_->Wait);

@@ -12,6 +12,9 @@ class WaitWindow {
     /// Brings the window in line with `form`, creating it when it is first needed, and paints it at once.
     void Show(const FrmWait& form);
 
+    /// Ends the window, if there is one.
+    void Close() { window_.reset(); }
+
     /// The window to own message boxes; null while it is not visible.
     HWND Handle() const;
 

@@ -19,6 +19,9 @@ class WizardWindow {
     /// it is first to be shown.
     void Show(Application& app);
 
+    /// Ends the window, if there is one.
+    void Close() { window_.reset(); }
+
     /// The window to own dialogs; null while it is not visible.
     HWND Handle() const;
 
@@ -55,7 +58,6 @@ class WizardWindow {
     INT_PTR OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     Application* app_ = nullptr;
-    Window window_;
     std::array<HWND, kPageCount> pages_{};  ///< children, destroyed with window_
     HWND shownPage_ = nullptr;
     WizardControls controls_;
@@ -63,6 +65,7 @@ class WizardWindow {
     bool isWorking_ = false;       ///< a handler runs: the user's input waits
     Handler postponed_ = nullptr;  ///< to be run when the work has ended
     CaughtFailure failure_;
+    Window window_;  ///< ends first: its messages still need the rest
 };
 
 }  // namespace velbooter
