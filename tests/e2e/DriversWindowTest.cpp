@@ -354,6 +354,14 @@ TEST_F(DriversWindowTest, FailureOfAHandlerLeavesTheProgramsOwnLoop) {
     EXPECT_THAT(app_.Drivers.CmdSelAll.Caption, "Select All");
 }
 
+TEST_F(DriversWindowTest, WaitWindowAsksTheSessionToStay) {
+    app_.Wait.Visible = true;
+    desktop_.Repaint();
+    const HWND window = ::FindWindowA("FrmWait", nullptr);
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(::SendMessageA(window, WM_QUERYENDSESSION, 0, 0), FALSE);
+}
+
 TEST_F(DriversWindowTest, WindowsEndBeforeTheApplicationDoes) {
     app_.Wait.Visible = true;
     Show();

@@ -128,6 +128,18 @@ TEST_F(WizardBuild, ClosingAfterwardsTellsOfTheSuccess) {
     EXPECT_TRUE(folder_.Exists("minimal.img"));
 }
 
+TEST_F(WizardBuild, EndOfTheSessionCleansUp) {
+    const ShownWizard wizard = OpenAt(kDriversPage, "demo");
+    EXPECT_EQ(Ask(wizard.Handle(), WM_QUERYENDSESSION), TRUE);
+    EXPECT_TRUE(folder_.Exists("cabs")) << "the session may stay after all";
+    Ask(wizard.Handle(), WM_ENDSESSION, FALSE);
+    EXPECT_TRUE(folder_.Exists("Drivers.ini"));
+    Ask(wizard.Handle(), WM_ENDSESSION, TRUE);
+    ExpectNoWorkingFiles(folder_);
+    wizard.Close();
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+}
+
 // The wizard while it loads a disk whose packing is held up.
 class WizardAtWork : public WizardTest {
  protected:
@@ -169,6 +181,18 @@ TEST_F(WizardAtWork, PointerIsBusyOverPageAndFrame) {
     tool_.Release();
     wizard.WaitForPage(kDriversPage);
     EXPECT_EQ(setsPointer(wizard.PageWindow(kDriversPage), wizard.Control(IDC_NDIS)), 0);
+    wizard.Close();
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+}
+
+TEST_F(WizardAtWork, SessionIsAskedToStay) {
+    const ShownWizard wizard = StartLoading();
+    EXPECT_EQ(Ask(wizard.Handle(), WM_QUERYENDSESSION), FALSE);
+    Ask(wizard.Handle(), WM_ENDSESSION, FALSE);
+    tool_.Release();
+    wizard.WaitForPage(kDriversPage);
+    EXPECT_TRUE(folder_.Exists("Drivers.ini"));
+    EXPECT_EQ(Ask(wizard.Handle(), WM_QUERYENDSESSION), TRUE);
     wizard.Close();
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
 }

@@ -19,6 +19,8 @@ constexpr DWORD kWaitStyle = WS_POPUP | WS_CAPTION;
 LRESULT CALLBACK WaitProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     // Closing waits until the work has ended, and then the program hides the window itself.
     if (message == WM_CLOSE) return 0;
+    // So does the end of the session.
+    if (message == WM_QUERYENDSESSION) return FALSE;
     return ::DefWindowProcA(window, message, wParam, lParam);
 }
 
@@ -51,6 +53,8 @@ void WaitWindow::Show(const FrmWait& form) {
     ::GetWindowTextA(status_, shown, sizeof shown);
     if (form.LblStatus.Caption != shown) ::SetWindowTextA(status_, form.LblStatus.Caption.c_str());
     if (form.Visible != (::IsWindowVisible(window_.get()) != FALSE)) {
+        if (form.Visible) hold_.emplace(window_.get());
+        if (!form.Visible) hold_.reset();
         ::ShowWindow(window_.get(), form.Visible ? SW_SHOW : SW_HIDE);
     }
     ::RedrawWindow(window_.get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);

@@ -16,6 +16,7 @@
 #include "src/ui/WizardForm.h"
 #include "src/ui/windows/FormClass.h"
 #include "src/ui/windows/OwnerDrawn.h"
+#include "src/ui/windows/SessionHold.h"
 #include "src/ui/windows/WizardIds.h"
 
 namespace velbooter {
@@ -140,6 +141,10 @@ INT_PTR WizardWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM
         case WM_CLOSE:
             Run(Form_Unload);
             return TRUE;
+        case WM_QUERYENDSESSION:
+            // Half a floppy is worth less than a moment of waiting, and the person is told what it is for.
+            ::SetWindowLongPtrA(window, DWLP_MSGRESULT, isWorking_ ? FALSE : TRUE);
+            return TRUE;
         case WM_ENDSESSION:
             // The system ends the program without another message, so the clean-up is done here.
             if (wParam != FALSE && !isWorking_) DeleteWorkingFiles(*app_);
@@ -241,6 +246,7 @@ void WizardWindow::Run(Handler handler) {
     }
     controls_.Read(app_->Wizard);
     isWorking_ = true;
+    const SessionHold hold(window_.get());
     failure_.Guard([&] { return RunGuarded(*app_, [&] { handler(*app_); }); }, false);
     if (failure_.Holds()) {
         // A message that was sent, not posted, does not wake the loop that raises the failure again.
