@@ -130,6 +130,16 @@ TEST_F(WizardTexts, OfTheButtons) {
     Leave(wizard);
 }
 
+TEST_F(WizardTexts, OfTheColumns) {
+    const ShownWizard wizard = OpenAt(kDiskPage);
+    const auto header = reinterpret_cast<HWND>(Ask(wizard.Control(IDC_DISKS), LVM_GETHEADER));
+    EXPECT_EQ(TitleOf(header, 0), "Desc");
+    EXPECT_EQ(TitleOf(header, 1), "Velbooter_file");
+    EXPECT_NE(::GetWindowLongA(header, GWL_STYLE) & WS_VISIBLE, 0);
+    EXPECT_EQ(::GetWindowLongA(header, GWL_STYLE) & HDS_BUTTONS, 0) << "a click on a title does nothing";
+    Leave(wizard);
+}
+
 TEST_F(WizardTexts, PicturesOfTheDisksAreTheCatalogues) {
     SetPictures({8, 7, 6, 5, 4, 3, 2, 1, 9});
     const ShownWizard wizard = Open();
