@@ -164,5 +164,16 @@ TEST_F(WizardTexts, OnePictureListServesRowsAndTitles) {
     Leave(wizard);
 }
 
+TEST_F(WizardTexts, LongNamesOfFilesCanBeReached) {
+    const std::string name = "FOLDER\\" + std::string(120, 'W') + "\\FILE.TXT";
+    SetDisk("custom", SmallDiskWith({"io.sys=" + name}));
+    const ShownWizard wizard = OpenAt(kFilesPage);
+    const HWND list = wizard.Control(IDC_FILES);
+    RECT inner{};
+    ::GetClientRect(list, &inner);
+    EXPECT_GT(Ask(list, LB_GETHORIZONTALEXTENT), inner.right);
+    Leave(wizard);
+}
+
 }  // namespace
 }  // namespace velbooter::e2e

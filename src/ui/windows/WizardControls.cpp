@@ -103,6 +103,23 @@ HFONT FontLike(HWND control, LONG weight, int percent) {
     return ::CreateFontIndirectA(&description);
 }
 
+// The width that a list needs for the longest of its rows, in pixels.
+int WidestOf(const std::vector<std::string>& rows, HWND list) {
+    constexpr int kMargins = 8;
+    const HDC context = ::GetDC(list);
+    const HGDIOBJ former =
+        ::SelectObject(context, reinterpret_cast<HFONT>(::SendMessageA(list, WM_GETFONT, 0, 0)));
+    LONG widest = 0;
+    for (const std::string& row : rows) {
+        SIZE size{};
+        ::GetTextExtentPoint32A(context, row.c_str(), static_cast<int>(row.size()), &size);
+        widest = std::max(widest, size.cx);
+    }
+    ::SelectObject(context, former);
+    ::ReleaseDC(list, context);
+    return static_cast<int>(widest) + kMargins;
+}
+
 }  // namespace
 
 void WizardControls::Attach(HWND frame, const std::array<HWND, kPageCount>& pages) {
@@ -193,6 +210,7 @@ void WizardControls::ShowFiles(const ListBox& files) {
         ::SendMessageA(list, LB_RESETCONTENT, 0, 0);
         for (const std::string& row : rows)
             ::SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(row.c_str()));
+        ::SendMessageA(list, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(WidestOf(rows, list)), 0);
         ::SendMessageA(list, WM_SETREDRAW, TRUE, 0);
         ::InvalidateRect(list, nullptr, TRUE);
         shownFiles_ = rows;
