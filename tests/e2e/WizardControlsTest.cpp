@@ -201,6 +201,19 @@ TEST_F(WizardControls, BrowseTakesTheChosenFile) {
     Leave(wizard);
 }
 
+TEST_F(WizardControls, BrowseTakesAFolderThatIsNotThereYet) {
+    const ShownWizard wizard = OpenAt(kDestinationPage);
+    const std::string target = folder_.OutsidePath("new\\folder\\chosen.img");
+    wizard.Click(IDC_BROWSE);
+    ChooseFile(Program(), Program().FileDialog(), target);
+    Program().WaitUntil([&] { return wizard.Text(IDC_TARGET) == target; },
+                        "the chosen file is not the target");
+    wizard.Click(IDC_FINISH);
+    ExpectTheEnd(wizard, "Operation completed successfully");
+    ExpectImage(folder_, target, kSmallImageBytes);
+    Leave(wizard);
+}
+
 TEST_F(WizardControls, CancelledBrowsingKeepsTheTarget) {
     const ShownWizard wizard = OpenAt(kDestinationPage);
     wizard.Enter(IDC_TARGET, folder_.Path("mine.img"));

@@ -49,7 +49,7 @@ std::optional<std::string> AskForExistingFile(HWND owner, const CommonDialog& di
 }
 
 std::optional<std::string> AskForTargetFile(HWND owner, const CommonDialog& dialog) {
-    return Ask(owner, dialog, ::GetSaveFileNameA, OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST);
+    return Ask(owner, dialog, ::GetSaveFileNameA, OFN_OVERWRITEPROMPT);
 }
 
 }  // namespace velbooter

@@ -15,8 +15,8 @@ namespace velbooter {
 std::optional<std::string> AskForExistingFile(HWND owner, const CommonDialog& dialog);
 
 /// Shows the dialog that asks where to save a file above `owner`, preset from `dialog`. The user is asked
-/// before an existing file is chosen. Returns the full path, or nothing after Cancel. The current folder
-/// stays as it is.
+/// before an existing file is chosen; a folder that does not exist yet is taken. Returns the full path, or
+/// nothing after Cancel. The current folder stays as it is.
 std::optional<std::string> AskForTargetFile(HWND owner, const CommonDialog& dialog);
 
 }  // namespace velbooter
