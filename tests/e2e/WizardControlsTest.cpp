@@ -214,6 +214,18 @@ TEST_F(WizardControls, BrowseTakesAFolderThatIsNotThereYet) {
     Leave(wizard);
 }
 
+TEST_F(WizardControls, BrowseFromAFolderBeginsWithTheUsualName) {
+    const ShownWizard wizard = OpenAt(kDestinationPage);
+    wizard.Enter(IDC_TARGET, folder_.OutsidePath(""));
+    wizard.Click(IDC_BROWSE);
+    const HWND dialog = Program().FileDialog();
+    EXPECT_EQ(FileNameIn(dialog), "BootDisk.img");
+    CancelFileDialog(Program(), dialog);
+    Program().WaitUntil([&] { return wizard.Takes(IDC_BROWSE); }, "the wizard takes no input again");
+    EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.OutsidePath(""));
+    Leave(wizard);
+}
+
 TEST_F(WizardControls, CancelledBrowsingKeepsTheTarget) {
     const ShownWizard wizard = OpenAt(kDestinationPage);
     wizard.Enter(IDC_TARGET, folder_.Path("mine.img"));
