@@ -82,5 +82,25 @@ TEST_F(WizardSetupPage, ShortPasteStaysInItsBox) {
     Leave(wizard);
 }
 
+TEST_F(WizardSetupPage, CharactersOutsideTheCodePageStayAsTheyAreTyped) {
+    const ShownWizard wizard = OpenAt(kSetupPage);
+    const HWND owner = wizard.Control(IDC_OWNER);
+    wizard.Enter(IDC_OWNER, "");
+    // Posted, so that the program's own loop hands it on.
+    ::PostMessageW(owner, WM_CHAR, 0x0416, 1);
+    wchar_t text[16] = L"";
+    const auto isThere = [&] {
+        return ::SendMessageW(owner, WM_GETTEXT, 16, reinterpret_cast<LPARAM>(text)) != 0;
+    };
+    ASSERT_TRUE(Eventually(isThere));
+    EXPECT_EQ(std::wstring(text), L"\x0416");
+    // From the next button on the box shows what the program has taken.
+    wizard.Next(kFilesPage);
+    wizard.Back(kSetupPage);
+    ::SendMessageW(owner, WM_GETTEXT, 16, reinterpret_cast<LPARAM>(text));
+    EXPECT_NE(std::wstring(text), L"\x0416");
+    Leave(wizard);
+}
+
 }  // namespace
 }  // namespace velbooter::e2e

@@ -85,7 +85,7 @@ void DriversWindow::BlockWhileOpen(HWND owner) {
 }
 
 bool DriversWindow::Takes(MSG& message) {
-    return open_ && ::IsDialogMessageA(window_.get(), &message) != FALSE;
+    return open_ && ::IsDialogMessageW(window_.get(), &message) != FALSE;
 }
 
 void DriversWindow::Create(HWND owner) {

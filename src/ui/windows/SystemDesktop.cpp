@@ -52,7 +52,7 @@ void SystemDesktop::ShowDriverSelection() {
         Repaint();
         while (app_->Drivers.Visible) {
             MSG message{};
-            if (::GetMessageA(&message, nullptr, 0, 0) > 0) {
+            if (::GetMessageW(&message, nullptr, 0, 0) > 0) {
                 HandleMessage(message);
                 continue;
             }
@@ -109,14 +109,14 @@ void SystemDesktop::PendingEvents() {
     Repaint();
     driversWindow_.IgnoreInput(true);
     MSG message{};
-    while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
         if (message.message == WM_QUIT) {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             break;
         }
         if (wizardWindow_.WithholdsWhileWorking(message)) continue;
         ::TranslateMessage(&message);
-        ::DispatchMessageA(&message);
+        ::DispatchMessageW(&message);
     }
     driversWindow_.IgnoreInput(false);
     driversWindow_.RethrowFailure();
@@ -125,7 +125,7 @@ void SystemDesktop::PendingEvents() {
 void SystemDesktop::HandleMessage(MSG& message) {
     if (!driversWindow_.Takes(message) && !wizardWindow_.Takes(message)) {
         ::TranslateMessage(&message);
-        ::DispatchMessageA(&message);
+        ::DispatchMessageW(&message);
     }
     driversWindow_.RethrowFailure();
     wizardWindow_.RethrowFailure();
@@ -144,7 +144,7 @@ HWND SystemDesktop::Other() const {
 
 void SystemDesktop::RunMessages() {
     MSG message{};
-    while (::GetMessageA(&message, nullptr, 0, 0) > 0) HandleMessage(message);
+    while (::GetMessageW(&message, nullptr, 0, 0) > 0) HandleMessage(message);
 }
 
 }  // namespace velbooter

@@ -65,8 +65,25 @@ std::string TextOf(HWND control) {
     return text;
 }
 
+std::wstring WideTextOf(HWND control) {
+    std::wstring text(static_cast<size_t>(::GetWindowTextLengthW(control)) + 1, L'\0');
+    text.resize(static_cast<size_t>(::GetWindowTextW(control, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+std::wstring Widened(const std::string& text) {
+    const auto length = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0');
+    wide.resize(
+        static_cast<size_t>(::MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), length)));
+    return wide;
+}
+
+// Compared in 16-bit characters: a box into which somebody has typed what the code page cannot hold shows in
+// the end what the program has taken for it.
 void ShowText(HWND control, const std::string& text) {
-    if (TextOf(control) != text) ::SetWindowTextA(control, text.c_str());
+    const std::wstring wide = Widened(text);
+    if (WideTextOf(control) != wide) ::SetWindowTextW(control, wide.c_str());
 }
 
 void ShowEnabled(HWND control, bool enabled) {

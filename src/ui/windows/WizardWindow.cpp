@@ -105,7 +105,7 @@ void WizardWindow::FocusPage(size_t page) {
 }
 
 bool WizardWindow::Takes(MSG& message) const {
-    return window_ && ::IsDialogMessageA(window_.get(), &message) != FALSE;
+    return window_ && ::IsDialogMessageW(window_.get(), &message) != FALSE;
 }
 
 bool WizardWindow::WithholdsWhileWorking(const MSG& message) {
