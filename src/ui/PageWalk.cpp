@@ -10,6 +10,7 @@
 #include "src/setup/SetupNT.h"
 #include "src/setup/SetupWin.h"
 #include "src/start/Catalogue.h"
+#include "src/ui/Destination.h"
 
 namespace velbooter {
 
@@ -44,6 +45,7 @@ void LoadDisk(Application& app) {
 // Turns to CurrentStep.
 void Turn(Application& app, std::int16_t old) {
     if (app.CurrentStep == kFilesPage || app.CurrentStep == kDestinationPage) MeasureRoom(app);
+    if (app.CurrentStep == kDestinationPage) ClickChosenOption(app);
     TurnPage(app, old, app.CurrentStep);
 }
 

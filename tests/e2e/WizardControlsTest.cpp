@@ -161,10 +161,13 @@ TEST_F(WizardControls, DoubleClickOnADiskIsNext) {
 }
 
 TEST_F(WizardControls, OptionsSwitchTheTarget) {
-    const ShownWizard wizard = OpenAt(kDestinationPage);
-    EXPECT_TRUE(wizard.IsTicked(IDC_IMAGE_14));
-    // Designed texts, until an option is clicked.
+    const ShownWizard wizard = OpenAt(kDriversPage);
     EXPECT_EQ(wizard.Text(IDC_STEP_3), "Formating Floppy Disk");
+    wizard.GoTo(kDestinationPage);
+    EXPECT_TRUE(wizard.IsTicked(IDC_IMAGE_14));
+    // The option that is chosen at first counts as clicked.
+    EXPECT_EQ(wizard.Text(IDC_STEP_3), "Preparing new floppy image");
+    EXPECT_EQ(wizard.Text(IDC_STEP_4), "Copying files to floppy image");
     struct Click {
         int Option;
         bool TakesTarget;

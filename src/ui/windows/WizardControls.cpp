@@ -254,6 +254,12 @@ void WizardControls::ShowProgress(const ProgressBar& progress) {
         ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value), 0);
 }
 
+bool WizardControls::IsChosen(int id, const FrmWizard& form) {
+    return std::any_of(kOptions.begin(), kOptions.end(), [&](const Shown<OptionButton>& option) {
+        return option.Id == id && (form.*option.Value).Value;
+    });
+}
+
 HBRUSH WizardControls::ColorLabel(HDC context, HWND label) const {
     if (warnings_.count(label) == 0) return nullptr;
     HIGHCONTRASTA contrast{};

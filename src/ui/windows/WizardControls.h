@@ -30,6 +30,10 @@ class WizardControls {
     /// stands.
     void Read(FrmWizard& form) const;
 
+    /// Returns whether the control is an option that `form` has chosen already. A press on it changes
+    /// nothing: the system presses one whenever it gets the focus.
+    static bool IsChosen(int id, const FrmWizard& form);
+
     /// Prepares `context` for a label that warns. Returns the brush behind it, which is the system's; null
     /// for any other label.
     HBRUSH ColorLabel(HDC context, HWND label) const;

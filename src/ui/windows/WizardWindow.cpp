@@ -69,8 +69,8 @@ void WizardWindow::Show(Application& app) {
     isShowing_ = true;
     if (!window_) Create();
     controls_.Show(app.Wizard);
-    isShowing_ = false;
     ShowPages();
+    isShowing_ = false;
     const bool isVisible = ::IsWindowVisible(window_.get()) != FALSE;
     if (app.Wizard.Visible != isVisible) ::ShowWindow(window_.get(), app.Wizard.Visible ? SW_SHOW : SW_HIDE);
     ::RedrawWindow(window_.get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
@@ -200,7 +200,7 @@ bool WizardWindow::OnCommand(int id, int notice) {
     }
     const auto found = kHandlers.find(id);
     if (notice != BN_CLICKED || found == kHandlers.end()) return false;
-    if (TakesClicks(id)) Run(found->second);
+    if (TakesClicks(id) && !isShowing_ && !controls_.IsChosen(id, app_->Wizard)) Run(found->second);
     return true;
 }
 
