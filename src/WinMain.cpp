@@ -2,6 +2,8 @@
 // code.
 
 #include <windows.h>
+// objbase.h needs windows.h before it.
+#include <objbase.h>
 
 #include <exception>
 
@@ -14,6 +16,22 @@
 #include "src/ui/windows/SystemDesktop.h"
 
 namespace {
+
+// What the system opens for the program (links, dialogs for files, the format dialog) may need an apartment
+// of COM.
+class ComApartment {
+ public:
+    ComApartment()
+        : isOpen_(SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE))) {}
+    ~ComApartment() {
+        if (isOpen_) ::CoUninitialize();
+    }
+    ComApartment(const ComApartment&) = delete;
+    ComApartment& operator=(const ComApartment&) = delete;
+
+ private:
+    bool isOpen_;
+};
 
 // The windows show the application for as long as this lives. It ends before the application does.
 class ShownForms {
@@ -33,6 +51,7 @@ class ShownForms {
 
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, char* /*commandLine*/, int /*show*/) {
     using velbooter::ExitCode;
+    const ComApartment apartment;
     const std::string folder = velbooter::GetProgramFolder();
     const velbooter::SingleInstance instance(folder);
     velbooter::SystemDesktop desktop;
