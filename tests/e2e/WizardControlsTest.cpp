@@ -306,6 +306,21 @@ TEST_F(WizardHelp, OpenHelpFollowsThePages) {
     Leave(wizard);
 }
 
+TEST_F(WizardHelp, GoesWithTheProgram) {
+    const ShownWizard wizard = Open();
+    wizard.Click(IDC_HELP_BUTTON);
+    Program().HelpWindow();
+    Leave(wizard);
+    EXPECT_THAT(help_.Lines(), ElementsAre(CallForTopic(1310), "owner 0 file none command 18 data 0"));
+}
+
+TEST_F(WizardHelp, ThatNobodyHasOpenedIsNotCalled) {
+    const ShownWizard wizard = Open();
+    wizard.Next(kDiskPage);
+    Leave(wizard);
+    EXPECT_THAT(help_.Lines(), ElementsAre());
+}
+
 TEST_F(WizardControls, SystemsViewerShowsTheHelp) {
     const ShownWizard wizard = Open();
     wizard.Click(IDC_HELP_BUTTON);

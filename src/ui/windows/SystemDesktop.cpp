@@ -92,6 +92,7 @@ HWND SystemDesktop::Owner() const {
 }
 
 void SystemDesktop::CloseWindows() {
+    CloseHelp();
     driversWindow_.Close();
     wizardWindow_.Close();
     waitWindow_.Close();

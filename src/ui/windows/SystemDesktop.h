@@ -14,7 +14,8 @@ class SystemDesktop : public Desktop {
     /// Makes the windows show the forms of `app`, which must live until CloseWindows and every later call.
     void ShowFormsOf(Application& app) { app_ = &app; }
 
-    /// Ends the windows and forgets the application: what a window is told while it ends may need it.
+    /// Ends the windows, the help's too, and forgets the application: what a window is told while it ends may
+    /// need it.
     void CloseWindows();
 
     /// Runs the program as long as its windows live; every ending is an exception (ProgramEnd).

@@ -40,9 +40,12 @@ HWND ShowWindowOfHelp() {
 extern "C" __declspec(dllexport) HWND WINAPI
     HtmlHelpA(HWND owner, LPCSTR file, UINT command, DWORD_PTR data) {
     std::ofstream note(NoteFile(), std::ios::app);
-    note << "owner " << reinterpret_cast<INT_PTR>(owner) << " file " << file << " command " << command
-         << " data " << data << "\n";
+    note << "owner " << reinterpret_cast<INT_PTR>(owner) << " file " << (file != nullptr ? file : "none")
+         << " command " << command << " data " << data << "\n";
     // Whoever sees the window finds the note.
     note.close();
-    return ShowWindowOfHelp();
+    constexpr UINT kCloseAll = 18;
+    if (command != kCloseAll) return ShowWindowOfHelp();
+    if (const HWND open = ::FindWindowA(kClassName, kTitle)) ::DestroyWindow(open);
+    return nullptr;
 }
