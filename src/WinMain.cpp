@@ -17,6 +17,13 @@
 
 namespace {
 
+// What the process asks of the system before anything else.
+void PrepareProcess() {
+    // That a drive has no disk is told by the step that needs it, not by a box of the system before that. The
+    // tools inherit it.
+    ::SetErrorMode(::GetErrorMode() | SEM_FAILCRITICALERRORS);
+}
+
 // What the system opens for the program (links, dialogs for files, the format dialog) may need an apartment
 // of COM.
 class ComApartment {
@@ -51,6 +58,7 @@ class ShownForms {
 
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, char* /*commandLine*/, int /*show*/) {
     using velbooter::ExitCode;
+    PrepareProcess();
     const ComApartment apartment;
     const std::string folder = velbooter::GetProgramFolder();
     const velbooter::SingleInstance instance(folder);
