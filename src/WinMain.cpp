@@ -22,6 +22,9 @@ void PrepareProcess() {
     // That a drive has no disk is told by the step that needs it, not by a box of the system before that. The
     // tools inherit it.
     ::SetErrorMode(::GetErrorMode() | SEM_FAILCRITICALERRORS);
+    // While a large file goes to a floppy nobody is answered. The system's stand-in for such a window has a
+    // close box that would end the program in the middle of it.
+    ::DisableProcessWindowsGhosting();
 }
 
 // What the system opens for the program (links, dialogs for files, the format dialog) may need an apartment
