@@ -321,6 +321,15 @@ TEST_F(WizardHelp, ThatNobodyHasOpenedIsNotCalled) {
     EXPECT_THAT(help_.Lines(), ElementsAre());
 }
 
+TEST_F(WizardControls, ViewerBesideTheProgramIsNotCalled) {
+    const HelpCalls planted(folder_, HelpCalls::Place::BesideTheProgram);
+    const ShownWizard wizard = Open();
+    wizard.Click(IDC_HELP_BUTTON);
+    wizard.Next(kDiskPage);
+    EXPECT_THAT(planted.Lines(), ElementsAre());
+    Leave(wizard);
+}
+
 TEST_F(WizardControls, SystemsViewerShowsTheHelp) {
     const ShownWizard wizard = Open();
     wizard.Click(IDC_HELP_BUTTON);

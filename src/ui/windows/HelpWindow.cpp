@@ -19,7 +19,8 @@ void Call(HMODULE viewer, HWND owner, const char* file, UINT command, DWORD_PTR 
 
 void CallHtmlHelp(HWND owner, const std::string& file, unsigned command, std::uintptr_t data) {
     // Loaded when it is needed and then kept: the viewer's window lives in this library.
-    Call(::LoadLibraryA(kViewer), owner, file.c_str(), command, data);
+    Call(::LoadLibraryExA(kViewer, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32), owner, file.c_str(), command,
+         data);
 }
 
 void CloseHelp() {

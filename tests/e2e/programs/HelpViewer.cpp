@@ -1,5 +1,5 @@
-// Stands in for the system's help viewer when it lies beside the program as hhctrl.ocx: notes each call in
-// help-calls.txt beside itself, and shows the window that tells the program of an open help.
+// Stands in for the system's help viewer when it lies in its place as hhctrl.ocx: notes each call in
+// help-calls.txt beside the program that calls, and shows the window that tells the program of an open help.
 
 #include <windows.h>
 
@@ -12,12 +12,8 @@ constexpr const char* kClassName = "HH Parent";
 constexpr const char* kTitle = "The Corvane Help";
 
 std::string NoteFile() {
-    HMODULE own = nullptr;
-    ::GetModuleHandleExA(
-        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT, kClassName,
-        &own);
     char path[MAX_PATH] = "";
-    ::GetModuleFileNameA(own, path, MAX_PATH);
+    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
     const std::string file = path;
     return file.substr(0, file.rfind('\\') + 1) + "help-calls.txt";
 }
