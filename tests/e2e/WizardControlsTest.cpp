@@ -306,6 +306,14 @@ TEST_F(WizardHelp, OpenHelpFollowsThePages) {
     Leave(wizard);
 }
 
+TEST_F(WizardHelp, IsCalledByAProcessThatTellsOfDrivesItself) {
+    const ShownWizard wizard = Open();
+    wizard.Click(IDC_HELP_BUTTON);
+    Program().HelpWindow();
+    EXPECT_EQ(folder_.Read("critical-errors.txt"), "the program");
+    Leave(wizard);
+}
+
 TEST_F(WizardHelp, GoesWithTheProgram) {
     const ShownWizard wizard = Open();
     wizard.Click(IDC_HELP_BUTTON);
