@@ -13,6 +13,10 @@ namespace {
 // Dark enough to be read on the grey of a dialog.
 constexpr COLORREF kWarningColor = RGB(176, 0, 0);
 
+// What readers of the screen say of a finished step. The form's text is a character of a symbol font, and in
+// some code pages no character at all.
+constexpr const char* kDone = "Done";
+
 template <typename Member>
 struct Shown {
     int Id;
@@ -172,7 +176,7 @@ void WizardControls::Show(const FrmWizard& form) {
     for (const auto& [id, label] : kLabels) ShowLabel(id, form.*label);
     for (const auto& [id, link] : kLinks) ShowText(Control(id), "<a>" + (form.*link).Caption + "</a>");
     for (const auto& [id, line] : kSteps) ShowStep(id, form.*line);
-    for (const auto& [id, mark] : kMarks) ShowText(Control(id), (form.*mark).Caption);
+    for (const auto& [id, mark] : kMarks) ShowText(Control(id), (form.*mark).Caption.empty() ? "" : kDone);
     for (const auto& [id, box] : kTexts) {
         ShowText(Control(id), (form.*box).Text);
         ShowEnabled(Control(id), (form.*box).Enabled);
