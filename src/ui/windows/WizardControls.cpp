@@ -174,7 +174,7 @@ HWND WizardControls::Control(int id) const {
 
 void WizardControls::Show(const FrmWizard& form) {
     for (const auto& [id, label] : kLabels) ShowLabel(id, form.*label);
-    for (const auto& [id, link] : kLinks) ShowText(Control(id), "<a>" + (form.*link).Caption + "</a>");
+    for (const auto& [id, link] : kLinks) ShowLink(id, form.*link);
     for (const auto& [id, line] : kSteps) ShowStep(id, form.*line);
     for (const auto& [id, mark] : kMarks) ShowText(Control(id), (form.*mark).Caption.empty() ? "" : kDone);
     for (const auto& [id, box] : kTexts) {
@@ -214,6 +214,14 @@ void WizardControls::ShowLabel(int id, const Label& label) {
     }
     ShowFont(control, label.Warning ? bold_.get() : normal_.get());
     ::InvalidateRect(control, nullptr, TRUE);
+}
+
+// A link need not tell its text as it was set, and loses its mark of the focus when it is set again.
+void WizardControls::ShowLink(int id, const Label& link) {
+    std::string& shown = shownLinks_[id];
+    if (shown == link.Caption) return;
+    ::SetWindowTextA(Control(id), ("<a>" + link.Caption + "</a>").c_str());
+    shown = link.Caption;
 }
 
 void WizardControls::ShowStep(int id, const Label& line) {

@@ -45,12 +45,14 @@ class WizardControls {
     void ShowLabel(int id, const Label& label);
     void ShowFiles(const ListBox& files);
     void ShowProgress(const ProgressBar& progress);
+    void ShowLink(int id, const Label& link);
     void ShowStep(int id, const Label& line);
 
     std::map<int, HWND> controls_;
     std::set<HWND> warnings_;  // labels that are shown in the colour of warnings
     DiskList disks_;
     ProductKeyBoxes productKey_;
+    std::map<int, std::string> shownLinks_;
     std::vector<std::string> shownFiles_;
     Font normal_;
     Font bold_;
