@@ -262,8 +262,13 @@ void WizardControls::ShowProgress(const ProgressBar& progress) {
     const HWND bar = Control(IDC_PROGRESS);
     if (static_cast<int>(::SendMessageA(bar, PBM_GETRANGE, FALSE, 0)) != progress.Max)
         ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max);
-    if (static_cast<int>(::SendMessageA(bar, PBM_GETPOS, 0, 0)) != progress.Value)
-        ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value), 0);
+    if (static_cast<int>(::SendMessageA(bar, PBM_GETPOS, 0, 0)) == progress.Value) return;
+    // The bar creeps up and jumps down: a step further and back it stands where it should, before the page
+    // goes.
+    ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max + 1);
+    ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value) + 1, 0);
+    ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value), 0);
+    ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max);
 }
 
 bool WizardControls::IsChosen(int id, const FrmWizard& form) {
