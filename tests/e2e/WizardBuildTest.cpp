@@ -213,6 +213,31 @@ TEST_F(WizardAtWork, NextAndBackAreNotTaken) {
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
 }
 
+TEST_F(WizardAtWork, EscapeInTheFrameWaits) {
+    const ShownWizard wizard = StartLoading();
+    ::PostMessageA(wizard.Handle(), WM_KEYDOWN, VK_ESCAPE, 1);
+    Ask(wizard.Handle(), WM_NULL);
+    EXPECT_EQ(wizard.Page(), kDiskPage);
+    tool_.Release();
+    ExpectTheEnd(wizard, "Operation canceled");
+    wizard.Click(IDC_FINISH);
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+}
+
+TEST_F(WizardAtWork, HeldScrollBarHoldsNothingUp) {
+    const ShownWizard wizard = StartLoading();
+    const HWND list = wizard.Control(IDC_DISKS);
+    RECT place{};
+    ::GetWindowRect(list, &place);
+    const LPARAM inTheBar = MAKELPARAM(place.right - 5, (place.top + place.bottom) / 2);
+    EXPECT_NE(::GetWindowLongA(list, GWL_STYLE) & WS_VSCROLL, 0) << "the list has no scroll bar";
+    ::PostMessageA(list, WM_NCLBUTTONDOWN, HTVSCROLL, inTheBar);
+    tool_.Release();
+    wizard.WaitForPage(kDriversPage);
+    wizard.Close();
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+}
+
 TEST_F(WizardAtWork, CancelWaits) {
     const ShownWizard wizard = StartLoading();
     wizard.PressMouseOn(IDCANCEL);

@@ -109,13 +109,17 @@ bool WizardWindow::Takes(MSG& message) const {
 }
 
 bool WizardWindow::WithholdsWhileWorking(const MSG& message) {
-    if (!isWorking_ || !window_ || ::IsChild(window_.get(), message.hwnd) == FALSE) return false;
+    const bool isOwn = message.hwnd == window_.get() || ::IsChild(window_.get(), message.hwnd) != FALSE;
+    if (!isWorking_ || !window_ || !isOwn) return false;
     // Alt+F4 becomes a close, which waits by itself.
     if (message.message == WM_SYSKEYDOWN && message.wParam == VK_F4) return false;
     const bool isEscape = message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE;
     const bool isAccessKey = message.message == WM_SYSKEYDOWN && message.wParam == kAccessKeyOfCancel;
     if (isEscape || isAccessKey) Postpone(CancelApp);
     if (message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST) return true;
+    // The system follows a held scroll bar in a loop of its own, and the work would stand still till then.
+    const bool isScrollBar = message.wParam == HTVSCROLL || message.wParam == HTHSCROLL;
+    if (message.message == WM_NCLBUTTONDOWN && isScrollBar) return true;
     const bool isMouse = message.message > WM_MOUSEMOVE && message.message <= WM_MOUSELAST;
     return isMouse && message.hwnd != controls_.Control(IDCANCEL);
 }
