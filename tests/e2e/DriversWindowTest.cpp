@@ -1,7 +1,9 @@
 // The window of the driver selection in this process, as the program's own loops use it: shown beside other
 // windows while its drivers are loaded, and waited for.
 
-#include "src/ui/windows/DriversWindow.h"
+#include <windows.h>
+// commctrl.h needs windows.h before it.
+#include <commctrl.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,6 +13,7 @@
 
 #include "src/common/RuntimeError.h"
 #include "src/drivers/DriverSelection.h"
+#include "src/ui/windows/DriversWindow.h"
 #include "src/ui/windows/SystemDesktop.h"
 #include "tests/e2e/support/ApplicationFolder.h"
 #include "tests/e2e/support/DriverStore.h"
@@ -352,6 +355,21 @@ TEST_F(DriversWindowTest, FailureOfAHandlerLeavesTheProgramsOwnLoop) {
     desktop_.BeforeRepaint = nullptr;
     EXPECT_NO_THROW(HandleMessages());
     EXPECT_THAT(app_.Drivers.CmdSelAll.Caption, "Select All");
+}
+
+LRESULT CALLBACK CountColorChanges(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
+                                   DWORD_PTR count) {
+    if (message == WM_SYSCOLORCHANGE) ++*reinterpret_cast<int*>(count);
+    return ::DefSubclassProc(window, message, wParam, lParam);
+}
+
+TEST_F(DriversWindowTest, ListIsToldOfNewColors) {
+    const SelectionWindow window = Show();
+    int count = 0;
+    ::SetWindowSubclass(window.List(), CountColorChanges, 0, reinterpret_cast<DWORD_PTR>(&count));
+    ::SendMessageA(window.Handle(), WM_SYSCOLORCHANGE, 0, 0);
+    EXPECT_EQ(count, 1);
+    ::RemoveWindowSubclass(window.List(), CountColorChanges, 0);
 }
 
 TEST_F(DriversWindowTest, WaitWindowAsksTheSessionToStay) {

@@ -174,6 +174,9 @@ INT_PTR DriversWindow::Respond(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_GETMINMAXINFO:
             TellLeastSize(*reinterpret_cast<MINMAXINFO*>(lParam));
             return TRUE;
+        case WM_SYSCOLORCHANGE:
+            ::SendMessageA(list_.Handle(), message, wParam, lParam);
+            return FALSE;
         case WM_SETCURSOR:
             if (!ignoresInput_ || LOWORD(lParam) != HTCLIENT) return FALSE;
             ::SetCursor(::LoadCursor(nullptr, IDC_WAIT));

@@ -289,6 +289,11 @@ HBRUSH WizardControls::ColorLabel(HDC context, HWND label) const {
     return ::GetSysColorBrush(COLOR_BTNFACE);
 }
 
+void WizardControls::TellOfNewColors() const {
+    for (const int id : {IDC_DISKS, IDC_PROGRESS, IDC_HOME_PAGE, IDC_FRAMEWORK_SITE})
+        ::SendMessageA(Control(id), WM_SYSCOLORCHANGE, 0, 0);
+}
+
 void WizardControls::Read(FrmWizard& form) const {
     for (const auto& [id, box] : kTexts) (form.*box).Text = TextOf(Control(id));
     for (const auto& [id, box] : kChecks) (form.*box).Value = IsTicked(Control(id)) ? 1 : 0;

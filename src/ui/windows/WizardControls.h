@@ -38,6 +38,9 @@ class WizardControls {
     /// for any other label.
     HBRUSH ColorLabel(HDC context, HWND label) const;
 
+    /// Hands on that the system has other colours, which it tells only the windows that stand by themselves.
+    void TellOfNewColors() const;
+
     /// Returns the control with this number; null when there is none.
     HWND Control(int id) const;
 

@@ -165,6 +165,9 @@ INT_PTR WizardWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM
         case WM_CTLCOLORSTATIC:
             return reinterpret_cast<INT_PTR>(
                 controls_.ColorLabel(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
+        case WM_SYSCOLORCHANGE:
+            if (window == window_.get()) controls_.TellOfNewColors();
+            return FALSE;
         case WM_SETCURSOR:
             if (!isWorking_) return FALSE;
             ::SetCursor(::LoadCursor(nullptr, IDC_WAIT));
