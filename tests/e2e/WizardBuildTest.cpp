@@ -4,6 +4,7 @@
 // commctrl.h needs windows.h before it.
 #include <commctrl.h>
 
+#include "tests/e2e/support/Announcements.h"
 #include "tests/e2e/support/Programs.h"
 #include "tests/e2e/support/RemoteControls.h"
 #include "tests/e2e/support/WizardTest.h"
@@ -102,6 +103,19 @@ TEST_F(WizardBuild, ProgressIsShownWhileTheWorkGoesOn) {
     tool.Release();
     ExpectTheEnd(wizard, "Operation completed successfully");
     EXPECT_EQ(wizard.Text(IDC_MARK_4), "Done");
+    Leave(wizard, ExitCode::Built);
+}
+
+TEST_F(WizardBuild, StepsAndOutcomeAreAnnounced) {
+    const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
+    const Announcements announcements(Program().ProcessId());
+    Finish(wizard);
+    std::vector<HWND> expected;
+    for (const int id : {IDC_STEP_1, IDC_STEP_2, IDC_STEP_3, IDC_STEP_4, IDC_OUTCOME})
+        expected.push_back(wizard.Control(id));
+    Program().WaitUntil([&] { return announcements.Heard().size() >= expected.size(); },
+                        "the outcome is not announced");
+    EXPECT_EQ(announcements.Heard(), expected);
     Leave(wizard, ExitCode::Built);
 }
 

@@ -1,6 +1,7 @@
 #include "src/ui/windows/WaitWindow.h"
 
 #include "src/forms/ProductTexts.h"
+#include "src/ui/windows/Announcement.h"
 #include "src/ui/windows/FormClass.h"
 #include "src/ui/windows/ScreenMetrics.h"
 
@@ -51,12 +52,14 @@ void WaitWindow::Show(const FrmWait& form) {
     }
     char shown[256] = "";
     ::GetWindowTextA(status_, shown, sizeof shown);
-    if (form.LblStatus.Caption != shown) ::SetWindowTextA(status_, form.LblStatus.Caption.c_str());
+    const bool changes = form.LblStatus.Caption != shown;
+    if (changes) ::SetWindowTextA(status_, form.LblStatus.Caption.c_str());
     if (form.Visible != (::IsWindowVisible(window_.get()) != FALSE)) {
         if (form.Visible) hold_.emplace(window_.get());
         if (!form.Visible) hold_.reset();
         ::ShowWindow(window_.get(), form.Visible ? SW_SHOW : SW_HIDE);
     }
+    if (changes && form.Visible) Announce(status_);
     ::RedrawWindow(window_.get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 

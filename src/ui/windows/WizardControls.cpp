@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "src/ui/windows/Announcement.h"
 #include "src/ui/windows/WizardIds.h"
 
 namespace velbooter {
@@ -109,16 +110,18 @@ bool IsTicked(HWND control) {
     return ::SendMessageA(control, BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
+HFONT FontOf(HWND control) {
+    return reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0));
+}
+
 void ShowFont(HWND control, HFONT font) {
-    if (reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0)) != font)
-        ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    if (FontOf(control) != font) ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
 }
 
 // A font like that of `control`, of the given weight and of `percent` of its size.
 HFONT FontLike(HWND control, LONG weight, int percent) {
     LOGFONTA description{};
-    const auto font = reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0));
-    ::GetObjectA(font, sizeof description, &description);
+    ::GetObjectA(FontOf(control), sizeof description, &description);
     description.lfWeight = weight;
     description.lfHeight = ::MulDiv(description.lfHeight, percent, 100);
     return ::CreateFontIndirectA(&description);
@@ -128,8 +131,7 @@ HFONT FontLike(HWND control, LONG weight, int percent) {
 int WidestOf(const std::vector<std::string>& rows, HWND list) {
     constexpr int kMargins = 8;
     const HDC context = ::GetDC(list);
-    const HGDIOBJ former =
-        ::SelectObject(context, reinterpret_cast<HFONT>(::SendMessageA(list, WM_GETFONT, 0, 0)));
+    const HGDIOBJ former = ::SelectObject(context, FontOf(list));
     LONG widest = 0;
     for (const std::string& row : rows) {
         SIZE size{};
@@ -225,8 +227,11 @@ void WizardControls::ShowLink(int id, const Label& link) {
 }
 
 void WizardControls::ShowStep(int id, const Label& line) {
-    ShowText(Control(id), line.Caption);
-    ShowFont(Control(id), line.Bold ? bold_.get() : normal_.get());
+    const HWND control = Control(id);
+    ShowText(control, line.Caption);
+    const bool begins = line.Bold && FontOf(control) != bold_.get();
+    ShowFont(control, line.Bold ? bold_.get() : normal_.get());
+    if (begins) Announce(control);
 }
 
 void WizardControls::ShowFiles(const ListBox& files) {

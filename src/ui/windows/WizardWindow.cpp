@@ -14,6 +14,7 @@
 #include "src/ui/Destination.h"
 #include "src/ui/PageWalk.h"
 #include "src/ui/WizardForm.h"
+#include "src/ui/windows/Announcement.h"
 #include "src/ui/windows/FormClass.h"
 #include "src/ui/windows/OwnerDrawn.h"
 #include "src/ui/windows/SessionHold.h"
@@ -102,6 +103,7 @@ void WizardWindow::FocusPage(size_t page) {
                            (::GetWindowLongA(target, GWL_STYLE) & WS_TABSTOP) != 0;
     if (!takesKeys) target = controls_.Control(app_->Wizard.CmdFinish.Visible ? IDC_FINISH : IDC_NEXT);
     ::SendMessageA(window_.get(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(target), TRUE);
+    if (page == kFinishedPage) Announce(controls_.Control(IDC_OUTCOME));
 }
 
 bool WizardWindow::Takes(MSG& message) const {
