@@ -363,6 +363,49 @@ LRESULT CALLBACK CountColorChanges(HWND window, UINT message, WPARAM wParam, LPA
     return ::DefSubclassProc(window, message, wParam, lParam);
 }
 
+// Makes the text of the system's messages much larger, as a person can in the settings.
+class LargeMessages {
+ public:
+    LargeMessages() {
+        former_.cbSize = sizeof former_;
+        ::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof former_, &former_, 0);
+        NONCLIENTMETRICSA large = former_;
+        large.lfMessageFont.lfHeight *= 3;
+        ::SystemParametersInfoA(SPI_SETNONCLIENTMETRICS, sizeof large, &large, 0);
+    }
+    ~LargeMessages() { ::SystemParametersInfoA(SPI_SETNONCLIENTMETRICS, sizeof former_, &former_, 0); }
+    LargeMessages(const LargeMessages&) = delete;
+    LargeMessages& operator=(const LargeMessages&) = delete;
+
+ private:
+    NONCLIENTMETRICSA former_{};
+};
+
+// What a text takes in the font of a control of this process.
+SIZE SizeOfText(HWND control, const std::string& text) {
+    const HDC context = ::GetDC(control);
+    const HGDIOBJ former =
+        ::SelectObject(context, reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0)));
+    SIZE size{};
+    ::GetTextExtentPoint32A(context, text.c_str(), static_cast<int>(text.size()), &size);
+    ::SelectObject(context, former);
+    ::ReleaseDC(control, context);
+    return size;
+}
+
+TEST_F(DriversWindowTest, CaptionsFitAtAnySizeOfMessages) {
+    const LargeMessages large;
+    const SelectionWindow window = Show();
+    for (const std::string& caption : window.Buttons()) {
+        const HWND button = window.Button(caption);
+        const RECT place = window.PlaceOf(button);
+        const SIZE needed = SizeOfText(button, caption);
+        ASSERT_GT(needed.cx, 0);
+        EXPECT_LE(needed.cx, place.right - place.left) << caption;
+        EXPECT_LE(needed.cy, place.bottom - place.top) << caption;
+    }
+}
+
 TEST_F(DriversWindowTest, ListIsToldOfNewColors) {
     const SelectionWindow window = Show();
     int count = 0;

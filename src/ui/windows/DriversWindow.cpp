@@ -103,7 +103,7 @@ void DriversWindow::Create(HWND owner) {
     ::SetWindowTextA(window_.get(), kTitle);
     ::SendMessageA(window_.get(), WM_SETICON, ICON_SMALL,
                    reinterpret_cast<LPARAM>(::LoadIconA(instance, MAKEINTRESOURCEA(1))));
-    font_ = MessageFont();
+    font_ = DialogFont();
 
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};
     ::InitCommonControlsEx(&controls);

@@ -41,7 +41,7 @@ void WaitWindow::Create() {
         0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, ScaledPixels(kMargin),
         ScaledPixels(kMargin), ScaledPixels(kWidth - 2 * kMargin), ScaledPixels(kHeight - 2 * kMargin),
         window_.get(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(kStatusId)), instance, nullptr);
-    font_ = MessageFont();
+    font_ = DialogFont();
     ::SendMessageA(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
 }
 
