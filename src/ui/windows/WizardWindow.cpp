@@ -103,7 +103,18 @@ void WizardWindow::FocusPage(size_t page) {
                            (::GetWindowLongA(target, GWL_STYLE) & WS_TABSTOP) != 0;
     if (!takesKeys) target = controls_.Control(app_->Wizard.CmdFinish.Visible ? IDC_FINISH : IDC_NEXT);
     ::SendMessageA(window_.get(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(target), TRUE);
-    if (page == kFinishedPage) Announce(controls_.Control(IDC_OUTCOME));
+    if (page == kFinishedPage) CallForTheUser();
+}
+
+// Whoever has turned to other windows during a long build sees the button on the task bar flash.
+void WizardWindow::CallForTheUser() const {
+    Announce(controls_.Control(IDC_OUTCOME));
+    if (::GetForegroundWindow() == window_.get()) return;
+    FLASHWINFO flash{};
+    flash.cbSize = sizeof flash;
+    flash.hwnd = window_.get();
+    flash.dwFlags = FLASHW_TRAY | FLASHW_TIMERNOFG;
+    ::FlashWindowEx(&flash);
 }
 
 bool WizardWindow::Takes(MSG& message) const {

@@ -49,6 +49,7 @@ class WizardWindow {
     void CreatePages();
     void ShowPages();
     void FocusPage(size_t page);
+    void CallForTheUser() const;
     bool OnCommand(int id, int notice);
     bool TakesClicks(int id) const;
     bool OnNotify(const NMHDR& notice);
