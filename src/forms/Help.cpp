@@ -17,6 +17,17 @@ constexpr std::uint32_t kDisplayContents = 1;
 constexpr std::uint32_t kDisplayIndex = 2;
 constexpr std::uint32_t kHelpContext = 15;
 
+// A result of 16-bit arithmetic.
+std::int16_t Narrow(int value) {
+    if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max())
+        throw RuntimeError(kOverflow);
+    return static_cast<std::int16_t>(value);
+}
+
+std::int16_t TopicOf(std::int16_t page) {
+    return Narrow(Narrow(Narrow(page + 1) * 10) + 1300);
+}
+
 }  // namespace
 
 void clsHTMLHelp::Call(std::uint32_t command, std::int32_t data) const {
@@ -50,7 +61,7 @@ void ShowHelp(Application& app, std::int16_t intStep, bool ForceShow) {
     clsHTMLHelp help(app);
     help.FileName = kHelpFileName;
     help.HelpWindow = kHelpWindow;
-    help.ShowTopicID((page + 1) * 10 + 1300);
+    help.ShowTopicID(TopicOf(page));
 }
 
 void TurnPage(Application& app, std::int16_t hidden, std::int16_t shown) {

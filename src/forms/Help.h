@@ -39,7 +39,8 @@ class clsHTMLHelp {
 inline constexpr std::int16_t kCurrentPage = 255;
 
 /// Shows the help topic of page `intStep` of the wizard (0 to 7, or kCurrentPage). Without `ForceShow` only
-/// an open help window follows; none is opened.
+/// an open help window follows; none is opened. The topic's number is computed in 16 bits: raises
+/// RuntimeError 6 (overflow) for a page that is far beyond any.
 void ShowHelp(Application& app, std::int16_t intStep, bool ForceShow);
 
 /// Hides page `hidden` of the wizard and shows page `shown`; an open help window follows.

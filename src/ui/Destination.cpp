@@ -33,6 +33,13 @@ void OptFloppy_Click(Application& app) {
     ShowRoom(app);
 }
 
+void ClickChosenOption(Application& app) {
+    const FrmWizard& wizard = app.Wizard;
+    if (wizard.OptImage14.Value) OptImage14_Click(app);
+    if (wizard.OptImage28.Value) OptImage28_Click(app);
+    if (wizard.OptFloppy.Value) OptFloppy_Click(app);
+}
+
 void CmdBrowse_Click(Application& app) {
     CommonDialog& dialog = app.Wizard.DlgNew;
     dialog.FileName = app.Wizard.TxtDest.Text;

@@ -11,6 +11,10 @@ void OptImage14_Click(Application& app);
 void OptImage28_Click(Application& app);
 void OptFloppy_Click(Application& app);
 
+/// Clicks the option that is chosen, so that the step lines tell of what will be made though nobody has
+/// clicked.
+void ClickChosenOption(Application& app);
+
 /// The click on the browse button: asks for the image's path; a cancelled dialog leaves it as it was.
 void CmdBrowse_Click(Application& app);
 

@@ -3,7 +3,6 @@
 #include "src/common/Text.h"
 #include "src/disk/DiskConfiguration.h"
 #include "src/disk/FileLists.h"
-#include "src/disk/FloppyImage.h"
 #include "src/drivers/DiskRoom.h"
 #include "src/drivers/DriverSettings.h"
 #include "src/drivers/DriverStore.h"
@@ -12,6 +11,7 @@
 #include "src/setup/SetupNT.h"
 #include "src/setup/SetupWin.h"
 #include "src/start/Catalogue.h"
+#include "src/ui/Destination.h"
 
 namespace velbooter {
 
@@ -36,6 +36,7 @@ void ReadSelectedDisk(Application& app) {
 void LoadDisk(Application& app) {
     // Nothing of the disk that was looked at before stays selected.
     RenewDriverIndex(app);
+    app.Drivers.Visible = false;  // its ticks are those of the disk before
     const auto row = static_cast<size_t>(app.SelectedDiskIndex - 1);
     Init_Lists(app, LowerCase(app.Wizard.LV_Disk.ListItems.at(row).SubItem) + ".ini");
     if (app.RunEnded) return;
@@ -47,7 +48,7 @@ void LoadDisk(Application& app) {
 // Turns to CurrentStep.
 void Turn(Application& app, std::int16_t old) {
     if (app.CurrentStep == kFilesPage || app.CurrentStep == kDestinationPage) MeasureRoom(app);
-    if (app.CurrentStep == kDestinationPage) FloppyImageLabels(app, true);
+    if (app.CurrentStep == kDestinationPage) ClickChosenOption(app);
     TurnPage(app, old, app.CurrentStep);
 }
 

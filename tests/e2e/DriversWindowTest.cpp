@@ -1,7 +1,9 @@
 // The window of the driver selection in this process, as the program's own loops use it: shown beside other
 // windows while its drivers are loaded, and waited for.
 
-#include "src/ui/windows/DriversWindow.h"
+#include <windows.h>
+// commctrl.h needs windows.h before it.
+#include <commctrl.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,6 +13,7 @@
 
 #include "src/common/RuntimeError.h"
 #include "src/drivers/DriverSelection.h"
+#include "src/ui/windows/DriversWindow.h"
 #include "src/ui/windows/SystemDesktop.h"
 #include "tests/e2e/support/ApplicationFolder.h"
 #include "tests/e2e/support/DriverStore.h"
@@ -57,7 +60,10 @@ class DriversWindowTest : public testing::Test {
         LeaveWindowsUnmanaged("e2e_tests.exe");
         desktop_.ShowFormsOf(app_);
     }
-    ~DriversWindowTest() override { ::SetCurrentDirectoryA("C:\\"); }  // reading drivers goes into the folder
+    ~DriversWindowTest() override {
+        desktop_.CloseWindows();
+        ::SetCurrentDirectoryA("C:\\");  // reading drivers goes into the folder
+    }
 
     // Lists three drivers, the last without a tick, and lets the selection show.
     void FillForm() {
@@ -349,6 +355,86 @@ TEST_F(DriversWindowTest, FailureOfAHandlerLeavesTheProgramsOwnLoop) {
     desktop_.BeforeRepaint = nullptr;
     EXPECT_NO_THROW(HandleMessages());
     EXPECT_THAT(app_.Drivers.CmdSelAll.Caption, "Select All");
+}
+
+LRESULT CALLBACK CountColorChanges(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
+                                   DWORD_PTR count) {
+    if (message == WM_SYSCOLORCHANGE) ++*reinterpret_cast<int*>(count);
+    return ::DefSubclassProc(window, message, wParam, lParam);
+}
+
+// Makes the text of the system's messages much larger, as a person can in the settings.
+class LargeMessages {
+ public:
+    LargeMessages() {
+        former_.cbSize = sizeof former_;
+        ::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof former_, &former_, 0);
+        NONCLIENTMETRICSA large = former_;
+        large.lfMessageFont.lfHeight *= 3;
+        ::SystemParametersInfoA(SPI_SETNONCLIENTMETRICS, sizeof large, &large, 0);
+    }
+    ~LargeMessages() { ::SystemParametersInfoA(SPI_SETNONCLIENTMETRICS, sizeof former_, &former_, 0); }
+    LargeMessages(const LargeMessages&) = delete;
+    LargeMessages& operator=(const LargeMessages&) = delete;
+
+ private:
+    NONCLIENTMETRICSA former_{};
+};
+
+// What a text takes in the font of a control of this process.
+SIZE SizeOfText(HWND control, const std::string& text) {
+    const HDC context = ::GetDC(control);
+    const HGDIOBJ former =
+        ::SelectObject(context, reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0)));
+    SIZE size{};
+    ::GetTextExtentPoint32A(context, text.c_str(), static_cast<int>(text.size()), &size);
+    ::SelectObject(context, former);
+    ::ReleaseDC(control, context);
+    return size;
+}
+
+TEST_F(DriversWindowTest, CaptionsFitAtAnySizeOfMessages) {
+    const LargeMessages large;
+    const SelectionWindow window = Show();
+    for (const std::string& caption : window.Buttons()) {
+        const HWND button = window.Button(caption);
+        const RECT place = window.PlaceOf(button);
+        const SIZE needed = SizeOfText(button, caption);
+        ASSERT_GT(needed.cx, 0);
+        EXPECT_LE(needed.cx, place.right - place.left) << caption;
+        EXPECT_LE(needed.cy, place.bottom - place.top) << caption;
+    }
+}
+
+TEST_F(DriversWindowTest, ListIsToldOfNewColors) {
+    const SelectionWindow window = Show();
+    int count = 0;
+    ::SetWindowSubclass(window.List(), CountColorChanges, 0, reinterpret_cast<DWORD_PTR>(&count));
+    ::SendMessageA(window.Handle(), WM_SYSCOLORCHANGE, 0, 0);
+    EXPECT_EQ(count, 1);
+    ::RemoveWindowSubclass(window.List(), CountColorChanges, 0);
+}
+
+TEST_F(DriversWindowTest, WaitWindowAsksTheSessionToStay) {
+    app_.Wait.Visible = true;
+    desktop_.Repaint();
+    const HWND window = ::FindWindowA("FrmWait", nullptr);
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(::SendMessageA(window, WM_QUERYENDSESSION, 0, 0), FALSE);
+}
+
+TEST_F(DriversWindowTest, WindowsEndBeforeTheApplicationDoes) {
+    app_.Wait.Visible = true;
+    Show();
+    std::vector<HWND> shown;
+    for (const WindowInfo& window : TopLevelWindows(::GetCurrentProcessId())) {
+        if (window.Visible) shown.push_back(window.Handle);
+    }
+    EXPECT_EQ(shown.size(), 2u);
+    desktop_.CloseWindows();
+    for (const HWND window : shown) EXPECT_FALSE(::IsWindow(window));
+    EXPECT_NO_THROW(HandleMessages());
+    EXPECT_NO_THROW(desktop_.Repaint()) << "there is nothing left to show";
 }
 
 TEST_F(DriversWindowTest, FollowsTheFormAlsoWhileInputIsDropped) {

@@ -4,6 +4,7 @@
 // commctrl.h needs windows.h before it.
 #include <commctrl.h>
 
+#include "tests/e2e/support/Announcements.h"
 #include "tests/e2e/support/Programs.h"
 #include "tests/e2e/support/RemoteControls.h"
 #include "tests/e2e/support/WizardTest.h"
@@ -92,7 +93,7 @@ TEST_F(WizardBuild, ProgressIsShownWhileTheWorkGoesOn) {
     EXPECT_EQ(wizard.Text(IDC_STEP_2), "Preparing pre-built drivers cache");
     EXPECT_EQ(wizard.Text(IDC_STEP_3), "Preparing new floppy image");
     EXPECT_EQ(wizard.Text(IDC_STEP_4), "Copying files to floppy image");
-    for (const int done : {IDC_MARK_1, IDC_MARK_2, IDC_MARK_3}) EXPECT_NE(wizard.Text(done), "");
+    for (const int done : {IDC_MARK_1, IDC_MARK_2, IDC_MARK_3}) EXPECT_EQ(wizard.Text(done), "Done");
     EXPECT_EQ(wizard.Text(IDC_MARK_4), "");
     EXPECT_EQ(Ask(wizard.Control(IDC_PROGRESS), PBM_GETPOS), Ask(wizard.Control(IDC_PROGRESS), PBM_GETRANGE));
     EXPECT_GT(Ask(wizard.Control(IDC_PROGRESS), PBM_GETPOS), 0);
@@ -101,7 +102,20 @@ TEST_F(WizardBuild, ProgressIsShownWhileTheWorkGoesOn) {
     Ask(wizard.Handle(), WM_NULL);
     tool.Release();
     ExpectTheEnd(wizard, "Operation completed successfully");
-    EXPECT_NE(wizard.Text(IDC_MARK_4), "");
+    EXPECT_EQ(wizard.Text(IDC_MARK_4), "Done");
+    Leave(wizard, ExitCode::Built);
+}
+
+TEST_F(WizardBuild, StepsAndOutcomeAreAnnounced) {
+    const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
+    const Announcements announcements(Program().ProcessId());
+    Finish(wizard);
+    std::vector<HWND> expected;
+    for (const int id : {IDC_STEP_1, IDC_STEP_2, IDC_STEP_3, IDC_STEP_4, IDC_OUTCOME})
+        expected.push_back(wizard.Control(id));
+    Program().WaitUntil([&] { return announcements.Heard().size() >= expected.size(); },
+                        "the outcome is not announced");
+    EXPECT_EQ(announcements.Heard(), expected);
     Leave(wizard, ExitCode::Built);
 }
 
@@ -126,6 +140,18 @@ TEST_F(WizardBuild, ClosingAfterwardsTellsOfTheSuccess) {
     wizard.Close();
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
     EXPECT_TRUE(folder_.Exists("minimal.img"));
+}
+
+TEST_F(WizardBuild, EndOfTheSessionCleansUp) {
+    const ShownWizard wizard = OpenAt(kDriversPage, "demo");
+    EXPECT_EQ(Ask(wizard.Handle(), WM_QUERYENDSESSION), TRUE);
+    EXPECT_TRUE(folder_.Exists("cabs")) << "the session may stay after all";
+    Ask(wizard.Handle(), WM_ENDSESSION, FALSE);
+    EXPECT_TRUE(folder_.Exists("Drivers.ini"));
+    Ask(wizard.Handle(), WM_ENDSESSION, TRUE);
+    ExpectNoWorkingFiles(folder_);
+    wizard.Close();
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
 }
 
 // The wizard while it loads a disk whose packing is held up.
@@ -157,6 +183,34 @@ TEST_F(WizardAtWork, TellsWhereItIs) {
     Program().ExitCode();
 }
 
+TEST_F(WizardAtWork, PointerIsBusyOverPageAndFrame) {
+    const ShownWizard wizard = StartLoading();
+    const auto setsPointer = [](HWND window, HWND over) {
+        const auto place = MAKELPARAM(HTCLIENT, WM_MOUSEMOVE);
+        return Ask(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(over),
+                   reinterpret_cast<const void*>(static_cast<UINT_PTR>(place)));
+    };
+    EXPECT_EQ(setsPointer(wizard.PageWindow(kDiskPage), wizard.Control(IDC_DISKS)), 1);
+    EXPECT_EQ(setsPointer(wizard.Handle(), wizard.Control(IDC_HELP_BUTTON)), 1);
+    tool_.Release();
+    wizard.WaitForPage(kDriversPage);
+    EXPECT_EQ(setsPointer(wizard.PageWindow(kDriversPage), wizard.Control(IDC_NDIS)), 0);
+    wizard.Close();
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+}
+
+TEST_F(WizardAtWork, SessionIsAskedToStay) {
+    const ShownWizard wizard = StartLoading();
+    EXPECT_EQ(Ask(wizard.Handle(), WM_QUERYENDSESSION), FALSE);
+    Ask(wizard.Handle(), WM_ENDSESSION, FALSE);
+    tool_.Release();
+    wizard.WaitForPage(kDriversPage);
+    EXPECT_TRUE(folder_.Exists("Drivers.ini"));
+    EXPECT_EQ(Ask(wizard.Handle(), WM_QUERYENDSESSION), TRUE);
+    wizard.Close();
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+}
+
 TEST_F(WizardAtWork, NextAndBackAreNotTaken) {
     const ShownWizard wizard = StartLoading();
     for (const int id : {IDC_NEXT, IDC_BACK}) {
@@ -169,6 +223,31 @@ TEST_F(WizardAtWork, NextAndBackAreNotTaken) {
     wizard.WaitForPage(kDriversPage);
     EXPECT_EQ(wizard.Disks().at(static_cast<size_t>(wizard.SelectedDisk())), "minimal");
     wizard.Next(kDestinationPage);
+    wizard.Close();
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+}
+
+TEST_F(WizardAtWork, EscapeInTheFrameWaits) {
+    const ShownWizard wizard = StartLoading();
+    ::PostMessageA(wizard.Handle(), WM_KEYDOWN, VK_ESCAPE, 1);
+    Ask(wizard.Handle(), WM_NULL);
+    EXPECT_EQ(wizard.Page(), kDiskPage);
+    tool_.Release();
+    ExpectTheEnd(wizard, "Operation canceled");
+    wizard.Click(IDC_FINISH);
+    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+}
+
+TEST_F(WizardAtWork, HeldScrollBarHoldsNothingUp) {
+    const ShownWizard wizard = StartLoading();
+    const HWND list = wizard.Control(IDC_DISKS);
+    RECT place{};
+    ::GetWindowRect(list, &place);
+    const LPARAM inTheBar = MAKELPARAM(place.right - 5, (place.top + place.bottom) / 2);
+    EXPECT_NE(::GetWindowLongA(list, GWL_STYLE) & WS_VSCROLL, 0) << "the list has no scroll bar";
+    ::PostMessageA(list, WM_NCLBUTTONDOWN, HTVSCROLL, inTheBar);
+    tool_.Release();
+    wizard.WaitForPage(kDriversPage);
     wizard.Close();
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
 }

@@ -1,10 +1,15 @@
 // The controls of the wizard's pages, each as a person uses it: drivers, destination, links, help.
 
+#include <windows.h>
+// commctrl.h needs windows.h before it.
+#include <commctrl.h>
+
 #include "src/forms/ProductTexts.h"
 #include "tests/e2e/support/BrowserCalls.h"
 #include "tests/e2e/support/FileDialogs.h"
 #include "tests/e2e/support/HelpCalls.h"
 #include "tests/e2e/support/Patience.h"
+#include "tests/e2e/support/RemoteControls.h"
 #include "tests/e2e/support/SelectionWindow.h"
 #include "tests/e2e/support/WindowTree.h"
 #include "tests/e2e/support/WizardTest.h"
@@ -141,10 +146,28 @@ TEST_F(WizardControls, CancelTakesAnOpenSelectionAlong) {
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
 }
 
+TEST_F(WizardControls, DoubleClickOnADiskIsNext) {
+    const ShownWizard wizard = OpenAt(kDiskPage, "minimal");
+    const HWND list = wizard.Control(IDC_DISKS);
+    const POINT place = MiddleOf(ItemPlace(list, wizard.SelectedDisk(), LVIR_LABEL));
+    ClickInside(list, place);
+    ::PostMessageA(list, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(place.x, place.y));
+    ::PostMessageA(list, WM_LBUTTONUP, 0, MAKELPARAM(place.x, place.y));
+    wizard.WaitForPage(kDriversPage);
+    EXPECT_EQ(wizard.Text(IDC_STATUS), "Press Next to re-populate the files list");
+    wizard.Next(kDestinationPage);
+    EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.Path("minimal.img"));
+    Leave(wizard);
+}
+
 TEST_F(WizardControls, OptionsSwitchTheTarget) {
-    const ShownWizard wizard = OpenAt(kDestinationPage);
+    const ShownWizard wizard = OpenAt(kDriversPage);
+    EXPECT_EQ(wizard.Text(IDC_STEP_3), "Formating Floppy Disk");
+    wizard.GoTo(kDestinationPage);
     EXPECT_TRUE(wizard.IsTicked(IDC_IMAGE_14));
+    // The option that is chosen at first counts as clicked.
     EXPECT_EQ(wizard.Text(IDC_STEP_3), "Preparing new floppy image");
+    EXPECT_EQ(wizard.Text(IDC_STEP_4), "Copying files to floppy image");
     struct Click {
         int Option;
         bool TakesTarget;
@@ -178,6 +201,31 @@ TEST_F(WizardControls, BrowseTakesTheChosenFile) {
     wizard.Click(IDC_FINISH);
     ExpectTheEnd(wizard, "Operation completed successfully");
     ExpectImage(folder_, folder_.OutsidePath("chosen.img"), kSmallImageBytes);
+    Leave(wizard);
+}
+
+TEST_F(WizardControls, BrowseTakesAFolderThatIsNotThereYet) {
+    const ShownWizard wizard = OpenAt(kDestinationPage);
+    const std::string target = folder_.OutsidePath("new\\folder\\chosen.img");
+    wizard.Click(IDC_BROWSE);
+    ChooseFile(Program(), Program().FileDialog(), target);
+    Program().WaitUntil([&] { return wizard.Text(IDC_TARGET) == target; },
+                        "the chosen file is not the target");
+    wizard.Click(IDC_FINISH);
+    ExpectTheEnd(wizard, "Operation completed successfully");
+    ExpectImage(folder_, target, kSmallImageBytes);
+    Leave(wizard);
+}
+
+TEST_F(WizardControls, BrowseFromAFolderBeginsWithTheUsualName) {
+    const ShownWizard wizard = OpenAt(kDestinationPage);
+    wizard.Enter(IDC_TARGET, folder_.OutsidePath(""));
+    wizard.Click(IDC_BROWSE);
+    const HWND dialog = Program().FileDialog();
+    EXPECT_EQ(FileNameIn(dialog), "BootDisk.img");
+    CancelFileDialog(Program(), dialog);
+    Program().WaitUntil([&] { return wizard.Takes(IDC_BROWSE); }, "the wizard takes no input again");
+    EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.OutsidePath(""));
     Leave(wizard);
 }
 
@@ -255,6 +303,38 @@ TEST_F(WizardHelp, OpenHelpFollowsThePages) {
     for (const int topic : {1310, 1320, 1330, 1360, 1330, 1360, 1380, 1370})
         expected.push_back(CallForTopic(topic));
     EXPECT_EQ(help_.Lines(), expected);
+    Leave(wizard);
+}
+
+TEST_F(WizardHelp, IsCalledByAProcessThatTellsOfDrivesItself) {
+    const ShownWizard wizard = Open();
+    wizard.Click(IDC_HELP_BUTTON);
+    Program().HelpWindow();
+    EXPECT_EQ(folder_.Read("critical-errors.txt"), "the program");
+    Leave(wizard);
+}
+
+TEST_F(WizardHelp, GoesWithTheProgram) {
+    const ShownWizard wizard = Open();
+    wizard.Click(IDC_HELP_BUTTON);
+    Program().HelpWindow();
+    Leave(wizard);
+    EXPECT_THAT(help_.Lines(), ElementsAre(CallForTopic(1310), "owner 0 file none command 18 data 0"));
+}
+
+TEST_F(WizardHelp, ThatNobodyHasOpenedIsNotCalled) {
+    const ShownWizard wizard = Open();
+    wizard.Next(kDiskPage);
+    Leave(wizard);
+    EXPECT_THAT(help_.Lines(), ElementsAre());
+}
+
+TEST_F(WizardControls, ViewerBesideTheProgramIsNotCalled) {
+    const HelpCalls planted(folder_, HelpCalls::Place::BesideTheProgram);
+    const ShownWizard wizard = Open();
+    wizard.Click(IDC_HELP_BUTTON);
+    wizard.Next(kDiskPage);
+    EXPECT_THAT(planted.Lines(), ElementsAre());
     Leave(wizard);
 }
 

@@ -131,6 +131,20 @@ TEST_F(WizardKeyboard, AccessKeysOfTheButtons) {
     ExpectEnd(ExitCode::Canceled);
 }
 
+TEST_F(WizardKeyboard, EscapeLeavesASuccessAsItIs) {
+    const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
+    Type("Return");
+    ExpectTheEnd(wizard, "Operation completed successfully");
+    WaitForFocus(wizard, IDC_FINISH);
+    // What a key behind it does tells that Escape is done with.
+    Type("Escape Tab");
+    WaitForFocus(wizard, IDC_HELP_BUTTON);
+    ExpectTheEnd(wizard, "Operation completed successfully");
+    Type("alt+f");
+    ExpectEnd(ExitCode::Built);
+    ExpectImage(folder_, folder_.Path("minimal.img"), kSmallImageBytes);
+}
+
 TEST_F(WizardKeyboard, AccessKeysOfTheDestination) {
     const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
     struct Choice {
@@ -239,6 +253,8 @@ TEST_F(WizardKeyboard, TypingWritesIntoTheAnswers) {
     Type("Tab Tab Tab Tab 1 2 3 4 5 6");
     Program().WaitUntil([&] { return wizard.Text(IDC_KEY_PART_1) == "12345"; },
                         "a group has not five characters");
+    Program().WaitUntil([&] { return wizard.Text(IDC_KEY_PART_2) == "6"; },
+                        "typing does not go on in the next box");
     TypeTo(wizard, "Return", kFilesPage);
     EXPECT_NE(folder_.Read("files\\setupwin\\bin\\auto.inf").find("Name=\"Bob\""), std::string::npos);
     Type("alt+F4");

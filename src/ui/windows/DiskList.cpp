@@ -44,7 +44,11 @@ void DiskList::Attach(HWND list) {
     list_ = list;
     pictures_.reset(LoadPictures(ScaledPixels(kPictureSize)));
     ::SendMessageA(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
-    ::SendMessageA(list_, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(pictures_.get()));
+    const auto pictures = reinterpret_cast<LPARAM>(pictures_.get());
+    ::SendMessageA(list_, LVM_SETIMAGELIST, LVSIL_SMALL, pictures);
+    ::SendMessageA(list_, LVM_SETIMAGELIST, LVSIL_NORMAL, pictures);
+    const auto header = reinterpret_cast<HWND>(::SendMessageA(list_, LVM_GETHEADER, 0, 0));
+    ::SendMessageA(header, HDM_SETIMAGELIST, 0, pictures);
     LVCOLUMNA column{};
     for (int i = 0; i < 2; ++i)
         ::SendMessageA(list_, LVM_INSERTCOLUMNA, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&column));

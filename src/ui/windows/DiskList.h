@@ -21,6 +21,7 @@ struct ImageListDeleter {
 class DiskList {
  public:
     /// Takes the list view `list`, which must outlive the object's use, and gives it columns and pictures.
+    /// The pictures stay this object's: the list has to have the style LVS_SHAREIMAGELISTS.
     void Attach(HWND list);
 
     /// Brings the list in line with `form`.

@@ -74,13 +74,18 @@ void DriversWindow::Show(Application& app, HWND owner) {
     ::RedrawWindow(window_.get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
+void DriversWindow::Close() {
+    open_ = false;
+    window_.reset();
+}
+
 void DriversWindow::BlockWhileOpen(HWND owner) {
     blockedOwner_ = owner;
     if (owner != nullptr) ::EnableWindow(owner, FALSE);
 }
 
 bool DriversWindow::Takes(MSG& message) {
-    return open_ && ::IsDialogMessageA(window_.get(), &message) != FALSE;
+    return open_ && ::IsDialogMessageW(window_.get(), &message) != FALSE;
 }
 
 void DriversWindow::Create(HWND owner) {
@@ -98,7 +103,7 @@ void DriversWindow::Create(HWND owner) {
     ::SetWindowTextA(window_.get(), kTitle);
     ::SendMessageA(window_.get(), WM_SETICON, ICON_SMALL,
                    reinterpret_cast<LPARAM>(::LoadIconA(instance, MAKEINTRESOURCEA(1))));
-    font_ = MessageFont();
+    font_ = DialogFont();
 
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};
     ::InitCommonControlsEx(&controls);
@@ -169,6 +174,9 @@ INT_PTR DriversWindow::Respond(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_GETMINMAXINFO:
             TellLeastSize(*reinterpret_cast<MINMAXINFO*>(lParam));
             return TRUE;
+        case WM_SYSCOLORCHANGE:
+            ::SendMessageA(list_.Handle(), message, wParam, lParam);
+            return FALSE;
         case WM_SETCURSOR:
             if (!ignoresInput_ || LOWORD(lParam) != HTCLIENT) return FALSE;
             ::SetCursor(::LoadCursor(nullptr, IDC_WAIT));

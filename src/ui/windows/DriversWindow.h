@@ -20,6 +20,9 @@ class DriversWindow {
     /// `owner` (may be null) with the keyboard in the list. `app` must outlive every later call and message.
     void Show(Application& app, HWND owner);
 
+    /// Ends the window, if there is one.
+    void Close();
+
     /// Takes the input from `owner` (may be null) until the window is hidden again, which Show sees to.
     void BlockWhileOpen(HWND owner);
 

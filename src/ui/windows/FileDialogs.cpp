@@ -1,9 +1,11 @@
 #include "src/ui/windows/FileDialogs.h"
 
-#include <cderr.h>
 #include <commdlg.h>
 
-#include <algorithm>
+#include "src/common/SetupCommon.h"
+#include "src/forms/FrmWizard.h"
+#include "src/forms/ProductTexts.h"
+#include "src/ui/windows/MessageBoxes.h"
 
 namespace velbooter {
 
@@ -21,35 +23,56 @@ std::string SystemFilter(const std::string& pattern) {
 
 using Dialog = BOOL(WINAPI*)(OPENFILENAMEA*);
 
-std::optional<std::string> Ask(HWND owner, const CommonDialog& dialog, Dialog show, DWORD flags) {
-    char path[MAX_PATH] = "";
-    std::copy_n(dialog.FileName.begin(), std::min<size_t>(dialog.FileName.size(), MAX_PATH - 1), path);
+// A target that is a folder, or nothing yet, is where the dialog begins.
+bool NamesAFile(const std::string& path) {
+    return !path.empty() && path.back() != '\\' && path.back() != '/' && !FolderExists(path);
+}
+
+// Returns what `show` leaves in `path`, or nothing after Cancel and after a failure, which is told.
+std::optional<std::string> Result(OPENFILENAMEA& settings, Dialog show) {
+    if (show(&settings) != 0) return settings.lpstrFile;
+    if (const DWORD error = ::CommDlgExtendedError(); error != 0) {
+        ShowMessageBox(settings.hwndOwner,
+                       {"The system's dialog for a file failed with its error " + std::to_string(error) + ".",
+                        kProgramTitle, Buttons::Ok, Icon::Critical});
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> Ask(HWND owner, const CommonDialog& dialog, Dialog show, DWORD flags,
+                               const std::string& otherwise) {
+    constexpr size_t kLongestPath = 32768;
+    const bool hasName = NamesAFile(dialog.FileName);
+    std::string path = hasName ? dialog.FileName : otherwise;
+    path.resize(kLongestPath);
     const std::string filter = SystemFilter(dialog.Filter);
     OPENFILENAMEA settings{};
     settings.lStructSize = sizeof settings;
     settings.hwndOwner = owner;
     settings.lpstrFilter = filter.c_str();
-    settings.lpstrFile = path;
-    settings.nMaxFile = MAX_PATH;
+    settings.lpstrFile = path.data();
+    settings.nMaxFile = static_cast<DWORD>(path.size());
+    settings.lpstrInitialDir = hasName ? nullptr : dialog.FileName.c_str();
     settings.lpstrTitle = dialog.DialogTitle.empty() ? nullptr : dialog.DialogTitle.c_str();
     settings.lpstrDefExt = dialog.DefaultExt.empty() ? nullptr : dialog.DefaultExt.c_str();
     settings.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | flags;
-    if (show(&settings) != 0) return path;
-    if (::CommDlgExtendedError() != FNERR_INVALIDFILENAME) return std::nullopt;
-    // The preset is no file name (a folder, say): the dialog is shown without it.
-    path[0] = '\0';
-    if (show(&settings) == 0) return std::nullopt;
-    return path;
+    if (show(&settings) != 0) return settings.lpstrFile;
+    if (::CommDlgExtendedError() == 0) return std::nullopt;
+    // What was typed cannot be a file's name.
+    path = otherwise;
+    path.resize(kLongestPath);
+    settings.lpstrFile = path.data();
+    return Result(settings, show);
 }
 
 }  // namespace
 
 std::optional<std::string> AskForExistingFile(HWND owner, const CommonDialog& dialog) {
-    return Ask(owner, dialog, ::GetOpenFileNameA, OFN_FILEMUSTEXIST);
+    return Ask(owner, dialog, ::GetOpenFileNameA, OFN_FILEMUSTEXIST, "");
 }
 
 std::optional<std::string> AskForTargetFile(HWND owner, const CommonDialog& dialog) {
-    return Ask(owner, dialog, ::GetSaveFileNameA, OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST);
+    return Ask(owner, dialog, ::GetSaveFileNameA, OFN_OVERWRITEPROMPT, kDefaultImageName);
 }
 
 }  // namespace velbooter

@@ -2,14 +2,30 @@
 
 namespace velbooter {
 
-void CallHtmlHelp(HWND owner, const std::string& file, unsigned command, std::uintptr_t data) {
+namespace {
+
+constexpr const char* kViewer = "hhctrl.ocx";
+
+// Calls the viewer in the library `viewer`, when there is one.
+void Call(HMODULE viewer, HWND owner, const char* file, UINT command, DWORD_PTR data) {
     using HtmlHelpFunction = HWND(WINAPI*)(HWND, LPCSTR, UINT, DWORD_PTR);
-    // Loaded when it is needed and then kept: the viewer's window lives in this library.
-    const HMODULE viewer = ::LoadLibraryA("hhctrl.ocx");
     if (viewer == nullptr) return;
     const auto htmlHelp =
         reinterpret_cast<HtmlHelpFunction>(reinterpret_cast<void*>(::GetProcAddress(viewer, "HtmlHelpA")));
-    if (htmlHelp != nullptr) htmlHelp(owner, file.c_str(), command, data);
+    if (htmlHelp != nullptr) htmlHelp(owner, file, command, data);
+}
+
+}  // namespace
+
+void CallHtmlHelp(HWND owner, const std::string& file, unsigned command, std::uintptr_t data) {
+    // Loaded when it is needed and then kept: the viewer's window lives in this library.
+    Call(::LoadLibraryExA(kViewer, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32), owner, file.c_str(), command,
+         data);
+}
+
+void CloseHelp() {
+    constexpr UINT kCloseAll = 18;  // HH_CLOSE_ALL of the viewer's interface
+    Call(::GetModuleHandleA(kViewer), nullptr, nullptr, kCloseAll, 0);
 }
 
 }  // namespace velbooter

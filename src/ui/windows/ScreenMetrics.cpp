@@ -35,11 +35,16 @@ int TwipsFromPixels(int pixels) {
     return ::MulDiv(pixels, kTwipsPerInch, ScreenDpi());
 }
 
-Font MessageFont() {
-    NONCLIENTMETRICSA metrics{};
-    metrics.cbSize = sizeof metrics;
-    ::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    return Font(::CreateFontIndirectA(&metrics.lfMessageFont));
+Font DialogFont() {
+    constexpr int kPoints = 8;
+    constexpr int kPointsPerInch = 72;
+    LOGFONTA description{};
+    description.lfHeight = -::MulDiv(kPoints, ScreenDpi(), kPointsPerInch);
+    description.lfWeight = FW_NORMAL;
+    description.lfCharSet = DEFAULT_CHARSET;
+    // What the system takes for the "MS Shell Dlg" of a template with DS_SHELLFONT.
+    ::lstrcpynA(description.lfFaceName, "MS Shell Dlg 2", LF_FACESIZE);
+    return Font(::CreateFontIndirectA(&description));
 }
 
 POINT CenteredPlace(SIZE size, HWND owner) {

@@ -16,8 +16,9 @@ int ScaledPixels(int pixels);
 int PixelsFromTwips(int twips);
 int TwipsFromPixels(int pixels);
 
-/// Returns the font that the user has chosen for messages, as large as this screen needs it.
-Font MessageFont();
+/// Returns the font of the wizard's templates, as large as this screen needs it: all windows have one. That
+/// of the system's messages grows with a setting of its own, out of boxes whose sizes are given.
+Font DialogFont();
 
 /// Returns where a window of `size` (pixels) has its left upper corner: in the middle of `owner`, or of the
 /// screen when that is null, and within the part of the owner's screen that the task bar leaves.

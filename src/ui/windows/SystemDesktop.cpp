@@ -9,16 +9,40 @@
 
 namespace velbooter {
 
+namespace {
+
+// Takes the input from a window (null for none) for as long as a dialog stands that another one owns.
+class DisabledWindow {
+ public:
+    explicit DisabledWindow(HWND window)
+        : window_(window != nullptr && ::IsWindowEnabled(window) != FALSE ? window : nullptr) {
+        if (window_ != nullptr) ::EnableWindow(window_, FALSE);
+    }
+    ~DisabledWindow() {
+        if (window_ != nullptr) ::EnableWindow(window_, TRUE);
+    }
+    DisabledWindow(const DisabledWindow&) = delete;
+    DisabledWindow& operator=(const DisabledWindow&) = delete;
+
+ private:
+    HWND window_;
+};
+
+}  // namespace
+
 Answer SystemDesktop::ShowMessage(const Message& message) {
     Repaint();
+    const DisabledWindow other(Other());
     return ShowMessageBox(Front(), message);
 }
 
 std::int32_t SystemDesktop::ShowFormatDialog() {
+    const DisabledWindow other(Other());
     return ShowFormatDialogForDriveA(Front());
 }
 
 std::optional<std::string> SystemDesktop::ShowOpenDialog(const CommonDialog& dialog) {
+    const DisabledWindow other(Other());
     return AskForExistingFile(Front(), dialog);
 }
 
@@ -28,7 +52,7 @@ void SystemDesktop::ShowDriverSelection() {
         Repaint();
         while (app_->Drivers.Visible) {
             MSG message{};
-            if (::GetMessageA(&message, nullptr, 0, 0) > 0) {
+            if (::GetMessageW(&message, nullptr, 0, 0) > 0) {
                 HandleMessage(message);
                 continue;
             }
@@ -44,6 +68,7 @@ void SystemDesktop::ShowDriverSelection() {
 }
 
 std::optional<std::string> SystemDesktop::ShowSaveDialog(const CommonDialog& dialog) {
+    const DisabledWindow other(Other());
     return AskForTargetFile(Front(), dialog);
 }
 
@@ -66,6 +91,14 @@ HWND SystemDesktop::Owner() const {
     return wizard != nullptr ? wizard : waitWindow_.Handle();
 }
 
+void SystemDesktop::CloseWindows() {
+    CloseHelp();
+    driversWindow_.Close();
+    wizardWindow_.Close();
+    waitWindow_.Close();
+    app_ = nullptr;
+}
+
 void SystemDesktop::Repaint() {
     if (app_ == nullptr) return;
     waitWindow_.Show(app_->Wait);
@@ -77,14 +110,14 @@ void SystemDesktop::PendingEvents() {
     Repaint();
     driversWindow_.IgnoreInput(true);
     MSG message{};
-    while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
         if (message.message == WM_QUIT) {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             break;
         }
         if (wizardWindow_.WithholdsWhileWorking(message)) continue;
         ::TranslateMessage(&message);
-        ::DispatchMessageA(&message);
+        ::DispatchMessageW(&message);
     }
     driversWindow_.IgnoreInput(false);
     driversWindow_.RethrowFailure();
@@ -93,7 +126,7 @@ void SystemDesktop::PendingEvents() {
 void SystemDesktop::HandleMessage(MSG& message) {
     if (!driversWindow_.Takes(message) && !wizardWindow_.Takes(message)) {
         ::TranslateMessage(&message);
-        ::DispatchMessageA(&message);
+        ::DispatchMessageW(&message);
     }
     driversWindow_.RethrowFailure();
     wizardWindow_.RethrowFailure();
@@ -101,12 +134,18 @@ void SystemDesktop::HandleMessage(MSG& message) {
 
 HWND SystemDesktop::Front() const {
     const HWND selection = driversWindow_.Handle();
-    return selection != nullptr ? selection : Owner();
+    return selection == nullptr || wizardWindow_.IsWorking() ? Owner() : selection;
+}
+
+HWND SystemDesktop::Other() const {
+    const HWND selection = driversWindow_.Handle();
+    if (selection == nullptr) return nullptr;
+    return wizardWindow_.IsWorking() ? selection : Owner();
 }
 
 void SystemDesktop::RunMessages() {
     MSG message{};
-    while (::GetMessageA(&message, nullptr, 0, 0) > 0) HandleMessage(message);
+    while (::GetMessageW(&message, nullptr, 0, 0) > 0) HandleMessage(message);
 }
 
 }  // namespace velbooter

@@ -11,8 +11,12 @@ namespace velbooter {
 
 class SystemDesktop : public Desktop {
  public:
-    /// Makes the windows show the forms of `app`, which must outlive every later call.
+    /// Makes the windows show the forms of `app`, which must live until CloseWindows and every later call.
     void ShowFormsOf(Application& app) { app_ = &app; }
+
+    /// Ends the windows, the help's too, and forgets the application: what a window is told while it ends may
+    /// need it.
+    void CloseWindows();
 
     /// Runs the program as long as its windows live; every ending is an exception (ProgramEnd).
     void RunMessages();
@@ -34,9 +38,13 @@ class SystemDesktop : public Desktop {
     void HandleMessage(MSG& message);
 
  private:
-    /// The window that owns the driver selection, and the one that owns dialogs; null while none is visible.
+    /// The window that owns the driver selection, and the one that owns dialogs, which is the one whose
+    /// handler asks; null while none is visible.
     HWND Owner() const;
     HWND Front() const;
+
+    /// The window that stands beside Front; null when there is none.
+    HWND Other() const;
 
     Application* app_ = nullptr;
     WaitWindow waitWindow_;

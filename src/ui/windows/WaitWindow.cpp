@@ -1,6 +1,7 @@
 #include "src/ui/windows/WaitWindow.h"
 
 #include "src/forms/ProductTexts.h"
+#include "src/ui/windows/Announcement.h"
 #include "src/ui/windows/FormClass.h"
 #include "src/ui/windows/ScreenMetrics.h"
 
@@ -19,6 +20,8 @@ constexpr DWORD kWaitStyle = WS_POPUP | WS_CAPTION;
 LRESULT CALLBACK WaitProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     // Closing waits until the work has ended, and then the program hides the window itself.
     if (message == WM_CLOSE) return 0;
+    // So does the end of the session.
+    if (message == WM_QUERYENDSESSION) return FALSE;
     return ::DefWindowProcA(window, message, wParam, lParam);
 }
 
@@ -38,7 +41,7 @@ void WaitWindow::Create() {
         0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, ScaledPixels(kMargin),
         ScaledPixels(kMargin), ScaledPixels(kWidth - 2 * kMargin), ScaledPixels(kHeight - 2 * kMargin),
         window_.get(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(kStatusId)), instance, nullptr);
-    font_ = MessageFont();
+    font_ = DialogFont();
     ::SendMessageA(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
 }
 
@@ -49,10 +52,14 @@ void WaitWindow::Show(const FrmWait& form) {
     }
     char shown[256] = "";
     ::GetWindowTextA(status_, shown, sizeof shown);
-    if (form.LblStatus.Caption != shown) ::SetWindowTextA(status_, form.LblStatus.Caption.c_str());
+    const bool changes = form.LblStatus.Caption != shown;
+    if (changes) ::SetWindowTextA(status_, form.LblStatus.Caption.c_str());
     if (form.Visible != (::IsWindowVisible(window_.get()) != FALSE)) {
+        if (form.Visible) hold_.emplace(window_.get());
+        if (!form.Visible) hold_.reset();
         ::ShowWindow(window_.get(), form.Visible ? SW_SHOW : SW_HIDE);
     }
+    if (changes && form.Visible) Announce(status_);
     ::RedrawWindow(window_.get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 

@@ -2,7 +2,10 @@
 // The window that shows FrmWait: a small framed window with one status line. It cannot be closed by the user;
 // the work it tells of decides when it goes.
 
+#include <optional>
+
 #include "src/forms/FrmWait.h"
+#include "src/ui/windows/SessionHold.h"
 #include "src/ui/windows/WindowHandle.h"
 
 namespace velbooter {
@@ -12,6 +15,12 @@ class WaitWindow {
     /// Brings the window in line with `form`, creating it when it is first needed, and paints it at once.
     void Show(const FrmWait& form);
 
+    /// Ends the window, if there is one.
+    void Close() {
+        hold_.reset();
+        window_.reset();
+    }
+
     /// The window to own message boxes; null while it is not visible.
     HWND Handle() const;
 
@@ -20,7 +29,8 @@ class WaitWindow {
 
     Window window_;
     Font font_;
-    HWND status_ = nullptr;  ///< a child, destroyed with window_
+    std::optional<SessionHold> hold_;  ///< while the window is visible
+    HWND status_ = nullptr;            ///< a child, destroyed with window_
 };
 
 }  // namespace velbooter

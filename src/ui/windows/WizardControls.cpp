@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "src/ui/windows/Announcement.h"
 #include "src/ui/windows/WizardIds.h"
 
 namespace velbooter {
@@ -12,6 +13,10 @@ namespace {
 
 // Dark enough to be read on the grey of a dialog.
 constexpr COLORREF kWarningColor = RGB(176, 0, 0);
+
+// What readers of the screen say of a finished step. The form's text is a character of a symbol font, and in
+// some code pages no character at all.
+constexpr const char* kDone = "Done";
 
 template <typename Member>
 struct Shown {
@@ -65,8 +70,25 @@ std::string TextOf(HWND control) {
     return text;
 }
 
+std::wstring WideTextOf(HWND control) {
+    std::wstring text(static_cast<size_t>(::GetWindowTextLengthW(control)) + 1, L'\0');
+    text.resize(static_cast<size_t>(::GetWindowTextW(control, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+std::wstring Widened(const std::string& text) {
+    const auto length = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0');
+    wide.resize(
+        static_cast<size_t>(::MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), length)));
+    return wide;
+}
+
+// Compared in 16-bit characters: a box into which somebody has typed what the code page cannot hold shows in
+// the end what the program has taken for it.
 void ShowText(HWND control, const std::string& text) {
-    if (TextOf(control) != text) ::SetWindowTextA(control, text.c_str());
+    const std::wstring wide = Widened(text);
+    if (WideTextOf(control) != wide) ::SetWindowTextW(control, wide.c_str());
 }
 
 void ShowEnabled(HWND control, bool enabled) {
@@ -88,19 +110,37 @@ bool IsTicked(HWND control) {
     return ::SendMessageA(control, BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
+HFONT FontOf(HWND control) {
+    return reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0));
+}
+
 void ShowFont(HWND control, HFONT font) {
-    if (reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0)) != font)
-        ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    if (FontOf(control) != font) ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
 }
 
 // A font like that of `control`, of the given weight and of `percent` of its size.
 HFONT FontLike(HWND control, LONG weight, int percent) {
     LOGFONTA description{};
-    const auto font = reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0));
-    ::GetObjectA(font, sizeof description, &description);
+    ::GetObjectA(FontOf(control), sizeof description, &description);
     description.lfWeight = weight;
     description.lfHeight = ::MulDiv(description.lfHeight, percent, 100);
     return ::CreateFontIndirectA(&description);
+}
+
+// The width that a list needs for the longest of its rows, in pixels.
+int WidestOf(const std::vector<std::string>& rows, HWND list) {
+    constexpr int kMargins = 8;
+    const HDC context = ::GetDC(list);
+    const HGDIOBJ former = ::SelectObject(context, FontOf(list));
+    LONG widest = 0;
+    for (const std::string& row : rows) {
+        SIZE size{};
+        ::GetTextExtentPoint32A(context, row.c_str(), static_cast<int>(row.size()), &size);
+        widest = std::max(widest, size.cx);
+    }
+    ::SelectObject(context, former);
+    ::ReleaseDC(list, context);
+    return static_cast<int>(widest) + kMargins;
 }
 
 }  // namespace
@@ -124,9 +164,8 @@ void WizardControls::Attach(HWND frame, const std::array<HWND, kPageCount>& page
                 ShowFont(control, isTitle ? large_.get() : bold_.get());
         }
     }
-    constexpr WPARAM kGroupLength = 5;
-    for (int id = IDC_KEY_PART_1; id <= IDC_KEY_PART_5; ++id)
-        ::SendMessageA(Control(id), EM_LIMITTEXT, kGroupLength, 0);
+    productKey_.Attach(frame, {Control(IDC_KEY_PART_1), Control(IDC_KEY_PART_2), Control(IDC_KEY_PART_3),
+                               Control(IDC_KEY_PART_4), Control(IDC_KEY_PART_5)});
     disks_.Attach(Control(IDC_DISKS));
 }
 
@@ -137,9 +176,9 @@ HWND WizardControls::Control(int id) const {
 
 void WizardControls::Show(const FrmWizard& form) {
     for (const auto& [id, label] : kLabels) ShowLabel(id, form.*label);
-    for (const auto& [id, link] : kLinks) ShowText(Control(id), "<a>" + (form.*link).Caption + "</a>");
+    for (const auto& [id, link] : kLinks) ShowLink(id, form.*link);
     for (const auto& [id, line] : kSteps) ShowStep(id, form.*line);
-    for (const auto& [id, mark] : kMarks) ShowText(Control(id), (form.*mark).Caption);
+    for (const auto& [id, mark] : kMarks) ShowText(Control(id), (form.*mark).Caption.empty() ? "" : kDone);
     for (const auto& [id, box] : kTexts) {
         ShowText(Control(id), (form.*box).Text);
         ShowEnabled(Control(id), (form.*box).Enabled);
@@ -179,9 +218,20 @@ void WizardControls::ShowLabel(int id, const Label& label) {
     ::InvalidateRect(control, nullptr, TRUE);
 }
 
+// A link need not tell its text as it was set, and loses its mark of the focus when it is set again.
+void WizardControls::ShowLink(int id, const Label& link) {
+    std::string& shown = shownLinks_[id];
+    if (shown == link.Caption) return;
+    ::SetWindowTextA(Control(id), ("<a>" + link.Caption + "</a>").c_str());
+    shown = link.Caption;
+}
+
 void WizardControls::ShowStep(int id, const Label& line) {
-    ShowText(Control(id), line.Caption);
-    ShowFont(Control(id), line.Bold ? bold_.get() : normal_.get());
+    const HWND control = Control(id);
+    ShowText(control, line.Caption);
+    const bool begins = line.Bold && FontOf(control) != bold_.get();
+    ShowFont(control, line.Bold ? bold_.get() : normal_.get());
+    if (begins) Announce(control);
 }
 
 void WizardControls::ShowFiles(const ListBox& files) {
@@ -194,6 +244,7 @@ void WizardControls::ShowFiles(const ListBox& files) {
         ::SendMessageA(list, LB_RESETCONTENT, 0, 0);
         for (const std::string& row : rows)
             ::SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(row.c_str()));
+        ::SendMessageA(list, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(WidestOf(rows, list)), 0);
         ::SendMessageA(list, WM_SETREDRAW, TRUE, 0);
         ::InvalidateRect(list, nullptr, TRUE);
         shownFiles_ = rows;
@@ -216,8 +267,19 @@ void WizardControls::ShowProgress(const ProgressBar& progress) {
     const HWND bar = Control(IDC_PROGRESS);
     if (static_cast<int>(::SendMessageA(bar, PBM_GETRANGE, FALSE, 0)) != progress.Max)
         ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max);
-    if (static_cast<int>(::SendMessageA(bar, PBM_GETPOS, 0, 0)) != progress.Value)
-        ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value), 0);
+    if (static_cast<int>(::SendMessageA(bar, PBM_GETPOS, 0, 0)) == progress.Value) return;
+    // The bar creeps up and jumps down: a step further and back it stands where it should, before the page
+    // goes.
+    ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max + 1);
+    ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value) + 1, 0);
+    ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value), 0);
+    ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max);
+}
+
+bool WizardControls::IsChosen(int id, const FrmWizard& form) {
+    return std::any_of(kOptions.begin(), kOptions.end(), [&](const Shown<OptionButton>& option) {
+        return option.Id == id && (form.*option.Value).Value;
+    });
 }
 
 HBRUSH WizardControls::ColorLabel(HDC context, HWND label) const {
@@ -230,6 +292,11 @@ HBRUSH WizardControls::ColorLabel(HDC context, HWND label) const {
     ::SetTextColor(context, kWarningColor);
     ::SetBkColor(context, ::GetSysColor(COLOR_BTNFACE));
     return ::GetSysColorBrush(COLOR_BTNFACE);
+}
+
+void WizardControls::TellOfNewColors() const {
+    for (const int id : {IDC_DISKS, IDC_PROGRESS, IDC_HOME_PAGE, IDC_FRAMEWORK_SITE})
+        ::SendMessageA(Control(id), WM_SYSCOLORCHANGE, 0, 0);
 }
 
 void WizardControls::Read(FrmWizard& form) const {

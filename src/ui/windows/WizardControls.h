@@ -12,6 +12,7 @@
 
 #include "src/forms/FrmWizard.h"
 #include "src/ui/windows/DiskList.h"
+#include "src/ui/windows/ProductKeyBoxes.h"
 #include "src/ui/windows/WindowHandle.h"
 
 namespace velbooter {
@@ -29,9 +30,16 @@ class WizardControls {
     /// stands.
     void Read(FrmWizard& form) const;
 
+    /// Returns whether the control is an option that `form` has chosen already. A press on it changes
+    /// nothing: the system presses one whenever it gets the focus.
+    static bool IsChosen(int id, const FrmWizard& form);
+
     /// Prepares `context` for a label that warns. Returns the brush behind it, which is the system's; null
     /// for any other label.
     HBRUSH ColorLabel(HDC context, HWND label) const;
+
+    /// Hands on that the system has other colours, which it tells only the windows that stand by themselves.
+    void TellOfNewColors() const;
 
     /// Returns the control with this number; null when there is none.
     HWND Control(int id) const;
@@ -40,11 +48,14 @@ class WizardControls {
     void ShowLabel(int id, const Label& label);
     void ShowFiles(const ListBox& files);
     void ShowProgress(const ProgressBar& progress);
+    void ShowLink(int id, const Label& link);
     void ShowStep(int id, const Label& line);
 
     std::map<int, HWND> controls_;
     std::set<HWND> warnings_;  // labels that are shown in the colour of warnings
     DiskList disks_;
+    ProductKeyBoxes productKey_;
+    std::map<int, std::string> shownLinks_;
     std::vector<std::string> shownFiles_;
     Font normal_;
     Font bold_;

@@ -14,8 +14,10 @@
 #include "src/ui/Destination.h"
 #include "src/ui/PageWalk.h"
 #include "src/ui/WizardForm.h"
+#include "src/ui/windows/Announcement.h"
 #include "src/ui/windows/FormClass.h"
 #include "src/ui/windows/OwnerDrawn.h"
+#include "src/ui/windows/SessionHold.h"
 #include "src/ui/windows/WizardIds.h"
 
 namespace velbooter {
@@ -64,12 +66,12 @@ void WizardWindow::CreatePages() {
 
 void WizardWindow::Show(Application& app) {
     app_ = &app;
-    if (!window_) {
-        if (!app.Wizard.Visible) return;
-        Create();
-    }
+    if (!window_ && !app.Wizard.Visible) return;
+    isShowing_ = true;
+    if (!window_) Create();
     controls_.Show(app.Wizard);
     ShowPages();
+    isShowing_ = false;
     const bool isVisible = ::IsWindowVisible(window_.get()) != FALSE;
     if (app.Wizard.Visible != isVisible) ::ShowWindow(window_.get(), app.Wizard.Visible ? SW_SHOW : SW_HIDE);
     ::RedrawWindow(window_.get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
@@ -101,20 +103,36 @@ void WizardWindow::FocusPage(size_t page) {
                            (::GetWindowLongA(target, GWL_STYLE) & WS_TABSTOP) != 0;
     if (!takesKeys) target = controls_.Control(app_->Wizard.CmdFinish.Visible ? IDC_FINISH : IDC_NEXT);
     ::SendMessageA(window_.get(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(target), TRUE);
+    if (page == kFinishedPage) CallForTheUser();
+}
+
+// Whoever has turned to other windows during a long build sees the button on the task bar flash.
+void WizardWindow::CallForTheUser() const {
+    Announce(controls_.Control(IDC_OUTCOME));
+    if (::GetForegroundWindow() == window_.get()) return;
+    FLASHWINFO flash{};
+    flash.cbSize = sizeof flash;
+    flash.hwnd = window_.get();
+    flash.dwFlags = FLASHW_TRAY | FLASHW_TIMERNOFG;
+    ::FlashWindowEx(&flash);
 }
 
 bool WizardWindow::Takes(MSG& message) const {
-    return window_ && ::IsDialogMessageA(window_.get(), &message) != FALSE;
+    return window_ && ::IsDialogMessageW(window_.get(), &message) != FALSE;
 }
 
 bool WizardWindow::WithholdsWhileWorking(const MSG& message) {
-    if (!isWorking_ || !window_ || ::IsChild(window_.get(), message.hwnd) == FALSE) return false;
+    const bool isOwn = message.hwnd == window_.get() || ::IsChild(window_.get(), message.hwnd) != FALSE;
+    if (!isWorking_ || !window_ || !isOwn) return false;
     // Alt+F4 becomes a close, which waits by itself.
     if (message.message == WM_SYSKEYDOWN && message.wParam == VK_F4) return false;
     const bool isEscape = message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE;
     const bool isAccessKey = message.message == WM_SYSKEYDOWN && message.wParam == kAccessKeyOfCancel;
     if (isEscape || isAccessKey) Postpone(CancelApp);
     if (message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST) return true;
+    // The system follows a held scroll bar in a loop of its own, and the work would stand still till then.
+    const bool isScrollBar = message.wParam == HTVSCROLL || message.wParam == HTHSCROLL;
+    if (message.message == WM_NCLBUTTONDOWN && isScrollBar) return true;
     const bool isMouse = message.message > WM_MOUSEMOVE && message.message <= WM_MOUSELAST;
     return isMouse && message.hwnd != controls_.Control(IDCANCEL);
 }
@@ -125,10 +143,10 @@ INT_PTR CALLBACK WizardWindow::Procedure(HWND window, UINT message, WPARAM wPara
         return FALSE;
     }
     auto* self = reinterpret_cast<WizardWindow*>(::GetWindowLongPtrA(window, DWLP_USER));
-    return self == nullptr ? FALSE : self->OnMessage(message, wParam, lParam);
+    return self == nullptr ? FALSE : self->OnMessage(window, message, wParam, lParam);
 }
 
-INT_PTR WizardWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+INT_PTR WizardWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_COMMAND:
             return OnCommand(LOWORD(wParam), HIWORD(wParam)) ? TRUE : FALSE;
@@ -139,6 +157,10 @@ INT_PTR WizardWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return TRUE;
         case WM_CLOSE:
             Run(Form_Unload);
+            return TRUE;
+        case WM_QUERYENDSESSION:
+            // Half a floppy is worth less than a moment of waiting, and the person is told what it is for.
+            ::SetWindowLongPtrA(window, DWLP_MSGRESULT, isWorking_ ? FALSE : TRUE);
             return TRUE;
         case WM_ENDSESSION:
             // The system ends the program without another message, so the clean-up is done here.
@@ -156,10 +178,13 @@ INT_PTR WizardWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_CTLCOLORSTATIC:
             return reinterpret_cast<INT_PTR>(
                 controls_.ColorLabel(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
+        case WM_SYSCOLORCHANGE:
+            if (window == window_.get()) controls_.TellOfNewColors();
+            return FALSE;
         case WM_SETCURSOR:
             if (!isWorking_) return FALSE;
             ::SetCursor(::LoadCursor(nullptr, IDC_WAIT));
-            ::SetWindowLongPtrA(window_.get(), DWLP_MSGRESULT, TRUE);
+            ::SetWindowLongPtrA(window, DWLP_MSGRESULT, TRUE);
             return TRUE;
         default:
             return FALSE;
@@ -188,10 +213,21 @@ bool WizardWindow::OnCommand(int id, int notice) {
         Run(ShowRoom);
         return true;
     }
+    // What is typed starts no handler.
+    if (notice == EN_CHANGE) {
+        TakeInput();
+        return true;
+    }
     const auto found = kHandlers.find(id);
     if (notice != BN_CLICKED || found == kHandlers.end()) return false;
-    Run(found->second);
+    if (TakesClicks(id) && !isShowing_ && !controls_.IsChosen(id, app_->Wizard)) Run(found->second);
     return true;
+}
+
+// The Esc key presses Cancel and the Enter key the default button, also one that is disabled or hidden.
+bool WizardWindow::TakesClicks(int id) const {
+    const HWND control = controls_.Control(id);
+    return ::IsWindowVisible(control) != FALSE && ::IsWindowEnabled(control) != FALSE;
 }
 
 bool WizardWindow::OnNotify(const NMHDR& notice) {
@@ -201,11 +237,20 @@ bool WizardWindow::OnNotify(const NMHDR& notice) {
     } else if (notice.idFrom == IDC_FRAMEWORK_SITE && isLink) {
         Run(LblFrameworkSite_Click);
     } else if (notice.idFrom == IDC_DISKS && notice.code == static_cast<UINT>(LVN_ITEMACTIVATE)) {
-        Run(CmdNext_Click);
+        // Later: the list is still in the middle of its own handling of the mouse.
+        if (!isWorking_) ::PostMessageA(window_.get(), WM_COMMAND, MAKEWPARAM(IDC_NEXT, BN_CLICKED), 0);
+    } else if (notice.idFrom == IDC_DISKS && notice.code == static_cast<UINT>(LVN_ITEMCHANGED)) {
+        TakeInput();
     } else {
         return false;
     }
     return true;
+}
+
+// At each change, since the form is shown again not by this window alone: what the user does in the driver
+// selection beside it must not bring the former texts back.
+void WizardWindow::TakeInput() {
+    if (!isShowing_ && !isWorking_) controls_.Read(app_->Wizard);
 }
 
 // Next, Back and Finish that are pressed during the work are forgotten: the user has not seen yet what they
@@ -221,6 +266,7 @@ void WizardWindow::Run(Handler handler) {
     }
     controls_.Read(app_->Wizard);
     isWorking_ = true;
+    const SessionHold hold(window_.get());
     failure_.Guard([&] { return RunGuarded(*app_, [&] { handler(*app_); }); }, false);
     if (failure_.Holds()) {
         // A message that was sent, not posted, does not wake the loop that raises the failure again.

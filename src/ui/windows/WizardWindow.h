@@ -19,8 +19,14 @@ class WizardWindow {
     /// it is first to be shown.
     void Show(Application& app);
 
+    /// Ends the window, if there is one.
+    void Close() { window_.reset(); }
+
     /// The window to own dialogs; null while it is not visible.
     HWND Handle() const;
+
+    /// Whether a handler of this window works.
+    bool IsWorking() const { return isWorking_; }
 
     /// Does with `message` what belongs to the keyboard's way through the window. Returns whether it is done
     /// with.
@@ -43,20 +49,24 @@ class WizardWindow {
     void CreatePages();
     void ShowPages();
     void FocusPage(size_t page);
+    void CallForTheUser() const;
     bool OnCommand(int id, int notice);
+    bool TakesClicks(int id) const;
     bool OnNotify(const NMHDR& notice);
     void Run(Handler handler);
+    void TakeInput();
     void Postpone(Handler handler);
-    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    INT_PTR OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     Application* app_ = nullptr;
-    Window window_;
     std::array<HWND, kPageCount> pages_{};  ///< children, destroyed with window_
     HWND shownPage_ = nullptr;
     WizardControls controls_;
+    bool isShowing_ = false;       ///< what changes in the controls is the program's doing, not the user's
     bool isWorking_ = false;       ///< a handler runs: the user's input waits
     Handler postponed_ = nullptr;  ///< to be run when the work has ended
     CaughtFailure failure_;
+    Window window_;  ///< ends first: its messages still need the rest
 };
 
 }  // namespace velbooter

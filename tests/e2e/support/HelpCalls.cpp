@@ -14,15 +14,32 @@ namespace {
 constexpr const char* kOverrides = "Software\\Wine\\AppDefaults\\velbooter.exe\\DllOverrides";
 constexpr const char* kViewer = "hhctrl.ocx";
 constexpr const char* kNotes = "help-calls.txt";
+constexpr const char* kOwn = ".own";
+
+std::string SystemPath(const std::string& name) {
+    char folder[MAX_PATH] = "";
+    ::GetSystemDirectoryA(folder, MAX_PATH);
+    return std::string(folder) + "\\" + name;
+}
+
+bool IsThere(const std::string& path) {
+    return ::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
 
 }  // namespace
 
-HelpCalls::HelpCalls(const ApplicationFolder& folder) : folder_(folder) {
-    CopyTestProgram("e2e_help.dll", folder.Path(kViewer));
+// The system's viewer stays under the second name until the end of the test. One that is there already was
+// left by a test that has died.
+HelpCalls::HelpCalls(const ApplicationFolder& folder, Place place)
+    : folder_(folder), viewer_(place == Place::System ? SystemPath(kViewer) : folder.Path(kViewer)) {
+    if (!IsThere(viewer_ + kOwn)) ::MoveFileA(viewer_.c_str(), (viewer_ + kOwn).c_str());
+    CopyTestProgram("e2e_help.dll", viewer_);
     ::RegSetKeyValueA(HKEY_CURRENT_USER, kOverrides, kViewer, REG_SZ, "native", sizeof "native");
 }
 
 HelpCalls::~HelpCalls() {
+    ::DeleteFileA(viewer_.c_str());
+    ::MoveFileA((viewer_ + kOwn).c_str(), viewer_.c_str());
     ::RegDeleteKeyValueA(HKEY_CURRENT_USER, kOverrides, kViewer);
 }
 

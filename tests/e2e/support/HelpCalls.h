@@ -10,8 +10,11 @@ namespace velbooter::e2e {
 
 class HelpCalls {
  public:
-    /// Puts the library beside the program of `folder`, which must live longer.
-    explicit HelpCalls(const ApplicationFolder& folder);
+    enum class Place { System, BesideTheProgram };
+
+    /// Puts the library into the system's folder, where the viewer is, or where no viewer should be called:
+    /// beside the program of `folder`, which must live longer.
+    explicit HelpCalls(const ApplicationFolder& folder, Place place = Place::System);
 
     /// Gives the programs of the tests the system's viewer again.
     ~HelpCalls();
@@ -29,6 +32,7 @@ class HelpCalls {
 
  private:
     const ApplicationFolder& folder_;
+    std::string viewer_;
 };
 
 }  // namespace velbooter::e2e

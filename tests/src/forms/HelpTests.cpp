@@ -78,6 +78,23 @@ TEST_F(Help, ThePage255IsTheCurrentOne) {
     EXPECT_EQ(1360u, Screen.HelpCalls[0].Data);
 }
 
+TEST_F(Help, TopicsAreComputedIn16Bits) {
+    ShowHelp(App, 3145, true);
+    ShowHelp(App, -3277, true);
+    ASSERT_EQ(2u, Screen.HelpCalls.size());
+    EXPECT_EQ(32760u, Screen.HelpCalls[0].Data);
+    EXPECT_EQ(static_cast<std::uint32_t>(-31460), Screen.HelpCalls[1].Data);
+    for (const int page : {3146, 3148, 3276, 32767, -3278, -32768}) {
+        try {
+            ShowHelp(App, static_cast<std::int16_t>(page), true);
+            ADD_FAILURE() << "no error for page " << page;
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(kOverflow, error.Number);
+        }
+    }
+    EXPECT_EQ(2u, Screen.HelpCalls.size());
+}
+
 TEST_F(Help, WithoutForceNothingIsOpened) {
     ShowHelp(App, 255, false);
     EXPECT_TRUE(Screen.HelpCalls.empty());

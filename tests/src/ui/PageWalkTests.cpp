@@ -67,6 +67,35 @@ class PageWalk : public ApplicationTest {
     bool HasSetupNT() const { return Folder.HasFile("cabs\\lib\\setupnt.cab"); }
 };
 
+TEST_F(PageWalk, LoadingADiskHidesTheDriversOfTheFormer) {
+    GoToDrivers(kCustom);
+    App.Drivers.Visible = true;
+    Back();
+    EXPECT_TRUE(App.Drivers.Visible) << "turning back changes no choice";
+    Next();
+    EXPECT_FALSE(App.Drivers.Visible);
+}
+
+TEST_F(PageWalk, DestinationPageTellsOfAnImageBeforeAnyClick) {
+    GoToDrivers(kCatalogue);
+    EXPECT_EQ("Formating Floppy Disk", App.Wizard.LblMsg3.Caption);
+    Next();
+    EXPECT_EQ(kDestinationPage, Page());
+    EXPECT_EQ("Preparing new floppy image", App.Wizard.LblMsg3.Caption);
+    EXPECT_EQ("Copying files to floppy image", App.Wizard.LblMsg4.Caption);
+    EXPECT_TRUE(App.Wizard.TxtDest.Enabled);
+}
+
+TEST_F(PageWalk, DestinationPageKeepsTheChoiceOfAFloppy) {
+    GoToDrivers(kCatalogue);
+    Next();
+    ChooseOption(App.Wizard, &FrmWizard::OptFloppy);
+    Back();
+    Next();
+    EXPECT_TRUE(App.Wizard.OptFloppy.Value);
+    EXPECT_FALSE(App.Wizard.TxtDest.Enabled);
+}
+
 TEST_F(PageWalk, BeginsOnTheWelcomePageWithBackDisabled) {
     EXPECT_EQ(0, Page());
     EXPECT_EQ(0, App.CurrentStep);

@@ -1,0 +1,35 @@
+#pragma once
+// The five boxes of the product key, which a person fills as if they were one: typing goes on in the next box
+// when one is full, and a whole key can be pasted.
+
+#include <windows.h>
+
+#include <array>
+
+namespace velbooter {
+
+/// The groups of a product key, and the characters of each.
+inline constexpr size_t kKeyGroups = 5;
+inline constexpr size_t kKeyGroupLength = 5;
+
+class ProductKeyBoxes {
+ public:
+    ProductKeyBoxes() = default;
+    ProductKeyBoxes(const ProductKeyBoxes&) = delete;
+    ProductKeyBoxes& operator=(const ProductKeyBoxes&) = delete;
+
+    /// Takes over the edit controls `boxes`, in their order, of the dialog `frame`. The object must live
+    /// longer than they do.
+    void Attach(HWND frame, const std::array<HWND, kKeyGroups>& boxes);
+
+ private:
+    static LRESULT CALLBACK Procedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR index,
+                                      DWORD_PTR self);
+    bool Paste(size_t first) const;
+    void LeaveWhenFull(size_t index) const;
+
+    HWND frame_ = nullptr;
+    std::array<HWND, kKeyGroups> boxes_{};
+};
+
+}  // namespace velbooter

@@ -1,0 +1,128 @@
+// The wizard while the driver selection stands beside it: both can be used, and neither takes from the other
+// what the user has done.
+
+#include "tests/e2e/support/FileDialogs.h"
+#include "tests/e2e/support/Patience.h"
+#include "tests/e2e/support/SelectionWindow.h"
+#include "tests/e2e/support/WindowTree.h"
+#include "tests/e2e/support/WizardTest.h"
+
+namespace velbooter::e2e {
+namespace {
+
+class WizardBesideSelection : public WizardTest {
+ protected:
+    // Opens the selection of SCSI drivers and waits until they are all there.
+    SelectionWindow OpenSelection(const ShownWizard& wizard) {
+        wizard.Click(IDC_SELECT_ASPI);
+        const SelectionWindow selection(Program().DriverSelection());
+        Program().WaitUntil([&] { return selection.ColumnArrow(1) == Arrow::Up; },
+                            "the drivers are not listed");
+        return selection;
+    }
+
+    // Lets the selection's handler show all forms again.
+    void UnselectAll(const SelectionWindow& selection) {
+        selection.Click("Unselect All");
+        Program().WaitUntil([&] { return selection.Ticked().empty(); }, "the ticks stay");
+    }
+
+    void PressOk(const SelectionWindow& selection) {
+        selection.Click("OK");
+        Program().WaitUntilHidden(selection.Handle());
+    }
+
+    // The dialog of the program that is not the selection.
+    HWND OtherDialog(const SelectionWindow& selection) {
+        HWND found = nullptr;
+        const auto isThere = [&] {
+            for (const WindowInfo& window : TopLevelWindows(Program().ProcessId())) {
+                const bool isDialog = window.Class == "#32770" && window.Visible;
+                if (isDialog && window.Handle != selection.Handle()) found = window.Handle;
+            }
+            return found != nullptr;
+        };
+        Program().WaitUntil(isThere, "no dialog came");
+        return found;
+    }
+
+    void Leave(const ShownWizard& wizard) {
+        wizard.Close();
+        EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    }
+};
+
+TEST_F(WizardBesideSelection, AnswersThatAreTypedStay) {
+    SetDisk("custom", SmallDiskWith({"[Create_CABs]", "setupwin=LIB"}));
+    const ShownWizard wizard = OpenAt(kDriversPage);
+    const SelectionWindow selection = OpenSelection(wizard);
+    wizard.GoTo(kSetupPage);
+    wizard.Enter(IDC_OWNER, "Typed by hand");
+    UnselectAll(selection);
+    EXPECT_EQ(wizard.Text(IDC_OWNER), "Typed by hand");
+    wizard.Enter(IDC_KEY_PART_5, "ABCDE");
+    PressOk(selection);
+    EXPECT_EQ(wizard.Text(IDC_OWNER), "Typed by hand");
+    EXPECT_EQ(wizard.Text(IDC_KEY_PART_5), "ABCDE");
+    wizard.Next(kFilesPage);
+    EXPECT_NE(folder_.Read("files\\setupwin\\bin\\auto.inf").find("Name=\"Typed by hand\""),
+              std::string::npos);
+    Leave(wizard);
+}
+
+TEST_F(WizardBesideSelection, SelectedDiskStays) {
+    const ShownWizard wizard = OpenAt(kDriversPage);
+    const SelectionWindow selection = OpenSelection(wizard);
+    wizard.Back(kDiskPage);
+    wizard.SelectDisk("minimal");
+    const int row = wizard.SelectedDisk();
+    UnselectAll(selection);
+    EXPECT_EQ(wizard.SelectedDisk(), row);
+    PressOk(selection);
+    EXPECT_EQ(wizard.SelectedDisk(), row);
+    Leave(wizard);
+}
+
+TEST_F(WizardBesideSelection, TargetThatIsTypedIsTheOneThatIsBuilt) {
+    const ShownWizard wizard = OpenAt(kDriversPage);
+    const SelectionWindow selection = OpenSelection(wizard);
+    wizard.GoTo(kDestinationPage);
+    const std::string mine = folder_.OutsidePath("mine.img");
+    wizard.Enter(IDC_TARGET, mine);
+    PressOk(selection);
+    EXPECT_EQ(wizard.Text(IDC_TARGET), mine);
+    wizard.Click(IDC_FINISH);
+    ExpectTheEnd(wizard, "Operation completed successfully");
+    ExpectImage(folder_, mine, kSmallImageBytes);
+    Leave(wizard);
+}
+
+TEST_F(WizardBesideSelection, DialogOfTheWizardTakesTheInputOfBoth) {
+    const ShownWizard wizard = OpenAt(kDriversPage);
+    const SelectionWindow selection = OpenSelection(wizard);
+    wizard.GoTo(kDestinationPage);
+    wizard.Click(IDC_BROWSE);
+    const HWND dialog = OtherDialog(selection);
+    EXPECT_EQ(::GetWindow(dialog, GW_OWNER), wizard.Handle());
+    EXPECT_FALSE(::IsWindowEnabled(wizard.Handle()));
+    EXPECT_FALSE(::IsWindowEnabled(selection.Handle()));
+    CancelFileDialog(Program(), dialog);
+    Program().WaitUntil([&] { return wizard.Takes(IDC_BROWSE); }, "the wizard takes no input again");
+    EXPECT_TRUE(Eventually([&] { return ::IsWindowEnabled(selection.Handle()) != FALSE; }));
+    PressOk(selection);
+    Leave(wizard);
+}
+
+TEST_F(WizardBesideSelection, LoadingAnotherDiskHidesTheDriversOfTheFormer) {
+    const ShownWizard wizard = OpenAt(kDriversPage);
+    const SelectionWindow selection = OpenSelection(wizard);
+    wizard.Back(kDiskPage);
+    wizard.SelectDisk("demoodi");
+    wizard.Next(kDriversPage);
+    EXPECT_FALSE(::IsWindowVisible(selection.Handle()));
+    EXPECT_TRUE(wizard.Takes(IDC_SELECT_NDIS));
+    Leave(wizard);
+}
+
+}  // namespace
+}  // namespace velbooter::e2e

@@ -1,0 +1,25 @@
+#pragma once
+// Hears what a program tells readers of the screen without being asked.
+
+#include <windows.h>
+
+#include <vector>
+
+namespace velbooter::e2e {
+
+class Announcements {
+ public:
+    /// Listens to `process`. One object at a time.
+    explicit Announcements(DWORD process);
+    ~Announcements();
+    Announcements(const Announcements&) = delete;
+    Announcements& operator=(const Announcements&) = delete;
+
+    /// The windows whose texts were announced so far, in order.
+    std::vector<HWND> Heard() const;
+
+ private:
+    HWINEVENTHOOK hook_;
+};
+
+}  // namespace velbooter::e2e
