@@ -29,7 +29,9 @@ TEST(MatchFinder, GivesTheNearestPlaceOfEachLength) {
         for (std::uint32_t at = 0; at < bytes.size(); ++at) {
             const std::uint32_t longest = std::min<std::uint32_t>(257, 32768 - at % 32768);
             found.clear();
-            finder.Find(at, &bytes[at], static_cast<std::uint32_t>(bytes.size()) - at, longest, found);
+            const std::uint32_t given =
+                finder.Find(at, &bytes[at], static_cast<std::uint32_t>(bytes.size()) - at, longest, found);
+            ASSERT_EQ(given, found.empty() ? 0 : found.back().Length()) << at;
             std::uint32_t last = 1;
             for (const Match match : found) {
                 ASSERT_GT(match.Length(), last) << at;
