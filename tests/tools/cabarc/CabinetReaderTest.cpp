@@ -65,19 +65,24 @@ TEST(CabinetReader, ReadsEveryField) {
 }
 
 TEST(CabinetReader, SkipsReservesAndNeighboursNames) {
-    Bytes cabinet = HandMade({{"a.txt", BytesOf("alpha")}});
+    Bytes cabinet = HandMade({{"a.txt", BytesOf("alpha")}, {"b.txt", BytesOf("beta"), 0x20, 1}});
+    const std::uint32_t secondFolder = ReadFrom(cabinet).Folders.at(1).DataOffset;
     cabinet[30] = 7;
     // Header reserve of 3 bytes, folder reserve of 2, data reserve of 5 (data records are not read), then two
     // names for each neighbour.
     const Bytes inserted = {3, 0, 2, 5, 9, 9, 9, 'p', 0, 'd', 0, 'n', 0, 'e', 0};
     cabinet.insert(cabinet.begin() + 36, inserted.begin(), inserted.end());
     const Bytes folderReserve = {8, 8};
-    cabinet.insert(cabinet.begin() + 36 + 15 + 8, folderReserve.begin(), folderReserve.end());
-    cabinet[16] = static_cast<std::uint8_t>(36 + 15 + 8 + 2);
+    for (const int end : {36 + 15 + 8, 36 + 15 + 8 + 2 + 8})
+        cabinet.insert(cabinet.begin() + end, folderReserve.begin(), folderReserve.end());
+    cabinet[16] = static_cast<std::uint8_t>(36 + 15 + 2 * (8 + 2));
     const CabinetDirectory directory = ReadFrom(cabinet);
     EXPECT_EQ(directory.Flags, 7);
-    ASSERT_EQ(directory.Members.size(), 1U);
+    ASSERT_EQ(directory.Folders.size(), 2U);
+    EXPECT_EQ(directory.Folders[1].DataOffset, secondFolder);
+    ASSERT_EQ(directory.Members.size(), 2U);
     EXPECT_EQ(directory.Members[0].Name, "a.txt");
+    EXPECT_EQ(directory.Members[1].Name, "b.txt");
 }
 
 TEST(CabinetReader, AcceptsBytesBehindTheCabinet) {
