@@ -23,12 +23,7 @@ void PrepareProcess() {
     // That a drive has no disk is told by the step that needs it, not by a box of the system before that. The
     // tools inherit it.
     ::SetErrorMode(::GetErrorMode() | SEM_FAILCRITICALERRORS);
-    // The program may lie among downloads: libraries come from the system's folder alone. A Windows 7 without
-    // its updates lacks the function.
-    using SetDirectories = BOOL(WINAPI*)(DWORD);
-    const auto setDirectories = reinterpret_cast<SetDirectories>(reinterpret_cast<void*>(
-        ::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories")));
-    if (setDirectories != nullptr) setDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+    velbooter::LoadSystemLibrariesAlone();
     // While a slow drive keeps a call of the system waiting nobody is answered. The system's stand-in for
     // such a window has a close box that would end the program in the middle of a disk.
     ::DisableProcessWindowsGhosting();

@@ -138,6 +138,13 @@ std::string GetProgramFolder() {
     return GetFolderPart(GetProgramFile());
 }
 
+void LoadSystemLibrariesAlone() {
+    using SetDirectories = BOOL(WINAPI*)(DWORD);
+    const auto setDirectories = reinterpret_cast<SetDirectories>(reinterpret_cast<void*>(
+        ::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories")));
+    if (setDirectories != nullptr) setDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+}
+
 bool FileExists(const std::string& path) {
     std::string plain = UnquotePath(path);
     if (EndsWith(plain, "\\")) plain.pop_back();

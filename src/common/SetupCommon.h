@@ -46,6 +46,10 @@ std::string GetSystemFolder();
 std::string GetProgramFile();
 std::string GetProgramFolder();
 
+/// Makes the system load libraries from its own folder alone: the program may lie among downloads, any of
+/// which could be one. Changes nothing on a Windows 7 without its updates.
+void LoadSystemLibrariesAlone();
+
 /// Returns whether a file can be opened for reading: false for a folder, a missing file, and one locked
 /// against reading. One pair of enclosing quotes and then one trailing "\" are dropped first. A path with "*"
 /// is a pattern: true when a listing of it, folders included, has any entry.

@@ -60,6 +60,7 @@ int Fail(const std::string& line) {
 }  // namespace
 
 int main() {
+    velbooter::LoadSystemLibrariesAlone();
     const std::string program = velbooter::GetProgramFolder() + "\\velbooter.exe";
     const std::string text = velbooter::TextBehindName(::GetCommandLineA());
     const bool isWizard = velbooter::IsWithoutArguments(text);
