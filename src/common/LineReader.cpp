@@ -8,8 +8,7 @@ namespace velbooter {
 
 namespace {
 constexpr DWORD kBufferBytes = 32768;
-constexpr char kEndOfText = '\x1A';
-}  // namespace
+}
 
 LineReader::LineReader(const std::string& file)
     : fileName_(file),
@@ -19,21 +18,13 @@ LineReader::LineReader(const std::string& file)
 }
 
 bool LineReader::Fill() {
-    position_ = 0;
-    if (isAtEnd_) {
-        buffer_.clear();
-        return false;
-    }
     buffer_.resize(kBufferBytes);
+    position_ = 0;
     DWORD got = 0;
     if (::ReadFile(file_.Get(), buffer_.data(), kBufferBytes, &got, nullptr) == 0)
         RaiseLastSystemError(fileName_);
     buffer_.resize(got);
-    if (const size_t end = buffer_.find(kEndOfText); end != std::string::npos) {
-        buffer_.resize(end);
-        isAtEnd_ = true;
-    }
-    return !buffer_.empty();
+    return got > 0;
 }
 
 std::optional<std::string> LineReader::Next() {

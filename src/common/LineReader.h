@@ -1,7 +1,6 @@
 #pragma once
 // Reads a text file line by line. Every reader of a text file in the program goes through it, so that CR LF
-// and LF line ends mean the same everywhere. A text ends at its first byte 1Ah, which editors of DOS put
-// behind the last line.
+// and LF line ends mean the same everywhere.
 
 #include <optional>
 #include <string>
@@ -27,7 +26,6 @@ class LineReader {
     FileHandle file_;
     std::string buffer_;
     size_t position_ = 0;
-    bool isAtEnd_ = false;  ///< nothing behind the buffer counts
 };
 
 }  // namespace velbooter

@@ -1,5 +1,6 @@
 #include "src/drivers/NetworkLists.h"
 
+#include <limits>
 #include <set>
 
 #include "src/common/FileSystem.h"
@@ -26,15 +27,19 @@ Names FilesLike(const Application& app, const std::string& pattern) {
     return names;
 }
 
-void CopyFirstLine(const std::string& file, LineWriter& list) {
-    if (!FileExists(file)) return;
-    if (const auto line = LineReader(file).Next()) WriteToFile(*line, list);
-}
-
-void CopyAllLines(const std::string& file, LineWriter& list) {
+// Writes the first `count` lines of `file`, if it is there. Editors of DOS end a text with the byte 1Ah;
+// within the list it would hide all that follows from a reader under DOS.
+void CopyLines(const std::string& file, size_t count, LineWriter& list) {
+    constexpr char kEndOfText = '\x1A';
     if (!FileExists(file)) return;
     LineReader lines(file);
-    while (const auto line = lines.Next()) WriteToFile(*line, list);
+    for (size_t i = 0; i < count; ++i) {
+        const auto line = lines.Next();
+        if (!line) return;
+        const size_t end = line->find(kEndOfText);
+        if (end != 0) WriteToFile(line->substr(0, end), list);
+        if (end != std::string::npos) return;
+    }
 }
 
 void Place(Application& app, const std::string& list, const std::string& entry) {
@@ -102,8 +107,8 @@ void CreateCacheFile(Application& app, const std::string& name, const std::strin
         const std::string members = name + ".*";
         const Names former = FilesLike(app, members);
         ExtractFromDriver(app, folder + driver + ".cab", members);
-        CopyFirstLine(nameList, list);
-        CopyAllLines(pciList, map);
+        CopyLines(nameList, 1, list);
+        CopyLines(pciList, std::numeric_limits<size_t>::max(), map);
         for (const std::string& file : FilesLike(app, members)) {
             if (former.count(file) == 0) DeleteFileAt(app.PathOf(file));
         }

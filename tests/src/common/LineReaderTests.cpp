@@ -55,15 +55,6 @@ TEST_F(LineReading, AnEmptyFileHasNoLineAndALineEndAloneIsOne) {
     EXPECT_EQ((Lines{""}), LinesOf("\r\n"));
 }
 
-// Editors of DOS put the byte behind the last line.
-TEST_F(LineReading, ATextEndsAtTheByte1A) {
-    EXPECT_EQ((Lines{"one", "two"}), LinesOf("one\r\ntwo\r\n\x1A"));
-    EXPECT_EQ((Lines{"one", "two"}), LinesOf("one\r\ntwo\x1Athree\r\nfour"));
-    EXPECT_EQ((Lines{}), LinesOf("\x1A"));
-    const std::string longText(40000, 'x');
-    EXPECT_EQ((Lines{longText, "y"}), LinesOf(longText + "\ny\x1A" + longText));
-}
-
 TEST_F(LineReading, BlanksAndNulsAreKept) {
     EXPECT_EQ((Lines{"  a\t ", "b\0c"s, "\0"s}), LinesOf("  a\t \r\nb\0c\r\n\0\r\n"s));
 }
