@@ -138,6 +138,12 @@ TEST_F(CopyFileWithPromptTest, QuietNeverReportsAndNeverFails) {
     EXPECT_TRUE(Copy("a.sys", "cabs\\a.sys", true)) << "a folder is in the way";
 }
 
+TEST_F(CopyFileWithPromptTest, BlanksBeforeThePatternAreDropped) {
+    Folder.Write("s\\a", "abc");
+    EXPECT_TRUE(Copy(Folder.At("s\\  *.*"), "cabs"));
+    EXPECT_EQ("abc", Folder.Read("cabs\\a"));
+}
+
 // The copy of a folder ends at the first failure that is passed over, aloud or quietly.
 TEST_F(CopyFileWithPromptTest, AFailureInAFolderLeavesOutTheRestOfIt) {
     for (const char* file : {"s\\a", "s\\b", "s\\c"}) Folder.Write(file);
