@@ -172,11 +172,11 @@ TEST_F(WizardKeyboard, AccessKeysOfTheDestination) {
 
 TEST_F(WizardKeyboard, IsTakenBackFromNoWindow) {
     const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
-    ASSERT_TRUE(TakeKeyboardAway());
+    ASSERT_TRUE(TakeKeyboardAway(wizard.Handle()));
     Choose(wizard, "alt+2", IDC_IMAGE_28);
     Type("Escape");
     ExpectTheEnd(wizard, "Operation canceled");
-    ASSERT_TRUE(TakeKeyboardAway());
+    ASSERT_TRUE(TakeKeyboardAway(wizard.Handle()));
     Type("Return");
     ExpectEnd(ExitCode::Canceled);
 }

@@ -131,8 +131,9 @@ bool TypeKeys(DWORD process, const std::string& keys) {
     return RunBelow("xdotool windowfocus " + std::to_string(number) + " key " + keys);
 }
 
-bool TakeKeyboardAway() {
-    return RunBelow("xdotool windowfocus 0");
+// Wine hears of it in a message of its own, which must not come between keys that are typed later.
+bool TakeKeyboardAway(HWND window) {
+    return RunBelow("xdotool windowfocus 0") && Eventually([&] { return ::GetForegroundWindow() != window; });
 }
 
 bool ClickAt(int x, int y) {

@@ -35,8 +35,9 @@ std::string ScreenshotPath(const std::string& name);
 /// whether they were typed.
 bool TypeKeys(DWORD process, const std::string& keys);
 
-/// Leaves the keyboard to no window. Returns whether that was done.
-bool TakeKeyboardAway();
+/// Takes the keyboard from `window`, which has it, and leaves it to none. Returns whether the window has lost
+/// it.
+bool TakeKeyboardAway(HWND window);
 
 /// Clicks the left mouse button at a place of the screen. Returns whether it was clicked.
 bool ClickAt(int x, int y);
