@@ -20,6 +20,11 @@ export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES='mscoree,mshtml='
 export FONTCONFIG_FILE=$root/scripts/no-fonts.conf
 
+# Wine's loader lies below the page 7FFE0000, which every Windows program needs, and Linux puts the loader's heap anywhere in the
+# gigabyte that follows it: one start in some thousands ends with "failed to map the shared user data", before the program's
+# first instruction. Without random addresses the heap follows the loader and stays below that page.
+at_fixed_addresses=(setarch --addr-no-randomize)
+
 i386_root=$root/build/debian-i386
 # Whether programs of the i386 Debian see this checkout: only below scripts/with-i386-root.sh.
 sees_checkout() { [ -e "$i386_root$root/scripts/wine-environment.sh" ]; }

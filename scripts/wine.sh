@@ -4,6 +4,6 @@
 set -euo pipefail
 # shellcheck source=scripts/wine-environment.sh
 . "$(dirname "${BASH_SOURCE[0]}")/wine-environment.sh"
-if [ "$VELBOOTER_WINE" = x64 ]; then exec wine "$@"; fi
+if [ "$VELBOOTER_WINE" = x64 ]; then exec "${at_fixed_addresses[@]}" wine "$@"; fi
 if ! sees_checkout; then exec "$root/scripts/with-i386-root.sh" "${BASH_SOURCE[0]}" "$@"; fi
-exec chroot "$i386_root" /usr/bin/env -C "$PWD" wine "$@"
+exec "${at_fixed_addresses[@]}" chroot "$i386_root" /usr/bin/env -C "$PWD" wine "$@"
