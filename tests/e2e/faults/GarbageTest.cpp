@@ -6,6 +6,7 @@
 // psapi.h needs windows.h before it.
 #include <psapi.h>
 
+#include <functional>
 #include <random>
 
 #include "tests/e2e/faults/FaultExpectations.h"
@@ -29,13 +30,27 @@ std::string WithoutEquals(std::string text) {
     return text;
 }
 
+// The bytes are made when their case runs: every start of this program would make those of all cases
+// otherwise.
 struct Garbage {
     const char* Name;
-    std::string Contents;
+    std::function<std::string()> Contents;
 };
 
+Garbage Text(const char* name, const std::string& text) {
+    return {name, [text] { return text; }};
+}
+
+Garbage Repeated(const char* name, size_t size, char byte) {
+    return {name, [=] { return std::string(size, byte); }};
+}
+
+Garbage Random(const char* name, size_t size, unsigned seed) {
+    return {name, [=] { return RandomBytes(size, seed); }};
+}
+
 void PrintTo(const Garbage& garbage, std::ostream* out) {
-    *out << garbage.Name << ", " << garbage.Contents.size() << " bytes";
+    *out << garbage.Name;
 }
 
 std::string NameOfCase(const testing::TestParamInfo<Garbage>& info) {
@@ -56,7 +71,7 @@ class GarbageTest : public testing::TestWithParam<Garbage> {
 class GarbledConfiguration : public GarbageTest {};
 
 TEST_P(GarbledConfiguration, CancelsTheBuild) {
-    folder_.Write("files\\custom.ini", GetParam().Contents);
+    folder_.Write("files\\custom.ini", GetParam().Contents());
     ProgramUnderTest program(folder_, kBuild);
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
     ExpectOldImage(folder_);
@@ -64,11 +79,9 @@ TEST_P(GarbledConfiguration, CancelsTheBuild) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, GarbledConfiguration,
-                         testing::Values(Garbage{"Random1", RandomBytes(65536, 1)},
-                                         Garbage{"Random2", RandomBytes(65536, 2)},
-                                         Garbage{"Random3", RandomBytes(65536, 3)},
-                                         Garbage{"RandomAndLarge", RandomBytes(kLarge, 4)},
-                                         Garbage{"EqualsSigns", std::string(kLarge, '=')}),
+                         testing::Values(Random("Random1", 65536, 1), Random("Random2", 65536, 2),
+                                         Random("Random3", 65536, 3), Random("RandomAndLarge", kLarge, 4),
+                                         Repeated("EqualsSigns", kLarge, '=')),
                          NameOfCase);
 
 // The memory that the program uses, in bytes.
@@ -86,7 +99,7 @@ class EmptyConfiguration : public GarbageTest {};
 
 TEST_P(EmptyConfiguration, NamesTheMissingSystemFile) {
     constexpr size_t kMostMemory = 20 * kLarge;
-    folder_.Write("files\\custom.ini", GetParam().Contents);
+    folder_.Write("files\\custom.ini", GetParam().Contents());
     ProgramUnderTest program(folder_, kBuild);
     EXPECT_EQ(program.Message(), UnreadableSource("IO.SYS"));
     EXPECT_GT(MemoryOf(program), 0u);
@@ -97,19 +110,19 @@ TEST_P(EmptyConfiguration, NamesTheMissingSystemFile) {
     ExpectNoWorkingFiles(folder_);
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, EmptyConfiguration,
-                         testing::Values(Garbage{"NoBytes", ""}, Garbage{"Nuls", std::string(65536, '\0')},
-                                         Garbage{"NulsAndLarge", std::string(kLarge, '\0')},
-                                         Garbage{"OneLongLine", std::string(kLarge, 'x')},
-                                         Garbage{"LineEnds", std::string(kLarge, '\n')},
-                                         Garbage{"RandomAndLarge", WithoutEquals(RandomBytes(kLarge, 5))}),
-                         NameOfCase);
+INSTANTIATE_TEST_SUITE_P(
+    Each, EmptyConfiguration,
+    testing::Values(Text("NoBytes", ""), Repeated("Nuls", 65536, '\0'),
+                    Repeated("NulsAndLarge", kLarge, '\0'), Repeated("OneLongLine", kLarge, 'x'),
+                    Repeated("LineEnds", kLarge, '\n'),
+                    Garbage{"RandomAndLarge", [] { return WithoutEquals(RandomBytes(kLarge, 5)); }}),
+    NameOfCase);
 
 // A catalogue that names no disk leaves the custom one.
 class GarbledCatalogue : public GarbageTest {};
 
 TEST_P(GarbledCatalogue, HasTheCustomDiskAlone) {
-    folder_.Write("files\\disklist.ini", GetParam().Contents);
+    folder_.Write("files\\disklist.ini", GetParam().Contents());
     {
         ProgramUnderTest program(folder_, " minimal");
         EXPECT_EQ(program.Answer("OK").Text, "The disk \"minimal\" doesn't exist");
@@ -121,13 +134,11 @@ TEST_P(GarbledCatalogue, HasTheCustomDiskAlone) {
 
 INSTANTIATE_TEST_SUITE_P(
     Each, GarbledCatalogue,
-    testing::Values(Garbage{"Random1", RandomBytes(65536, 11)}, Garbage{"Random2", RandomBytes(65536, 12)},
-                    Garbage{"RandomAndLarge", RandomBytes(kLarge, 13)},
-                    Garbage{"RandomBehindACount", "[Disks_List]\r\nCount=9\r\n" + RandomBytes(65536, 14)},
-                    Garbage{"MoreDisksThanThereAre", "[Disks_List]\r\nCount=2000\r\n"},
-                    Garbage{"Nuls", std::string(65536, '\0')},
-                    Garbage{"NulsAndLarge", std::string(kLarge, '\0')},
-                    Garbage{"OneLongLine", std::string(kLarge, '[')}),
+    testing::Values(
+        Random("Random1", 65536, 11), Random("Random2", 65536, 12), Random("RandomAndLarge", kLarge, 13),
+        Garbage{"RandomBehindACount", [] { return "[Disks_List]\r\nCount=9\r\n" + RandomBytes(65536, 14); }},
+        Text("MoreDisksThanThereAre", "[Disks_List]\r\nCount=2000\r\n"), Repeated("Nuls", 65536, '\0'),
+        Repeated("NulsAndLarge", kLarge, '\0'), Repeated("OneLongLine", kLarge, '[')),
     NameOfCase);
 
 TEST(Catalogue, CountThatIsNoWholeNumberOfDisksIsAnError) {
@@ -145,14 +156,14 @@ TEST(Catalogue, CountThatIsNoWholeNumberOfDisksIsAnError) {
 class GarbledBootSector : public GarbageTest {};
 
 TEST_P(GarbledBootSector, MakesNoImage) {
-    folder_.Write("files\\bootsect.bin", GetParam().Contents);
+    folder_.Write("files\\bootsect.bin", GetParam().Contents());
     ExpectRunWithoutImage(folder_);
     ExpectOldImage(folder_);
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, GarbledBootSector,
-                         testing::Values(Garbage{"NoBytes", ""}, Garbage{"Nuls", std::string(512, '\0')},
-                                         Garbage{"Large", RandomBytes(kLarge, 21)}),
+                         testing::Values(Text("NoBytes", ""), Repeated("Nuls", 512, '\0'),
+                                         Random("Large", kLarge, 21)),
                          NameOfCase);
 
 }  // namespace
