@@ -45,11 +45,6 @@ class WizardBesideSelection : public WizardTest {
         Program().WaitUntil(isThere, "no dialog came");
         return found;
     }
-
-    void Leave(const ShownWizard& wizard) {
-        wizard.Close();
-        EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
-    }
 };
 
 TEST_F(WizardBesideSelection, AnswersThatAreTypedStay) {
@@ -91,10 +86,7 @@ TEST_F(WizardBesideSelection, TargetThatIsTypedIsTheOneThatIsBuilt) {
     wizard.Enter(IDC_TARGET, mine);
     PressOk(selection);
     EXPECT_EQ(wizard.Text(IDC_TARGET), mine);
-    wizard.Click(IDC_FINISH);
-    ExpectTheEnd(wizard, "Operation completed successfully");
-    ExpectImage(folder_, mine, kSmallImageBytes);
-    Leave(wizard);
+    FinishInto(wizard, mine);
 }
 
 TEST_F(WizardBesideSelection, DialogOfTheWizardTakesTheInputOfBoth) {
@@ -106,8 +98,7 @@ TEST_F(WizardBesideSelection, DialogOfTheWizardTakesTheInputOfBoth) {
     EXPECT_EQ(::GetWindow(dialog, GW_OWNER), wizard.Handle());
     EXPECT_FALSE(::IsWindowEnabled(wizard.Handle()));
     EXPECT_FALSE(::IsWindowEnabled(selection.Handle()));
-    CancelFileDialog(Program(), dialog);
-    Program().WaitUntil([&] { return wizard.Takes(IDC_BROWSE); }, "the wizard takes no input again");
+    CancelBrowsing(wizard, dialog);
     EXPECT_TRUE(Eventually([&] { return ::IsWindowEnabled(selection.Handle()) != FALSE; }));
     PressOk(selection);
     Leave(wizard);

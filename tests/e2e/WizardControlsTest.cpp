@@ -25,22 +25,13 @@ class WizardControls : public WizardTest {
     // Builds and returns the names of a group's drivers on the disk.
     Names Build(const ShownWizard& wizard, const std::string& group) {
         wizard.GoTo(kDestinationPage);
-        wizard.Click(IDC_FINISH);
-        ExpectTheEnd(wizard, "Operation completed successfully");
-        const std::string path = wizard.Text(IDC_TARGET);
-        Leave(wizard);
-        const FloppyImage image = ExpectImage(folder_, path, kSmallImageBytes);
+        const FloppyImage image = FinishInto(wizard, wizard.Text(IDC_TARGET));
         const std::string prefix = "LIB\\" + group + "\\";
         Names names;
         for (const auto& [file, contents] : image.Files()) {
             if (file.rfind(prefix, 0) == 0) names.push_back(file.substr(prefix.size()));
         }
         return names;
-    }
-
-    void Leave(const ShownWizard& wizard) {
-        wizard.Close();
-        EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
     }
 
     size_t DriversIn(const std::string& group) const {
@@ -198,10 +189,7 @@ TEST_F(WizardControls, BrowseTakesTheChosenFile) {
     ChooseFile(Program(), dialog, folder_.OutsidePath("chosen"));
     Program().WaitUntil([&] { return wizard.Text(IDC_TARGET) == folder_.OutsidePath("chosen.img"); },
                         "the chosen file is not the target");
-    wizard.Click(IDC_FINISH);
-    ExpectTheEnd(wizard, "Operation completed successfully");
-    ExpectImage(folder_, folder_.OutsidePath("chosen.img"), kSmallImageBytes);
-    Leave(wizard);
+    FinishInto(wizard, folder_.OutsidePath("chosen.img"));
 }
 
 TEST_F(WizardControls, BrowseTakesAFolderThatIsNotThereYet) {
@@ -211,10 +199,7 @@ TEST_F(WizardControls, BrowseTakesAFolderThatIsNotThereYet) {
     ChooseFile(Program(), Program().FileDialog(), target);
     Program().WaitUntil([&] { return wizard.Text(IDC_TARGET) == target; },
                         "the chosen file is not the target");
-    wizard.Click(IDC_FINISH);
-    ExpectTheEnd(wizard, "Operation completed successfully");
-    ExpectImage(folder_, target, kSmallImageBytes);
-    Leave(wizard);
+    FinishInto(wizard, target);
 }
 
 TEST_F(WizardControls, BrowseFromAFolderBeginsWithTheUsualName) {
@@ -223,8 +208,7 @@ TEST_F(WizardControls, BrowseFromAFolderBeginsWithTheUsualName) {
     wizard.Click(IDC_BROWSE);
     const HWND dialog = Program().FileDialog();
     EXPECT_EQ(FileNameIn(dialog), "BootDisk.img");
-    CancelFileDialog(Program(), dialog);
-    Program().WaitUntil([&] { return wizard.Takes(IDC_BROWSE); }, "the wizard takes no input again");
+    CancelBrowsing(wizard, dialog);
     EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.OutsidePath(""));
     Leave(wizard);
 }
@@ -235,8 +219,7 @@ TEST_F(WizardControls, CancelledBrowsingKeepsTheTarget) {
     wizard.Click(IDC_BROWSE);
     const HWND dialog = Program().FileDialog();
     EXPECT_EQ(FileNameIn(dialog), "mine.img");
-    CancelFileDialog(Program(), dialog);
-    Program().WaitUntil([&] { return wizard.Takes(IDC_BROWSE); }, "the wizard takes no input again");
+    CancelBrowsing(wizard, dialog);
     EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.Path("mine.img"));
     Leave(wizard);
 }

@@ -98,11 +98,6 @@ class WizardLayout : public WizardTest, public testing::WithParamInterface<int> 
         return wizard;
     }
 
-    void Leave(const ShownWizard& wizard) {
-        wizard.Close();
-        EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
-    }
-
     // Calls `check` with the frame and with each page.
     template <class Check>
     static void ForEachWindow(const ShownWizard& wizard, Check check) {

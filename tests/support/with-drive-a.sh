@@ -27,8 +27,8 @@ link=$WINEPREFIX/dosdevices/a:
 watcher=
 # shellcheck disable=SC2317  # the trap calls it
 clean_up() {
-    # It has ended by itself when the drive could not be mounted anew, of which the test has told.
-    [ -z "$watcher" ] || kill "$watcher" 2>/dev/null || true
+    # A watcher that could not mount the drive anew has ended before, and has told why.
+    if [ -n "$watcher" ] && kill -0 "$watcher"; then kill "$watcher"; fi
     rm -f "$link"
     if mountpoint -q "$work/floppy"; then umount -l "$work/floppy"; fi
     rm -rf --one-file-system "$work"

@@ -21,15 +21,31 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam, const void* pointer) {
     return static_cast<LRESULT>(answer);
 }
 
-std::string ItemText(HWND list, int row, int column) {
-    const RemoteMemory memory(list, sizeof(LVITEMA) + kRemoteTextBytes);
-    LVITEMA item{};
-    item.iSubItem = column;
+namespace {
+
+// Asks for the text of something that `item` describes: an LVITEMA or an HDITEMA.
+template <typename Item>
+std::string TextByItem(HWND control, UINT message, int index, Item item) {
+    const RemoteMemory memory(control, sizeof item + kRemoteTextBytes);
     item.pszText = memory.At(sizeof item);
     item.cchTextMax = static_cast<int>(kRemoteTextBytes);
     memory.Write(item);
-    Ask(list, LVM_GETITEMTEXTA, static_cast<WPARAM>(row), memory.At());
+    Ask(control, message, static_cast<WPARAM>(index), memory.At());
     return memory.Text(sizeof item, kRemoteTextBytes);
+}
+
+}  // namespace
+
+std::string ItemText(HWND list, int row, int column) {
+    LVITEMA item{};
+    item.iSubItem = column;
+    return TextByItem(list, LVM_GETITEMTEXTA, row, item);
+}
+
+std::string TitleOf(HWND header, int column) {
+    HDITEMA item{};
+    item.mask = HDI_TEXT;
+    return TextByItem(header, HDM_GETITEMA, column, item);
 }
 
 RECT ItemPlace(HWND list, int row, int part) {

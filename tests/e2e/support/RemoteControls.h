@@ -17,6 +17,9 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, const void* pointer = 
 /// The text of a row of the list view `list`; row and column are 0-based.
 std::string ItemText(HWND list, int row, int column);
 
+/// The title of a column of the header `header`; the column is 0-based.
+std::string TitleOf(HWND header, int column);
+
 /// Where a row of the list view `list` stands in it. `part` is one of the system's numbers (LVIR_...).
 RECT ItemPlace(HWND list, int row, int part);
 

@@ -66,15 +66,7 @@ std::string SelectionWindow::Selected() const {
 }
 
 std::string SelectionWindow::ColumnTitle(int column) const {
-    const HWND header = Header();
-    const RemoteMemory memory(header, sizeof(HDITEMA) + kRemoteTextBytes);
-    HDITEMA item{};
-    item.mask = HDI_TEXT;
-    item.pszText = memory.At(sizeof item);
-    item.cchTextMax = static_cast<int>(kRemoteTextBytes);
-    memory.Write(item);
-    Ask(header, HDM_GETITEMA, static_cast<WPARAM>(column), memory.At());
-    return memory.Text(sizeof item, kRemoteTextBytes);
+    return TitleOf(Header(), column);
 }
 
 Arrow SelectionWindow::ColumnArrow(int column) const {

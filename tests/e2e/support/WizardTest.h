@@ -10,6 +10,7 @@
 
 #include "tests/e2e/support/ApplicationFolder.h"
 #include "tests/e2e/support/Expectations.h"
+#include "tests/e2e/support/FileDialogs.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 #include "tests/e2e/support/ShownWizard.h"
 
@@ -53,6 +54,28 @@ class WizardTest : public testing::Test {
         EXPECT_TRUE(wizard.Shows(IDC_BACK));
         EXPECT_TRUE(wizard.Shows(IDCANCEL));
         EXPECT_FALSE(wizard.Shows(IDC_NEXT));
+    }
+
+    /// Closes the wizard, which is no failure, whether or not a disk has been built.
+    void Leave(const ShownWizard& wizard) {
+        wizard.Close();
+        EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    }
+
+    /// Builds the small disk into `target` from the destination page, leaves the wizard and returns the
+    /// image.
+    FloppyImage FinishInto(const ShownWizard& wizard, const std::string& target) {
+        wizard.Click(IDC_FINISH);
+        ExpectTheEnd(wizard, "Operation completed successfully");
+        EXPECT_EQ(wizard.Text(IDC_TARGET), target);
+        Leave(wizard);
+        return ExpectImage(folder_, target, kSmallImageBytes);
+    }
+
+    /// Waits until the wizard takes input again after the file dialog `dialog`, which is canceled.
+    void CancelBrowsing(const ShownWizard& wizard, HWND dialog) {
+        CancelFileDialog(Program(), dialog);
+        Program().WaitUntil([&] { return wizard.Takes(IDC_BROWSE); }, "the wizard takes no input again");
     }
 
     ProgramUnderTest& Program() { return *program_; }
