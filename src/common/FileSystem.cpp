@@ -134,21 +134,21 @@ bool EmptyAndRemove(const std::wstring& folder) {
 
 std::optional<FolderEntry> FolderListing::Next() {
     WIN32_FIND_DATAW data{};
-    if (search_) {
-        if (::FindNextFileW(search_.Get(), &data) == 0) {
-            if (::GetLastError() == ERROR_NO_MORE_FILES) return std::nullopt;
-            search_.Reset();
-            RaiseLastSystemError(pattern_);
-        }
-    } else {
+    size_t steps = 1;
+    if (!search_) {
         search_ = FindHandle(::FindFirstFileW(WideFromAnsi(pattern_).c_str(), &data));
         if (!search_) {
             if (MeansNothingThere(::GetLastError())) return std::nullopt;
             RaiseLastSystemError(pattern_);
         }
-        for (size_t i = 0; i < given_; ++i) {
-            if (::FindNextFileW(search_.Get(), &data) == 0) return std::nullopt;
-        }
+        steps = given_;
+    }
+    for (; steps > 0; --steps) {
+        if (::FindNextFileW(search_.Get(), &data) != 0) continue;
+        const DWORD error = ::GetLastError();
+        if (error == ERROR_NO_MORE_FILES) return std::nullopt;
+        search_.Reset();
+        throw RuntimeError(RuntimeErrorFromSystem(error), pattern_);
     }
     const std::string name = LookOf(data.cFileName);
     if (WideFromAnsi(name) != data.cFileName) {
@@ -173,8 +173,8 @@ bool DeleteTree(const std::string& folder) {
     const std::wstring path = LiteralPath(folder);
     WIN32_FIND_DATAW entry{};
     const bool isFound = static_cast<bool>(FindHandle(::FindFirstFileW(path.c_str(), &entry)));
-    entry.dwFileAttributes =
-        ::GetFileAttributesW(path.c_str());  // a listing of one name tells them without the link
+    // A listing of one name can tell the attributes of what a link leads to.
+    entry.dwFileAttributes = ::GetFileAttributesW(path.c_str());
     if (isFound && IsLinkToFolder(entry)) return ::RemoveDirectoryW(path.c_str()) != 0;
     return EmptyAndRemove(path);
 }

@@ -27,6 +27,8 @@ Names FilesLike(const Application& app, const std::string& pattern) {
     return names;
 }
 
+constexpr size_t kAllLines = std::numeric_limits<size_t>::max();
+
 // Writes the first `count` lines of `file`, if it is there. Editors of DOS end a text with the byte 1Ah;
 // within the list it would hide all that follows from a reader under DOS.
 void CopyLines(const std::string& file, size_t count, LineWriter& list) {
@@ -108,7 +110,7 @@ void CreateCacheFile(Application& app, const std::string& name, const std::strin
         const Names former = FilesLike(app, members);
         ExtractFromDriver(app, folder + driver + ".cab", members);
         CopyLines(nameList, 1, list);
-        CopyLines(pciList, std::numeric_limits<size_t>::max(), map);
+        CopyLines(pciList, kAllLines, map);
         for (const std::string& file : FilesLike(app, members)) {
             if (former.count(file) == 0) DeleteFileAt(app.PathOf(file));
         }
