@@ -37,12 +37,15 @@ DWORD CALLBACK OnCopyProgress(LARGE_INTEGER /*allBytes*/, LARGE_INTEGER /*copied
     }
 }
 
-// Has the contents written to the drive itself, so that the power may go behind it.
-void FlushFile(const std::string& file) {
+// Has the contents written to the drive itself, so that the power may go behind it, where the file system
+// knows how. Returns the system's number of the error, or ERROR_SUCCESS.
+DWORD FlushFile(const std::string& file) {
     const FileHandle opened(::CreateFileA(file.c_str(), GENERIC_WRITE,
                                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!opened || ::FlushFileBuffers(opened.Get()) == 0) RaiseLastSystemError(file);
+    if (opened && ::FlushFileBuffers(opened.Get()) != 0) return ERROR_SUCCESS;
+    const DWORD error = ::GetLastError();
+    return error == ERROR_INVALID_FUNCTION || error == ERROR_NOT_SUPPORTED ? ERROR_SUCCESS : error;
 }
 
 std::uint64_t Joined(DWORD high, DWORD low) {
@@ -52,14 +55,6 @@ std::uint64_t Joined(DWORD high, DWORD low) {
 bool MeansNothingThere(DWORD error) {
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_NO_MORE_FILES ||
            error == ERROR_INVALID_NAME || error == ERROR_DIRECTORY;
-}
-
-std::wstring WideFromAnsi(const std::string& text) {
-    const auto length = static_cast<int>(text.size());
-    std::wstring wide(text.size(), L'\0');
-    const int used = ::MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), length);
-    wide.resize(static_cast<size_t>(used));
-    return wide;
 }
 
 // What the code page cannot hold becomes a character that looks like it, or a question mark.
@@ -202,14 +197,19 @@ void CopyWholeFileOver(const std::string& source, const std::string& destination
                        const std::function<void()>& whileCopying) {
     const std::string copy = destination + kCopySuffix;
     CopyFileOver(source, copy, whileCopying);
-    FlushFile(copy);
-    MakeWritable(destination);
-    if (::MoveFileExA(copy.c_str(), destination.c_str(),
-                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
-        const int number = RuntimeErrorFromSystem(::GetLastError());
-        ::DeleteFileA(copy.c_str());
-        throw RuntimeError(number, destination);
+    // A copy has the attributes of its source, and those of a CD are all read-only.
+    MakeWritable(copy);
+    DWORD error = FlushFile(copy);
+    if (error == ERROR_SUCCESS) {
+        MakeWritable(destination);
+        if (::MoveFileExA(copy.c_str(), destination.c_str(),
+                          MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0) {
+            return;
+        }
+        error = ::GetLastError();
     }
+    ::DeleteFileA(copy.c_str());
+    throw RuntimeError(RuntimeErrorFromSystem(error), destination);
 }
 
 void DeleteFileAt(const std::string& file) {

@@ -58,7 +58,7 @@ void CopyFileOver(const std::string& source, const std::string& destination,
                   const std::function<void()>& whileCopying = {});
 
 /// The same, by way of a file beside the destination (its name with kCopySuffix): whatever interrupts the
-/// copy, the destination is the old file or the whole new one.
+/// copy, the destination is the old file or the whole new one, which is never read-only, hidden or system.
 void CopyWholeFileOver(const std::string& source, const std::string& destination,
                        const std::function<void()>& whileCopying = {});
 inline constexpr const char* kCopySuffix = ".copy~";

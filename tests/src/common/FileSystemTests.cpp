@@ -173,6 +173,16 @@ TEST_F(FileFunctions, ADriveAloneIsItsRoot) {
     EXPECT_EQ(Folder.Path().substr(0, 3), CurrentFolder());
 }
 
+TEST_F(FileFunctions, AWholeCopyOfAFileOfACdCanBeWritten) {
+    const std::string source = Folder.Write("a", "new");
+    Folder.SetAttributes("a", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+    CopyWholeFileOver(source, Folder.At("b"));
+    EXPECT_EQ("new", Folder.Read("b"));
+    EXPECT_EQ(0u, ::GetFileAttributesA(Folder.At("b").c_str()) &
+                      (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM));
+    Folder.SetAttributes("a", FILE_ATTRIBUTE_NORMAL);
+}
+
 TEST_F(FileFunctions, AWholeCopyReplacesAndLeavesNothingBeside) {
     const std::string source = Folder.Write("a", "new");
     Folder.Write("b", "old and longer");
