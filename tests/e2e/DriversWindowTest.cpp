@@ -421,6 +421,9 @@ TEST_F(DriversWindowTest, WaitWindowAsksTheSessionToStay) {
     const HWND window = ::FindWindowA("FrmWait", nullptr);
     ASSERT_NE(window, nullptr);
     EXPECT_EQ(::SendMessageA(window, WM_QUERYENDSESSION, 0, 0), FALSE);
+    app_.Wait.Visible = false;
+    desktop_.Repaint();
+    EXPECT_EQ(::SendMessageA(window, WM_QUERYENDSESSION, 0, 0), TRUE) << "there is nothing to wait for";
 }
 
 TEST_F(DriversWindowTest, WindowsEndBeforeTheApplicationDoes) {

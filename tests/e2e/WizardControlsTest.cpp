@@ -184,6 +184,7 @@ TEST_F(WizardControls, BrowseTakesTheChosenFile) {
     const HWND dialog = Program().FileDialog();
     EXPECT_EQ(TextOf(dialog), "Select where to save the Floppy Image");
     EXPECT_EQ(FileNameIn(dialog), "BootDisk.img");
+    EXPECT_EQ(Ask(wizard.Handle(), WM_QUERYENDSESSION), TRUE) << "a question holds no session";
     EXPECT_EQ(::GetWindow(dialog, GW_OWNER), wizard.Handle());
     EXPECT_FALSE(::IsWindowEnabled(wizard.Handle()));
     ChooseFile(Program(), dialog, folder_.OutsidePath("chosen"));

@@ -20,8 +20,8 @@ constexpr DWORD kWaitStyle = WS_POPUP | WS_CAPTION;
 LRESULT CALLBACK WaitProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     // Closing waits until the work has ended, and then the program hides the window itself.
     if (message == WM_CLOSE) return 0;
-    // So does the end of the session.
-    if (message == WM_QUERYENDSESSION) return FALSE;
+    // So does the end of the session; after the work there is nothing to wait for.
+    if (message == WM_QUERYENDSESSION) return ::IsWindowVisible(window) != FALSE ? FALSE : TRUE;
     return ::DefWindowProcA(window, message, wParam, lParam);
 }
 

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "src/drivers/DiskRoom.h"
@@ -160,11 +161,11 @@ INT_PTR WizardWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM
             return TRUE;
         case WM_QUERYENDSESSION:
             // Half a floppy is worth less than a moment of waiting, and the person is told what it is for.
-            ::SetWindowLongPtrA(window, DWLP_MSGRESULT, isWorking_ ? FALSE : TRUE);
+            ::SetWindowLongPtrA(window, DWLP_MSGRESULT, isMaking_ ? FALSE : TRUE);
             return TRUE;
         case WM_ENDSESSION:
             // The system ends the program without another message, so the clean-up is done here.
-            if (wParam != FALSE && !isWorking_) DeleteWorkingFiles(*app_);
+            if (wParam != FALSE && !isMaking_) DeleteWorkingFiles(*app_);
             return TRUE;
         case WM_DRAWITEM: {
             const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
@@ -266,14 +267,17 @@ void WizardWindow::Run(Handler handler) {
     }
     controls_.Read(app_->Wizard);
     isWorking_ = true;
-    const SessionHold hold(window_.get());
+    isMaking_ = handler == CmdNext_Click || handler == CmdFinish_Click;
+    std::optional<SessionHold> hold;
+    if (isMaking_) hold.emplace(window_.get());
     failure_.Guard([&] { return RunGuarded(*app_, [&] { handler(*app_); }); }, false);
     if (failure_.Holds()) {
         // A message that was sent, not posted, does not wake the loop that raises the failure again.
         ::PostMessageA(window_.get(), WM_NULL, 0, 0);
         return;
     }
-    isWorking_ = false;
+    isWorking_ = isMaking_ = false;
+    hold.reset();
     // Not this window alone: a handler may have hidden the driver selection.
     app_->Screen.Repaint();
     const Handler next = std::exchange(postponed_, nullptr);

@@ -64,6 +64,7 @@ class WizardWindow {
     WizardControls controls_;
     bool isShowing_ = false;       ///< what changes in the controls is the program's doing, not the user's
     bool isWorking_ = false;       ///< a handler runs: the user's input waits
+    bool isMaking_ = false;        ///< it makes something of a disk: the end of the session waits, too
     Handler postponed_ = nullptr;  ///< to be run when the work has ended
     CaughtFailure failure_;
     Window window_;  ///< ends first: its messages still need the rest
