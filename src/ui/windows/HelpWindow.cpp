@@ -1,5 +1,7 @@
 #include "src/ui/windows/HelpWindow.h"
 
+#include "src/common/SetupCommon.h"
+
 namespace velbooter {
 
 namespace {
@@ -19,8 +21,9 @@ void Call(HMODULE viewer, HWND owner, const char* file, UINT command, DWORD_PTR 
 
 void CallHtmlHelp(HWND owner, const std::string& file, unsigned command, std::uintptr_t data) {
     // Loaded when it is needed and then kept: the viewer's window lives in this library.
-    Call(::LoadLibraryExA(kViewer, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32), owner, file.c_str(), command,
-         data);
+    // By its path: a Windows 7 without updates knows no LOAD_LIBRARY_SEARCH_SYSTEM32.
+    Call(::LoadLibraryExA((GetSystemFolder() + kViewer).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH),
+         owner, file.c_str(), command, data);
 }
 
 void CloseHelp() {
