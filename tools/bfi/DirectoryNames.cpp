@@ -17,11 +17,8 @@ constexpr std::string_view kNeverAllowed = "\"*/:<>?\\|";
 
 void RefuseUnstorable(const std::string& folder, const std::string& name) {
     const std::string start = folder + name + ": ";
-    for (const char character : name) {
-        const bool isControl = static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
-        if (isControl || kNeverAllowed.find(character) != std::string_view::npos)
-            throw tools::ToolError(start + "the name holds a character that DOS does not allow");
-    }
+    if (tools::HoldsControl(name) || name.find_first_of(kNeverAllowed) != std::string::npos)
+        throw tools::ToolError(start + "the name holds a character that DOS does not allow");
     if (name.back() == '.' || name.back() == ' ')
         throw tools::ToolError(start + "the name ends with a dot or a blank, which DOS drops");
     if (IsDeviceName(name)) throw tools::ToolError(start + "DOS takes this name for a device");

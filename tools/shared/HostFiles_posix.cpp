@@ -149,7 +149,8 @@ bool IsSame(const std::filesystem::path& left, const std::filesystem::path& righ
 
 bool LiesBelow(const std::filesystem::path& file, const std::filesystem::path& folder) {
     std::error_code ignored;
-    std::filesystem::path above = std::filesystem::weakly_canonical(file, ignored);
+    std::filesystem::path above =
+        std::filesystem::weakly_canonical(std::filesystem::absolute(file, ignored), ignored);
     while (above.has_relative_path()) {
         above = above.parent_path();
         if (IsSame(above, folder)) return true;

@@ -277,13 +277,23 @@ std::uint64_t FreeSpace(const fs::path& folder) {
     return space.QuadPart;
 }
 
+namespace {
+
+// The whole path in one case and without a backslash at its end.
+std::u16string FoldedPath(const fs::path& path) {
+    std::u16string folded = FoldedName(Utf8FromPath(LongPath(path)));
+    if (folded.ends_with(u'\\')) folded.pop_back();
+    return folded;
+}
+
+}  // namespace
+
 bool IsSame(const fs::path& left, const fs::path& right) {
     BY_HANDLE_FILE_INFORMATION one{};
     BY_HANDLE_FILE_INFORMATION other{};
     if (!Identify(left, one) || !Identify(right, other)) return false;
     // Some network file systems number no files.
-    if (one.nFileIndexHigh == 0 && one.nFileIndexLow == 0)
-        return FoldedName(Utf8FromPath(LongPath(left))) == FoldedName(Utf8FromPath(LongPath(right)));
+    if (one.nFileIndexHigh == 0 && one.nFileIndexLow == 0) return FoldedPath(left) == FoldedPath(right);
     return one.dwVolumeSerialNumber == other.dwVolumeSerialNumber &&
            one.nFileIndexHigh == other.nFileIndexHigh && one.nFileIndexLow == other.nFileIndexLow;
 }

@@ -41,12 +41,15 @@ int TakePart(const std::filesystem::path& part) {
         struct stat opened {};
         const bool isOurs = fstat(file, &opened) == 0 && (isNew || IsMarked(opened));
         const bool isLocked = isOurs && flock(file, LOCK_EX | LOCK_NB) == 0;
+        const int lockError = errno;
         // The other run may have renamed or removed the part between our open and our lock.
         const bool isNamed = IsNamed(part, opened);
         // A new file is left as it is: some file systems write a file that was cut short to the device when
         // it is closed.
         if (isLocked && isNamed && (opened.st_size == 0 || ftruncate(file, 0) == 0)) return file;
-        const int error = !isOurs ? EEXIST : !isLocked ? EWOULDBLOCK : errno;
+        const int error = !isOurs ? EEXIST : !isLocked ? lockError : errno;
+        // Where nothing can be locked, the next run shall not meet what this one leaves.
+        if (isNew && isNamed && error != EWOULDBLOCK) unlink(part.c_str());
         close(file);
         errno = error;
         if (isNamed) return -1;

@@ -176,6 +176,12 @@ TEST(LiesBelow, LooksAtPlacesAndNotAtNames) {
         EXPECT_TRUE(LiesBelow(folder.Path(name), tree)) << name;
     for (const char* name : {"tree", "tree2/file", "tree/../new", "none/new"})
         EXPECT_FALSE(LiesBelow(folder.Path(name), tree)) << name;
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(tree);
+    for (const char* name : {"new", "sub/new", "none/new", "./new"})
+        EXPECT_TRUE(LiesBelow(name, ".")) << name;
+    EXPECT_FALSE(LiesBelow("../new", "."));
+    std::filesystem::current_path(before);
     EXPECT_TRUE(LiesBelow(tree, tree.root_path()));
     EXPECT_FALSE(LiesBelow(tree, folder.Path("none")));
 }
