@@ -61,10 +61,6 @@ std::string UpperCase(const std::string& text) {
     return upper;
 }
 
-bool StartsWith(const std::string& text, const std::string& part) {
-    return text.starts_with(part);
-}
-
 bool EndsWith(const std::string& text, const std::string& part, unsigned codePage) {
     if (!text.ends_with(part)) return false;
     const size_t end = text.size() - part.size();
@@ -131,13 +127,21 @@ double NumericPrefix(const std::string& text) {
     return std::isfinite(value) ? value : std::copysign(std::numeric_limits<double>::max(), value);
 }
 
-int WholeNumber(const std::string& text) {
+int WholeNumber(const std::string& text, const std::string& file) {
     const double rounded = std::nearbyint(NumericPrefix(text));
     if (rounded < std::numeric_limits<std::int16_t>::min() ||
         rounded > std::numeric_limits<std::int16_t>::max()) {
-        throw RuntimeError(kOverflow);
+        throw RuntimeError(kOverflow, file);
     }
     return static_cast<int>(rounded);
+}
+
+std::wstring WideFromAnsi(const std::string& text) {
+    const auto length = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0');
+    const int used = ::MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), length);
+    wide.resize(static_cast<size_t>(used));
+    return wide;
 }
 
 }  // namespace velbooter

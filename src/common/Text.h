@@ -28,8 +28,7 @@ std::vector<std::string> Split(const std::string& text, char separator, unsigned
 std::string LowerCase(const std::string& text);
 std::string UpperCase(const std::string& text);
 
-/// Return whether `text` begins or ends with `part`, case included.
-bool StartsWith(const std::string& text, const std::string& part);
+/// Returns whether `text` ends with `part`, case included.
 bool EndsWith(const std::string& text, const std::string& part, unsigned codePage = 0);
 
 /// Returns the position (0-based, in bytes) of the last character of `text` that is one of `characters`;
@@ -49,7 +48,10 @@ int CompareIgnoringCase(const std::string& left, const std::string& right);
 double NumericPrefix(const std::string& text);
 
 /// Returns NumericPrefix of `text` rounded to a whole number (a half goes to the even neighbour). Raises
-/// RuntimeError 6 (overflow) when it does not fit 16 bits.
-int WholeNumber(const std::string& text);
+/// RuntimeError 6 (overflow) when it does not fit 16 bits, which names `file`, where the text comes from.
+int WholeNumber(const std::string& text, const std::string& file = "");
+
+/// Returns `text`, which is in the ANSI code page, in 16-bit characters.
+std::wstring WideFromAnsi(const std::string& text);
 
 }  // namespace velbooter

@@ -11,6 +11,7 @@
 #include "src/common/Handle.h"
 #include "src/common/ProgramEnd.h"
 #include "src/common/SetupCommon.h"
+#include "src/common/Text.h"
 #include "src/console/Report.h"
 
 namespace {
@@ -40,10 +41,7 @@ Started Start(const std::string& program, const std::string& text) {
 
 // Paths are in the ANSI code page, a console mostly has another one.
 std::string ForConsole(const std::string& text) {
-    const auto length = static_cast<int>(text.size());
-    std::wstring wide(text.size(), L'\0');
-    wide.resize(
-        static_cast<size_t>(::MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), length)));
+    const std::wstring wide = velbooter::WideFromAnsi(text);
     const UINT page = ::GetConsoleOutputCP();  // none, without a console, is the ANSI code page again
     const auto wideLength = static_cast<int>(wide.size());
     const int size = ::WideCharToMultiByte(page, 0, wide.data(), wideLength, nullptr, 0, nullptr, nullptr);

@@ -46,7 +46,7 @@ void ScanCabsFolder(Application& app, const std::string& folder, const std::stri
         app.Screen.PendingEvents();
         if (!entry->IsFolder) {
             app.Wizard.LstFiles.AddItem((path + entry->Name).substr(prefixLength));
-        } else if (!StartsWith(entry->Name, ".")) {
+        } else if (!entry->Name.starts_with(".")) {
             ListBox& folders = app.Wizard.LstDirs;
             folders.AddItem(path + entry->Name + "\\", std::min(1, folders.ListCount()));
         }
@@ -60,7 +60,7 @@ std::int32_t CountSectionLines(const std::string& fileName, const std::string& s
     std::int32_t count = 0;
     LineReader file(fileName);
     while (const auto line = file.Next()) {
-        if (StartsWith(*line, "[")) inSection = *line == header;
+        if (line->starts_with("[")) inSection = *line == header;
         if (!inSection || line->empty() || line->front() == ';') continue;
         if (!useSuffix || EndsWith(*line, suffix)) ++count;
     }

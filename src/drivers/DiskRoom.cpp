@@ -57,7 +57,6 @@ void MeasureRoom(Application& app) {
     for (int i = 0; i < files.ListCount(); ++i)
         files.SetItemData(i,
                           static_cast<std::int32_t>(std::min(SizeOf(app, "cabs\\" + files.List(i)), kMost)));
-    ShowRoom(app);
 }
 
 void ShowRoom(Application& app) {

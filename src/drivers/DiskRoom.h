@@ -6,8 +6,8 @@
 
 namespace velbooter {
 
-/// Reads the length of every listed file below cabs, for ShowRoom to add up, and calls it. To be called when
-/// a page with the line is turned to.
+/// Reads the length of every listed file below cabs, for ShowRoom to add up. To be called when a page with
+/// the line is turned to.
 void MeasureRoom(Application& app);
 
 /// Puts into LblRoom what the selected files and drivers take on a disk of the chosen size and what it holds,

@@ -59,7 +59,7 @@ bool HasNetworkLists(const FrmWizard& wizard) {
 }
 
 bool IsPrebuiltEntry(const std::string& entry) {
-    return StartsWith(entry, "etc\\_");
+    return entry.starts_with("etc\\_");
 }
 
 void CreatePrebuiltFiles(Application& app) {
@@ -96,7 +96,7 @@ void CreateCacheFile(Application& app, const std::string& name, const std::strin
     bool inSection = false;
     LineReader file(index);
     while (const auto line = file.Next()) {
-        if (StartsWith(*line, "[")) inSection = *line == "[" + section + "]";
+        if (line->starts_with("[")) inSection = *line == "[" + section + "]";
         if (!inSection || line->empty() || line->front() == ';' || line->back() != '1') continue;
         // The value is taken to be one character long: "E100B=11" names the driver "E100B=", which is kept
         // so.

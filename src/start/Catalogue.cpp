@@ -29,8 +29,8 @@ void Fill_DiskList(Application& app) {
     rows.clear();
     rows.push_back({"Custom, load default configuration", "custom", 1, 1});
     const INIFile catalogue(app.PathOf("files\\disklist.ini"));
-    const int count = WholeNumber(catalogue.GetINIKey("Disks_List", "Count"));
-    if (count > kMostDisks) throw RuntimeError(kOverflow);
+    const int count = WholeNumber(catalogue.GetINIKey("Disks_List", "Count"), catalogue.FileName);
+    if (count > kMostDisks) throw RuntimeError(kOverflow, catalogue.FileName);
     for (int i = 1; i <= count; ++i) {
         const std::string section = std::to_string(i);
         const auto read = [&](const char* key) { return TrimAtNul(catalogue.GetINIKey(section, key)); };

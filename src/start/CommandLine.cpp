@@ -19,6 +19,7 @@ constexpr const char* kErrorTitle = "Command Line options Error";
 // A name that leads out of the folder of plugins, or to that folder itself, names no plugin.
 bool IsPluginName(const std::string& name) {
     if (name.find(':') != std::string::npos) return false;
+    if (!name.empty() && name.find_first_not_of("\\/") == std::string::npos) return false;
     for (const std::string& part : Split(name, '\\')) {
         const std::vector<std::string> names = Split(part, '/');
         const bool leadsAway = std::any_of(names.begin(), names.end(), [](const std::string& step) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "src/common/Text.h"
 #include "src/ui/windows/Announcement.h"
 #include "src/ui/windows/WizardIds.h"
 
@@ -76,18 +77,10 @@ std::wstring WideTextOf(HWND control) {
     return text;
 }
 
-std::wstring Widened(const std::string& text) {
-    const auto length = static_cast<int>(text.size());
-    std::wstring wide(text.size(), L'\0');
-    wide.resize(
-        static_cast<size_t>(::MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), length)));
-    return wide;
-}
-
 // Compared in 16-bit characters: a box into which somebody has typed what the code page cannot hold shows in
 // the end what the program has taken for it.
 void ShowText(HWND control, const std::string& text) {
-    const std::wstring wide = Widened(text);
+    const std::wstring wide = WideFromAnsi(text);
     if (WideTextOf(control) != wide) ::SetWindowTextW(control, wide.c_str());
 }
 

@@ -146,8 +146,7 @@ TEST(Catalogue, CountThatIsNoWholeNumberOfDisksIsAnError) {
     folder.SetCustomDisk(SmallDisk());
     folder.Write("files\\disklist.ini", "[Disks_List]\r\nCount=99999999999\r\n");
     ProgramUnderTest program(folder, kBuild);
-    EXPECT_EQ(program.Answer("OK"),
-              (ShownMessage{"Error 6: Overflow", "The Veltrane", {"OK"}, Picture::Critical}));
+    EXPECT_EQ(program.Answer("OK"), FileError(6, "Overflow", folder.Path("files\\disklist.ini")));
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::InternalError));
     EXPECT_FALSE(folder.Exists("out"));
     ExpectNoWorkingFiles(folder);

@@ -22,7 +22,7 @@ class FloppyImages : public ApplicationTest {
         const auto calls = Folder.Calls("bfi.exe");
         if (calls.empty()) return "not run";
         const std::string program = Folder.At("bfi.exe");
-        EXPECT_TRUE(StartsWith(calls.back().CommandLine, program)) << calls.back().CommandLine;
+        EXPECT_TRUE(calls.back().CommandLine.starts_with(program)) << calls.back().CommandLine;
         return calls.back().CommandLine.substr(program.size());
     }
     static std::string Expected(const std::string& image, const std::string& size = "144") {

@@ -45,7 +45,7 @@ class DosImport : public ApplicationTest {
         EXPECT_EQ(Statuses(withCheck), painted);
         EXPECT_FALSE(App.Wait.Visible) << "closed at the end";
         for (const View& view : Screen.Views) {
-            if (StartsWith(view.WaitStatus, "Please wait ... Importing")) {
+            if (view.WaitStatus.starts_with("Please wait ... Importing")) {
                 EXPECT_TRUE(view.WaitVisible);
             }
         }

@@ -23,6 +23,7 @@ class RoomOnDisk : public DriversTest {
     }
     std::string Measured() {
         MeasureRoom(App);
+        ShowRoom(App);
         return App.Wizard.LblRoom.Caption;
     }
     static std::string Small(int kilobytes) {
@@ -67,7 +68,7 @@ TEST_F(RoomOnDisk, WhatDoesNotFitIsAWarning) {
     EXPECT_EQ(Small(1424), Measured());
     EXPECT_TRUE(App.Wizard.LblRoom.Warning);
     ChooseOption(App.Wizard, &FrmWizard::OptImage28);
-    MeasureRoom(App);
+    ShowRoom(App);
     EXPECT_FALSE(App.Wizard.LblRoom.Warning);
 }
 

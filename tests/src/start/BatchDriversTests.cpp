@@ -55,7 +55,7 @@ class BatchDrivers : public BatchModeTest {
         std::string line;
         while (std::getline(tree, line)) {
             const std::string file = line.substr(0, line.rfind(' '));
-            if (StartsWith(file, "lib\\") || StartsWith(file, "etc\\")) files.push_back(file);
+            if (file.starts_with("lib\\") || file.starts_with("etc\\")) files.push_back(file);
         }
         return files;
     }

@@ -122,6 +122,7 @@ TEST_F(Catalogue, AnAbsurdCountIsAnOverflow) {
             ADD_FAILURE() << count;
         } catch (const RuntimeError& error) {
             EXPECT_EQ(kOverflow, error.Number) << count;
+            EXPECT_EQ(App.PathOf("files\\disklist.ini"), error.File);
         }
     }
 }

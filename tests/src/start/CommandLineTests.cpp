@@ -162,8 +162,8 @@ TEST_F(CommandLine, APluginWithoutAFolderIsReported) {
 
 TEST_F(CommandLine, APluginNameThatLeadsOutOfItsFolderIsReported) {
     Folder.MakeFolder("plugins\\a\\b");
-    for (const std::string name :
-         {".", "..", "a\\..", "a/..", "a\\..\\a", "..\\plugins\\a", ".\\a", "...", "C:", "a:b"}) {
+    for (const std::string name : {".", "..", "a\\..", "a/..", "a\\..\\a", "..\\plugins\\a", ".\\a", "...",
+                                   "C:", "a:b", "\\", "\\\\"}) {
         Screen.Expect({"The Plugin specified was not found in the PlugIns folder.", "Invalid Plugin Name",
                        Buttons::Ok, Icon::None});
         const CommandLineValues values = Parse("-plugin " + name + " mydisk");
