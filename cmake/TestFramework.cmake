@@ -6,6 +6,7 @@ add_subdirectory("${VELBOOTER_GOOGLETEST_SOURCE}" "${PROJECT_BINARY_DIR}/googlet
 # Its sources are Debian's: what a compiler warns of there cannot be mended here.
 foreach(target gtest gmock gtest_main gmock_main)
     set_target_properties(${target} PROPERTIES COMPILE_WARNING_AS_ERROR OFF)
+    target_compile_options(${target} PRIVATE -O1)
 endforeach()
 
 # velbooter_packed_test_file(TARGET): a program or library of the tests, linked as what is packed has to be: small, and the same

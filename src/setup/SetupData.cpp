@@ -9,17 +9,16 @@ namespace {
 
 // The groups are told by their positions alone; what stands between them is passed over, whatever it is.
 void SetProductKey(FrmWizard& wizard, const std::string& key) {
-    constexpr size_t kGroupLength = 5;
     size_t begin = 0;
     for (TextBox* box : KeyParts(wizard)) {
-        box->Text = begin < key.size() ? key.substr(begin, kGroupLength) : "";
-        begin += kGroupLength + 1;
+        box->Text = begin < key.size() ? key.substr(begin, kKeyGroupLength) : "";
+        begin += kKeyGroupLength + 1;
     }
 }
 
 }  // namespace
 
-std::array<TextBox*, 5> KeyParts(FrmWizard& wizard) {
+std::array<TextBox*, kKeyGroups> KeyParts(FrmWizard& wizard) {
     return {&wizard.TxtKeyPart1, &wizard.TxtKeyPart2, &wizard.TxtKeyPart3, &wizard.TxtKeyPart4,
             &wizard.TxtKeyPart5};
 }

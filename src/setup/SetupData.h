@@ -23,7 +23,11 @@ void FillSetupDataFromReg(Application& app);
 /// registry.
 void FillSetupData(Application& app, bool useKeyFile);
 
-/// Returns the text boxes of the five groups of the product key.
-std::array<TextBox*, 5> KeyParts(FrmWizard& wizard);
+/// The groups of a product key, and the characters of each.
+inline constexpr size_t kKeyGroups = 5;
+inline constexpr size_t kKeyGroupLength = 5;
+
+/// Returns the text boxes of the groups of the product key.
+std::array<TextBox*, kKeyGroups> KeyParts(FrmWizard& wizard);
 
 }  // namespace velbooter

@@ -48,6 +48,7 @@ void LoadDisk(Application& app) {
 // Turns to CurrentStep.
 void Turn(Application& app, std::int16_t old) {
     if (app.CurrentStep == kFilesPage || app.CurrentStep == kDestinationPage) MeasureRoom(app);
+    if (app.CurrentStep == kFilesPage) ShowRoom(app);
     if (app.CurrentStep == kDestinationPage) ClickChosenOption(app);
     TurnPage(app, old, app.CurrentStep);
 }

@@ -6,11 +6,9 @@
 
 #include <array>
 
-namespace velbooter {
+#include "src/setup/SetupData.h"
 
-/// The groups of a product key, and the characters of each.
-inline constexpr size_t kKeyGroups = 5;
-inline constexpr size_t kKeyGroupLength = 5;
+namespace velbooter {
 
 class ProductKeyBoxes {
  public:
