@@ -1,9 +1,9 @@
 #include "tools/cabarc/ExtractionPlan.h"
 
 #include <algorithm>
-#include <map>
 
 #include "tools/cabarc/MemberName.h"
+#include "tools/cabarc/Neighbours.h"
 #include "tools/cabarc/SystemCabinet.h"
 #include "tools/cabarc/Wildcard.h"
 #include "tools/shared/HostFiles.h"
@@ -13,38 +13,21 @@ namespace tools::cabarc {
 
 namespace {
 
-/// Notices members that cannot lie in one folder together, because Windows takes their names for one, or one
-/// of them for a folder of the other.
-class Neighbours {
- public:
-    explicit Neighbours(const std::string& label) : label_(label) {}
+// The name of a member as it is written: with "\\" between its parts.
+std::string WrittenName(const CabinetMember& member) {
+    std::string name = MemberNameUtf8(member);
+    std::replace(name.begin(), name.end(), '/', '\\');
+    return name;
+}
 
-    /// Adds a member's name, with "\\" between its parts. Throws ToolError that names it and the other one.
-    void Add(const std::string& name) {
-        const std::u16string folded = FoldedName(name);
-        const auto [other, isNew] = files_.emplace(folded, name);
-        if (!isNew) {
-            throw ToolError(label_ + ": the members " + other->second + " and " + name +
-                            " would be one file");
-        }
-        if (const auto below = folders_.find(folded); below != folders_.end())
-            RefuseBoth(name, below->second);
-        for (std::size_t end = folded.find(u'\\'); end != folded.npos; end = folded.find(u'\\', end + 1)) {
-            const std::u16string folder = folded.substr(0, end);
-            if (const auto file = files_.find(folder); file != files_.end()) RefuseBoth(file->second, name);
-            folders_.emplace(folder, name);
-        }
-    }
-
- private:
-    [[noreturn]] void RefuseBoth(const std::string& file, const std::string& below) const {
-        throw ToolError(label_ + ": the member " + file + " would be the folder of " + below);
-    }
-
-    const std::string& label_;
-    std::map<std::u16string, std::string> files_;    ///< by folded name
-    std::map<std::u16string, std::string> folders_;  ///< a member in it, by the folder's folded name
-};
+[[noreturn]] void RefuseBoth(const CabinetDirectory& directory, const std::string& label,
+                             const Clash& clash) {
+    const std::string first = WrittenName(directory.Members[clash.First]);
+    const std::string second = WrittenName(directory.Members[clash.Second]);
+    throw ToolError(label + (clash.IsFolder
+                                 ? ": the member " + first + " would be the folder of " + second
+                                 : ": the members " + first + " and " + second + " would be one file"));
+}
 
 }  // namespace
 
@@ -60,16 +43,16 @@ std::vector<PlannedMember> PlanExtraction(const CabinetDirectory& directory, con
     }
     const std::filesystem::path folderPath = PathFromUtf8(folder);
     std::vector<PlannedMember> plan;
-    Neighbours neighbours(label);
+    Neighbours neighbours;
     for (std::size_t i = 0; i < directory.Members.size(); ++i) {
-        std::string name = MemberNameUtf8(directory.Members[i]);
+        const std::string name = MemberNameUtf8(directory.Members[i]);
         if (!MatchesAnyMember(patterns, name)) continue;
         if (const auto problem = NameProblem(name)) {
             throw ToolError(label + ": the member " + name + " is refused: " + *problem);
         }
-        std::replace(name.begin(), name.end(), '/', '\\');
-        neighbours.Add(name);
-        PlannedMember member{i, folderPath / PathFromUtf8(name)};
+        const std::string written = WrittenName(directory.Members[i]);
+        if (const auto clash = neighbours.Add(written, i)) RefuseBoth(directory, label, *clash);
+        PlannedMember member{i, folderPath / PathFromUtf8(written)};
         if (!overwrite && KindOf(member.Target) != FileKind::Missing) RefuseExisting(member.Target);
         plan.push_back(std::move(member));
     }

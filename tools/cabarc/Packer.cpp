@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <fstream>
 #include <string_view>
-#include <unordered_map>
 #include <unordered_set>
 
 #include "tools/cabarc/AsciiCase.h"
@@ -11,6 +10,7 @@
 #include "tools/cabarc/Compressors.h"
 #include "tools/cabarc/FolderPlan.h"
 #include "tools/cabarc/MemberName.h"
+#include "tools/cabarc/Neighbours.h"
 #include "tools/cabarc/SourceFiles.h"
 #include "tools/cabarc/Wildcard.h"
 #include "tools/shared/HostFiles.h"
@@ -84,15 +84,17 @@ CabinetMember MemberOf(const SourceFile& file, const CommandLine& call) {
 
 std::vector<CabinetMember> MembersOf(std::span<const SourceFile> files, const CommandLine& call) {
     std::vector<CabinetMember> members;
-    std::unordered_map<std::string, const SourceFile*> owners;
+    Neighbours neighbours;
     members.reserve(files.size());
     for (const SourceFile& file : files) {
         members.push_back(MemberOf(file, call));
-        const std::string& name = members.back().Name;
-        const auto [owner, isNew] = owners.emplace(UpperAscii(name), &file);
-        if (!isNew) {
-            throw ToolError(file.Path + " and " + owner->second->Path + " would both be stored as " + name);
-        }
+        const auto clash = neighbours.Add(members.back().Name, members.size() - 1);
+        if (!clash) continue;
+        const std::string& first = files[clash->First].Path;
+        const std::string& second = files[clash->Second].Path;
+        throw ToolError(clash->IsFolder
+                            ? first + " would be stored as the folder of " + second
+                            : second + " and " + first + " would both be stored as " + members.back().Name);
     }
     return members;
 }

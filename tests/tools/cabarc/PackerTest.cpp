@@ -142,6 +142,26 @@ TEST_F(Packer, TwoFilesOfOneStoredNameAreRefused) {
     EXPECT_THAT(NamesIn("out.cab"), ElementsAre("one\\a.txt", "two\\A.TXT"));
 }
 
+TEST_F(Packer, MembersThatTheExtractorWouldRefuseAreRefused) {
+    WriteBytes("x/a", BytesOf("x"));
+    WriteBytes("A/b", BytesOf("y"));
+    for (const auto& [first, second] : {std::pair{"x\\a", "A\\b"}, std::pair{"A\\b", "x\\a"}}) {
+        EXPECT_THAT(
+            [&] {
+                PackWith({"-p", "-P", "x", "n", "out.cab", first, second});
+            },
+            ThrowsMessage<ToolError>("x\\a would be stored as the folder of A\\b"));
+    }
+    WriteBytes("one/\xC3\xA4", BytesOf("x"));
+    WriteBytes("two/\xC3\x84", BytesOf("y"));
+    EXPECT_THAT(
+        [] {
+            PackWith({"n", "out.cab", "one\\*", "two\\*"});
+        },
+        ThrowsMessage<ToolError>(HasSubstr(" would both be stored as \xC3\x84")));
+    EXPECT_FALSE(std::filesystem::exists("out.cab"));
+}
+
 TEST_F(Packer, NothingIsWrittenWhenAPatternFindsNothing) {
     WriteBytes("a", BytesOf("x"));
     EXPECT_THAT(
