@@ -23,6 +23,7 @@ export FONTCONFIG_FILE=$root/scripts/no-fonts.conf
 # Wine's loader lies below the page 7FFE0000, which every Windows program needs, and Linux puts the loader's heap anywhere in the
 # gigabyte that follows it: one start in some thousands ends with "failed to map the shared user data", before the program's
 # first instruction. Without random addresses the heap follows the loader and stays below that page.
+# shellcheck disable=SC2034  # for those that source this
 at_fixed_addresses=(setarch --addr-no-randomize)
 
 i386_root=$root/build/debian-i386
