@@ -41,7 +41,7 @@ std::string FindSource(const Application& app, const std::string& source) {
     return path;
 }
 
-// A source that was not found is not searched again: Retry asks again, only Abort and Ignore leave. Meant so.
+// A source that was not found is not searched again: Retry asks again, only Abort and Ignore leave.
 bool ReportMissingSource(Application& app, const std::string& source) {
     Answer answer = Answer::Retry;
     while (answer == Answer::Retry) answer = AskAboutFailure(app, source);

@@ -29,9 +29,10 @@ class FloppyLayout {
     void AddToFolder(const std::string& path);
 
     const tools::bfi::Geometry& geometry_;
-    std::map<std::string, std::uint64_t> files_;  // bytes by path, in upper case
-    std::map<std::string, std::size_t>
-        folders_;  // directory entries of their names by path, in upper case; "" the root
+    // By path in upper case: the bytes of a file, and the directory entries of the names in a folder ("" is
+    // the root).
+    std::map<std::string, std::uint64_t> files_;
+    std::map<std::string, std::size_t> folders_;
 };
 
 }  // namespace velbooter

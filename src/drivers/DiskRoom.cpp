@@ -51,12 +51,13 @@ void AddDrivers(const Application& app, FloppyLayout& layout) {
 }  // namespace
 
 void MeasureRoom(Application& app) {
-    constexpr std::uint64_t kMost =
-        std::numeric_limits<std::int32_t>::max();  // far more than any floppy holds
+    // Far more than any floppy holds.
+    constexpr std::uint64_t kMost = std::numeric_limits<std::int32_t>::max();
     ListBox& files = app.Wizard.LstFiles;
-    for (int i = 0; i < files.ListCount(); ++i)
-        files.SetItemData(i,
-                          static_cast<std::int32_t>(std::min(SizeOf(app, "cabs\\" + files.List(i)), kMost)));
+    for (int i = 0; i < files.ListCount(); ++i) {
+        const std::uint64_t bytes = std::min(SizeOf(app, "cabs\\" + files.List(i)), kMost);
+        files.SetItemData(i, static_cast<std::int32_t>(bytes));
+    }
 }
 
 void ShowRoom(Application& app) {

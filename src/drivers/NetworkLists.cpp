@@ -98,8 +98,8 @@ void CreateCacheFile(Application& app, const std::string& name, const std::strin
     while (const auto line = file.Next()) {
         if (line->starts_with("[")) inSection = *line == "[" + section + "]";
         if (!inSection || line->empty() || line->front() == ';' || line->back() != '1') continue;
-        // The value is taken to be one character long: "E100B=11" names the driver "E100B=", which is kept
-        // so.
+        // The value is taken to be one character long: "E100B=11" names the driver "E100B=", of
+        // which there is no cabinet.
         const std::string driver = line->substr(0, line->size() < 2 ? 0 : line->size() - 2);
         ++progress.Value;
         app.Screen.Repaint();

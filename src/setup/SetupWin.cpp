@@ -16,7 +16,7 @@ constexpr const char* kDefaultInfFile = "files\\setupwin\\bin\\def.inf";
 constexpr const char* kAutomaticInfFile = "files\\setupwin\\bin\\auto.inf";
 
 // The position of "98", counted from 1, is compared with -1, which no position is: both editions get the
-// template of the later one. Meant so; the edition's text itself still reaches os.bat.
+// template of the later one. The edition's text itself still reaches os.bat.
 std::string EditionBase(const std::string& edition) {
     const auto position = static_cast<int>(edition.find("98") + 1);
     return position == -1 ? "win98" : "winme";

@@ -94,8 +94,8 @@ void SelectTarget(Application& app, const CommandLineValues& values) {
     app.Wizard.TxtDest.Text = hasDrive ? target : app.PathOf(target);
 }
 
-// The selection has one list: a disk that offers both kinds of drivers shows its network drivers only. Meant
-// so.
+// The selection has one list: a disk that offers both kinds of drivers shows its network drivers only, and
+// gets the SCSI drivers that its defaults name.
 void SelectDrivers(Application& app) {
     SetWaitStatus(app, "Getting Drivers List ...");
     if (app.Wizard.ChkASPI.Value != 0) LoadScsiDrivers(app);

@@ -26,7 +26,7 @@ void OptImage28_Click(Application& app) {
     ShowRoom(app);
 }
 
-// The floppy passes its own value, so that the step lines read as for an image; kept so.
+// The floppy passes its own value, so its step lines read as for an image: the steps are the same.
 void OptFloppy_Click(Application& app) {
     EnableTarget(app.Wizard, !app.Wizard.OptFloppy.Value);
     FloppyImageLabels(app, app.Wizard.OptFloppy.Value);

@@ -7,10 +7,10 @@
 
 #include "tests/e2e/support/ApplicationFolder.h"
 #include "tests/e2e/support/Expectations.h"
-#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 #include "tests/e2e/support/Screen.h"
 #include "tests/e2e/support/SelectionWindow.h"
+#include "tests/support/Patience.h"
 
 namespace velbooter::e2e {
 namespace {

@@ -9,11 +9,11 @@
 #include "tests/e2e/support/ApplicationFolder.h"
 #include "tests/e2e/support/DriverStore.h"
 #include "tests/e2e/support/Expectations.h"
-#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 #include "tests/e2e/support/Screen.h"
 #include "tests/e2e/support/SelectionWindow.h"
 #include "tests/e2e/support/WindowTree.h"
+#include "tests/support/Patience.h"
 
 namespace velbooter::e2e {
 namespace {

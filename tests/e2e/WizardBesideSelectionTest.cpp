@@ -2,10 +2,10 @@
 // what the user has done.
 
 #include "tests/e2e/support/FileDialogs.h"
-#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/SelectionWindow.h"
 #include "tests/e2e/support/WindowTree.h"
 #include "tests/e2e/support/WizardTest.h"
+#include "tests/support/Patience.h"
 
 namespace velbooter::e2e {
 namespace {

@@ -8,11 +8,11 @@
 #include "tests/e2e/support/BrowserCalls.h"
 #include "tests/e2e/support/FileDialogs.h"
 #include "tests/e2e/support/HelpCalls.h"
-#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/RemoteControls.h"
 #include "tests/e2e/support/SelectionWindow.h"
 #include "tests/e2e/support/WindowTree.h"
 #include "tests/e2e/support/WizardTest.h"
+#include "tests/support/Patience.h"
 
 namespace velbooter::e2e {
 namespace {

@@ -6,12 +6,12 @@
 #include "tests/e2e/support/BrowserCalls.h"
 #include "tests/e2e/support/HarnessFailure.h"
 #include "tests/e2e/support/HelpCalls.h"
-#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/Programs.h"
 #include "tests/e2e/support/RemoteControls.h"
 #include "tests/e2e/support/Screen.h"
 #include "tests/e2e/support/SelectionWindow.h"
 #include "tests/e2e/support/WizardTest.h"
+#include "tests/support/Patience.h"
 
 namespace velbooter::e2e {
 namespace {

@@ -1,10 +1,10 @@
 // The line that tells whether the selected files have room on the disk.
 
 #include "tests/e2e/support/HarnessFailure.h"
-#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/Screen.h"
 #include "tests/e2e/support/SelectionWindow.h"
 #include "tests/e2e/support/WizardTest.h"
+#include "tests/support/Patience.h"
 
 namespace velbooter::e2e {
 namespace {

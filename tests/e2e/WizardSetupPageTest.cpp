@@ -3,9 +3,9 @@
 #include <windows.h>
 
 #include "tests/e2e/support/HarnessFailure.h"
-#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/RemoteControls.h"
 #include "tests/e2e/support/WizardTest.h"
+#include "tests/support/Patience.h"
 
 namespace velbooter::e2e {
 namespace {

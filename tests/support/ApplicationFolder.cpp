@@ -5,12 +5,13 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
 #include <sstream>
 #include <stdexcept>
 
 #include "tests/support/BuiltFile.h"
+#include "tests/support/Patience.h"
+#include "tests/support/WinePath.h"
 
 namespace velbooter::testing {
 
@@ -39,18 +40,6 @@ std::string FreshFolder() {
     return path;
 }
 
-// The name by which the system below Wine knows a path; "" on a Windows.
-std::string UnixPath(const std::string& path) {
-    using Converter = char*(CDECL*)(LPCWSTR);
-    const auto convert = reinterpret_cast<Converter>(reinterpret_cast<void*>(
-        ::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
-    if (convert == nullptr) return "";
-    char* const name = convert(fs::path(path).c_str());
-    const std::string result = name == nullptr ? "" : name;
-    ::HeapFree(::GetProcessHeap(), 0, name);
-    return result;
-}
-
 void Start(const std::string& commandLine) {
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
@@ -60,16 +49,6 @@ void Start(const std::string& commandLine) {
                                  nullptr, &startup, &process));
     ::CloseHandle(process.hThread);
     ::CloseHandle(process.hProcess);
-}
-
-// Wine gives no handle of a program of the system below it to wait for.
-void WaitUntil(const std::function<bool()>& condition) {
-    constexpr ULONGLONG kPatienceMs = 500000;
-    const ULONGLONG end = ::GetTickCount64() + kPatienceMs;
-    while (!condition()) {
-        ASSERT_GT(end, ::GetTickCount64()) << "nothing happens";
-        ::Sleep(5);
-    }
 }
 
 }  // namespace
@@ -148,7 +127,8 @@ void ApplicationFolder::MakeLink(const std::string& tail, const std::string& tar
         Start("Z:\\bin\\ln -s \"" + unixTarget + "\" \"" + UnixPathOfLink(tail) + "\"");
     }
     links_.push_back(tail);
-    WaitUntil([&] { return HasFolder(tail); });
+    // Wine gives no handle of a program of the system below it to wait for.
+    ASSERT_TRUE(Eventually([&] { return HasFolder(tail); }));
 }
 
 // Wine cannot delete a link to a folder: it deletes the folder.
@@ -159,7 +139,7 @@ void ApplicationFolder::RemoveLinks() {
         } else {
             Start("Z:\\bin\\rm -f \"" + UnixPathOfLink(link) + "\"");
         }
-        WaitUntil([&] { return !HasFolder(link); });
+        ASSERT_TRUE(Eventually([&] { return !HasFolder(link); }));
     }
     links_.clear();
 }

@@ -2,12 +2,13 @@
 // Changes the file system of drive A: while with-drive-a.sh runs a test.
 
 #include <gtest/gtest.h>
-#include <windows.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
+
+#include "tests/support/Patience.h"
 
 namespace velbooter {
 
@@ -19,8 +20,7 @@ inline void RemountDriveA(const std::string& options) {
     const std::string folder = std::string("Z:") + control;
     std::ofstream(folder + "/new") << options;
     std::filesystem::rename(folder + "/new", folder + "/request");
-    for (int i = 0; i < 200 && std::filesystem::exists(folder + "/request"); ++i) ::Sleep(50);
-    EXPECT_FALSE(std::filesystem::exists(folder + "/request")) << "not remounted";
+    EXPECT_TRUE(Eventually([&] { return !std::filesystem::exists(folder + "/request"); })) << "not remounted";
 }
 
 }  // namespace velbooter

@@ -18,9 +18,9 @@ struct PlannedMember {
 
 /// Returns the members that match one of `patterns` (all when there is none), in their order, each with its
 /// file below `folder` (UTF-8, "" is the working folder). Throws ToolError when no member matches, when the
-/// name of one of them is not safe as a path below the folder, when two of them would be one file, or one a
-/// folder of the other, when without `overwrite` one of the files
-/// exists already, and for a cabinet that is part of a set. `label` names the cabinet in messages.
+/// name of one of them is not safe as a path below the folder, when two of them clash (Neighbours.h), when
+/// without `overwrite` one of the files exists already, and for a cabinet that is part of a set. `label`
+/// names the cabinet in messages.
 std::vector<PlannedMember> PlanExtraction(const CabinetDirectory& directory, const std::string& label,
                                           std::span<const std::string> patterns, const std::string& folder,
                                           bool overwrite);

@@ -25,9 +25,10 @@ std::string Counted(std::uint64_t count, const std::string& noun) {
 }
 
 std::string DateAndTime(DosTime moment) {
-    return Padded(1980U + (moment.Date >> 9), 4) + "-" + Padded((moment.Date >> 5) & 15U, 2) + "-" +
-           Padded(moment.Date & 31U, 2) + " " + Padded(moment.Time >> 11, 2) + ":" +
-           Padded((moment.Time >> 5) & 63U, 2) + ":" + Padded((moment.Time & 31U) * 2, 2);
+    const CalendarTime units = UnpackDosTime(moment);
+    const auto two = [](int number) { return Padded(static_cast<unsigned>(number), 2); };
+    return std::to_string(units.Year) + "-" + two(units.Month) + "-" + two(units.Day) + " " +
+           two(units.Hour) + ":" + two(units.Minute) + ":" + two(units.Second);
 }
 
 std::string AttributeLetters(std::uint16_t attributes) {

@@ -11,10 +11,9 @@ namespace tools::cabarc {
 bool HasWildcard(std::string_view text);
 
 /// Returns whether `name`, a file name without folders, matches `pattern`. "*" stands for any characters,
-/// none included,
-/// "?" for exactly one (a whole UTF-8 character). A pattern that ends in ".*" also matches a name without a
-/// dot, so that
-/// "*.*" is every name; one that ends in "." matches only names without a dot. ASCII case does not matter.
+/// none included, "?" for exactly one (a whole UTF-8 character). A pattern that ends in ".*" also matches a
+/// name without a dot, so that "*.*" is every name; one that ends in "." matches only names without a dot.
+/// ASCII case does not matter.
 bool MatchesPattern(std::string_view pattern, std::string_view name);
 
 /// Returns whether the stored path of a member matches `pattern`: a pattern without a folder part looks at

@@ -25,14 +25,16 @@ DosTime PackDosTime(int year, int month, int day, int hour, int minute, int seco
     return packed;
 }
 
+CalendarTime UnpackDosTime(DosTime packed) {
+    return {1980 + (packed.Date >> 9), (packed.Date >> 5) & 15, packed.Date & 31,
+            packed.Time >> 11,         (packed.Time >> 5) & 63, (packed.Time & 31) * 2};
+}
+
 DosTime NearestMoment(DosTime stored) {
-    const int year = 1980 + (stored.Date >> 9);
-    const int month = std::clamp((stored.Date >> 5) & 15, 1, 12);
-    const int day = std::clamp(stored.Date & 31, 1, DaysOf(month, year));
-    const int hour = std::min(stored.Time >> 11, 23);
-    const int minute = std::min((stored.Time >> 5) & 63, 59);
-    const int second = std::min((stored.Time & 31) * 2, 58);
-    return PackDosTime(year, month, day, hour, minute, second);
+    const CalendarTime given = UnpackDosTime(stored);
+    const int month = std::clamp(given.Month, 1, 12);
+    return PackDosTime(given.Year, month, std::clamp(given.Day, 1, DaysOf(month, given.Year)),
+                       std::min(given.Hour, 23), std::min(given.Minute, 59), std::min(given.Second, 58));
 }
 
 }  // namespace tools

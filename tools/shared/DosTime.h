@@ -14,6 +14,12 @@ struct DosTime {
     friend bool operator==(const DosTime&, const DosTime&) = default;
 };
 
+/// The calendar units of a packed time, right or not: month and day are 1-based, the second is even.
+struct CalendarTime {
+    int Year, Month, Day, Hour, Minute, Second;
+};
+CalendarTime UnpackDosTime(DosTime packed);
+
 /// Packs a local date and time, given in calendar units (month and day 1-based). Values before 1980 give the
 /// first and values after 2107 give the last moment of the range.
 DosTime PackDosTime(int year, int month, int day, int hour, int minute, int second);

@@ -34,9 +34,8 @@ struct HostFile {
 };
 
 /// Returns the arguments of the program, its own name excluded, as UTF-8. Throws ToolError when one of them
-/// cannot be expressed in Unicode. On Windows they are taken from the
-/// process's wide command line (the C library would expand wildcards and lose characters); on POSIX from
-/// argv.
+/// cannot be expressed in Unicode. On Windows they are taken from the process's wide command line (the C
+/// library would expand wildcards and lose characters); on POSIX from argv.
 std::vector<std::string> Arguments(int argc, char** argv);
 
 /// Has Windows look for libraries in its own folder alone from now on, and not beside the program, where

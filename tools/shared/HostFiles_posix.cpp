@@ -202,14 +202,14 @@ void ReadWhole(const std::filesystem::path& file, std::span<std::uint8_t> bytes)
 }
 
 bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime stored, std::uint8_t attributes) {
-    const DosTime modified = NearestMoment(stored);
+    const CalendarTime modified = UnpackDosTime(NearestMoment(stored));
     std::tm local{};
-    local.tm_year = (modified.Date >> 9) + 80;
-    local.tm_mon = ((modified.Date >> 5) & 15) - 1;
-    local.tm_mday = modified.Date & 31;
-    local.tm_hour = modified.Time >> 11;
-    local.tm_min = (modified.Time >> 5) & 63;
-    local.tm_sec = (modified.Time & 31) * 2;
+    local.tm_year = modified.Year - 1900;
+    local.tm_mon = modified.Month - 1;
+    local.tm_mday = modified.Day;
+    local.tm_hour = modified.Hour;
+    local.tm_min = modified.Minute;
+    local.tm_sec = modified.Second;
     local.tm_isdst = -1;
     timespec times[2]{};
     times[0].tv_nsec = UTIME_OMIT;

@@ -93,12 +93,13 @@ class LocalClock {
     bool ToFileTime(DosTime packed, FILETIME& moment) {
         SYSTEMTIME local{};
         SYSTEMTIME utc{};
-        local.wYear = static_cast<WORD>(1980 + (packed.Date >> 9));
-        local.wMonth = static_cast<WORD>((packed.Date >> 5) & 15);
-        local.wDay = static_cast<WORD>(packed.Date & 31);
-        local.wHour = static_cast<WORD>(packed.Time >> 11);
-        local.wMinute = static_cast<WORD>((packed.Time >> 5) & 63);
-        local.wSecond = static_cast<WORD>((packed.Time & 31) * 2);
+        const CalendarTime units = UnpackDosTime(packed);
+        local.wYear = static_cast<WORD>(units.Year);
+        local.wMonth = static_cast<WORD>(units.Month);
+        local.wDay = static_cast<WORD>(units.Day);
+        local.wHour = static_cast<WORD>(units.Hour);
+        local.wMinute = static_cast<WORD>(units.Minute);
+        local.wSecond = static_cast<WORD>(units.Second);
         return FetchRules(local.wYear) && TzSpecificLocalTimeToSystemTime(&rules_, &local, &utc) &&
                SystemTimeToFileTime(&utc, &moment);
     }

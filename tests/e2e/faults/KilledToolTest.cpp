@@ -5,9 +5,9 @@
 
 #include "tests/e2e/faults/FaultExpectations.h"
 #include "tests/e2e/support/HarnessFailure.h"
-#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 #include "tests/e2e/support/Programs.h"
+#include "tests/support/Patience.h"
 
 namespace velbooter::e2e {
 namespace {

@@ -1,9 +1,9 @@
 #include "tests/e2e/support/ConsoleTwin.h"
 
 #include "tests/e2e/support/HarnessFailure.h"
-#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/Programs.h"
 #include "tests/e2e/support/Screen.h"
+#include "tests/support/Patience.h"
 
 namespace velbooter::e2e {
 

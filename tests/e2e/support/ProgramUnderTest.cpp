@@ -7,9 +7,9 @@
 
 #include "tests/e2e/support/Evidence.h"
 #include "tests/e2e/support/HarnessFailure.h"
-#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/Screen.h"
 #include "tests/e2e/support/WindowTree.h"
+#include "tests/support/Patience.h"
 
 namespace velbooter::e2e {
 

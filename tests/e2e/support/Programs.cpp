@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "tests/e2e/support/HarnessFailure.h"
-#include "tests/e2e/support/Patience.h"
 #include "tests/support/BuiltFile.h"
+#include "tests/support/Patience.h"
 
 namespace velbooter::e2e {
 

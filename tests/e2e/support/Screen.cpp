@@ -2,8 +2,9 @@
 
 #include <filesystem>
 
-#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/WindowTree.h"
+#include "tests/support/Patience.h"
+#include "tests/support/WinePath.h"
 
 namespace velbooter::e2e {
 
@@ -39,17 +40,8 @@ class PrivateFile {
     PrivateFile(const PrivateFile&) = delete;
     PrivateFile& operator=(const PrivateFile&) = delete;
 
-    // The path by which the system below Wine knows the file, empty when there is none.
-    std::string UnixPath() const {
-        using Converter = char*(CDECL*)(LPCWSTR);
-        const auto convert = reinterpret_cast<Converter>(reinterpret_cast<void*>(
-            ::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
-        if (convert == nullptr || path_.empty()) return "";
-        char* const path = convert(path_.c_str());
-        std::string result = path != nullptr ? path : "";
-        ::HeapFree(::GetProcessHeap(), 0, path);
-        return result;
-    }
+    // Empty when there is none that the system below Wine knows.
+    std::string Name() const { return path_.empty() ? "" : UnixPath(path_); }
     bool IsFilled() const {
         std::error_code error;
         const auto size = std::filesystem::file_size(path_, error);
@@ -64,7 +56,7 @@ class PrivateFile {
 // a file that is filled tells that the command has succeeded.
 bool RunBelow(const std::string& command) {
     const PrivateFile done;
-    const std::string unixPath = done.UnixPath();
+    const std::string unixPath = done.Name();
     if (unixPath.empty()) return false;
     std::string line = "Z:\\bin\\sh -c \"" + command + " && echo done >'" + unixPath + "'\"";
     STARTUPINFOA startup{};

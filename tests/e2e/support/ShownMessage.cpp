@@ -5,8 +5,8 @@
 #include <ostream>
 
 #include "tests/e2e/support/HarnessFailure.h"
-#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/WindowTree.h"
+#include "tests/support/Patience.h"
 
 namespace velbooter::e2e {
 

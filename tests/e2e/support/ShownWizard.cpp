@@ -5,9 +5,9 @@
 #include <algorithm>
 
 #include "tests/e2e/support/HarnessFailure.h"
-#include "tests/e2e/support/Patience.h"
 #include "tests/e2e/support/RemoteControls.h"
 #include "tests/e2e/support/WindowTree.h"
+#include "tests/support/Patience.h"
 
 namespace velbooter::e2e {
 

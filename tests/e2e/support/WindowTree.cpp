@@ -1,8 +1,7 @@
 #include "tests/e2e/support/WindowTree.h"
+#include "tests/support/Patience.h"
 
 #include <sstream>
-
-#include "tests/e2e/support/Patience.h"
 
 namespace velbooter::e2e {
 

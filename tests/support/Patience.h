@@ -6,7 +6,7 @@
 
 #include <functional>
 
-namespace velbooter::e2e {
+namespace velbooter {
 
 inline constexpr DWORD kPatienceMs = 500000;
 
@@ -14,4 +14,4 @@ inline constexpr DWORD kPatienceMs = 500000;
 /// first.
 bool Eventually(const std::function<bool()>& condition, DWORD stepMs = 10);
 
-}  // namespace velbooter::e2e
+}  // namespace velbooter

@@ -1,6 +1,6 @@
-#include "tests/e2e/support/Patience.h"
+#include "tests/support/Patience.h"
 
-namespace velbooter::e2e {
+namespace velbooter {
 
 bool Eventually(const std::function<bool()>& condition, DWORD stepMs) {
     const ULONGLONG end = ::GetTickCount64() + kPatienceMs;
@@ -11,4 +11,4 @@ bool Eventually(const std::function<bool()>& condition, DWORD stepMs) {
     return true;
 }
 
-}  // namespace velbooter::e2e
+}  // namespace velbooter
