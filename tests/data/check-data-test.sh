@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Proves that check-data.sh sees faults: breaks a copy of the data in one way at a time and expects the
-# line that names the fault from the check whose matter it is, without waiting for the others. Exits 1 when a fault stays unseen or when the unbroken copy has one.
+# line that names the fault from the check whose matter it is, without waiting for the others. Exits 1 when a
+# fault stays unseen or when the unbroken copy has one.
 # shellcheck disable=SC2016  # $ and backquotes belong to the sed commands and to the expected texts
 set -euo pipefail
 

@@ -3,8 +3,8 @@
 # line ends, names, the catalogue, every line of every disk configuration, the batch language, the size of
 # each disk, the driver store, the sample drivers, the templates, and that docs/ mentions everything that ships.
 # Prints one line for each fault and exits 1 if there was any.
-# check-data.sh [-v] [ROOT [CHECK...]] checks another checkout, or it only with some of the checks below, which are named at
-# the end; -v tells how full each disk can be.
+# check-data.sh [-v] [ROOT [CHECK...]] checks another checkout; with CHECKs it makes only those, by their names in the list at
+# the end. -v tells how full each disk can be.
 set -euo pipefail
 export LC_ALL=C
 

@@ -3,7 +3,6 @@
 #include <commctrl.h>
 
 #include <map>
-#include <optional>
 #include <utility>
 
 #include "src/drivers/DiskRoom.h"
@@ -18,7 +17,6 @@
 #include "src/ui/windows/Announcement.h"
 #include "src/ui/windows/FormClass.h"
 #include "src/ui/windows/OwnerDrawn.h"
-#include "src/ui/windows/SessionHold.h"
 #include "src/ui/windows/WizardIds.h"
 
 namespace velbooter {
@@ -161,11 +159,11 @@ INT_PTR WizardWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM
             return TRUE;
         case WM_QUERYENDSESSION:
             // Half a floppy is worth less than a moment of waiting, and the person is told what it is for.
-            ::SetWindowLongPtrA(window, DWLP_MSGRESULT, isMaking_ ? FALSE : TRUE);
+            ::SetWindowLongPtrA(window, DWLP_MSGRESULT, hold_ ? FALSE : TRUE);
             return TRUE;
         case WM_ENDSESSION:
             // The system ends the program without another message, so the clean-up is done here.
-            if (wParam != FALSE && !isMaking_) DeleteWorkingFiles(*app_);
+            if (wParam != FALSE && !hold_) DeleteWorkingFiles(*app_);
             return TRUE;
         case WM_DRAWITEM: {
             const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
@@ -267,17 +265,15 @@ void WizardWindow::Run(Handler handler) {
     }
     controls_.Read(app_->Wizard);
     isWorking_ = true;
-    isMaking_ = handler == CmdNext_Click || handler == CmdFinish_Click;
-    std::optional<SessionHold> hold;
-    if (isMaking_) hold.emplace(window_.get());
+    if (handler == CmdNext_Click || handler == CmdFinish_Click) hold_.emplace(window_.get());
     failure_.Guard([&] { return RunGuarded(*app_, [&] { handler(*app_); }); }, false);
+    hold_.reset();
     if (failure_.Holds()) {
         // A message that was sent, not posted, does not wake the loop that raises the failure again.
         ::PostMessageA(window_.get(), WM_NULL, 0, 0);
         return;
     }
-    isWorking_ = isMaking_ = false;
-    hold.reset();
+    isWorking_ = false;
     // Not this window alone: a handler may have hidden the driver selection.
     app_->Screen.Repaint();
     const Handler next = std::exchange(postponed_, nullptr);

@@ -5,9 +5,11 @@
 #include <windows.h>
 
 #include <array>
+#include <optional>
 
 #include "src/forms/Application.h"
 #include "src/ui/windows/CaughtFailure.h"
+#include "src/ui/windows/SessionHold.h"
 #include "src/ui/windows/WindowHandle.h"
 #include "src/ui/windows/WizardControls.h"
 
@@ -62,10 +64,10 @@ class WizardWindow {
     std::array<HWND, kPageCount> pages_{};  ///< children, destroyed with window_
     HWND shownPage_ = nullptr;
     WizardControls controls_;
-    bool isShowing_ = false;       ///< what changes in the controls is the program's doing, not the user's
-    bool isWorking_ = false;       ///< a handler runs: the user's input waits
-    bool isMaking_ = false;        ///< it makes something of a disk: the end of the session waits, too
-    Handler postponed_ = nullptr;  ///< to be run when the work has ended
+    bool isShowing_ = false;  ///< what changes in the controls is the program's doing, not the user's
+    bool isWorking_ = false;  ///< a handler runs: the user's input waits
+    std::optional<SessionHold> hold_;  ///< it makes something of a disk: the end of the session waits, too
+    Handler postponed_ = nullptr;      ///< to be run when the work has ended
     CaughtFailure failure_;
     Window window_;  ///< ends first: its messages still need the rest
 };

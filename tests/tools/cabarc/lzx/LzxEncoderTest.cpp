@@ -75,7 +75,7 @@ TEST(LzxEncoder, ReachesTheWholeWindowAndNeverBeyond) {
     for (int windowBits = 15; windowBits <= 21; ++windowBits) {
         SCOPED_TRACE(windowBits);
         const std::size_t window = std::size_t{1} << windowBits;
-        const Bytes input = FarCopies(2 * window + 12'345, window - 3, 7);
+        const Bytes input = FarCopies(3 * window + 12'345, window - 3, 7);
         RoundTrip(input, windowBits, Hasty());
     }
     // A repetition at the largest offset in use is found, one byte farther it is not.
@@ -94,6 +94,7 @@ TEST(LzxEncoder, ReachesTheWholeWindowAndNeverBeyond) {
 TEST(LzxEncoder, SlidesOverFoldersLongerThanItsBuffer) {
     for (const DataKind& kind : DataKinds()) {
         SCOPED_TRACE(kind.Name);
+        RoundTrip(kind.Make(4'400'001, 11), 21, Hasty());
         RoundTrip(kind.Make(2'300'000, 12), 15, Hasty());
     }
     RoundTrip(Mixed(4'400'001, 11), 21);
