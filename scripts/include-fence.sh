@@ -13,26 +13,33 @@ cd "$root"
 layerOf() {
     case $1 in
         src/common/*) layer=1 ;;
-        src/forms/* | src/console/*) layer=2 ;;
-        src/disk/*) layer=3 ;;
-        src/drivers/* | src/setup/* | src/dos/*) layer=4 ;;
-        src/start/*) layer=5 ;;
-        src/ui/*) layer=6 ;;
-        src/*) layer=7 ;;
+        src/forms/*) layer=2 ;;
+        src/run/*) layer=3 ;;
+        src/disk/*) layer=4 ;;
+        src/drivers/* | src/setup/* | src/dos/*) layer=5 ;;
+        src/start/*) layer=6 ;;
+        src/ui/windows/*) layer=8 ;;
+        src/ui/*) layer=7 ;;
+        src/*) layer=9 ;;
+        # A program of its own, which has the functions for processes and the exit codes from below.
+        console/*) layer=4 ;;
         resources/*) layer=0 ;;
         tools/shared/*) layer=101 ;;
         tools/*) layer=102 ;;
         *) layer=999 ;;
     esac
 }
-# Sets $folder to the folder that a file belongs to, two names deep.
+# Sets $folder to the folder that a file belongs to, whose files may include each other's: two names deep, but for the
+# windows, which are a layer above the pages.
 folderOf() {
     local rest
     case $1 in
+        src/ui/windows/*) folder=src/ui/windows ;;
         */*/*)
             rest=${1#*/}
             folder=${1%%/*}/${rest%%/*}
             ;;
+        */*) folder=${1%%/*} ;;
         *) folder=$1 ;;
     esac
 }
@@ -53,7 +60,7 @@ standardHeaders=${standardHeaders//$'\n'/ }
 # mayInclude FILE HEADER: whether FILE is a place for HEADER, which is none of the standard library.
 mayInclude() {
     case $1 in
-        src/common/*.cpp | src/ui/windows/* | src/WinMain.cpp | src/console/Main.cpp) true ;;
+        src/common/*.cpp | src/ui/windows/* | src/WinMain.cpp | console/Main.cpp) true ;;
         tools/*_win.cpp | tools/*_posix.cpp) true ;;
         tools/cabarc/MsZipCompressor.cpp) [ "$2" = zlib.h ] ;;
         *) false ;;
@@ -68,7 +75,7 @@ complain() {
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 files=()
-list_sources files 'src/*.h' 'src/*.cpp' 'tools/*.h' 'tools/*.cpp'
+list_sources files 'src/*.h' 'src/*.cpp' 'console/*.h' 'console/*.cpp' 'tools/*.h' 'tools/*.cpp'
 search "$work/includes" -HZE '^[[:space:]]*#[[:space:]]*include' "${files[@]}"
 declare -A edges
 
@@ -84,7 +91,7 @@ while IFS= read -r -d '' file && IFS= read -r line; do
             layerOf "$file"
             from=$layer
             layerOf "$included"
-            [[ $included != src/console/* ]] || complain "$file includes $included, which is velbooter.com's own"
+            [[ $included != console/* ]] || complain "$file includes $included, which is velbooter.com's own"
             [ "$layer" -lt "$from" ] || isShared "$included" || complain "$file includes $included, which is in no layer below"
             [ $((from / 100)) = $((layer / 100)) ] || [ "$layer" = 0 ] || isShared "$included" ||
                 complain "$file includes $included: the program and the companions share no code"

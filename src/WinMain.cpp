@@ -7,12 +7,11 @@
 
 #include <exception>
 
-#include "src/common/CallText.h"
-#include "src/common/ProgramEnd.h"
-#include "src/common/SetupCommon.h"
+#include "src/common/Processes.h"
 #include "src/common/SingleInstance.h"
-#include "src/forms/CancelApp.h"
-#include "src/forms/ErrorMessage.h"
+#include "src/run/CancelApp.h"
+#include "src/run/Guard.h"
+#include "src/run/ProgramEnd.h"
 #include "src/start/Main.h"
 #include "src/ui/windows/SystemDesktop.h"
 
@@ -77,8 +76,8 @@ int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, char* /*comma
     } catch (const velbooter::ProgramEnd& end) {
         return static_cast<int>(end.Code);
     } catch (const std::exception& error) {
-        velbooter::ShowError(app, error);
-        velbooter::DeleteWorkingFiles(app);
+        velbooter::ShowError(desktop, error);
+        velbooter::DeleteWorkingFiles(app.Paths);
         return static_cast<int>(ExitCode::InternalError);
     }
 }

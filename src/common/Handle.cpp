@@ -2,7 +2,9 @@
 
 #include <windows.h>
 
-namespace velbooter::handles {
+namespace velbooter {
+
+namespace handles {
 
 void Kernel::Close(void* handle) {
     ::CloseHandle(handle);
@@ -16,4 +18,12 @@ void Find::Close(void* handle) {
     ::FindClose(handle);
 }
 
-}  // namespace velbooter::handles
+}  // namespace handles
+
+FileHandle OpenExistingFile(const std::string& file, std::uint32_t access) {
+    return FileHandle(::CreateFileA(file.c_str(), access,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+}  // namespace velbooter

@@ -3,6 +3,7 @@
 // kernel objects, minus one for files and directory searches.
 
 #include <cstdint>
+#include <string>
 #include <utility>
 
 namespace velbooter {
@@ -63,5 +64,10 @@ class UniqueHandle {
 using KernelHandle = UniqueHandle<handles::Kernel>;
 using FileHandle = UniqueHandle<handles::File>;
 using FindHandle = UniqueHandle<handles::Find>;
+
+/// Opens an existing file and keeps nobody from reading, writing or deleting it. `access` is the system's access
+/// mask; 0 asks for none, so that a file which another program holds can be looked at too. Returns an empty handle when
+/// the file cannot be opened; the reason is the thread's last error then.
+FileHandle OpenExistingFile(const std::string& file, std::uint32_t access);
 
 }  // namespace velbooter

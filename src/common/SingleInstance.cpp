@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 
-#include "src/common/FileSystem.h"
+#include "src/common/Files.h"
 #include "src/common/Text.h"
 
 namespace velbooter {
@@ -14,9 +14,7 @@ namespace {
 
 // Where a share tells no number of a file, its full name has to do.
 std::string FinalPath(const std::string& file) {
-    const FileHandle opened(::CreateFileA(file.c_str(), 0,
-                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                          OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const FileHandle opened = OpenExistingFile(file, 0);
     std::array<char, MAX_PATH> path{};
     const DWORD length =
         opened ? ::GetFinalPathNameByHandleA(opened.Get(), path.data(), MAX_PATH, FILE_NAME_NORMALIZED) : 0;
@@ -26,9 +24,9 @@ std::string FinalPath(const std::string& file) {
 // The name of a mutex cannot hold a backslash and is shorter than the longest path; the end of a path tells
 // more.
 std::string MarkOf(const std::string& executable) {
-    const auto version = VersionOf(executable);
-    if (version && version->Identity != 0)
-        return std::to_string(version->Volume) + " " + std::to_string(version->Identity);
+    const auto stamp = StampOf(executable);
+    if (stamp && stamp->Identity != 0)
+        return std::to_string(stamp->Volume) + " " + std::to_string(stamp->Identity);
     constexpr size_t kLongest = 200;
     std::string path = FinalPath(executable);
     std::replace(path.begin(), path.end(), '\\', '/');

@@ -37,6 +37,10 @@ std::string Trim(const std::string& text) {
     return TrimLeft(TrimRight(text));
 }
 
+std::string TrimAtNul(const std::string& text) {
+    return text.substr(0, text.find('\0'));
+}
+
 std::vector<std::string> Split(const std::string& text, char separator, unsigned codePage) {
     std::vector<std::string> parts;
     size_t begin = 0;

@@ -16,6 +16,9 @@ std::string TrimRight(const std::string& text);
 /// Returns `text` without leading and trailing blanks.
 std::string Trim(const std::string& text);
 
+/// Returns `text` up to, not including, its first NUL character; all of it when there is none.
+std::string TrimAtNul(const std::string& text);
+
 // Where two bytes make one character (Japanese, Chinese, Korean) the second one may look like a backslash or
 // a letter. The functions with a `codePage` step from character to character; it is the number of the text's
 // code page, 0 for the system's ANSI code page.

@@ -2,15 +2,16 @@
 
 #include <algorithm>
 
-#include "src/common/FileSystem.h"
-#include "src/common/ProgramEnd.h"
+#include "src/common/Files.h"
+#include "src/common/Folders.h"
+#include "src/common/Paths.h"
 #include "src/common/RuntimeError.h"
-#include "src/common/SetupCommon.h"
-#include "src/disk/FileCopying.h"
-#include "src/dos/DosFileList.h"
+#include "src/disk/contents/FileCopying.h"
 #include "src/dos/ImportDOS.h"
-#include "src/forms/ErrorMessage.h"
 #include "src/forms/ProductTexts.h"
+#include "src/run/Guard.h"
+#include "src/run/Help.h"
+#include "src/run/ProgramEnd.h"
 
 namespace velbooter {
 
@@ -19,85 +20,82 @@ namespace {
 constexpr int kHelpTopic = 1420;
 constexpr const char* kCdCabinet = "BASE5.CAB";
 
-std::string HelpFile(const Application& app) {
-    return app.PathOf(kHelpFileName) + ">" + kHelpWindow;
-}
-
 [[noreturn]] void EndWithoutDosFiles() {
     throw ProgramEnd{ExitCode::DosFilesMissing};
 }
 
-void AskForImport(Application& app) {
-    const Answer answer = app.Screen.ShowMessage(
+void AskForImport(const ApplicationPaths& paths, Desktop& desktop) {
+    const Answer answer = desktop.ShowMessage(
         {"Your current windows installation doesn't contain the required\r\n"
          "DOS files needed for the Veltrane to funtion properly.\r\n"
          "Press OK to import the needed files from the Windows 98/98SE Setup CD.",
-         "DOS Files no found", Buttons::OkCancel, Icon::Exclamation, HelpFile(app), kHelpTopic});
+         "DOS Files no found", Buttons::OkCancel, Icon::Exclamation, HelpFileOf(paths), kHelpTopic});
     if (answer == Answer::Cancel) EndWithoutDosFiles();
 }
 
 // Asks until a file in the setup CD's folder is chosen; a cancelled dialog ends the program.
-std::string AskForCdFolder(Application& app) {
+std::string AskForCdFolder(Desktop& desktop, CommonDialog& dialog) {
     for (;;) {
-        const auto chosen = app.Screen.ShowOpenDialog(app.Wizard.DlgOpen);
+        const auto chosen = desktop.ShowOpenDialog(dialog);
         if (!chosen) EndWithoutDosFiles();
         std::string folder = GetFolderPart(*chosen);
         if (FileExists(folder + "\\WIN.COM") || FileExists(folder + "\\" + kCdCabinet)) return folder;
-        app.Wizard.DlgOpen.FileName = kCdCabinet;
+        dialog.FileName = kCdCabinet;
     }
 }
 
-void ImportDosFiles(Application& app) {
-    if (!FolderExists(app.PathOf("dos"))) {
-        std::string folder = app.PathOf("dos");
+void ImportDosFiles(const ApplicationPaths& paths, Desktop& desktop, FrmWait& wait, CommonDialog& cdDialog) {
+    if (!FolderExists(paths.PathOf("dos"))) {
+        std::string folder = paths.PathOf("dos");
         CreateFolderPath(folder);
     }
-    if (FolderExists(app.WindowsFolder + "Command")) {
-        CopyDOSFiles(app, app.WindowsFolder);
+    if (FolderExists(paths.WindowsFolder + "Command")) {
+        CopyDOSFiles(paths, desktop, wait, paths.WindowsFolder);
         return;
     }
-    AskForImport(app);
-    const std::string source = AskForCdFolder(app);
+    AskForImport(paths, desktop);
+    const std::string source = AskForCdFolder(desktop, cdDialog);
     if (FileExists(source + "\\win.com")) {
-        CopyDOSFiles(app, source);
-    } else if (FileExists(app.SystemFolder + "expand.exe") || FileExists(app.WindowsFolder + "expand.exe")) {
-        ImportDOSFilesWithExpand(app, source);
+        CopyDOSFiles(paths, desktop, wait, source);
+    } else if (FileExists(paths.SystemFolder + "expand.exe") ||
+               FileExists(paths.WindowsFolder + "expand.exe")) {
+        ImportDOSFilesWithExpand(paths, desktop, wait, source);
     } else {
-        ImportDOSFilesWithExtract(app, source);
+        ImportDOSFilesWithExtract(paths, desktop, wait, source);
     }
 }
 
 }  // namespace
 
-bool VerifyDOSFiles(Application& app, bool showErrors) {
-    const auto* missing = std::find_if(kDosFiles.begin(), kDosFiles.end(), [&app](const char* name) {
-        return !FileExists(app.PathOf(std::string("dos\\") + name));
+bool VerifyDOSFiles(const ApplicationPaths& paths, Desktop& desktop, bool showErrors) {
+    const auto missing = std::find_if(kDosFiles.begin(), kDosFiles.end(), [&paths](const char* name) {
+        return !FileExists(paths.PathOf(InDos(name)));
     });
     if (missing == kDosFiles.end()) return true;
     if (!showErrors) return false;
-    app.Screen.ShowMessage({std::string("The file ") + *missing + " couldn't be extracted successfully",
-                            "Critical Error", Buttons::Ok, Icon::Critical, HelpFile(app), kHelpTopic});
+    desktop.ShowMessage({std::string("The file ") + *missing + " couldn't be extracted successfully",
+                         "Critical Error", Buttons::Ok, Icon::Critical, HelpFileOf(paths), kHelpTopic});
     EndWithoutDosFiles();
 }
 
-void CheckDOSFiles(Application& app) {
+void CheckDOSFiles(const ApplicationPaths& paths, Desktop& desktop, FrmWait& wait, CommonDialog& cdDialog) {
     try {
-        DeleteUnfinishedDosFiles(app);
-        if (VerifyDOSFiles(app, false)) return;
-        ImportDosFiles(app);
+        DeleteUnfinishedDosFiles(paths);
+        if (VerifyDOSFiles(paths, desktop, false)) return;
+        ImportDosFiles(paths, desktop, wait, cdDialog);
     } catch (const RuntimeError& error) {
-        ShowRuntimeError(app, error);
+        ShowRuntimeError(desktop, error);
         EndWithoutDosFiles();
     }
-    VerifyDOSFiles(app, true);
+    VerifyDOSFiles(paths, desktop, true);
 }
 
-bool RefreshDosModuleFolder(Application& app) {
-    DeleteFolderTree(app.PathOf("files\\dos"));
+bool RefreshDosModuleFolder(const ApplicationPaths& paths, Desktop& desktop) {
+    DeleteFolderTree(paths.PathOf(InFiles("dos")));
     bool copied = false;
     for (const char* tail : {"\\", "\\bin\\", "\\help\\", "\\menu\\"}) {
-        std::string destination = std::string("files\\dos") + tail + "*.*";
-        copied = CopyFileWithPrompt(app, app.PathOf(std::string("files\\dos_files") + tail + "*.*"),
+        std::string destination = InFiles("dos") + tail + "*.*";
+        copied = CopyFileWithPrompt(paths, desktop, paths.PathOf(InFiles("dos_files") + tail + "*.*"),
                                     destination, false);
     }
     return copied;

@@ -2,20 +2,23 @@
 // The DOS system files that every boot disk needs, kept in the folder dos of the application folder: the
 // check at start that they are there, and their import when they are not.
 
-#include "src/forms/Application.h"
+#include "src/forms/Forms.h"
+#include "src/run/ApplicationPaths.h"
+#include "src/run/Desktop.h"
 
 namespace velbooter {
 
 /// Returns whether all DOS files are in the folder dos. With `showErrors` the first one that is missing is
 /// reported by a message, and the program ends (ProgramEnd).
-bool VerifyDOSFiles(Application& app, bool showErrors);
+bool VerifyDOSFiles(const ApplicationPaths& paths, Desktop& desktop, bool showErrors);
 
 /// Returns only when all DOS files are there, after importing them from the Windows installation or from a
-/// setup CD if need be; otherwise ends the program (ProgramEnd), after a message that says why.
-void CheckDOSFiles(Application& app);
+/// setup CD if need be, whose folder `cdDialog` asks for; otherwise ends the program (ProgramEnd), after a
+/// message that says why.
+void CheckDOSFiles(const ApplicationPaths& paths, Desktop& desktop, FrmWait& wait, CommonDialog& cdDialog);
 
 /// Rebuilds the folder files\dos, the source of the dos module, from its pristine copy files\dos_files.
 /// Returns the result of the last copy: false after Abort.
-bool RefreshDosModuleFolder(Application& app);
+bool RefreshDosModuleFolder(const ApplicationPaths& paths, Desktop& desktop);
 
 }  // namespace velbooter

@@ -1,19 +1,18 @@
 #include "src/drivers/DriverPreparation.h"
 
-#include "src/disk/FileCopying.h"
-#include "src/disk/FileLists.h"
-#include "src/drivers/ChosenDrivers.h"
-#include "src/forms/CancelApp.h"
+#include "src/disk/contents/FileCopying.h"
+#include "src/drivers/DriverIndex.h"
 
 namespace velbooter {
 
 namespace {
 
 // Returns false when the user gave the copy up.
-bool PutOnDisk(Application& app, const std::string& cabinet) {
-    std::string target = "cabs\\Lib\\" + cabinet;
-    const bool copied = CopyFileWithPrompt(app, "drivers\\" + cabinet, target, false);
-    app.Wizard.LstFiles.AddItem("lib\\" + cabinet);
+bool PutOnDisk(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard,
+               const std::string& cabinet) {
+    std::string target = InCabs("Lib\\" + cabinet);
+    const bool copied = CopyFileWithPrompt(paths, desktop, InDrivers(cabinet), target, false);
+    wizard.LstFiles.AddItem("lib\\" + cabinet);
     return copied;
 }
 
@@ -31,27 +30,19 @@ bool IsDriverEntry(const std::string& entry) {
     return prefix == "lib\\aspi" || prefix == "lib\\ndis" || prefix == "lib\\odi1" || prefix == "lib\\odi3";
 }
 
-void PrepareDrivers(Application& app) {
-    const std::string index = app.PathOf(kDriverIndexFile);
-    ProgressBar& progress = app.Wizard.WorkProgress;
+bool PrepareDrivers(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard) {
+    const std::string index = paths.PathOf(kDriverIndexFile);
+    ProgressBar& progress = wizard.WorkProgress;
     progress.Max = CountFileLines(index);
     progress.Value = progress.Min;
-    bool canceled = false;
-    {
-        ChosenDrivers drivers(app);
-        while (const auto cabinet = drivers.Next()) {
-            ++progress.Value;
-            app.Screen.Repaint();
-            canceled = !cabinet->empty() && !PutOnDisk(app, *cabinet);
-            if (canceled) break;
-        }
+    ChosenDrivers drivers(paths, wizard);
+    while (const auto cabinet = drivers.Next()) {
+        ++progress.Value;
+        desktop.Repaint();
+        if (!cabinet->empty() && !PutOnDisk(paths, desktop, wizard, *cabinet)) return false;
     }
-    // Drivers.ini is closed here, so that cancelling can delete it.
-    if (canceled) {
-        CancelApp(app);
-        return;
-    }
-    SelectDriverEntries(app.Wizard.LstFiles);
+    SelectDriverEntries(wizard.LstFiles);
+    return true;
 }
 
 }  // namespace velbooter

@@ -1,13 +1,10 @@
 #include "src/drivers/DriverSelection.h"
 
-#include <algorithm>
-
-#include "src/common/FileSystem.h"
+#include "src/common/Files.h"
+#include "src/common/Folders.h"
 #include "src/common/INIFile.h"
-#include "src/common/SetupCommon.h"
 #include "src/common/Text.h"
-#include "src/disk/DriverIndex.h"
-#include "src/drivers/DiskRoom.h"
+#include "src/drivers/DriverIndex.h"
 #include "src/drivers/DriverStore.h"
 
 namespace velbooter {
@@ -16,105 +13,73 @@ namespace {
 
 constexpr const char* kNetworkCaption = "NIC";
 
-void LoadGroup(Application& app, const DriverGroup& group, const std::string& caption, bool clearList) {
-    CreateIndex(app, group.DescriptionFile, group.PciFile, group.Folder, caption, clearList);
-}
-
-void Open(Application& app, void (*load)(Application&)) {
-    app.Drivers.Visible = true;
-    app.Screen.Repaint();
-    load(app);
-}
-
-void Hide(Application& app) {
-    app.Drivers.Visible = false;
-    app.Screen.Repaint();
+void LoadGroup(const ApplicationPaths& paths, Desktop& desktop, FrmDrivers& form, const DriverGroup& group,
+               const std::string& caption, bool clearList) {
+    CreateIndex(paths, desktop, form, group.DescriptionFile, group.PciFile, group.Folder, caption, clearList);
 }
 
 }  // namespace
 
-void CreateIndex(Application& app, const std::string& descFile, const std::string& /*pciFile*/,
-                 const std::string& folder, const std::string& caption, bool clearList) {
-    FrmDrivers& form = app.Drivers;
+void CreateIndex(const ApplicationPaths& paths, Desktop& desktop, FrmDrivers& form,
+                 const std::string& descFile, const std::string& /*pciFile*/, const std::string& folder,
+                 const std::string& caption, bool clearList) {
     const std::string section = EndsWith(folder, "\\") ? folder.substr(0, folder.size() - 1) : folder;
     if (clearList) form.LV.ListItems.clear();
     form.LV.Tag = section;
     form.LV.Sorted = false;
     form.LV.FirstColumnTitle = caption;
-    form.DriversIniExists = FileExists(app.PathOf(kDriverIndexFile));
-    const INIFile index(app.PathOf(kDriverIndexFile));
+    form.DriversIniExists = FileExists(paths.PathOf(kDriverIndexFile));
+    const INIFile index(paths.PathOf(kDriverIndexFile));
 
-    FolderListing listing(app.PathOf("drivers\\" + section + "\\*.cab"));
+    FolderListing listing(paths.PathOf(InDrivers(section + "\\*.cab")));
     while (const auto entry = listing.Next()) {
         const auto driver = DriverNameOf(entry->Name);
         if (entry->IsFolder || !driver) continue;
-        app.Screen.PendingEvents();
+        desktop.PendingEvents();
         ListItem row;
         row.Text = *driver;
-        row.SubItem = DriverDescription(app, section, entry->Name, descFile);
+        row.SubItem = DriverDescription(paths, desktop, section, entry->Name, descFile);
         row.Checked = !form.DriversIniExists || NumericPrefix(index.GetINIKey(section, row.Text)) != 0;
         form.LV.ListItems.push_back(row);
-        app.Screen.Repaint();
+        desktop.Repaint();
     }
     form.LV.Sorted = true;
     form.LV.SortKey = 1;
     SortRows(form.LV);
-    app.Screen.Repaint();
+    desktop.Repaint();
 }
 
-void LoadScsiDrivers(Application& app) {
-    LoadGroup(app, kAspiDrivers, kAspiDrivers.Section, true);
+void LoadScsiDrivers(const ApplicationPaths& paths, Desktop& desktop, FrmDrivers& form) {
+    LoadGroup(paths, desktop, form, kAspiDrivers, kAspiDrivers.Section, true);
 }
 
-void LoadNetworkDrivers(Application& app) {
-    if (app.Wizard.ChkNDIS.Width != kOdiWidth) {
-        LoadGroup(app, kNdisDrivers, kNetworkCaption, true);
+void LoadNetworkDrivers(const ApplicationPaths& paths, Desktop& desktop, FrmDrivers& form, NetworkMode mode) {
+    if (mode == NetworkMode::Ndis) {
+        LoadGroup(paths, desktop, form, kNdisDrivers, kNetworkCaption, true);
         return;
     }
-    LoadGroup(app, kOdi16Drivers, kNetworkCaption, true);
-    LoadGroup(app, kOdi32Drivers, kNetworkCaption, false);
+    LoadGroup(paths, desktop, form, kOdi16Drivers, kNetworkCaption, true);
+    LoadGroup(paths, desktop, form, kOdi32Drivers, kNetworkCaption, false);
 }
 
-void CmdSelASPI_Click(Application& app) {
-    Open(app, LoadScsiDrivers);
-}
-
-void CmdSelNDIS_Click(Application& app) {
-    Open(app, LoadNetworkDrivers);
-}
-
-void CmdOK_Click(Application& app) {
-    const ListView& list = app.Drivers.LV;
-    const INIFile index(app.PathOf(kDriverIndexFile));
+void StoreTicks(const ApplicationPaths& paths, const ListView& list) {
+    const INIFile index(paths.PathOf(kDriverIndexFile));
     for (const ListItem& row : list.ListItems) {
         std::string section = list.Tag;
         if (list.Tag == kOdi32Drivers.Folder) {
-            const bool is16Bit = FileExists(app.PathOf("drivers\\odi16\\" + row.Text + ".cab"));
+            const bool is16Bit = FileExists(paths.PathOf(InDrivers("odi16\\" + row.Text + ".cab")));
             section = is16Bit ? kOdi16Drivers.Section : kOdi32Drivers.Section;
         }
         index.SetINIKey(section, row.Text, row.Checked ? "1" : "0");
     }
-    ShowRoom(app);
-    Hide(app);
 }
 
-void CmdCancelDrivers_Click(Application& app) {
-    Hide(app);
+void TickOrUntickAll(FrmDrivers& form) {
+    SetAllTicked(form, !form.AllTicked);
+    for (ListItem& row : form.LV.ListItems) row.Checked = form.AllTicked;
 }
 
-void CmdSelAll_Click(Application& app) {
-    std::string& caption = app.Drivers.CmdSelAll.Caption;
-    const bool ticked = caption == "Select All";
-    if (ticked) {
-        caption = "Unselect All";
-    } else if (caption == "Unselect All") {
-        caption = "Select All";
-    }
-    for (ListItem& row : app.Drivers.LV.ListItems) row.Checked = ticked;
-}
-
-void DriverColumn_Click(Application& app, std::int16_t column) {
-    FrmDrivers& form = app.Drivers;
+void SortByColumn(FrmDrivers& form, std::int16_t column) {
     form.LV.Sorted = true;
     form.SortColumn = column;
     if (form.SortColumn == form.LastSortColumn) {
@@ -124,19 +89,6 @@ void DriverColumn_Click(Application& app, std::int16_t column) {
     form.LV.SortKey = form.SortColumn;
     form.LastSortColumn = form.SortColumn;
     SortRows(form.LV);
-}
-
-void DriverSelection_Resize(FrmDrivers& form) {
-    constexpr int kLeastHeight = 2430;
-    constexpr int kLeastWidth = 6870;
-    form.Height = std::max(form.Height, kLeastHeight);
-    form.LV.Height = form.Height - 1050;
-    for (CommandButton* button : {&form.CmdOK, &form.CmdCancel, &form.CmdSelAll})
-        button->Top = form.Height - 950;
-    form.Width = std::max(form.Width, kLeastWidth);
-    form.LV.Width = form.Width - 100;
-    form.CmdOK.Left = form.Width - 3150;
-    form.CmdCancel.Left = form.Width - 1710;
 }
 
 }  // namespace velbooter

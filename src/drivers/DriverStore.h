@@ -1,12 +1,12 @@
 #pragma once
-// The driver store: driver cabinets in four group folders below drivers\, and the working selection
-// Drivers.ini, one section for each group and one key for each driver, "1" to include it and "0" to leave it
-// out.
+// The driver store: driver cabinets in four group folders below drivers\.
 
 #include <array>
+#include <optional>
 #include <string>
 
-#include "src/forms/Application.h"
+#include "src/run/ApplicationPaths.h"
+#include "src/run/Desktop.h"
 
 namespace velbooter {
 
@@ -25,26 +25,22 @@ inline constexpr DriverGroup kOdi32Drivers{"ODI32", "odi32", "odi.txt", "odi32.p
 inline constexpr std::array<DriverGroup, 4> kDriverGroups{kAspiDrivers, kNdisDrivers, kOdi16Drivers,
                                                           kOdi32Drivers};
 
+/// Returns the name of the driver that a file of a driver folder holds: the file's name in upper case without
+/// ".cab"; nothing for any other file. The system's own "*.cab" also finds "x.cab_old", by its short name.
+std::optional<std::string> DriverNameOf(const std::string& file);
+
 /// Returns whether the group's folder is there.
-bool HasDriverFolder(const Application& app, const DriverGroup& group);
-
-/// Makes Drivers.ini anew: every driver of every group that is there gets "1". Without any driver the file is
-/// empty, because a build reads it line by line. Raises RuntimeError when the old one cannot be deleted.
-void RenewDriverIndex(Application& app);
-
-/// Narrows the group `group` (its section's name) of Drivers.ini to the drivers that the section
-/// [DefaultDrivers] of files\`diskFile` names; without that section the selection stays as it is. A driver
-/// that is not in the store gets its key all the same. Raises RuntimeError 53 when there is no such file.
-void GetDefaultDriversOptions(Application& app, const std::string& diskFile, const std::string& group);
+bool HasDriverFolder(const ApplicationPaths& paths, const DriverGroup& group);
 
 /// Extracts the members that match `pattern` from a driver cabinet into the application folder, overwriting.
 /// `cabinet` is relative to the folder drivers ("ndis\E100B.cab"). What could be extracted is told by the
 /// files that are there afterwards. Leaves the application folder as the current folder.
-void ExtractFromDriver(Application& app, const std::string& cabinet, const std::string& pattern);
+void ExtractFromDriver(const ApplicationPaths& paths, Desktop& desktop, const std::string& cabinet,
+                       const std::string& pattern);
 
 /// Returns the description of the driver in drivers\`folder`\`cabinetFile`: the first line of the member
 /// `descriptionFile` from its 14th character on, trimmed, or a text that says what is wrong with it.
-std::string DriverDescription(Application& app, const std::string& folder, const std::string& cabinetFile,
-                              const std::string& descriptionFile);
+std::string DriverDescription(const ApplicationPaths& paths, Desktop& desktop, const std::string& folder,
+                              const std::string& cabinetFile, const std::string& descriptionFile);
 
 }  // namespace velbooter

@@ -3,12 +3,11 @@
 #include <limits>
 #include <set>
 
-#include "src/common/FileSystem.h"
-#include "src/common/LineReader.h"
-#include "src/common/LineWriter.h"
-#include "src/common/SetupCommon.h"
+#include "src/common/Files.h"
+#include "src/common/Folders.h"
 #include "src/common/Text.h"
-#include "src/disk/FileLists.h"
+#include "src/common/TextFiles.h"
+#include "src/drivers/DriverIndex.h"
 #include "src/drivers/DriverStore.h"
 
 namespace velbooter {
@@ -18,9 +17,9 @@ namespace {
 using Names = std::set<std::string>;
 
 // The files of the application folder that match `pattern`, in upper case.
-Names FilesLike(const Application& app, const std::string& pattern) {
+Names FilesLike(const ApplicationPaths& paths, const std::string& pattern) {
     Names names;
-    FolderListing listing(app.PathOf(pattern));
+    FolderListing listing(paths.PathOf(pattern));
     while (const auto entry = listing.Next()) {
         if (!entry->IsFolder) names.insert(UpperCase(entry->Name));
     }
@@ -44,50 +43,50 @@ void CopyLines(const std::string& file, size_t count, LineWriter& list) {
     }
 }
 
-void Place(Application& app, const std::string& list, const std::string& entry) {
-    const std::string built = app.PathOf("cabs\\" + list);
+void Place(const ApplicationPaths& paths, ListBox& files, const std::string& list, const std::string& entry) {
+    const std::string built = paths.PathOf(InCabs(list));
     if (!FileExists(built)) return;
-    CopyFileOver(built, app.PathOf("cabs\\" + entry));
+    CopyFileOver(built, paths.PathOf(InCabs(entry)));
     DeleteFileAt(built);
-    app.Wizard.LstFiles.AddItem(entry);
+    files.AddItem(entry);
 }
 
 }  // namespace
 
 bool HasNetworkLists(const FrmWizard& wizard) {
-    return wizard.ChkNDIS.Value != 0 && wizard.ChkNDIS.Width == kNdisWidth;
+    return wizard.ChkNDIS.Value != 0 && wizard.Network == NetworkMode::Ndis;
 }
 
 bool IsPrebuiltEntry(const std::string& entry) {
     return entry.starts_with("etc\\_");
 }
 
-void CreatePrebuiltFiles(Application& app) {
-    FrmWizard& wizard = app.Wizard;
-    if (HasNetworkLists(wizard)) {
-        CreateCacheFile(app, "ndis", "ndis");
-        if (!FolderExists(app.PathOf("cabs\\etc"))) MakeFolder(app.PathOf("cabs\\etc"));
-        Place(app, "_ndis.txt", kNicListEntry);
-        Place(app, "_ndis.pci", kPciListEntry);
-    }
+void CreatePrebuiltFiles(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard) {
     ListBox& files = wizard.LstFiles;
+    if (HasNetworkLists(wizard)) {
+        CreateCacheFile(paths, desktop, wizard.WorkProgress, "ndis", "ndis");
+        const std::string folder = paths.PathOf(InCabs("etc"));
+        if (!FolderExists(folder)) MakeFolder(folder);
+        Place(paths, files, "_ndis.txt", kNicListEntry);
+        Place(paths, files, "_ndis.pci", kPciListEntry);
+    }
     for (int i = 0; i < files.ListCount(); ++i) {
         if (IsPrebuiltEntry(files.List(i))) files.Select(i, true);
     }
 }
 
-void CreateCacheFile(Application& app, const std::string& name, const std::string& group) {
-    const std::string index = app.PathOf(kDriverIndexFile);
+void CreateCacheFile(const ApplicationPaths& paths, Desktop& desktop, ProgressBar& progress,
+                     const std::string& name, const std::string& group) {
+    const std::string index = paths.PathOf(kDriverIndexFile);
     const std::string section = UpperCase(group);
     const std::string folder = EndsWith(group, "\\") ? group : group + "\\";
-    const std::string nameList = app.PathOf(name + ".txt");
-    const std::string pciList = app.PathOf(name + ".pci");
-    ProgressBar& progress = app.Wizard.WorkProgress;
+    const std::string nameList = paths.PathOf(name + ".txt");
+    const std::string pciList = paths.PathOf(name + ".pci");
     progress.Max = CountSectionLines(index, section, true, "1");
     progress.Value = progress.Min;
 
-    LineWriter list(app.PathOf("cabs\\_" + name + ".txt"));
-    LineWriter map(app.PathOf("cabs\\_" + name + ".pci"));
+    LineWriter list(paths.PathOf(InCabs("_" + name + ".txt")));
+    LineWriter map(paths.PathOf(InCabs("_" + name + ".pci")));
     WriteToFile("; This file is used to manual", list);
     WriteToFile("; select a network driver", list);
     WriteToFile(":_" + name + " \"Select Network driver...\" [x]", list);
@@ -102,17 +101,17 @@ void CreateCacheFile(Application& app, const std::string& name, const std::strin
         // which there is no cabinet.
         const std::string driver = line->substr(0, line->size() < 2 ? 0 : line->size() - 2);
         ++progress.Value;
-        app.Screen.Repaint();
+        desktop.Repaint();
         // What an interrupted run left would be taken for this driver's.
         DeleteIfThere(nameList);
         DeleteIfThere(pciList);
         const std::string members = name + ".*";
-        const Names former = FilesLike(app, members);
-        ExtractFromDriver(app, folder + driver + ".cab", members);
+        const Names former = FilesLike(paths, members);
+        ExtractFromDriver(paths, desktop, folder + driver + ".cab", members);
         CopyLines(nameList, 1, list);
         CopyLines(pciList, kAllLines, map);
-        for (const std::string& file : FilesLike(app, members)) {
-            if (former.count(file) == 0) DeleteFileAt(app.PathOf(file));
+        for (const std::string& file : FilesLike(paths, members)) {
+            if (former.count(file) == 0) DeleteFileAt(paths.PathOf(file));
         }
     }
 }

@@ -4,7 +4,9 @@
 
 #include <string>
 
-#include "src/forms/Application.h"
+#include "src/forms/Forms.h"
+#include "src/run/ApplicationPaths.h"
+#include "src/run/Desktop.h"
 
 namespace velbooter {
 
@@ -15,7 +17,7 @@ inline constexpr const char* kPciListEntry = "etc\\_msnet.pci";
 /// In NDIS mode, with the network row ticked, builds the two lists of the selected drivers in cabs\etc and
 /// adds them to LstFiles. In every mode marks all entries below "etc\_" as selected. Raises RuntimeError when
 /// a list cannot be written or moved to its place.
-void CreatePrebuiltFiles(Application& app);
+void CreatePrebuiltFiles(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard);
 
 /// Returns whether LstFiles gets the two lists of the run, as CreatePrebuiltFiles builds them.
 bool HasNetworkLists(const FrmWizard& wizard);
@@ -27,6 +29,7 @@ bool IsPrebuiltEntry(const std::string& entry);
 /// `group` (in upper case) of Drivers.ini selects, the first line of the member `name`.txt and all lines of
 /// the member `name`.pci of its cabinet in drivers\`group`. A driver without a member adds nothing to that
 /// list. Raises RuntimeError when a file cannot be read or written.
-void CreateCacheFile(Application& app, const std::string& name, const std::string& group);
+void CreateCacheFile(const ApplicationPaths& paths, Desktop& desktop, ProgressBar& progress,
+                     const std::string& name, const std::string& group);
 
 }  // namespace velbooter

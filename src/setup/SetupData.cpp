@@ -1,7 +1,10 @@
 #include "src/setup/SetupData.h"
 
+#include "src/common/Files.h"
 #include "src/common/INIFile.h"
-#include "src/common/SetupCommon.h"
+#include "src/common/Registry.h"
+#include "src/common/Text.h"
+#include "src/run/ApplicationPaths.h"
 
 namespace velbooter {
 
@@ -23,11 +26,10 @@ std::array<TextBox*, kKeyGroups> KeyParts(FrmWizard& wizard) {
             &wizard.TxtKeyPart5};
 }
 
-void FillSetupDataFromKeyFile(Application& app) {
-    if (!FileExists(app.PathOf(kKeyFile))) return;
-    const INIFile keyFile(app.PathOf(kKeyFile));
+void FillSetupDataFromKeyFile(const ApplicationPaths& paths, FrmWizard& wizard) {
+    if (!FileExists(paths.PathOf(kKeyFile))) return;
+    const INIFile keyFile(paths.PathOf(kKeyFile));
     const auto read = [&](const char* key) { return TrimAtNul(keyFile.GetINIKey("Win9xInfo", key)); };
-    FrmWizard& wizard = app.Wizard;
     wizard.TxtOwner.Text = read("OwnerName");
     wizard.TxtOrg.Text = read("Organization");
     wizard.LblOSType.Caption = read("OptimizedFor");
@@ -36,7 +38,7 @@ void FillSetupDataFromKeyFile(Application& app) {
     SetProductKey(wizard, read("ProductKey"));
 }
 
-void FillSetupDataFromReg(Application& app) {
+void FillSetupDataFromReg(FrmWizard& wizard) {
     const auto windows = [](const char* value) {
         return ReadRegistryString(RegistryRoot::LocalMachine, "Software\\Microsoft\\Windows\\CurrentVersion",
                                   value)
@@ -47,7 +49,6 @@ void FillSetupDataFromReg(Application& app) {
                                   "System\\CurrentControlSet\\Services\\VxD\\VNETSUP", value)
             .value_or("");
     };
-    FrmWizard& wizard = app.Wizard;
     SetProductKey(wizard, windows("ProductKey"));
     wizard.TxtOwner.Text = windows("RegisteredOwner");
     wizard.TxtOrg.Text = windows("RegisteredOrganization");
@@ -57,12 +58,17 @@ void FillSetupDataFromReg(Application& app) {
 }
 
 // The mere presence of the file takes precedence over the registry, whatever it holds.
-void FillSetupData(Application& app, bool useKeyFile) {
-    if (useKeyFile || FileExists(app.PathOf(kKeyFile))) {
-        FillSetupDataFromKeyFile(app);
+void FillSetupData(const ApplicationPaths& paths, FrmWizard& wizard, bool useKeyFile) {
+    if (useKeyFile || FileExists(paths.PathOf(kKeyFile))) {
+        FillSetupDataFromKeyFile(paths, wizard);
     } else {
-        FillSetupDataFromReg(app);
+        FillSetupDataFromReg(wizard);
     }
+}
+
+void CopyTemplate(const std::string& source, const std::string& answerFile) {
+    CopyFileOver(source, answerFile);
+    MakeWritable(answerFile);
 }
 
 }  // namespace velbooter

@@ -1,27 +1,31 @@
 #pragma once
 // The setup data: owner, organisation, computer, workgroup, product key and Windows edition, which the setup
-// page of the wizard holds. They come from the key file beside the program or from the registry.
+// page of the wizard holds. They come from the key file beside the program or from the registry, and go into
+// answer files that begin as copies of templates.
 
 #include <array>
 #include <string>
 
-#include "src/forms/Application.h"
+#include "src/forms/Forms.h"
+#include "src/run/ApplicationPaths.h"
 
 namespace velbooter {
 
-/// The key file's name, in the application folder.
-inline constexpr const char* kKeyFile = "keyfile.txt";
-
 /// Fills the setup page from [Win9xInfo] of the key file; a missing key empties its field. Without the file
 /// nothing changes. A value is cut to 99 characters.
-void FillSetupDataFromKeyFile(Application& app);
+void FillSetupDataFromKeyFile(const ApplicationPaths& paths, FrmWizard& wizard);
 
 /// Fills the setup page from the registry of the running Windows; a missing value empties its field.
-void FillSetupDataFromReg(Application& app);
+void FillSetupDataFromReg(FrmWizard& wizard);
 
 /// Fills the setup page: from the key file when that is there or `useKeyFile` asks for it, else from the
 /// registry.
-void FillSetupData(Application& app, bool useKeyFile);
+void FillSetupData(const ApplicationPaths& paths, FrmWizard& wizard, bool useKeyFile);
+
+/// Copies `source` over `answerFile`, which can be written afterwards even if the template is read-only: the
+/// profile functions would leave a read-only file as it is without a word. Raises RuntimeError when the
+/// template is missing or the copy cannot be made.
+void CopyTemplate(const std::string& source, const std::string& answerFile);
 
 /// The groups of a product key, and the characters of each.
 inline constexpr size_t kKeyGroups = 5;

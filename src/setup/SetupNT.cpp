@@ -1,23 +1,23 @@
 #include "src/setup/SetupNT.h"
 
-#include "src/common/FileSystem.h"
+#include "src/common/Files.h"
 #include "src/common/INIFile.h"
-#include "src/common/SetupCommon.h"
+#include "src/common/Paths.h"
 #include "src/common/Text.h"
-#include "src/disk/Cabinets.h"
+#include "src/disk/contents/Cabinets.h"
+#include "src/run/ApplicationPaths.h"
 #include "src/setup/SetupData.h"
-#include "src/setup/Templates.h"
 
 namespace velbooter {
 
-void CreateSetupNT(Application& app) {
-    FillSetupDataFromKeyFileToUnattend(app, app.PathOf(kKeyFile),
-                                       app.PathOf("files\\setupnt\\bin\\unattend.txt"));
-    std::string cabFolder = "cabs\\lib";
-    PackCabinet(app, "setupnt", "files\\setupnt", cabFolder);
+void CreateSetupNT(const ApplicationPaths& paths, Desktop& desktop) {
+    FillSetupDataFromKeyFileToUnattend(paths, paths.PathOf(kKeyFile),
+                                       paths.PathOf(InFiles("setupnt\\bin\\unattend.txt")));
+    std::string cabFolder = InCabs("lib");
+    PackCabinet(paths, desktop, "setupnt", InFiles("setupnt"), cabFolder);
 }
 
-void FillSetupDataFromKeyFileToUnattend(Application& app, const std::string& keyFile,
+void FillSetupDataFromKeyFileToUnattend(const ApplicationPaths& paths, const std::string& keyFile,
                                         const std::string& unattend) {
     if (!FileExists(keyFile)) return;
     if (FileExists(unattend)) DeleteFileAt(unattend);
@@ -27,7 +27,7 @@ void FillSetupDataFromKeyFileToUnattend(Application& app, const std::string& key
     const auto quoted = [&](const char* key) { return QuotePath(read(key), false, true); };
 
     const std::string ownTemplate = read("TemplateFile");
-    const std::string ours = app.PathOf("files\\inf_files\\win2k_template.inf");
+    const std::string ours = paths.PathOf(InFiles("inf_files\\win2k_template.inf"));
     const bool namesOneFile = ownTemplate.find_first_of("*?") == std::string::npos;
     CopyTemplate(namesOneFile && FileExists(ownTemplate) ? ownTemplate : ours, unattend);
 

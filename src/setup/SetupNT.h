@@ -4,19 +4,20 @@
 
 #include <string>
 
-#include "src/forms/Application.h"
+#include "src/run/ApplicationPaths.h"
+#include "src/run/Desktop.h"
 
 namespace velbooter {
 
 /// Makes the answer file files\setupnt\bin\unattend.txt and packs files\setupnt into cabs\lib\setupnt.cab; a
 /// failed packing has shown its message. Raises RuntimeError when the answer file cannot be made.
-void CreateSetupNT(Application& app);
+void CreateSetupNT(const ApplicationPaths& paths, Desktop& desktop);
 
 /// Writes the answer file `unattend` from [Win2KInfo] of `keyFile`: a copy of the template that it names, or
 /// of our own when that does not exist, with the user's data set. Both are full paths. Without the key file
 /// nothing is written, and an older answer file stays. Raises RuntimeError when our template is missing or
 /// the answer file cannot be written.
-void FillSetupDataFromKeyFileToUnattend(Application& app, const std::string& keyFile,
+void FillSetupDataFromKeyFileToUnattend(const ApplicationPaths& paths, const std::string& keyFile,
                                         const std::string& unattend);
 
 }  // namespace velbooter

@@ -1,11 +1,11 @@
 #include "src/setup/SetupWin.h"
 
-#include "src/common/FileSystem.h"
+#include "src/common/Files.h"
 #include "src/common/INIFile.h"
-#include "src/common/LineWriter.h"
-#include "src/disk/Cabinets.h"
+#include "src/common/TextFiles.h"
+#include "src/disk/contents/Cabinets.h"
+#include "src/run/ApplicationPaths.h"
 #include "src/setup/SetupData.h"
-#include "src/setup/Templates.h"
 
 namespace velbooter {
 
@@ -34,25 +34,25 @@ std::string ProductKey(FrmWizard& wizard) {
 
 }  // namespace
 
-void CreateSetupInf(Application& app) {
-    const std::string edition = app.Wizard.LblOSType.Caption;
-    const std::string answers = app.PathOf("files\\inf_files\\" + EditionBase(edition) + "_template.inf");
-    CopyTemplate(app.PathOf("files\\inf_files\\key_template.inf"), app.PathOf(kKeyInfFile));
-    CopyTemplate(answers, app.PathOf(kDefaultInfFile));
-    CopyTemplate(answers, app.PathOf(kAutomaticInfFile));
-    ProcessSetupInfFile(app, kKeyInfFile, kKeyInf);
-    ProcessSetupInfFile(app, kDefaultInfFile, kDefaultInf);
-    ProcessSetupInfFile(app, kAutomaticInfFile, kAutomaticInf);
-    const std::string osBatch = app.PathOf("files\\setupwin\\bin\\os.bat");
+void CreateSetupInf(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard) {
+    const std::string edition = wizard.LblOSType.Caption;
+    const std::string answers = paths.PathOf(InFiles("inf_files\\" + EditionBase(edition) + "_template.inf"));
+    CopyTemplate(paths.PathOf(InFiles("inf_files\\key_template.inf")), paths.PathOf(kKeyInfFile));
+    CopyTemplate(answers, paths.PathOf(kDefaultInfFile));
+    CopyTemplate(answers, paths.PathOf(kAutomaticInfFile));
+    ProcessSetupInfFile(paths, wizard, kKeyInfFile, kKeyInf);
+    ProcessSetupInfFile(paths, wizard, kDefaultInfFile, kDefaultInf);
+    ProcessSetupInfFile(paths, wizard, kAutomaticInfFile, kAutomaticInf);
+    const std::string osBatch = paths.PathOf(InFiles("setupwin\\bin\\os.bat"));
     MakeWritable(osBatch);
     LineWriter(osBatch).Write("@set OSVersion= " + edition);
-    std::string cabFolder = "cabs\\lib";
-    PackCabinet(app, "setupwin", "files\\setupwin", cabFolder);
+    std::string cabFolder = InCabs("lib");
+    PackCabinet(paths, desktop, "setupwin", InFiles("setupwin"), cabFolder);
 }
 
-void ProcessSetupInfFile(Application& app, const std::string& infFile, std::int16_t infType) {
-    FrmWizard& wizard = app.Wizard;
-    const INIFile inf(app.PathOf(infFile));
+void ProcessSetupInfFile(const ApplicationPaths& paths, FrmWizard& wizard, const std::string& infFile,
+                         std::int16_t infType) {
+    const INIFile inf(paths.PathOf(infFile));
     inf.SetINIKey("Setup", "ProductKey", BetweenQuotes(ProductKey(wizard)));
     if (infType == kKeyInf) return;
     const std::string workgroup = BetweenQuotes(wizard.TxtWorkgroup.Text);

@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <string>
 
-#include "src/forms/Application.h"
+#include "src/forms/Forms.h"
+#include "src/run/ApplicationPaths.h"
+#include "src/run/Desktop.h"
 
 namespace velbooter {
 
@@ -18,9 +20,10 @@ enum SetupInfType : std::int16_t {
 /// Makes the answer files key.inf, def.inf and auto.inf and the batch file os.bat in files\setupwin\bin from
 /// the templates and the setup page, and packs files\setupwin into cabs\lib\setupwin.cab; a failed packing
 /// has shown its message. Raises RuntimeError when a template is missing or a file cannot be written.
-void CreateSetupInf(Application& app);
+void CreateSetupInf(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard);
 
 /// Sets the setup page's data in the answer file `infFile`, a path relative to the application folder.
-void ProcessSetupInfFile(Application& app, const std::string& infFile, std::int16_t infType);
+void ProcessSetupInfFile(const ApplicationPaths& paths, FrmWizard& wizard, const std::string& infFile,
+                         std::int16_t infType);
 
 }  // namespace velbooter

@@ -1,6 +1,6 @@
-#include "src/setup/Templates.h"
+#include "src/setup/SetupData.h"
 
-#include "src/common/FileSystem.h"
+#include "src/common/Files.h"
 
 namespace velbooter {
 

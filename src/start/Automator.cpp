@@ -1,14 +1,16 @@
 #include "src/start/Automator.h"
 
-#include "src/common/ProgramEnd.h"
 #include "src/common/Text.h"
-#include "src/disk/DiskConfiguration.h"
-#include "src/disk/FileLists.h"
-#include "src/disk/FloppyImage.h"
+#include "src/disk/contents/DiskConfiguration.h"
+#include "src/disk/contents/FileLists.h"
 #include "src/drivers/DriverSelection.h"
 #include "src/drivers/DriverSettings.h"
-#include "src/forms/CancelApp.h"
-#include "src/forms/WaitStatus.h"
+#include "src/forms/Forms.h"
+#include "src/run/ApplicationPaths.h"
+#include "src/run/CancelApp.h"
+#include "src/run/Guard.h"
+#include "src/run/ProgramEnd.h"
+#include "src/run/Waiting.h"
 #include "src/setup/SetupData.h"
 #include "src/setup/SetupNT.h"
 #include "src/setup/SetupWin.h"
@@ -20,9 +22,13 @@ namespace velbooter {
 
 namespace {
 
+void Say(Application& app, const std::string& status) {
+    SetWaitStatus(app.Wait, app.Screen, status);
+}
+
 // Ends a batch run that has shown its wait window.
 [[noreturn]] void EndRun(Application& app, ExitCode code) {
-    ShowWaitWindow(app, false);
+    ShowWaitWindow(app.Wait, app.Screen, false);
     throw ProgramEnd{code};
 }
 
@@ -30,7 +36,7 @@ void EndRunIfCanceled(Application& app) {
     if (app.RunEnded) EndRun(app, ExitCode::Canceled);
 }
 
-// The name of a plugin is deliberately not shown: its line ends after the colon.
+// The line of a plugin that is given ends after the colon: the name itself is not shown.
 void ConfirmParameters(Application& app, const CommandLineValues& values) {
     const auto yesOrNo = [](bool value) { return value ? "True" : "False"; };
     const std::string summary =
@@ -48,18 +54,8 @@ void ConfirmParameters(Application& app, const CommandLineValues& values) {
     if (answer == Answer::Cancel) throw ProgramEnd{ExitCode::Refused};
 }
 
-// With two rows of the same name the last one wins.
-std::int16_t FindDisk(const FrmWizard& wizard, const std::string& diskName) {
-    const auto& rows = wizard.LV_Disk.ListItems;
-    std::int16_t found = 0;
-    for (size_t i = 0; i < rows.size(); ++i) {
-        if (rows[i].SubItem == diskName) found = static_cast<std::int16_t>(i + 1);
-    }
-    return found;
-}
-
 void SelectDisk(Application& app, const std::string& diskName) {
-    SetWaitStatus(app, "Getting Disk Configuration INI file ...");
+    Say(app, "Getting Disk Configuration INI file ...");
     app.SelectedDiskIndex = FindDisk(app.Wizard, diskName);
     if (app.SelectedDiskIndex != 0) return;
     app.Screen.ShowMessage(
@@ -68,38 +64,37 @@ void SelectDisk(Application& app, const std::string& diskName) {
 }
 
 void MakeSetupModules(Application& app, bool useKeyFile) {
-    if (app.SetupWinIncluded) {
-        SetWaitStatus(app, "Creating the SetupWin module ...");
-        FillSetupData(app, useKeyFile);
-        CreateSetupInf(app);
+    if (app.Wizard.SetupWinIncluded) {
+        Say(app, "Creating the SetupWin module ...");
+        FillSetupData(app.Paths, app.Wizard, useKeyFile);
+        CreateSetupInf(app.Paths, app.Screen, app.Wizard);
     }
-    if (app.SetupNTIncluded) {
-        SetWaitStatus(app, "Creating the SetupNT module ...");
-        CreateSetupNT(app);
+    if (app.Wizard.SetupNTIncluded) {
+        Say(app, "Creating the SetupNT module ...");
+        CreateSetupNT(app.Paths, app.Screen);
     }
 }
 
-// A path without a drive letter is relative to the application folder, also one that begins with a backslash.
 // The settings of the disk have put its own file into the box, or the bare folder when it has none.
 void SelectTarget(Application& app, const CommandLineValues& values) {
     ChooseOption(app.Wizard, values.ImageType == 2 ? &FrmWizard::OptImage28 : &FrmWizard::OptImage14);
-    FloppyImageLabels(app, true);
+    FloppyImageLabels(app.Wizard, true);
     const std::string& target = values.TargetPath;
     if (target.empty()) {
-        if (app.Wizard.TxtDest.Text == app.PathOf(""))
-            app.Wizard.TxtDest.Text = app.PathOf(kDefaultImageName);
+        if (app.Wizard.TxtDest.Text == app.Paths.PathOf(""))
+            app.Wizard.TxtDest.Text = app.Paths.PathOf(kDefaultImageName);
         return;
     }
-    const bool hasDrive = target.size() >= 2 && target[1] == ':';
-    app.Wizard.TxtDest.Text = hasDrive ? target : app.PathOf(target);
+    app.Wizard.TxtDest.Text = app.Paths.FullPathOf(target);
 }
 
 // The selection has one list: a disk that offers both kinds of drivers shows its network drivers only, and
 // gets the SCSI drivers that its defaults name.
 void SelectDrivers(Application& app) {
-    SetWaitStatus(app, "Getting Drivers List ...");
-    if (app.Wizard.ChkASPI.Value != 0) LoadScsiDrivers(app);
-    if (app.Wizard.ChkNDIS.Value != 0) LoadNetworkDrivers(app);
+    Say(app, "Getting Drivers List ...");
+    if (app.Wizard.ChkASPI.Value != 0) LoadScsiDrivers(app.Paths, app.Screen, app.Drivers);
+    if (app.Wizard.ChkNDIS.Value != 0)
+        LoadNetworkDrivers(app.Paths, app.Screen, app.Drivers, app.Wizard.Network);
     app.Drivers.Visible = true;
     app.Screen.ShowDriverSelection();
 }
@@ -107,23 +102,22 @@ void SelectDrivers(Application& app) {
 void Build(Application& app, const CommandLineValues& values) {
     InitApp(app);
     EndRunIfCanceled(app);
-    SetWaitStatus(app, "Getting a list of Disks Configuration ...");
+    Say(app, "Getting a list of Disks Configuration ...");
     Fill_DiskList(app);
     SelectDisk(app, values.DiskName);
 
-    const auto row = static_cast<size_t>(app.SelectedDiskIndex - 1);
-    const std::string name = LowerCase(app.Wizard.LV_Disk.ListItems.at(row).SubItem);
-    SetWaitStatus(app, "Processing " + name + ".ini file ...");
-    Init_Lists(app, name + ".ini");
+    const DiskEntry disk = ChosenDisk(app);
+    Say(app, "Processing " + disk.ConfigurationFile() + " file ...");
+    if (!Init_Lists(app.Paths, app.Screen, app.Wizard, disk.ConfigurationFile())) CancelApp(app);
     EndRunIfCanceled(app);
-    SetWaitStatus(app, "Getting Drivers Settings ...");
-    GetDiskAndDriverSettings(app);
+    Say(app, "Getting Drivers Settings ...");
+    GetDiskAndDriverSettings(app.Paths, app.Screen, app.Wizard, ChosenDisk(app));
     MakeSetupModules(app, values.UseKeyFile);
-    SetWaitStatus(app, "Getting files list to be copied to the floppy image ...");
-    FillInitialList(app);
+    Say(app, "Getting files list to be copied to the floppy image ...");
+    FillInitialList(app.Paths, app.Screen, app.Wizard);
     SelectTarget(app, values);
     if (values.ShowDriverDialog) SelectDrivers(app);
-    SetWaitStatus(app, "Creating the floppy image file ...");
+    Say(app, "Creating the floppy image file ...");
     FinishApp(app, values.PluginName);
 }
 
@@ -131,7 +125,7 @@ void Build(Application& app, const CommandLineValues& values) {
 
 void RunBatch(Application& app, const CommandLineValues& values) {
     if (values.ParameterError) ConfirmParameters(app, values);
-    ShowWaitWindow(app, true);
+    ShowWaitWindow(app.Wait, app.Screen, true);
     if (!RunGuarded(app, [&] { Build(app, values); })) EndRun(app, ExitCode::InternalError);
     EndRun(app, CodeOfLastRun(app));
 }

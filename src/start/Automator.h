@@ -1,7 +1,7 @@
 #pragma once
 // Batch mode: builds one disk image from the command line with no questions, its progress in the wait window.
 
-#include "src/forms/Application.h"
+#include "src/run/Application.h"
 #include "src/start/CommandLine.h"
 
 namespace velbooter {

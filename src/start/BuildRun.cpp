@@ -1,15 +1,13 @@
 #include "src/start/BuildRun.h"
 
-#include "src/common/ProgramEnd.h"
-#include "src/disk/FloppyDisk.h"
-#include "src/disk/FloppyImage.h"
-#include "src/disk/Plugins.h"
-#include "src/disk/Staging.h"
+#include "src/disk/output/Floppy.h"
+#include "src/disk/output/Plugins.h"
+#include "src/disk/output/Staging.h"
 #include "src/drivers/DriverPreparation.h"
 #include "src/drivers/NetworkLists.h"
-#include "src/forms/CancelApp.h"
-#include "src/forms/Help.h"
-#include "src/forms/WaitStatus.h"
+#include "src/forms/Forms.h"
+#include "src/run/CancelApp.h"
+#include "src/run/Waiting.h"
 
 namespace velbooter {
 
@@ -19,7 +17,7 @@ namespace {
 constexpr const char* kCheckMark = "\xFC";
 
 void BeginStep(Application& app, Label& line) {
-    SetWaitStatus(app, line.Caption + " ...");
+    SetWaitStatus(app.Wait, app.Screen, line.Caption + " ...");
     line.Bold = true;
     app.Screen.Repaint();
 }
@@ -33,22 +31,22 @@ void FinishStep(Application& app, Label& line, Label& mark) {
 bool BuildFloppy(Application& app) {
     FrmWizard& wizard = app.Wizard;
     BeginStep(app, wizard.LblMsg3);
-    const bool formatted = FormatFloppy(app);
+    const bool formatted = FormatFloppy(app.Screen);
     app.Screen.Repaint();
     if (!formatted) return false;
     FinishStep(app, wizard.LblMsg3, wizard.LblRight3);
     BeginStep(app, wizard.LblMsg4);
-    return InjectFilesToDir(app, "A:");
+    return InjectFilesToDir(app.Paths, app.Screen, wizard, "A:");
 }
 
 bool BuildImage(Application& app, const std::string& pluginName) {
     FrmWizard& wizard = app.Wizard;
     BeginStep(app, wizard.LblMsg3);
-    if (!CreateDiskAsDir(app)) return false;
-    if (!pluginName.empty()) InjectPlugin(app, pluginName);
+    if (!CreateDiskAsDir(app.Paths, app.Screen, wizard, app.Staging)) return false;
+    if (!pluginName.empty()) InjectPlugin(app.Paths, app.Screen, app.Staging.Folder, pluginName);
     FinishStep(app, wizard.LblMsg3, wizard.LblRight3);
     BeginStep(app, wizard.LblMsg4);
-    CreateImageFromDir(app);
+    app.ImageMissing = !CreateImageFromDir(app.Paths, app.Screen, wizard, app.Staging.Folder);
     return true;
 }
 
@@ -57,11 +55,13 @@ bool BuildImage(Application& app, const std::string& pluginName) {
 void FinishApp(Application& app, const std::string& pluginName) {
     FrmWizard& wizard = app.Wizard;
     BeginStep(app, wizard.LblMsg1);
-    PrepareDrivers(app);
-    if (app.RunEnded) return;
+    if (!PrepareDrivers(app.Paths, app.Screen, wizard)) {
+        CancelApp(app);
+        return;
+    }
     FinishStep(app, wizard.LblMsg1, wizard.LblRight1);
     BeginStep(app, wizard.LblMsg2);
-    CreatePrebuiltFiles(app);
+    CreatePrebuiltFiles(app.Paths, app.Screen, wizard);
     FinishStep(app, wizard.LblMsg2, wizard.LblRight2);
 
     const bool isImage = wizard.OptImage14.Value || wizard.OptImage28.Value;
@@ -71,21 +71,8 @@ void FinishApp(Application& app, const std::string& pluginName) {
         return;
     }
     FinishStep(app, wizard.LblMsg4, wizard.LblRight4);
-    wizard.LblFinish.Caption = kOutcomeCompleted;
-    DeleteWorkingFiles(app);
-}
-
-void CmdFinish_Click(Application& app) {
-    FrmWizard& wizard = app.Wizard;
-    wizard.CmdBack.Enabled = false;
-    wizard.CmdCancel.Enabled = false;
-    wizard.CmdFinish.Enabled = true;
-    if (app.RunEnded) throw ProgramEnd{CodeOfLastRun(app)};
-    app.Drivers.Visible = false;  // the choices are final
-    TurnPage(app, kDestinationPage, kProgressPage);
-    FinishApp(app, "");
-    app.RunEnded = true;
-    TurnPage(app, kProgressPage, kFinishedPage);
+    SetOutcome(wizard, RunOutcome::Completed);
+    DeleteWorkingFiles(app.Paths);
 }
 
 }  // namespace velbooter

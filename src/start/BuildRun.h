@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "src/forms/Application.h"
+#include "src/run/Application.h"
 
 namespace velbooter {
 
@@ -12,9 +12,5 @@ namespace velbooter {
 /// (RunEnded is then set); otherwise the outcome "Operation completed successfully" is set. Raises
 /// RuntimeError when a step does.
 void FinishApp(Application& app, const std::string& pluginName);
-
-/// The click on Finish: runs the build and shows the final page; when a run is over already, ends the program
-/// (ProgramEnd).
-void CmdFinish_Click(Application& app);
 
 }  // namespace velbooter

@@ -4,7 +4,6 @@
 
 #include "src/common/INIFile.h"
 #include "src/common/RuntimeError.h"
-#include "src/common/SetupCommon.h"
 #include "src/common/Text.h"
 
 namespace velbooter {
@@ -28,7 +27,7 @@ void Fill_DiskList(Application& app) {
     std::vector<ListItem>& rows = app.Wizard.LV_Disk.ListItems;
     rows.clear();
     rows.push_back({"Custom, load default configuration", "custom", 1, 1});
-    const INIFile catalogue(app.PathOf("files\\disklist.ini"));
+    const INIFile catalogue(app.Paths.PathOf(kCatalogueFile));
     const int count = WholeNumber(catalogue.GetINIKey("Disks_List", "Count"), catalogue.FileName);
     if (count > kMostDisks) throw RuntimeError(kOverflow, catalogue.FileName);
     for (int i = 1; i <= count; ++i) {
@@ -38,6 +37,24 @@ void Fill_DiskList(Application& app) {
         rows.push_back({read("Desc"), read("Name"), icon, SmallPicture(icon)});
     }
     rows.front().Selected = true;
+}
+
+std::int16_t FindDisk(const FrmWizard& wizard, const std::string& name) {
+    const auto& rows = wizard.LV_Disk.ListItems;
+    std::int16_t found = 0;
+    for (size_t i = 0; i < rows.size(); ++i) {
+        if (rows[i].SubItem == name) found = static_cast<std::int16_t>(i + 1);
+    }
+    return found;
+}
+
+DiskEntry ChosenDisk(const Application& app) {
+    const int number = app.SelectedDiskIndex - 1;
+    const INIFile catalogue(app.Paths.PathOf(kCatalogueFile));
+    const std::string section = std::to_string(number);
+    const auto isSet = [&](const char* key) { return NumericPrefix(catalogue.GetINIKey(section, key)) != 0; };
+    return {app.Wizard.LV_Disk.ListItems.at(static_cast<size_t>(number)).SubItem,
+            TrimAtNul(catalogue.GetINIKey(section, "file")), isSet("aspi"), isSet("ndis"), isSet("netw")};
 }
 
 }  // namespace velbooter

@@ -5,10 +5,10 @@
 #include <initializer_list>
 #include <vector>
 
-#include "src/common/ProgramEnd.h"
-#include "src/common/SetupCommon.h"
+#include "src/common/Folders.h"
 #include "src/common/Text.h"
 #include "src/forms/ProductTexts.h"
+#include "src/run/ProgramEnd.h"
 
 namespace velbooter {
 
@@ -37,8 +37,8 @@ bool LooksLikeOption(const std::string& token) {
 // Walks the tokens of one command line and collects the values.
 class Parser {
  public:
-    Parser(Application& app, const std::string& commandLine)
-        : app_(app), commandLine_(commandLine), tokens_(Split(commandLine, ' ')) {}
+    Parser(const ApplicationPaths& paths, Desktop& desktop, const std::string& commandLine)
+        : paths_(paths), desktop_(desktop), commandLine_(commandLine), tokens_(Split(commandLine, ' ')) {}
 
     CommandLineValues Run() {
         for (; index_ < tokens_.size() && !targetTaken_; ++index_) TakeToken();
@@ -57,7 +57,7 @@ class Parser {
     }
 
     void Show(const std::string& text, const char* title = kErrorTitle) {
-        app_.Screen.ShowMessage({text, title});
+        desktop_.ShowMessage({text, title});
     }
 
     void ShowError(const std::string& text, const char* title = kErrorTitle) {
@@ -104,7 +104,7 @@ class Parser {
         if (!missing) ++index_;
         if (missing || LooksLikeOption(Token())) {
             ShowError("Plugin not specified");
-        } else if (!IsPluginName(Token()) || !FolderExists(app_.PathOf("plugins\\" + Token()))) {
+        } else if (!IsPluginName(Token()) || !FolderExists(paths_.PathOf(InPlugins(Token())))) {
             ShowError("The Plugin specified was not found in the PlugIns folder.", "Invalid Plugin Name");
         } else {
             values_.PluginName = Token();
@@ -129,15 +129,16 @@ class Parser {
         }
     }
 
-    // The target is the rest of the line behind the first occurrence of the disk name, wherever that is: a
-    // name that also stands earlier in the line shifts the cut. Deliberately this simple.
+    // The target is the rest of the line after the first occurrence of the disk name, wherever that is,
+    // spaces included: a name that also stands earlier in the line shifts the cut.
     void TakeTarget() {
         const size_t begin = commandLine_.find(values_.DiskName) + values_.DiskName.size() + 1;
         if (begin <= commandLine_.size()) values_.TargetPath = Trim(commandLine_.substr(begin));
         targetTaken_ = true;
     }
 
-    Application& app_;
+    const ApplicationPaths& paths_;
+    Desktop& desktop_;
     std::string commandLine_;
     std::vector<std::string> tokens_;
     size_t index_ = 0;
@@ -152,8 +153,7 @@ std::string UsageText() {
            "\r\n"
            "name : is the name of the disk or image to build, see files\\disklist.ini for details.\r\n"
            "target : target drive or file, if it is not a full path it will be saved relevant to Velbooter "
-           "current "
-           "folder.\r\n"
+           "current folder.\r\n"
            "-t type : Specify image type (144 or 288).\r\n"
            "-plugin name : Add a plugin to the created image (see the PlugIns folder).\r\n"
            "-sel : Show the Select Drivers window before creating the floppy image.\r\n"
@@ -161,10 +161,11 @@ std::string UsageText() {
            "Registry.\r\n";
 }
 
-CommandLineValues ParseCommandLine(Application& app, const std::string& commandLine) {
-    CommandLineValues values = Parser(app, commandLine).Run();
+CommandLineValues ParseCommandLine(const ApplicationPaths& paths, Desktop& desktop,
+                                   const std::string& commandLine) {
+    CommandLineValues values = Parser(paths, desktop, commandLine).Run();
     if (values.DiskName.empty()) {
-        app.Screen.ShowMessage({"The disk name is not specified", kErrorTitle});
+        desktop.ShowMessage({"The disk name is not specified", kErrorTitle});
         throw ProgramEnd{ExitCode::Refused};
     }
     return values;

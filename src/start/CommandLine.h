@@ -3,7 +3,8 @@
 
 #include <string>
 
-#include "src/forms/Application.h"
+#include "src/run/ApplicationPaths.h"
+#include "src/run/Desktop.h"
 
 namespace velbooter {
 
@@ -24,6 +25,7 @@ std::string UsageText();
 
 /// Parses `commandLine`, which is split at every single blank and knows no quoting. Each option error is
 /// shown as it is met. Ends the program (ProgramEnd) when no disk is named.
-CommandLineValues ParseCommandLine(Application& app, const std::string& commandLine);
+CommandLineValues ParseCommandLine(const ApplicationPaths& paths, Desktop& desktop,
+                                   const std::string& commandLine);
 
 }  // namespace velbooter

@@ -1,7 +1,7 @@
 #pragma once
 // Prepares the application folder for a run, in both modes, before anything else is built.
 
-#include "src/forms/Application.h"
+#include "src/run/Application.h"
 
 namespace velbooter {
 

@@ -1,9 +1,9 @@
 #include "src/start/Main.h"
 
-#include "src/common/ProgramEnd.h"
-#include "src/common/SetupCommon.h"
+#include "src/common/Folders.h"
 #include "src/dos/DosFiles.h"
-#include "src/forms/CancelApp.h"
+#include "src/run/Guard.h"
+#include "src/run/ProgramEnd.h"
 #include "src/start/Automator.h"
 #include "src/start/CommandLine.h"
 #include "src/start/InitApp.h"
@@ -27,14 +27,14 @@ void Main(Application& app, const SingleInstance& instance, const std::string& c
             {"The Veltrane is already running", "Already Running", Buttons::Ok, Icon::Critical});
         throw ProgramEnd{ExitCode::AlreadyRunning};
     }
-    app.WindowsFolder = GetWindowsFolder();
-    app.SystemFolder = GetSystemFolder();
-    CheckDOSFiles(app);
+    app.Paths.WindowsFolder = GetWindowsFolder();
+    app.Paths.SystemFolder = GetSystemFolder();
+    CheckDOSFiles(app.Paths, app.Screen, app.Wait, app.Wizard.DlgOpen);
     if (commandLine.empty()) {
         ShowWizard(app);
         return;
     }
-    RunBatch(app, ParseCommandLine(app, commandLine));
+    RunBatch(app, ParseCommandLine(app.Paths, app.Screen, commandLine));
 }
 
 }  // namespace velbooter

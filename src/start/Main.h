@@ -4,7 +4,7 @@
 #include <string>
 
 #include "src/common/SingleInstance.h"
-#include "src/forms/Application.h"
+#include "src/run/Application.h"
 
 namespace velbooter {
 

@@ -1,7 +1,7 @@
 #include "src/ui/Destination.h"
 
-#include "src/disk/FloppyImage.h"
-#include "src/drivers/DiskRoom.h"
+#include "src/forms/Forms.h"
+#include "src/ui/DiskSpace.h"
 
 namespace velbooter {
 
@@ -16,21 +16,21 @@ void EnableTarget(FrmWizard& wizard, bool enabled) {
 
 void OptImage14_Click(Application& app) {
     EnableTarget(app.Wizard, app.Wizard.OptImage14.Value);
-    FloppyImageLabels(app, true);
-    ShowRoom(app);
+    FloppyImageLabels(app.Wizard, true);
+    ShowSpace(app);
 }
 
 void OptImage28_Click(Application& app) {
     EnableTarget(app.Wizard, app.Wizard.OptImage28.Value);
-    FloppyImageLabels(app, true);
-    ShowRoom(app);
+    FloppyImageLabels(app.Wizard, true);
+    ShowSpace(app);
 }
 
 // The floppy passes its own value, so its step lines read as for an image: the steps are the same.
 void OptFloppy_Click(Application& app) {
     EnableTarget(app.Wizard, !app.Wizard.OptFloppy.Value);
-    FloppyImageLabels(app, app.Wizard.OptFloppy.Value);
-    ShowRoom(app);
+    FloppyImageLabels(app.Wizard, app.Wizard.OptFloppy.Value);
+    ShowSpace(app);
 }
 
 void ClickChosenOption(Application& app) {

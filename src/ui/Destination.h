@@ -1,7 +1,7 @@
 #pragma once
 // The destination page: what is made, and where.
 
-#include "src/forms/Application.h"
+#include "src/run/Application.h"
 
 namespace velbooter {
 
@@ -11,8 +11,8 @@ void OptImage14_Click(Application& app);
 void OptImage28_Click(Application& app);
 void OptFloppy_Click(Application& app);
 
-/// Clicks the option that is chosen, so that the step lines tell of what will be made though nobody has
-/// clicked.
+/// Clicks the option that is chosen, so that the step lines are those of what will be created though nobody
+/// has clicked.
 void ClickChosenOption(Application& app);
 
 /// The click on the browse button: asks for the image's path; a cancelled dialog leaves it as it was.

@@ -1,17 +1,20 @@
 #include "src/ui/PageWalk.h"
 
 #include "src/common/Text.h"
-#include "src/disk/DiskConfiguration.h"
-#include "src/disk/FileLists.h"
-#include "src/drivers/DiskRoom.h"
+#include "src/disk/contents/DiskConfiguration.h"
+#include "src/disk/contents/FileLists.h"
+#include "src/drivers/DriverIndex.h"
 #include "src/drivers/DriverSettings.h"
-#include "src/drivers/DriverStore.h"
-#include "src/forms/Help.h"
+#include "src/run/CancelApp.h"
+#include "src/run/Help.h"
+#include "src/run/ProgramEnd.h"
 #include "src/setup/SetupData.h"
 #include "src/setup/SetupNT.h"
 #include "src/setup/SetupWin.h"
+#include "src/start/BuildRun.h"
 #include "src/start/Catalogue.h"
 #include "src/ui/Destination.h"
+#include "src/ui/DiskSpace.h"
 
 namespace velbooter {
 
@@ -35,28 +38,36 @@ void ReadSelectedDisk(Application& app) {
 
 void LoadDisk(Application& app) {
     // Nothing of the disk that was looked at before stays selected.
-    RenewDriverIndex(app);
+    RenewDriverIndex(app.Paths, app.Screen);
     app.Drivers.Visible = false;  // its ticks are those of the disk before
-    const auto row = static_cast<size_t>(app.SelectedDiskIndex - 1);
-    Init_Lists(app, LowerCase(app.Wizard.LV_Disk.ListItems.at(row).SubItem) + ".ini");
-    if (app.RunEnded) return;
+    if (!Init_Lists(app.Paths, app.Screen, app.Wizard, ChosenDisk(app).ConfigurationFile())) {
+        CancelApp(app);
+        return;
+    }
     SetStatus(app, "Please Wait ... Preparing Default Drivers Settings");
-    GetDiskAndDriverSettings(app);
+    GetDiskAndDriverSettings(app.Paths, app.Screen, app.Wizard, ChosenDisk(app));
     SetStatus(app, "Press Next to re-populate the files list");
+}
+
+// Hides one page and shows another; an open help window follows.
+void TurnPage(Application& app, std::int16_t hidden, std::int16_t shown) {
+    app.Wizard.FraMain.at(static_cast<size_t>(hidden)).Visible = false;
+    app.Wizard.FraMain.at(static_cast<size_t>(shown)).Visible = true;
+    ShowHelp(app, shown, false);
 }
 
 // Turns to CurrentStep.
 void Turn(Application& app, std::int16_t old) {
-    if (app.CurrentStep == kFilesPage || app.CurrentStep == kDestinationPage) MeasureRoom(app);
-    if (app.CurrentStep == kFilesPage) ShowRoom(app);
+    if (app.CurrentStep == kFilesPage || app.CurrentStep == kDestinationPage) MeasureSpace(app);
+    if (app.CurrentStep == kFilesPage) ShowSpace(app);
     if (app.CurrentStep == kDestinationPage) ClickChosenOption(app);
     TurnPage(app, old, app.CurrentStep);
 }
 
 void LeaveSetupPage(Application& app) {
-    if (app.SetupWinIncluded) CreateSetupInf(app);
-    if (app.SetupNTIncluded) CreateSetupNT(app);
-    FillInitialList(app);
+    if (app.Wizard.SetupWinIncluded) CreateSetupInf(app.Paths, app.Screen, app.Wizard);
+    if (app.Wizard.SetupNTIncluded) CreateSetupNT(app.Paths, app.Screen);
+    FillInitialList(app.Paths, app.Screen, app.Wizard);
 }
 
 }  // namespace
@@ -79,8 +90,8 @@ void CmdNext_Click(Application& app) {
         if (app.RunEnded) return;
     }
     if (app.CurrentStep == kDriversPage) {
-        if (app.SetupWinIncluded) {
-            FillSetupData(app, false);
+        if (app.Wizard.SetupWinIncluded) {
+            FillSetupData(app.Paths, app.Wizard, false);
         } else {
             app.CurrentStep = kSetupPage;
         }
@@ -106,10 +117,23 @@ void CmdBack_Click(Application& app) {
         wizard.CmdFinish.Visible = false;
         if (app.SelectedDiskIndex != kCustomDisk) app.CurrentStep = kFilesPage;
     }
-    if (app.CurrentStep == kFilesPage && !app.SetupWinIncluded) app.CurrentStep = kSetupPage;
+    if (app.CurrentStep == kFilesPage && !app.Wizard.SetupWinIncluded) app.CurrentStep = kSetupPage;
     if (app.CurrentStep == kDiskPage) wizard.CmdBack.Enabled = false;
     if (app.CurrentStep > kWelcomePage) --app.CurrentStep;
     Turn(app, old);
+}
+
+void CmdFinish_Click(Application& app) {
+    FrmWizard& wizard = app.Wizard;
+    wizard.CmdBack.Enabled = false;
+    wizard.CmdCancel.Enabled = false;
+    wizard.CmdFinish.Enabled = true;
+    if (app.RunEnded) throw ProgramEnd{CodeOfLastRun(app)};
+    app.Drivers.Visible = false;  // the choices are final
+    TurnPage(app, kDestinationPage, kProgressPage);
+    FinishApp(app, "");
+    app.RunEnded = true;
+    TurnPage(app, kProgressPage, kFinishedPage);
 }
 
 }  // namespace velbooter

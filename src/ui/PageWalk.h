@@ -2,7 +2,7 @@
 // The walk through the wizard's pages. Each Next runs the work that the page just left asks for; pages that a
 // disk does not need are skipped in the same click.
 
-#include "src/forms/Application.h"
+#include "src/run/Application.h"
 
 namespace velbooter {
 
@@ -12,5 +12,9 @@ void CmdNext_Click(Application& app);
 
 /// The click on Back.
 void CmdBack_Click(Application& app);
+
+/// The click on Finish: runs the build and shows the final page; when a run is over already, ends the program
+/// (ProgramEnd).
+void CmdFinish_Click(Application& app);
 
 }  // namespace velbooter

@@ -1,9 +1,9 @@
 #include "src/ui/WizardForm.h"
 
-#include "src/common/ProgramEnd.h"
-#include "src/forms/CancelApp.h"
-#include "src/forms/Help.h"
 #include "src/forms/ProductTexts.h"
+#include "src/run/CancelApp.h"
+#include "src/run/Help.h"
+#include "src/run/ProgramEnd.h"
 
 namespace velbooter {
 
@@ -21,8 +21,8 @@ void LblFrameworkSite_Click(Application& app) {
 
 void Form_Unload(Application& app) {
     const ExitCode code = CodeOfLastRun(app);
-    app.Wizard.LblFinish.Caption = kOutcomeCanceled;
-    DeleteWorkingFiles(app);
+    SetOutcome(app.Wizard, RunOutcome::Canceled);
+    DeleteWorkingFiles(app.Paths);
     throw ProgramEnd{code};
 }
 

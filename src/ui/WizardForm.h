@@ -1,7 +1,7 @@
 #pragma once
 // The wizard's other handlers: the buttons that belong to no page, the links, and closing the window.
 
-#include "src/forms/Application.h"
+#include "src/run/Application.h"
 
 namespace velbooter {
 

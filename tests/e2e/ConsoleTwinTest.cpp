@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "src/console/Report.h"
+#include "console/Report.h"
 #include "tests/e2e/support/ApplicationFolder.h"
 #include "tests/e2e/support/ConsoleTwin.h"
 #include "tests/e2e/support/DosFiles.h"

@@ -12,7 +12,7 @@
 #include <thread>
 
 #include "src/common/RuntimeError.h"
-#include "src/drivers/DriverSelection.h"
+#include "src/ui/DriversPage.h"
 #include "src/ui/windows/DriversWindow.h"
 #include "src/ui/windows/SystemDesktop.h"
 #include "tests/e2e/support/ApplicationFolder.h"

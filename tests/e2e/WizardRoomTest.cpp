@@ -36,7 +36,7 @@ class WizardRoom : public WizardTest {
 TEST_F(WizardRoom, TellsWhatTheImageThenTakes) {
     SetDisk("minimal", SmallDiskWith({"[Create_CABs]", "scsi=LIB", "[DefaultDrivers]", "ASPI\\ASPI8DOS"}));
     const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
-    const std::string foretold = wizard.Text(IDC_ROOM_AT_TARGET);
+    const std::string foretold = wizard.Text(IDC_SPACE_AT_TARGET);
     wizard.Click(IDC_FINISH);
     ExpectTheEnd(wizard, "Operation completed successfully");
     wizard.Click(IDC_FINISH);
@@ -48,15 +48,15 @@ TEST_F(WizardRoom, FollowsTheTicksOfTheFiles) {
     folder_.Write("files\\large.bin", std::string(600 * 1024, 'x'));
     SetDisk("custom", SmallDiskWith({"files\\large.bin=LARGE.BIN"}));
     const ShownWizard wizard = OpenAt(kFilesPage);
-    const std::string with = wizard.Text(IDC_ROOM_OF_FILES);
+    const std::string with = wizard.Text(IDC_SPACE_OF_FILES);
     wizard.ClickFile("LARGE.BIN");
-    Program().WaitUntil([&] { return wizard.Text(IDC_ROOM_OF_FILES) != with; }, "the line stays as it was");
-    const int less = std::stoi(with.substr(16)) - std::stoi(wizard.Text(IDC_ROOM_OF_FILES).substr(16));
+    Program().WaitUntil([&] { return wizard.Text(IDC_SPACE_OF_FILES) != with; }, "the line stays as it was");
+    const int less = std::stoi(with.substr(16)) - std::stoi(wizard.Text(IDC_SPACE_OF_FILES).substr(16));
     EXPECT_EQ(less, 600);
     wizard.ClickFile("LARGE.BIN");
-    ExpectLine(wizard, IDC_ROOM_OF_FILES, with);
+    ExpectLine(wizard, IDC_SPACE_OF_FILES, with);
     wizard.Next(kDestinationPage);
-    EXPECT_EQ(wizard.Text(IDC_ROOM_AT_TARGET), with);
+    EXPECT_EQ(wizard.Text(IDC_SPACE_AT_TARGET), with);
     wizard.Close();
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
 }
@@ -65,21 +65,22 @@ TEST_F(WizardRoom, WarnsWhenTheDiskIsTooSmallAndStopsNobody) {
     folder_.Write("files\\large.bin", std::string(1500 * 1024, 'x'));
     SetDisk("custom", SmallDiskWith({"files\\large.bin=LARGE.BIN"}));
     const ShownWizard wizard = OpenAt(kFilesPage);
-    EXPECT_TRUE(Eventually([&] { return Warns(wizard, IDC_ROOM_OF_FILES); }));
+    EXPECT_TRUE(Eventually([&] { return Warns(wizard, IDC_SPACE_OF_FILES); }));
     wizard.ClickFile("LARGE.BIN");
-    EXPECT_TRUE(Eventually([&] { return !Warns(wizard, IDC_ROOM_OF_FILES); }));
+    EXPECT_TRUE(Eventually([&] { return !Warns(wizard, IDC_SPACE_OF_FILES); }));
     wizard.ClickFile("LARGE.BIN");
     wizard.Next(kDestinationPage);
-    EXPECT_TRUE(Eventually([&] { return Warns(wizard, IDC_ROOM_AT_TARGET); }));
+    EXPECT_TRUE(Eventually([&] { return Warns(wizard, IDC_SPACE_AT_TARGET); }));
     wizard.Click(IDC_IMAGE_28);
     Program().WaitUntil(
         [&] {
-            return wizard.Text(IDC_ROOM_AT_TARGET).find("A 2.88 MB disk holds 2863 KB.") != std::string::npos;
+            return wizard.Text(IDC_SPACE_AT_TARGET).find("A 2.88 MB disk holds 2863 KB.") !=
+                   std::string::npos;
         },
         "the line stays as it was");
-    EXPECT_TRUE(Eventually([&] { return !Warns(wizard, IDC_ROOM_AT_TARGET); }));
+    EXPECT_TRUE(Eventually([&] { return !Warns(wizard, IDC_SPACE_AT_TARGET); }));
     wizard.Click(IDC_IMAGE_14);
-    EXPECT_TRUE(Eventually([&] { return Warns(wizard, IDC_ROOM_AT_TARGET); }));
+    EXPECT_TRUE(Eventually([&] { return Warns(wizard, IDC_SPACE_AT_TARGET); }));
     wizard.Click(IDC_FINISH);
     ExpectTheEnd(wizard, "Operation completed successfully");
     wizard.Click(IDC_FINISH);

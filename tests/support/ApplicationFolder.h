@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "src/forms/Application.h"
+#include "src/run/Application.h"
 #include "tests/support/ScriptedDesktop.h"
 
 namespace velbooter::testing {

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "src/forms/Application.h"
-#include "src/forms/Desktop.h"
+#include "src/run/Application.h"
+#include "src/run/Desktop.h"
 
 namespace velbooter::testing {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "src/drivers/DriverSelection.h"
+#include "src/ui/DriversPage.h"
 #include "src/ui/windows/ScreenMetrics.h"
 
 namespace velbooter {

@@ -3,7 +3,7 @@
 // is first needed and hidden, never closed. The user's input goes into the form before a handler of the
 // selection is called.
 
-#include "src/forms/Application.h"
+#include "src/run/Application.h"
 #include "src/ui/windows/CaughtFailure.h"
 #include "src/ui/windows/CheckList.h"
 #include "src/ui/windows/WindowHandle.h"

@@ -2,8 +2,7 @@
 
 #include <commdlg.h>
 
-#include "src/common/SetupCommon.h"
-#include "src/forms/FrmWizard.h"
+#include "src/common/Folders.h"
 #include "src/forms/ProductTexts.h"
 #include "src/ui/windows/MessageBoxes.h"
 

@@ -1,6 +1,6 @@
 #include "src/ui/windows/HelpWindow.h"
 
-#include "src/common/SetupCommon.h"
+#include "src/common/Folders.h"
 
 namespace velbooter {
 

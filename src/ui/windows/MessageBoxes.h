@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-#include "src/forms/Desktop.h"
+#include "src/run/Desktop.h"
 
 namespace velbooter {
 

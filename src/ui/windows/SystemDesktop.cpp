@@ -1,7 +1,7 @@
 #include "src/ui/windows/SystemDesktop.h"
 
-#include "src/common/Webcollect.h"
-#include "src/drivers/DriverSelection.h"
+#include "src/common/Processes.h"
+#include "src/ui/DriversPage.h"
 #include "src/ui/windows/FileDialogs.h"
 #include "src/ui/windows/FormatDialog.h"
 #include "src/ui/windows/HelpWindow.h"

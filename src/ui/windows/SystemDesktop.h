@@ -1,8 +1,8 @@
 #pragma once
 // The real desktop: system message boxes and dialogs, and the windows that show the forms.
 
-#include "src/forms/Application.h"
-#include "src/forms/Desktop.h"
+#include "src/run/Application.h"
+#include "src/run/Desktop.h"
 #include "src/ui/windows/DriversWindow.h"
 #include "src/ui/windows/WaitWindow.h"
 #include "src/ui/windows/WizardWindow.h"

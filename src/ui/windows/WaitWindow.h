@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "src/forms/FrmWait.h"
+#include "src/forms/Forms.h"
 #include "src/ui/windows/SessionHold.h"
 #include "src/ui/windows/WindowHandle.h"
 

@@ -26,8 +26,8 @@ struct Shown {
 };
 
 constexpr std::array<Shown<Label>, 6> kLabels{{{IDC_STATUS, &FrmWizard::LblStatus},
-                                               {IDC_ROOM_OF_FILES, &FrmWizard::LblRoom},
-                                               {IDC_ROOM_AT_TARGET, &FrmWizard::LblRoom},
+                                               {IDC_SPACE_OF_FILES, &FrmWizard::LblSpace},
+                                               {IDC_SPACE_AT_TARGET, &FrmWizard::LblSpace},
                                                {IDC_NDIS_NOTE, &FrmWizard::LblNDISNote},
                                                {IDC_OS_TYPE, &FrmWizard::LblOSType},
                                                {IDC_OUTCOME, &FrmWizard::LblFinish}}};

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "src/forms/FrmWizard.h"
+#include "src/forms/Forms.h"
 #include "src/ui/windows/DiskList.h"
 #include "src/ui/windows/ProductKeyBoxes.h"
 #include "src/ui/windows/WindowHandle.h"

@@ -5,13 +5,12 @@
 #include <map>
 #include <utility>
 
-#include "src/drivers/DiskRoom.h"
-#include "src/drivers/DriverSelection.h"
-#include "src/drivers/DriverSettings.h"
-#include "src/forms/CancelApp.h"
 #include "src/forms/ProductTexts.h"
-#include "src/start/BuildRun.h"
+#include "src/run/CancelApp.h"
+#include "src/run/Guard.h"
 #include "src/ui/Destination.h"
+#include "src/ui/DiskSpace.h"
+#include "src/ui/DriversPage.h"
 #include "src/ui/PageWalk.h"
 #include "src/ui/WizardForm.h"
 #include "src/ui/windows/Announcement.h"
@@ -163,7 +162,7 @@ INT_PTR WizardWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM
             return TRUE;
         case WM_ENDSESSION:
             // The system ends the program without another message, so the clean-up is done here.
-            if (wParam != FALSE && !hold_) DeleteWorkingFiles(*app_);
+            if (wParam != FALSE && !hold_) DeleteWorkingFiles(app_->Paths);
             return TRUE;
         case WM_DRAWITEM: {
             const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
@@ -192,24 +191,18 @@ INT_PTR WizardWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM
 
 bool WizardWindow::OnCommand(int id, int notice) {
     static const std::map<int, Handler> kHandlers{
-        {IDC_BACK, CmdBack_Click},
-        {IDC_NEXT, CmdNext_Click},
-        {IDC_FINISH, CmdFinish_Click},
-        {IDCANCEL, CancelApp},
-        {IDC_HELP_BUTTON, CmdHelp_Click},
-        {IDC_ASPI, [](Application& app) { ChkASPI_Click(app.Wizard); }},
-        {IDC_NDIS, [](Application& app) { ChkNDIS_Click(app.Wizard); }},
-        {IDC_SELECT_ASPI, CmdSelASPI_Click},
-        {IDC_SELECT_NDIS, CmdSelNDIS_Click},
-        {IDC_IMAGE_14, OptImage14_Click},
-        {IDC_IMAGE_28, OptImage28_Click},
-        {IDC_FLOPPY, OptFloppy_Click},
+        {IDC_BACK, CmdBack_Click},           {IDC_NEXT, CmdNext_Click},
+        {IDC_FINISH, CmdFinish_Click},       {IDCANCEL, CancelApp},
+        {IDC_HELP_BUTTON, CmdHelp_Click},    {IDC_ASPI, ChkASPI_Click},
+        {IDC_NDIS, ChkNDIS_Click},           {IDC_SELECT_ASPI, CmdSelASPI_Click},
+        {IDC_SELECT_NDIS, CmdSelNDIS_Click}, {IDC_IMAGE_14, OptImage14_Click},
+        {IDC_IMAGE_28, OptImage28_Click},    {IDC_FLOPPY, OptFloppy_Click},
         {IDC_BROWSE, CmdBrowse_Click},
     };
     // The second of two quick clicks changes the tick as well, and the list tells of nothing but a double
     // click.
     if (id == IDC_FILES && (notice == LBN_SELCHANGE || notice == LBN_DBLCLK)) {
-        Run(ShowRoom);
+        Run(ShowSpace);
         return true;
     }
     // What is typed starts no handler.

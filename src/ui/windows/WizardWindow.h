@@ -7,7 +7,7 @@
 #include <array>
 #include <optional>
 
-#include "src/forms/Application.h"
+#include "src/run/Application.h"
 #include "src/ui/windows/CaughtFailure.h"
 #include "src/ui/windows/SessionHold.h"
 #include "src/ui/windows/WindowHandle.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "src/common/ProgramEnd.h"
+#include "src/run/ProgramEnd.h"
 #include "tests/e2e/support/ApplicationFolder.h"
 #include "tests/e2e/support/FloppyImage.h"
 #include "tests/e2e/support/ShownMessage.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "src/forms/FrmWizard.h"
+#include "src/forms/Forms.h"
 #include "src/ui/windows/WizardIds.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "src/common/Files.h"
 #include "src/common/RuntimeError.h"
-#include "src/common/SetupCommon.h"
 #include "tests/support/ApplicationFolder.h"
 #include "tests/support/DriveAControl.h"
 

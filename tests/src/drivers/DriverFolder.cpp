@@ -4,10 +4,11 @@
 
 #include <filesystem>
 
+#include "src/common/Files.h"
 #include "src/common/INIFile.h"
+#include "src/common/Processes.h"
 #include "src/common/RuntimeError.h"
-#include "src/common/SetupCommon.h"
-#include "src/common/Webcollect.h"
+#include "src/common/Text.h"
 #include "tests/support/BuiltFile.h"
 
 namespace velbooter::testing {

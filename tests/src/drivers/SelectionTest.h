@@ -12,8 +12,10 @@ namespace velbooter::testing {
 
 class SelectionTest : public DriversTest {
  protected:
-    void ChooseOdi() { App.Wizard.ChkNDIS.Width = 3015; }
-    void LoadNdis() { CreateIndex(App, "ndis.txt", "ndis.pci", "ndis", "NIC", true); }
+    void ChooseOdi() { SetNetworkMode(App.Wizard, NetworkMode::Odi); }
+    void LoadNdis() {
+        CreateIndex(App.Paths, App.Screen, App.Drivers, "ndis.txt", "ndis.pci", "ndis", "NIC", true);
+    }
 
     ListView& List() { return App.Drivers.LV; }
     /// The rows as displayed: a tick, the name, and the description if there is one.

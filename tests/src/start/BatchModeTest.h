@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "src/common/ProgramEnd.h"
 #include "src/common/Text.h"
+#include "src/run/ProgramEnd.h"
 #include "src/start/Automator.h"
 #include "tests/support/ApplicationFolder.h"
 

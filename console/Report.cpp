@@ -1,0 +1,50 @@
+#include "console/Report.h"
+
+#include "src/run/ProgramEnd.h"
+
+namespace velbooter {
+
+namespace {
+
+std::string Line(const std::string& text) {
+    return "velbooter: " + text + "\n";
+}
+
+const char* Outcome(std::uint32_t code) {
+    switch (static_cast<ExitCode>(code)) {
+        case ExitCode::Built:
+            return "the build reached its end";
+        case ExitCode::Canceled:
+            return "a step of the build failed or was cancelled, and nothing was built";
+        case ExitCode::Refused:
+            return "the command line was refused, and nothing was built";
+        case ExitCode::UnknownDisk:
+            return "files\\disklist.ini has no disk of this name, and nothing was built";
+        case ExitCode::DosFilesMissing:
+            return "the DOS files are missing, and nothing was built";
+        case ExitCode::AlreadyRunning:
+            return "the program already runs from this folder, and nothing was built";
+        case ExitCode::InternalError:
+            return "an error that no step expects has ended the build";
+        case ExitCode::NoImage:
+            return "the build reached its end, but the image tool has left no new image";
+    }
+    return "velbooter.exe was ended before its time";
+}
+
+}  // namespace
+
+std::string OutcomeLine(std::uint32_t code) {
+    return Line(std::string(Outcome(code)) + " (exit code " + std::to_string(code) + ").");
+}
+
+std::string MissingLine(const std::string& program) {
+    return Line(program + " is missing: it has to be in the folder of velbooter.com.");
+}
+
+std::string NotStartedLine(const std::string& program, std::uint32_t systemError) {
+    return Line(program + " cannot be started or watched (system error " + std::to_string(systemError) +
+                ").");
+}
+
+}  // namespace velbooter

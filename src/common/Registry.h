@@ -1,0 +1,17 @@
+#pragma once
+// Strings of the registry, which the program only ever reads.
+
+#include <optional>
+#include <string>
+
+namespace velbooter {
+
+/// The roots of the registry that ReadRegistryString can read.
+enum class RegistryRoot { ClassesRoot, CurrentUser, LocalMachine, Users };
+
+/// Returns the string value `valueName` of `subKey`, up to its first NUL; nothing when it is missing or not a
+/// plain string. The key is not closed afterwards: the helper is used a handful of times in a run.
+std::optional<std::string> ReadRegistryString(RegistryRoot root, const std::string& subKey,
+                                              const std::string& valueName);
+
+}  // namespace velbooter

@@ -1,0 +1,21 @@
+#pragma once
+// The list of files that go onto the disk, taken from the finished tree cabs.
+
+#include <string>
+
+#include "src/forms/Forms.h"
+#include "src/run/ApplicationPaths.h"
+#include "src/run/Desktop.h"
+
+namespace velbooter {
+
+/// Fills LstFiles with every file under cabs, as paths relative to it, IO.SYS, MSDOS.SYS and COMMAND.COM
+/// first whether or not the tree holds them, and selects every entry.
+void FillInitialList(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard);
+
+/// Lists one folder of the walk: appends its files to LstFiles and inserts its sub-folders into LstDirs at
+/// position 1. `folder` is absolute and lies under cabs.
+void ScanCabsFolder(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard,
+                    const std::string& folder, const std::string& pattern);
+
+}  // namespace velbooter

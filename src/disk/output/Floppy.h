@@ -1,0 +1,23 @@
+#pragma once
+// What the staged files become: a floppy image, by the image tool in the application folder, or the real
+// floppy in drive A:.
+
+#include <string>
+
+#include "src/forms/Forms.h"
+#include "src/run/ApplicationPaths.h"
+#include "src/run/Desktop.h"
+
+namespace velbooter {
+
+/// Runs the image tool on `stagingFolder` for the image path in TxtDest, 1.44 MB when OptImage14 is chosen,
+/// else 2.88 MB. Leaves the application folder as the current folder. Returns whether a new image is there
+/// then. Raises RuntimeError when the application folder cannot be made current.
+bool CreateImageFromDir(const ApplicationPaths& paths, Desktop& desktop, const FrmWizard& wizard,
+                        const std::string& stagingFolder);
+
+/// Shows the system's format dialog for drive A: and waits for it to close. Returns whether the floppy was
+/// formatted; if not, a message has said why.
+bool FormatFloppy(Desktop& desktop);
+
+}  // namespace velbooter

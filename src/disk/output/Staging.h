@@ -1,0 +1,22 @@
+#pragma once
+// Lays the disk's files out: into a fresh staging folder for an image, or straight onto the floppy.
+
+#include <string>
+
+#include "src/run/Application.h"
+
+namespace velbooter {
+
+/// Creates a fresh staging folder Temp\Velbooter<number>, stores it in `staging` and fills it. Returns
+/// whether that succeeded; if not, the caller cancels the run.
+[[nodiscard]] bool CreateDiskAsDir(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard,
+                                   StagingArea& staging);
+
+/// Copies the selected entries of LstFiles from the tree cabs to `destination`, a folder without a trailing
+/// "\", or exactly "A:" for the floppy, whose free space is then tested before each file. Moves WorkProgress
+/// one step an entry. Failures are shown. Returns false when a source could not be read or the user aborted;
+/// files left out for want of space or by the user's choice do not count as failures.
+bool InjectFilesToDir(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard,
+                      const std::string& destination);
+
+}  // namespace velbooter

@@ -1,0 +1,150 @@
+#pragma once
+// The three forms as plain state: the wizard, the driver selection, the wait window. The wizard holds the
+// run's choices in both modes: the build steps read the target, the image type and the file list from here,
+// whether or not the wizard is ever shown. Captions and widths that depend on a state are set by one function
+// each, below, together with the state.
+
+#include <array>
+#include <cstdint>
+
+#include "src/forms/Controls.h"
+#include "src/forms/ListView.h"
+#include "src/forms/ProductTexts.h"
+
+namespace velbooter {
+
+/// Pages of the wizard: indexes into FraMain.
+enum WizardPage : std::int16_t {
+    kWelcomePage = 0,
+    kDiskPage = 1,
+    kDriversPage = 2,
+    kSetupPage = 3,
+    kFilesPage = 4,
+    kDestinationPage = 5,
+    kFinishedPage = 6,
+    kProgressPage = 7,
+    kPageCount = 8,
+};
+
+struct Frame {
+    bool Visible = false;
+};
+
+/// What the network row of the drivers page stands for.
+enum class NetworkMode { Ndis, Odi };
+
+/// Widths of ChkNDIS in twips, as its two captions need them.
+inline constexpr int kNdisWidth = 2655;
+inline constexpr int kOdiWidth = 3015;
+
+/// How the last run ended.
+enum class RunOutcome { Completed, Canceled };
+
+struct FrmWizard {
+    FrmWizard();
+
+    bool Visible = false;
+    std::array<Frame, kPageCount> FraMain;
+
+    ListView LV_Disk;
+    Label LblStatus{"Press Next to load the disk configuration"};
+
+    CheckBox ChkASPI{"SCSI Host adapters drivers (ASPI)"};
+    CheckBox ChkNDIS;
+    NetworkMode Network = NetworkMode::Ndis;  ///< set by SetNetworkMode
+    CommandButton CmdSelASPI{"Select which drivers to include..."};
+    CommandButton CmdSelNDIS{"Select which drivers to include..."};
+    Label LblNDISNote;
+
+    bool SetupWinIncluded = false;  ///< the disk carries the module setupwin
+    bool SetupNTIncluded = false;   ///< the disk carries the module setupnt
+    TextBox TxtOwner{"VelUser"};
+    TextBox TxtOrg{"MARSH LTD."};
+    TextBox TxtPCName{"VelPC"};
+    TextBox TxtWorkgroup{"MARSH_LTD"};
+    Label LblOSType{"Microsoft Windows 98"};
+    TextBox TxtKeyPart1;
+    TextBox TxtKeyPart2;
+    TextBox TxtKeyPart3;
+    TextBox TxtKeyPart4;
+    TextBox TxtKeyPart5;
+
+    ListBox LstFiles;
+    Label LblSpace;
+    ListBox LstDirs;
+
+    OptionButton OptImage14{"&1.44 MB Floppy Image", true};
+    OptionButton OptImage28{"&2.88 MB Floppy Image"};
+    OptionButton OptFloppy{"1.44 MB &Floppy Disk"};
+    TextBox TxtDest{"C:\\BootDisk.img"};
+    CommandButton CmdBrowse{"B&rowse..."};
+
+    ProgressBar WorkProgress;
+    Label LblMsg1{"Preparing selected Drivers"};
+    Label LblMsg2{"Preparing pre-built drivers cache"};
+    Label LblMsg3;
+    Label LblMsg4;
+    Label LblRight1;
+    Label LblRight2;
+    Label LblRight3;
+    Label LblRight4;
+
+    Label LblFinish;
+    RunOutcome Outcome = RunOutcome::Completed;  ///< set by SetOutcome
+    Label LblHomePage{kHomePage};
+    Label LblFrameworkSite{kFrameworkSite};
+
+    CommandButton CmdBack{"< &Back", false, true};
+    CommandButton CmdNext{"&Next >"};
+    CommandButton CmdFinish{"&Finish", true, false};
+    CommandButton CmdCancel{"&Cancel"};
+    CommandButton CmdHelp{"&Help"};
+
+    /// Asks for the folder of a setup CD.
+    CommonDialog DlgOpen;
+    /// Asks where to save the image.
+    CommonDialog DlgNew;
+};
+
+struct FrmDrivers {
+    FrmDrivers();
+
+    bool Visible = false;
+    int Width = 6870;   ///< of the whole window, in twips
+    int Height = 4500;  ///< the same
+
+    ListView LV;  ///< Tag is the folder of the group loaded last
+    CommandButton CmdOK{"OK"};
+    CommandButton CmdCancel{"Cancel"};
+    CommandButton CmdSelAll;
+    bool AllTicked = true;  ///< what CmdSelAll has done last, or the start; set by SetAllTicked
+
+    bool DriversIniExists = false;  ///< whether Drivers.ini was there when the list was loaded
+    std::int16_t LastSortColumn = 0;
+    std::int16_t SortColumn = 0;
+};
+
+struct FrmWait {
+    bool Visible = false;
+    Label LblStatus{"Please wait ..."};
+};
+
+/// Chooses one of the three outputs; the other two option buttons of the group fall back.
+void ChooseOption(FrmWizard& wizard, OptionButton FrmWizard::*option);
+
+/// Gives the network row its mode: caption, width and the note below it.
+void SetNetworkMode(FrmWizard& wizard, NetworkMode mode);
+
+/// Sets how the run has ended, and what the final page says of it.
+void SetOutcome(FrmWizard& wizard, RunOutcome outcome);
+
+/// Sets the texts of the last two step lines for an image file or for a real floppy.
+void FloppyImageLabels(FrmWizard& wizard, bool isImage);
+
+/// Enables the selection button of each row of the drivers page that is ticked, and disables the others.
+void EnableTickedRows(FrmWizard& wizard);
+
+/// Sets whether all drivers were ticked last; the button's caption offers the opposite.
+void SetAllTicked(FrmDrivers& drivers, bool ticked);
+
+}  // namespace velbooter

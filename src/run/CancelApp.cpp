@@ -1,0 +1,45 @@
+#include "src/run/CancelApp.h"
+
+#include "src/common/Files.h"
+#include "src/common/Folders.h"
+#include "src/common/RuntimeError.h"
+#include "src/run/Help.h"
+
+namespace velbooter {
+
+void DeleteWorkingFiles(const ApplicationPaths& paths) {
+    const std::string drivers = paths.PathOf(kDriverIndexFile);
+    if (FileExists(drivers)) {
+        try {
+            DeleteFileAt(drivers);
+        } catch (const RuntimeError&) {
+            // A file that cannot be deleted is replaced by the next run.
+        }
+    }
+    for (const char* tree : {kCabsFolder, kStagingTree}) {
+        if (FolderExists(paths.PathOf(tree))) DeleteFolderTree(paths.PathOf(tree));
+    }
+}
+
+void CancelApp(Application& app) {
+    FrmWizard& wizard = app.Wizard;
+    app.RunEnded = true;
+    SetOutcome(wizard, RunOutcome::Canceled);
+    app.Drivers.Visible = false;  // there is nothing left that a choice could be written to
+    DeleteWorkingFiles(app.Paths);
+    wizard.CmdNext.Visible = false;
+    wizard.CmdFinish.Visible = true;
+    wizard.CmdBack.Enabled = false;
+    wizard.CmdCancel.Enabled = false;
+    wizard.CmdFinish.Enabled = true;
+    for (Frame& page : wizard.FraMain) page.Visible = false;
+    wizard.FraMain[kFinishedPage].Visible = true;
+    ShowHelp(app, kFinishedPage, false);
+}
+
+ExitCode CodeOfLastRun(const Application& app) {
+    if (app.RunEnded && app.Wizard.Outcome == RunOutcome::Canceled) return ExitCode::Canceled;
+    return app.ImageMissing ? ExitCode::NoImage : ExitCode::Built;
+}
+
+}  // namespace velbooter

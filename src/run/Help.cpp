@@ -1,0 +1,69 @@
+#include "src/run/Help.h"
+
+#include <cmath>
+#include <limits>
+
+#include "src/common/RuntimeError.h"
+#include "src/common/Text.h"
+
+namespace velbooter {
+
+namespace {
+
+// Commands of the help viewer's published interface.
+constexpr std::uint32_t kDisplayTopic = 0;
+constexpr std::uint32_t kDisplayContents = 1;
+constexpr std::uint32_t kDisplayIndex = 2;
+
+// A result of 16-bit arithmetic.
+std::int16_t Narrow(int value) {
+    if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max())
+        throw RuntimeError(kOverflow);
+    return static_cast<std::int16_t>(value);
+}
+
+std::int16_t TopicOf(std::int16_t page) {
+    return Narrow(Narrow(Narrow(page + 1) * 10) + 1300);
+}
+
+}  // namespace
+
+void clsHTMLHelp::Call(std::uint32_t command, std::int32_t data) const {
+    desktop_.CallHelp(hWnd, HelpFileOf(paths_, FileName, HelpWindow), command,
+                      static_cast<std::uint32_t>(data));
+}
+
+void clsHTMLHelp::ShowHelpContents() const {
+    Call(kDisplayContents, 0);
+}
+
+void clsHTMLHelp::ShowHelpIndex() const {
+    Call(kDisplayIndex, 0);
+}
+
+void clsHTMLHelp::ShowTopicFileName(const std::string& strTopicFileName) const {
+    const double number = std::nearbyint(NumericPrefix(strTopicFileName));
+    if (number < std::numeric_limits<std::int32_t>::min() ||
+        number > std::numeric_limits<std::int32_t>::max())
+        throw RuntimeError(kOverflow);
+    Call(kDisplayTopic, static_cast<std::int32_t>(number));
+}
+
+void clsHTMLHelp::ShowTopicID(std::int32_t lngTopicID) const {
+    Call(kHelpContext, lngTopicID);
+}
+
+void ShowHelp(Application& app, std::int16_t intStep, bool ForceShow) {
+    if (!ForceShow && !app.Screen.IsHelpOpen(kHelpWindowTitle)) return;
+    const std::int16_t page = intStep == kCurrentPage ? app.CurrentStep : intStep;
+    clsHTMLHelp help(app.Paths, app.Screen);
+    help.FileName = kHelpFileName;
+    help.HelpWindow = kHelpWindow;
+    help.ShowTopicID(TopicOf(page));
+}
+
+std::string HelpFileOf(const ApplicationPaths& paths, const std::string& file, const std::string& window) {
+    return paths.PathOf(file) + ">" + window;
+}
+
+}  // namespace velbooter

@@ -1,0 +1,57 @@
+#pragma once
+// The page-sensitive help: a thin object around the help viewer, and the rule by which a page has its topic.
+
+#include <cstdint>
+#include <string>
+
+#include "src/forms/ProductTexts.h"
+#include "src/run/Application.h"
+
+namespace velbooter {
+
+/// One request to the help viewer. The wizard asks for topics by their numbers alone; the class offers the
+/// viewer's commands whole. Every call passes hWnd as owner and application folder + "\" + FileName +
+/// ">" + HelpWindow as the file; what the viewer returns is ignored.
+class clsHTMLHelp {
+ public:
+    /// Both must outlive the object.
+    clsHTMLHelp(const ApplicationPaths& paths, Desktop& desktop) : paths_(paths), desktop_(desktop) {}
+
+    std::int32_t hWnd = 0;   ///< the owner window; 0 for none
+    std::string FileName;    ///< the help file, relative to the application folder
+    std::string HelpWindow;  ///< the window type, defined in the help file, that shows the topics
+
+    /// Shows the table of contents.
+    void ShowHelpContents() const;
+    /// Shows the index.
+    void ShowHelpIndex() const;
+    /// Asks for a topic by the number that `strTopicFileName` begins with: the text itself is not handed on.
+    /// Raises RuntimeError 6 (overflow) when it does not fit 32 bits.
+    void ShowTopicFileName(const std::string& strTopicFileName) const;
+    /// Shows the topic with this number.
+    void ShowTopicID(std::int32_t lngTopicID) const;
+
+ private:
+    void Call(std::uint32_t command, std::int32_t data) const;
+
+    const ApplicationPaths& paths_;
+    Desktop& desktop_;
+};
+
+/// Page number that stands for the current page.
+inline constexpr std::int16_t kCurrentPage = 255;
+
+/// Shows the help topic of page `intStep` of the wizard (0 to 7, or kCurrentPage). Without `ForceShow` only
+/// an open help window follows; none is opened. The topic's number is computed in 16 bits: raises
+/// RuntimeError 6 (overflow) for a page that is far beyond any.
+void ShowHelp(Application& app, std::int16_t intStep, bool ForceShow);
+
+/// Returns a help file with the window type that its topics are shown in, as the help viewer takes them: the
+/// full path, ">" and the name of the window type.
+std::string HelpFileOf(const ApplicationPaths& paths, const std::string& file = kHelpFileName,
+                       const std::string& window = kHelpWindow);
+
+/// The command of the help viewer's published interface that shows the topic with a number.
+inline constexpr std::uint32_t kHelpContext = 15;
+
+}  // namespace velbooter

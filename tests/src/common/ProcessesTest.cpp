@@ -1,0 +1,166 @@
+#include "src/common/Processes.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include "src/common/Files.h"
+#include "tests/support/ApplicationFolder.h"
+
+namespace velbooter::testing {
+namespace {
+
+class Processes : public ::testing::Test {
+ protected:
+    std::string Tool(const std::string& instructions = "") {
+        Folder.MakeTool("tool.exe", instructions);
+        return Folder.At("tool.exe");
+    }
+
+    ApplicationFolder Folder;
+};
+
+TEST_F(Processes, TheCommandLineReachesTheProgramToTheCharacter) {
+    const std::string line = Tool() + "  -m LZX:21   \"a b\"  files\\net\\*.*  ";
+    EXPECT_TRUE(RunAndWait(line, -1, false, true));
+    ASSERT_EQ(1u, Folder.Calls("tool.exe").size());
+    EXPECT_EQ(line, Folder.Calls("tool.exe")[0].CommandLine);
+}
+
+TEST_F(Processes, OnlyAHiddenProgramGetsAWindowState) {
+    const std::string tool = Tool();
+    EXPECT_TRUE(RunAndWait(tool, -1, false, true));
+    EXPECT_TRUE(RunAndWait(tool, -1, false, false));
+    const std::vector<ToolCall> calls = Folder.Calls("tool.exe");
+    ASSERT_EQ(2u, calls.size());
+    EXPECT_EQ("hidden", calls[0].Window);
+    EXPECT_EQ("shown", calls[1].Window);
+}
+
+TEST_F(Processes, TheProgramStartsInTheCallersCurrentFolder) {
+    const std::string tool = Tool();
+    SetCurrentDirectoryA(Folder.MakeFolder("here").c_str());
+    EXPECT_TRUE(RunAndWait(tool, -1, false, true));
+    EXPECT_EQ(Folder.At("here"), Folder.Calls("tool.exe").at(0).WorkingFolder);
+}
+
+TEST_F(Processes, HandlesAreInherited) {
+    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    const KernelHandle event(CreateEventA(&inheritable, TRUE, FALSE, nullptr));
+    const std::string tool =
+        Tool("signal|" + std::to_string(reinterpret_cast<std::uintptr_t>(event.Get())) + "\n");
+    EXPECT_TRUE(RunAndWait(tool, -1, false, true));
+    EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(event.Get(), 0));
+}
+
+TEST_F(Processes, StartProcessReturnsTheHandleOfTheProcess) {
+    const KernelHandle process = StartProcess(Tool("exit|7\n"), true);
+    ASSERT_TRUE(process);
+    EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(process.Get(), 20000));
+    DWORD code = 0;
+    EXPECT_TRUE(GetExitCodeProcess(process.Get(), &code));
+    EXPECT_EQ(7u, code);
+}
+
+TEST_F(Processes, AProgramThatCannotStartGivesNoHandleAndFalse) {
+    EXPECT_FALSE(StartProcess(Folder.At("missing.exe"), true));
+    EXPECT_FALSE(RunAndWait(Folder.At("missing.exe"), -1, false, true));
+    EXPECT_FALSE(RunAndWait("", -1, false, true));
+}
+
+TEST_F(Processes, ATimeOutBelowOneIsNoLimit) {
+    const std::string tool = Tool("wait|300\ncreate|done\n");
+    SetCurrentDirectoryA(Folder.Path().c_str());
+    for (const std::int32_t timeout : {0, -1, -2147483647}) {
+        EXPECT_TRUE(RunAndWait(tool, timeout, false, true)) << timeout;
+        EXPECT_TRUE(Folder.HasFile("done")) << timeout;
+        Folder.Remove("done");
+    }
+}
+
+TEST_F(Processes, ATimeOutEndsTheWaitWithFalse) {
+    const std::string tool = Tool("wait|1500\n");
+    const ULONGLONG start = GetTickCount64();
+    EXPECT_FALSE(RunAndWait(tool, 150, false, true));
+    const ULONGLONG waited = GetTickCount64() - start;
+    EXPECT_GE(waited, 140u);
+    EXPECT_LT(waited, 1400u);
+    Sleep(1600);  // the program ends before its folder is removed
+}
+
+TEST_F(Processes, ATimeOutThatIsNotReachedIsASuccess) {
+    EXPECT_TRUE(RunAndWait(Tool(), 20000, false, true));
+}
+
+TEST_F(Processes, TheExitCodeIsNotLookedAt) {
+    EXPECT_TRUE(RunAndWait(Tool("exit|3\n"), -1, false, true));
+}
+
+TEST_F(Processes, TheCallerIsCalledBackWhileTheProgramRuns) {
+    int calls = 0;
+    EXPECT_TRUE(RunAndWait(Tool("wait|700\n"), -1, false, true, [&] { ++calls; }));
+    EXPECT_GE(calls, 2);
+}
+
+TEST_F(Processes, WaitingForInputIdleEndsWhenTheProgramWaitsForInput) {
+    const std::string tool = Tool("idle|2500\ncreate|done\n");
+    SetCurrentDirectoryA(Folder.Path().c_str());
+    const ULONGLONG start = GetTickCount64();
+    EXPECT_TRUE(RunAndWait(tool, -1, true, true));
+    EXPECT_LT(GetTickCount64() - start, 2300u);
+    EXPECT_FALSE(Folder.HasFile("done")) << "the program was still running";
+    Sleep(2700);
+}
+
+TEST_F(Processes, OpeningAMissingDocumentGivesTheSystemsErrorCode) {
+    EXPECT_EQ(ERROR_FILE_NOT_FOUND, OpenWithShell(Folder.At("missing.exe")));
+}
+
+TEST_F(Processes, ADocumentIsOpenedInTheRootOfCInTheNormalState) {
+    EXPECT_GT(OpenWithShell(Tool()), 32);
+    for (int i = 0; i < 100 && Folder.Calls("tool.exe").empty(); ++i) Sleep(50);
+    const std::vector<ToolCall> calls = Folder.Calls("tool.exe");
+    ASSERT_EQ(1u, calls.size());
+    EXPECT_EQ("C:\\", calls[0].WorkingFolder);
+    EXPECT_EQ("state 1", calls[0].Window);
+    Sleep(200);
+}
+
+TEST(ProgramFolder, IsThatOfTheRunningProgram) {
+    EXPECT_TRUE(FileExists(GetProgramFolder() + "\\test_common.exe"));
+}
+
+// The everyday line of a batch file, "%~dp0"velbooter.exe, has its quotes around the folder alone.
+TEST(CallText, OneBlankOrTabBehindTheNameIsDropped) {
+    struct Case {
+        std::string whole, text;
+    };
+    const Case cases[] = {
+        {"velbooter.exe", ""},
+        {"velbooter.exe ", ""},
+        {"velbooter.exe  ", " "},
+        {"velbooter.exe mydisk", "mydisk"},
+        {"velbooter.exe  mydisk ", " mydisk "},
+        {"velbooter.exe\tmydisk", "mydisk"},
+        {"velbooter.exe\t-t 144 mydisk", "-t 144 mydisk"},
+        {"velbooter.exe \tmydisk", "\tmydisk"},
+        {"C:\\App\\velbooter.exe -t 144 mydisk C:\\a b.img", "-t 144 mydisk C:\\a b.img"},
+        {"\"C:\\My App\\velbooter.exe\"", ""},
+        {"\"C:\\My App\\velbooter.exe\" ", ""},
+        {"\"C:\\My App\\velbooter.exe\" mydisk \"x y\"", "mydisk \"x y\""},
+        {"\"C:\\My App\\\"velbooter.exe -t 144 mydisk out\\b.img", "-t 144 mydisk out\\b.img"},
+        {"\"C:\\My App\"\\velbooter.exe", ""},
+        {"", ""},
+    };
+    for (const Case& c : cases) EXPECT_EQ(c.text, ArgumentsOf(c.whole)) << "[" << c.whole << "]";
+}
+
+TEST(CallText, BlanksAreNoArguments) {
+    EXPECT_TRUE(IsWithoutArguments(""));
+    EXPECT_TRUE(IsWithoutArguments("   "));
+    EXPECT_FALSE(IsWithoutArguments(" mydisk"));
+    EXPECT_FALSE(IsWithoutArguments(" \"\""));
+    EXPECT_FALSE(IsWithoutArguments("\t"));
+}
+
+}  // namespace
+}  // namespace velbooter::testing
