@@ -25,7 +25,7 @@ TOPICS = {
     1350: 'Choose files',
     1360: 'Image or floppy disk',
     1370: 'The result',
-    1380: 'While the disk is made',
+    1380: 'While the disk is being built',
     1420: 'The DOS files',
 }
 
