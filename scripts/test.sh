@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Sets up, builds everything, checks the sources and runs every test. The last lines show how many tests there were; before
-# them is the time that each step took. The exit code is 0 only if nothing failed.
+# Sets up, builds all presets except host-fuzz, checks the sources and runs every test. The last lines show how many tests there
+# were; before them is the time that each step took. The exit code is 0 only if nothing failed.
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
