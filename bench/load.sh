@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Times the program under Wine with many disks, drivers and files, each load beside its half, and how long a question of
-# another program waited for an answer at most: load.sh [RUNS]
+# Times the program under Wine with many disks, drivers and files, each load compared with half of it, and the longest
+# time that a message from another program waited for its answer: load.sh [RUNS]
 # Needs build/demo (scripts/build.sh).
 set -euo pipefail
 shopt -s inherit_errexit
@@ -19,7 +19,7 @@ measure() {
     wineserver -p
     wine cmd /c exit
     wine build/mingw-x64/tests/load_bench.exe "$runs" || return
-    # Before the screen goes, of which Wine would tell.
+    # Before the screen disappears, which Wine would report.
     stop_wine
 }
 export -f measure stop_wine in_wine_root

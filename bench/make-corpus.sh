@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes the six reference sets that packing is measured on, from files of Debian 12 packages alone, and beside each set
-# <set>.cat, its files one after the other. All times are the same, so that two runs give the same bytes.
+# Creates the six reference sets for measuring how files are packed, only from files of Debian 12 packages, and beside
+# each set <set>.cat, its files one after the other. All times are the same, so that two runs give the same bytes.
 # usage: make-corpus.sh DESTINATION   (needs: apt-get download, dpkg-deb, gzip)
 set -euo pipefail
 export LC_ALL=C

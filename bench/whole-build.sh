@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Times the unattended build of the demonstration disk under Wine beside a script that makes the same disk with gcab, mformat
-# and mcopy, and counts the starts of processes apart. Called by scripts/bench.sh: whole-build.sh RUNS
+# Times the unattended build of the demonstration disk under Wine and a script that builds the same disk with gcab, mformat
+# and mcopy, and shows separately what starting the tools costs. scripts/bench.sh calls it: whole-build.sh RUNS
 # Needs build/demo (scripts/build.sh).
 set -euo pipefail
 shopt -s inherit_errexit
@@ -24,7 +24,7 @@ mkdir "$work/ready/ready"
 cp -r "$work/ready" "$work/alone"
 rm "$work/alone/bfi.exe"
 
-# The peer packs the folders that the two modules are made of and copies everything else, all of it taken from the image.
+# The peer packs the folders of the two modules and copies everything else; all files come from the image.
 cat >"$work/peer.sh" <<'PEER'
 set -e
 cd "$work/modules"
@@ -45,7 +45,7 @@ measure() {
         sed -n 's/^ *"median": \([0-9.e-]*\),*/\1/p' "$work/time.json" | awk '{ printf "%.1f\n", $1 * 1000 }'
     }
     wineserver -p
-    # Without a window manager Wine waits two seconds for each window of the program to be taken up by one.
+    # Without a window manager Wine waits two seconds for each window of the program to be adopted by one.
     wine reg add 'HKCU\Software\Wine\AppDefaults\velbooter.exe\X11 Driver' /v Managed /d N /f
     cd "$work/packing"
     wine velbooter.exe -t 144 demo bench.img

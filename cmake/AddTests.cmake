@@ -1,7 +1,7 @@
-# Run by ctest when it begins, for each test program, which the variables of velbooter_test describe: adds its tests.
+# ctest runs this when it starts, for each test program, which the variables of velbooter_test describe: adds its tests.
 set(cases "${program}.cases")
 if(NOT EXISTS "${program}")
-    # It fails as a test that cannot be started.
+    # A program that is missing fails as a test that cannot be started.
     add_test("${name}.IsBuilt" "${program}")
     return()
 endif()
@@ -14,8 +14,8 @@ if("${program}" IS_NEWER_THAN "${cases}")
     file(WRITE "${cases}" "${listed}")
 endif()
 
-# A suite stands at the beginning of its line and ends in a dot, its cases are indented; what follows # are parameters. Wine may
-# have complained between them.
+# A suite begins in the first column and ends in a dot; its cases are indented; parameters follow a #. There may be messages
+# from Wine in between.
 file(STRINGS "${cases}" lines)
 set(filters "")
 foreach(line IN LISTS lines)

@@ -1,4 +1,4 @@
-# What ships, said once: scripts/build.sh installs it as build/app, scripts/package.sh packs it.
+# The one list of what ships: scripts/build.sh installs it as build/app, scripts/package.sh packs it.
 set(helpFile "${PROJECT_BINARY_DIR}/corvane_help.chm")
 set(guide "${PROJECT_BINARY_DIR}/user-guide.html")
 file(GLOB helpSources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/help/*" "${PROJECT_SOURCE_DIR}/help/topics/*.md")
@@ -8,7 +8,7 @@ add_custom_command(OUTPUT "${helpFile}" COMMAND "${PROJECT_SOURCE_DIR}/help/buil
 add_custom_command(OUTPUT "${guide}" COMMAND "${PROJECT_SOURCE_DIR}/help/guide.py" "${guide}"
                    DEPENDS ${helpSources} ${guideSources} VERBATIM)
 
-# Notepad opens them at a double click, also that of a Windows which knows only its own line ends.
+# A double-click opens them in Notepad, even on a Windows that understands only CR LF line ends.
 configure_file("${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_BINARY_DIR}/LICENSE.txt" @ONLY NEWLINE_STYLE DOS)
 configure_file("${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${PROJECT_BINARY_DIR}/CHANGELOG.txt" @ONLY NEWLINE_STYLE DOS)
 
@@ -20,12 +20,13 @@ install(FILES "${helpFile}" "${guide}" "${PROJECT_BINARY_DIR}/LICENSE.txt" "${PR
         DESTINATION .)
 add_custom_target(shipped DEPENDS velbooter velbooter_com bfi cabarc bootsect "${helpFile}" "${guide}")
 
-# With what the programs are made, as it is when the build is configured.
+# What the programs are built with at the time of configuring.
 set(CPACK_VELBOOTER_TOOLCHAIN "${PROJECT_BINARY_DIR}/toolchain.txt")
 execute_process(COMMAND "${PROJECT_SOURCE_DIR}/scripts/describe-toolchain.sh" "${CMAKE_CXX_COMPILER}"
                 OUTPUT_FILE "${CPACK_VELBOOTER_TOOLCHAIN}" COMMAND_ERROR_IS_FATAL ANY)
 
-# CPack's own ZIP files tell who packed them and in which order the files lay on his disk, so it only collects the files.
+# CPack's own ZIP files reveal who packed them and the order of the files on their disk, so CPack only collects the
+# files.
 set(CPACK_GENERATOR External)
 set(CPACK_EXTERNAL_ENABLE_STAGING ON)
 set(CPACK_EXTERNAL_PACKAGE_SCRIPT "${CMAKE_CURRENT_LIST_DIR}/PackageZip.cmake")

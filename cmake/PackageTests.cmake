@@ -1,5 +1,6 @@
-# What the ZIP of the test programs holds, said once: scripts/package.sh packs it beside the program's own. All programs of
-# velbooter_test are in it, but for those that tests/package/left-out.txt names, with what they look for beside themselves.
+# The one list of what the ZIP of the test programs contains; scripts/package.sh packs it beside the program's own. All
+# programs of velbooter_test are in it, except those that tests/package/left-out.txt names, with the files that they expect
+# beside them.
 set(here "${PROJECT_SOURCE_DIR}/tests/package")
 set(leftOut "${here}/left-out.txt")
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${leftOut}")
@@ -46,7 +47,7 @@ install(FILES "${foreignCabinet}" "${PROJECT_SOURCE_DIR}/tests/tools/cabarc/Pars
 install(DIRECTORY "${VELBOOTER_DEMO_FOLDER}/" DESTINATION tests/demo COMPONENT tests EXCLUDE_FROM_ALL)
 add_custom_target(packed_tests DEPENDS ${packed} recorder e2e_held e2e_note e2e_plugin e2e_spy)
 
-# CPack reads this one for the tests, and its own CPackConfig.cmake for the program.
+# CPack reads this file for the tests, and its own CPackConfig.cmake for the program.
 file(WRITE "${PROJECT_BINARY_DIR}/CPackTests.cmake" "include([==[${PROJECT_BINARY_DIR}/CPackConfig.cmake]==])
 string(APPEND CPACK_PACKAGE_FILE_NAME -tests)
 set(CPACK_INSTALL_CMAKE_PROJECTS [==[${PROJECT_BINARY_DIR};${PROJECT_NAME};tests;/]==])

@@ -1,4 +1,5 @@
-# Run by CPack when the files are collected: makes the ZIP file, and beside it the text that says with what tools.
+# CPack runs this when it has collected the files: creates the ZIP file, and beside it the text that lists the
+# tools.
 set(zip "${CPACK_TEMPORARY_DIRECTORY}.zip")
 execute_process(COMMAND "${CMAKE_CURRENT_LIST_DIR}/../scripts/make-zip.sh" "${CPACK_TEMPORARY_DIRECTORY}" "${zip}"
                 COMMAND_ERROR_IS_FATAL ANY)

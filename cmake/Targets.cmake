@@ -1,18 +1,18 @@
-# How every target is compiled: hardened, GoogleTest as well; those of the project with warnings, and with a static runtime on
-# Windows.
+# How every target is compiled: all of them hardened, including GoogleTest; the project's own with warnings, and with a static
+# runtime on Windows.
 
-# The standard library checks indexes and preconditions, functions with arrays check their stack frame. The checked copying of
-# _FORTIFY_SOURCE needs an optimising compiler, and a sanitizer does the same better: the two would shadow one another. Level 3
-# means no more than 2 to the Windows headers. A compiler that brings a level of its own would warn of another one.
+# The standard library checks indexes and preconditions; functions with arrays check their stack frames. The checked copying of
+# _FORTIFY_SOURCE needs an optimising compiler, and a sanitizer does the same better: each would hide the other's findings. To
+# the Windows headers level 3 means the same as 2. A compiler with a preset level would warn about another one.
 add_compile_options(-fstack-protector-strong)
 add_compile_definitions(_GLIBCXX_ASSERTIONS)
 if(NOT CMAKE_CXX_FLAGS MATCHES "sanitize")
     add_compile_options("$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:SHELL:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>")
 endif()
 if(WIN32)
-    # The linker's defaults, said so that another linker cannot have others. Relocations make it possible to load the program
-    # at any place, addresses of more than 32 bits at a place that cannot be tried out. The option that protects the stack also
-    # links the library that reports it.
+    # The linker's defaults, spelt out in case another linker has different ones. Relocations make it possible to load the
+    # program at any address, and addresses of more than 32 bits make it impossible to try out all of them. The option that
+    # protects the stack also links the library that reports it.
     add_link_options(-fstack-protector-strong -Wl,--dynamicbase -Wl,--nxcompat)
     if(CMAKE_SIZEOF_VOID_P EQUAL 8)
         add_link_options(-Wl,--high-entropy-va)
@@ -20,8 +20,8 @@ if(WIN32)
 endif()
 
 add_library(velbooter_options INTERFACE)
-# GCC 12 reports std::string's own assignment as overlapping (its bug 105651), so that one warning is off. Clang's
-# -Wconversion covers signs too, which GCC's leaves to an option of its own.
+# GCC 12 reports std::string's own assignment as overlapping (its bug 105651), so this warning is off. Clang's -Wconversion
+# includes signs, for which GCC has a separate option.
 target_compile_options(velbooter_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion
                        $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict> $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>)
 target_include_directories(velbooter_options INTERFACE "${PROJECT_SOURCE_DIR}")
@@ -38,11 +38,11 @@ function(velbooter_library name)
     target_link_libraries(${name} PUBLIC velbooter_options)
 endfunction()
 
-# velbooter_program(NAME DESCRIPTION text [FILE name] [RESOURCES SCRIPT [DEPENDS FILE...]] SOURCE...): an executable, left in
-# bin/ of the build folder; on Windows stripped, with the project's icon, manifest and version, and named FILE, or NAME.exe
-# without it. A leading WIN32 among the sources makes it a window program. A program with pictures of its own names their
-# script, relative to the root, and the files that it reads: windres numbers the images of the icons of each script from 1,
-# so all icons of a program have to be in one.
+# velbooter_program(NAME DESCRIPTION text [FILE name] [RESOURCES SCRIPT [DEPENDS FILE...]] SOURCE...): an executable in bin/
+# of the build folder; on Windows stripped, with the project's icon, manifest and version, and named FILE, by default
+# NAME.exe. A leading WIN32 among the sources makes it a window program. A program with its own pictures names their script,
+# relative to the root, and the files that it reads: windres numbers the images of the icons of each script from 1, so all
+# icons of a program must be in one script.
 function(velbooter_program name)
     cmake_parse_arguments(program "" "DESCRIPTION;FILE;RESOURCES" "DEPENDS" ${ARGN})
     add_executable(${name} ${program_UNPARSED_ARGUMENTS})
@@ -72,7 +72,7 @@ function(velbooter_program name)
         set_source_files_properties("${script}" PROPERTIES OBJECT_DEPENDS
             "${manifest};${PROJECT_SOURCE_DIR}/resources/Version.h;${PROJECT_SOURCE_DIR}/resources/velbooter.ico;${program_DEPENDS}")
         target_sources(${name} PRIVATE "${script}")
-        # Without the time of the link the same sources make the same bytes.
+        # Without the link time the same sources give the same bytes.
         target_link_options(${name} PRIVATE -s -Wl,--no-insert-timestamp)
     endif()
 endfunction()

@@ -1,16 +1,16 @@
-# GoogleTest is built from Debian's source package, so that the cross builds have it too.
+# GoogleTest is built from Debian's source package, so that it is available to the cross builds too.
 set(VELBOOTER_GOOGLETEST_SOURCE "/usr/src/googletest" CACHE PATH "Sources of GoogleTest")
 set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
 set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 add_subdirectory("${VELBOOTER_GOOGLETEST_SOURCE}" "${PROJECT_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
-# Its sources are Debian's: what a compiler warns of there cannot be mended here.
+# These are Debian's sources: compiler warnings in them cannot be fixed here.
 foreach(target gtest gmock gtest_main gmock_main)
     set_target_properties(${target} PROPERTIES COMPILE_WARNING_AS_ERROR OFF)
     target_compile_options(${target} PRIVATE -O1)
 endforeach()
 
-# velbooter_packed_test_file(TARGET): a program or library of the tests, linked as what is packed has to be: small, and the same
-# bytes from the same sources.
+# velbooter_packed_test_file(TARGET): links a program or library of the tests for packing: small, and the same bytes from the
+# same sources.
 function(velbooter_packed_test_file name)
     target_link_options(${name} PRIVATE -s -Wl,--no-insert-timestamp)
 endfunction()
@@ -30,7 +30,7 @@ function(velbooter_test name)
             OBJECT_DEPENDS "${PROJECT_SOURCE_DIR}/tests/support/test.manifest")
         velbooter_packed_test_file(${name})
     endif()
-    # ctest asks the program for its tests when it begins, because a cross build may not be able to run it.
+    # ctest asks the program for its tests when it starts, because a cross build may not be able to run it.
     set(list "${CMAKE_CURRENT_BINARY_DIR}/${name}.cmake")
     file(GENERATE OUTPUT "${list}" CONTENT "
 set(program [==[$<TARGET_FILE:${name}>]==])

@@ -1,5 +1,6 @@
-# What both Windows toolchains share; included with `processor` set. Debian's mingw-w64 with posix threads: the win32-thread
-# variant of GCC 12 lacks std::thread and std::mutex. The tests run under Wine: scripts/run-tests.sh chooses the one of the preset.
+# What both Windows toolchains share; included with `processor` set. They are Debian's mingw-w64 with posix threads: the
+# win32-thread variant of GCC 12 lacks std::thread and std::mutex. The tests run under Wine: scripts/run-tests.sh selects the one
+# for the preset.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/../tests/support/run-in-wine.sh")
 set(CMAKE_SYSTEM_PROCESSOR ${processor})

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Adds catalogue rows to a catalogue: add-rows.sh CATALOGUE ROWS, which changes CATALOGUE.
-# Each [row] of ROWS becomes a numbered section behind the last one, and Count grows with it,
-# so that the demonstration never repeats the rows that ship. Adding the same rows to the
-# same catalogue twice is refused.
+# Each [row] of ROWS becomes a numbered section after the last one, and Count grows with it,
+# so that the demonstration does not have to repeat the rows that ship. Adding the same rows
+# to the same catalogue twice is an error.
 set -euo pipefail
 
 if [[ $# -ne 2 || ! -f $1 || ! -f $2 ]]; then

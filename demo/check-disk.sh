@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Prints what the image of a demonstration disk carries, and fails when that is not what the disk asks for: check-disk.sh
-# IMAGE FOLDER NAME. FOLDER is the application folder that the disk NAME was built in. Modules and drivers must be those of
-# the disk's row and configuration, the drivers byte for byte; the network lists must be made of the drivers' own texts, and
-# the answer files must hold the data of the key file.
+# Prints what the image of a demonstration disk contains, and fails if that is not what the disk asks for: check-disk.sh
+# IMAGE FOLDER NAME. FOLDER is the application folder in which the disk NAME was built. Modules and drivers must be those of
+# the disk's row and configuration, the drivers byte for byte; the network lists must consist of the drivers' own texts, and
+# the answer files must contain the data of the key file.
 set -euo pipefail
 
 if [[ $# -ne 3 || ! -f $1 || ! -f $2/files/$3.ini ]]; then
@@ -58,7 +58,7 @@ elif takes ndis; then
     lists=yes
 fi
 
-# chosen GROUP: the drivers that the configuration names, or all of the store when it names none.
+# chosen GROUP: the drivers that the configuration names, or all drivers of the store if it has no such section.
 chosen() {
     if grep -q '^\[DefaultDrivers\]' "$configuration"; then
         section_lines "$configuration" DefaultDrivers | tr '[:lower:]' '[:upper:]' | sed -n "s/^${1^^}\\\\//p" | sed 's/\.CAB.*//'
@@ -88,7 +88,7 @@ expect_modules() {
     done < <(section_lines "$configuration" Create_CABs)
 }
 
-# The lists hold the texts of the drivers on the disk, in the order of their names.
+# The lists contain the texts of the drivers on the disk, in the order of their names.
 expect_lists() {
     local driver cabinet
     if [[ $lists == no ]]; then
@@ -103,7 +103,7 @@ expect_lists() {
         member "$cabinet" ndis.pci >>"$work/pci"
     done < <(chosen ndis)
     for driver in nic pci; do
-        diff "$work/$driver" "$work/disk/ETC/_MSNET.${driver^^}" >&2 || fail "ETC/_MSNET.${driver^^} is not made of the drivers' texts"
+        diff "$work/$driver" "$work/disk/ETC/_MSNET.${driver^^}" >&2 || fail "ETC/_MSNET.${driver^^} does not consist of the drivers' texts"
     done
     one_line Lists "_MSNET.NIC with $(($(wc -l <"$work/nic") - 3)) drivers," "_MSNET.PCI with $(($(wc -l <"$work/pci") - 1)) adapters"
 }

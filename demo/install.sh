@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Turns an application folder into the demonstration: install.sh CABARC STANDINS FOLDER.
-# Lays the demonstration's files, catalogue rows and key file over FOLDER, packs its ready-made modules and its
-# sample drivers with the native CABARC, and copies the stand-ins for the DOS files from STANDINS to FOLDER/dos.
+# Copies the demonstration's files, catalogue rows and key file into FOLDER, packs its ready-made modules and
+# its sample drivers with the native CABARC, and copies the stand-ins for the DOS files from STANDINS to
+# FOLDER/dos.
 set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -24,7 +25,7 @@ for module in "$here"/modules/*/; do
     (cd "$module" && "$cabarc" -m LZX:21 -p -r n "$folder/modules/$name.cab" '*.*' >/dev/null)
 done
 
-# The DOS files have upper-case names of the form 8.3; nothing else of a build folder comes along.
+# The DOS files have upper-case 8.3 names; nothing else in a build folder is copied.
 copied=0
 for file in "$standins"/*; do
     name=$(basename "$file")

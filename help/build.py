@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the help file: build.py OUTPUT.chm
+"""Builds the help file: build.py OUTPUT.chm
 
 Reads the project corvane_help.hhp beside this script, turns the topics it names into pages, writes the contents
 and the index, and has chmcmd (package fp-utils) compile them. cmark-gfm turns Markdown into HTML. The same
@@ -126,7 +126,7 @@ def index(topics):
 
 
 def compile_help(work):
-    """Makes corvane_help.chm in the folder `work` and returns its bytes."""
+    """Builds corvane_help.chm in the folder `work` and returns its bytes."""
     sections = read_project()
     files = sections['FILES']
     topics = [Topic(name) for name in files if name.endswith('.htm')]
@@ -142,15 +142,15 @@ def compile_help(work):
     for page in numbers.values():
         if page not in files:
             raise Fault(f'{PROJECT}: {page} has a number but is not among the files')
-    # The map from numbers to pages is kept from the compiler, which would write the pages with the whole path of
-    # this folder, where no viewer finds them. It is added to the finished file.
+    # The compiler does not get the map from numbers to pages: it would write the pages with the full path of this
+    # folder, where no viewer finds them. The map is added to the finished file.
     kept = [name for name in sections if name not in ('ALIAS', 'MAP')]
     text = ''.join(f'[{name}]\n' + ''.join(line + '\n' for line in sections[name]) + '\n' for name in kept)
     (work / PROJECT.name).write_text(text, encoding='ascii')
     told = run('chmcmd', PROJECT.name, cwd=work)
     finished = work / 'corvane_help.chm'
     if not finished.exists():
-        raise Fault(f'{PROJECT}: chmcmd made no help file: {told.strip()}')
+        raise Fault(f'{PROJECT}: chmcmd created no help file: {told.strip()}')
     run('chmls', 'extract', finished.name, '/#STRINGS', 'strings', cwd=work)
     return contextmap.finish(finished.read_bytes(), (work / 'strings').read_bytes(), numbers)
 

@@ -42,7 +42,7 @@ def long_at(data, offset):
 
 
 def read_variable(data, offset):
-    """A number of seven bits a byte, the highest first; returns it and the place behind it."""
+    """A number with seven bits per byte, the highest first; returns it and the position after it."""
     value = 0
     while True:
         byte = data[offset]
@@ -136,7 +136,7 @@ def finish(compiled, strings, pages):
     data[directory.start:directory.start + directory.size] = directory.to_bytes()
     struct.pack_into('<Q', data, long_at(data, SECTION_TABLE) + FILE_SIZE, len(data))
 
-    # A stamp tells viewers whether the file has changed since they looked at it, so it is made from the contents.
+    # From the stamp viewers see whether the file has changed since they last opened it, so it is computed from the contents.
     section, offset, length = directory.members['/#SYSTEM']
     demand(section == 0, '/#SYSTEM is compressed')
     struct.pack_into('<I', data, TIME_STAMP, 0)

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the guide that ships, one page that every browser shows: guide.py OUTPUT.html
+"""Builds the guide that ships, one page that every browser shows: guide.py OUTPUT.html
 
 It begins with the users' part of docs/README.md. The pages that this part links to follow, each with the help topics
 that it links to, and all pictures are inside. A link to a page that is not for users becomes plain text. The same
@@ -46,7 +46,7 @@ def read(page):
         text, found, _ = text.partition(NOT_FOR_USERS)
         if not found:
             raise Fault(f'{page}: the heading "{NOT_FOR_USERS}" is missing, before which the users\' part ends')
-    # Comments say something to those who write the pages.
+    # Comments are for those who write the pages.
     return re.sub(r'<!--.*?-->\n?', '', text, flags=re.DOTALL)
 
 

@@ -25,7 +25,7 @@ def to_html(text):
 
 
 def write_complete(output, data):
-    """Puts `data` in the place of the file `output` when it is complete."""
+    """Replaces the file `output` by `data` when it is complete."""
     unfinished = output.with_name(output.name + '.unfinished~')
     unfinished.write_bytes(data)
     os.replace(unfinished, output)

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Measures the companions and the program beside a peer in the same run and prints the ratios: writing images against mtools and
-# mkfs.fat, packing against gcab's MSZIP and the codec of wimlib, the whole build against a script of gcab and mtools, and the
-# wizard under load against itself. The reference sets are made from Debian packages on the first run (build/corpus).
-# usage: bench.sh [RUNS]   (timed runs of each command, 20 when not given)
+# Measures the companions and the program, compares each with a peer in the same run and prints the ratios: writing images with
+# mtools and mkfs.fat, packing with gcab's MSZIP and the codec of wimlib, the whole build with a script of gcab and mtools, and
+# the wizard under load with itself. The first run builds the reference sets from Debian packages (build/corpus).
+# usage: bench.sh [RUNS]   (timed runs of each command; the default is 20)
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -29,13 +29,14 @@ median() { # median PREPARE COMMAND: the median wall time of COMMAND in millisec
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a / b }'; }
 sum() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a + b }'; }
 
-# A recipe's time is the sum of its programs' times, each started alone: no shell is counted. A program that makes a file
-# finds none, and mcopy finds a fresh empty disk.
+# A recipe's time is the sum of the times of its programs, each started alone: no shell is included. A program that creates a
+# file
+# does not find an old one, and mcopy finds a fresh empty disk.
 echo "Writing an image from $(find "$corpus/s6_floppy" -type f | wc -l) files, wall time, median of $runs runs"
 printf '%-34s %9s %9s\n' recipe ms 'bfi / it'
 image=$work/disk.img
 cd "$corpus/s6_floppy"
-# mcopy keeps the order it is given: the system files come first, then everything else.
+# mcopy keeps the order of its arguments: the system files come first, then everything else.
 rest=$(find . -mindepth 1 -maxdepth 1 ! -name IO.SYS ! -name MSDOS.SYS | sort | tr '\n' ' ')
 bfi="$bin/bfi -b=$work/boot.bin -l=VELSTART -t=144 -f=$image ."
 mformat="mformat -C -f 1440 -v VELSTART -N 12345678 -i $image ::"
@@ -59,8 +60,8 @@ gcc -O2 -o "$work/reference-codec" bench/reference-codec.c -lwim
 # A row of the table of one set: its bytes and its seconds.
 format='%-12s %9s | %9s %9s %6s | %9s %9s %6s %7s | %6s %7s %6s %6s %6s | %6s\n'
 echo
-echo 'Packing each set into one cabinet. Bytes of the cabinets, and of the bare codec, whose data would need the frames and headers'
-echo 'of a cabinet in addition; user + system seconds, the least of three runs; most memory in MiB.'
+echo 'Packing each set into one cabinet. Bytes of the cabinets, and of the bare codec, whose data would also need the frames and headers'
+echo 'of a cabinet; user + system seconds, the lowest of three runs; peak memory in MiB.'
 # shellcheck disable=SC2059  # the rows share one format
 printf "$format" set input gcab MSZIP /gcab codec LZX:21 /gcab /codec s:gcab s:MSZIP codec LZX:21 /codec MiB
 cpu() { # cpu COMMAND...: user + system seconds
@@ -68,14 +69,14 @@ cpu() { # cpu COMMAND...: user + system seconds
         { /usr/bin/env bash -c 'TIMEFORMAT="%U %S"; time "$@" >/dev/null 2>&1' - "$@"; } 2>&1 | awk '{ printf "%.2f\n", $1 + $2 }'
     done | sort -n | head -n 1
 }
-memory() { # memory COMMAND...: the most memory in MiB
+memory() { # memory COMMAND...: the peak memory in MiB
     command time -f %M "$@" 2>&1 >/dev/null | tail -n 1 | awk '{ printf "%.0f", $1 / 1024 }'
 }
 add() { # add FIELD VALUE
     totals[$1]=$(awk -v a="${totals[$1]:-0}" -v b="$2" 'BEGIN { print a + b }')
 }
 declare -A totals
-table_row() { # table_row NAME: of the values in the array v
+table_row() { # table_row NAME: prints the values in the array v
     # shellcheck disable=SC2059  # the rows share one format
     printf "$format" "$1" "${v[input]}" "${v[gcab]}" "${v[mszip]}" "$(ratio "${v[mszip]}" "${v[gcab]}")" "${v[codec]}" "${v[lzx]}" \
         "$(ratio "${v[lzx]}" "${v[gcab]}")" "$(awk -v a="${v[lzx]}" -v b="${v[codec]}" 'BEGIN { printf "%.3f", a / b }')" \

@@ -10,7 +10,7 @@ trap 'set +e; { kill "$machine"; wait "$machine"; } 2>/dev/null; rm -rf "$work"'
 timeout 20 qemu-system-i386 -display none -no-reboot -net none -m 16 -boot a -serial "file:$work/serial" \
     -drive "if=floppy,format=raw,readonly=on,file=${image//,/,,}" </dev/null >"$work/log" 2>&1 &
 machine=$!
-# The machine ends by itself when its time is over. A line counts when it is whole, up to its end.
+# The machine stops by itself when its time is up. A line counts only when it is complete.
 until line=$(grep -a -m 1 $'IO\\.SYS.*\r' "$work/serial" 2>/dev/null); do
     if ! kill -0 "$machine" 2>/dev/null; then
         echo "boot-image.sh: $image does not start IO.SYS" >&2

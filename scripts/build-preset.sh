@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Configures and builds one preset, quietly: build-preset.sh PRESET [TARGET...], everything when no target is named.
-# What the tools print is in build/PRESET.log; its end is shown when something fails.
+# Configures and builds one preset, quietly: build-preset.sh PRESET [TARGET...]. Without a target it builds
+# everything. The output of the tools goes to build/PRESET.log; its end is shown if something fails.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds the Windows program and its companions of 64 bits, or of 32 bits for x86, and leaves two runnable application folders:
-# build/app, which is what ships, and build/demo, the same with the demonstration's disks, sample drivers and stand-ins for the
-# DOS files; for 32 bits build/app-x86 and build/demo-x86. build.sh [x64|x86]
+# Builds the Windows program and its companions for 64 bits, or for 32 bits with x86, and leaves two runnable application
+# folders: build/app, which is what ships, and build/demo, the same with the demonstration's disks, sample drivers and
+# stand-ins for the DOS files; for 32 bits build/app-x86 and build/demo-x86. build.sh [x64|x86]
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 architecture=${1:-x64}
@@ -19,7 +19,7 @@ demo=build/demo$suffix
 "$root/scripts/setup.sh"
 cd "$root"
 
-# The native companions pack what the demonstration brings along.
+# The native companions pack what the demonstration adds.
 scripts/build-preset.sh host bfi cabarc
 scripts/build-preset.sh "$preset" shipped standins
 

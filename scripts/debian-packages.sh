@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# Sourced: what comes from Debian, packages for this system and whole small systems beside it.
+# Sourced by other scripts: installs Debian packages and creates small Debian systems beside this one.
 
-# install_missing PACKAGE...: installs those packages that are not there, which takes root. Ends the script when it cannot.
+# install_missing PACKAGE...: installs the packages that are missing, which needs root. Ends the script if it cannot.
 install_missing() {
     local package status missing=()
     for package in "$@"; do
@@ -18,23 +18,23 @@ install_missing() {
     DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# make_debian FOLDER ARCHITECTURE [PACKAGE...]: makes a Debian 12 of that architecture in FOLDER, of its smallest set of
-# packages and those named, with what these need. Ends the script with the end of the log when it cannot.
+# make_debian FOLDER ARCHITECTURE [PACKAGE...]: creates a Debian 12 of that architecture in FOLDER, with the smallest set of
+# packages, the given ones and their dependencies. Ends the script with the end of the log if it cannot.
 make_debian() {
     local folder=$1 architecture=$2 work packages
     shift 2
     packages=$(IFS=, && echo "$*")
     work=$(mktemp -d)
     mkdir -p "$folder" "$work/debian"
-    # Debootstrap knows no folders with spaces in their paths, so it sees the folder at another place. What it mounts itself
-    # is private, too.
+    # Debootstrap cannot handle spaces in paths, so the folder is mounted at another place for it. What it mounts itself is
+    # private, too.
     # shellcheck disable=SC2016  # the inner shell's own words
     if ! unshare --mount bash -c 'mount --bind "$1" "$2" && shift && exec debootstrap "${@:2}" "$1" http://deb.debian.org/debian' - \
         "$folder" "$work/debian" --variant=minbase --arch="$architecture" ${packages:+--include="$packages"} bookworm \
         >"$work/log" 2>&1 </dev/null; then
         tail -n 20 "$work/log" >&2
         rm -rf "$work"
-        echo "$(basename "$0"): no Debian of $architecture could be made in $folder" >&2
+        echo "$(basename "$0"): no $architecture Debian could be created in $folder" >&2
         exit 1
     fi
     rm -rf "$work"

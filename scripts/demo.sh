@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Sets up, builds, makes every demonstration disk with the real program, checks what each carries, and boots its image:
-# out/BootDisk.img from the disk demo, out/NAME.img from each other.
+# Sets up, builds, creates every demonstration disk with the real program, checks the contents of each, and boots its
+# image: out/BootDisk.img from the disk demo, out/NAME.img from each other one.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 "$root/scripts/build.sh"
@@ -16,7 +16,7 @@ make_images() {
         status=0
         (cd build/demo && timeout 120 ../../scripts/wine.sh velbooter.exe -t 144 "$disk" "out\\$(image_of "$disk")") || status=$?
         if [ "$status" != 0 ] || [ ! -f "build/demo/out/$(image_of "$disk")" ]; then
-            echo "demo.sh: the program made no image of the disk $disk (exit code $status); see build/demo.log" >&3
+            echo "demo.sh: the program created no image of the disk $disk (exit code $status); see build/demo.log" >&3
             return 1
         fi
     done
@@ -37,7 +37,7 @@ for disk in "${disks[@]}"; do
     image=$root/out/$(image_of "$disk")
     mv "build/demo/out/$(image_of "$disk")" "$image"
     echo
-    echo "Made     $image ($(stat -c %s "$image") bytes)"
+    echo "Created  $image ($(stat -c %s "$image") bytes)"
     tell_room "$image"
     demo/check-disk.sh "$image" build/demo "$disk"
     line=$(scripts/boot-image.sh "$image")

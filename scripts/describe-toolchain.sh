@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Prints with what the compiler makes a Windows program: its own version, the linker's, those of the C runtime and of zlib, and the
-# Debian package that each is from. Nothing of the place, the user or the time: describe-toolchain.sh COMPILER
+# Prints what a Windows program is built with: the versions of the compiler, the linker, the C runtime and zlib, and the Debian
+# package of each. The output depends on neither the folder, the user nor the time: describe-toolchain.sh COMPILER
 set -euo pipefail
 shopt -s inherit_errexit
 compiler=$(command -v "$1")
@@ -8,11 +8,11 @@ compiler=$(command -v "$1")
 # package FILE: the package that installed the file, with its version.
 package() {
     local owner
-    # Debian names some files by a link in the path.
+    # Debian lists some files under a path that contains a link.
     owner=$(dpkg-query -S "$1" 2>/dev/null || dpkg-query -S "$(realpath "$1")")
     dpkg-query -W -f '${Package} ${Version}' "${owner%%: *}"
 }
-# header NAME: the path of the header that the compiler takes for <NAME>.
+# header NAME: the path of the header that the compiler uses for <NAME>.
 header() {
     local path
     path=$(printf '#include <%s>\n' "$1" | "$compiler" -E -x c++ - | sed -n "s|^# 1 \"\(.*/$1\)\".*|\1|p" | sed -n 1p)

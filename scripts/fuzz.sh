@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Fuzzes the companions, each target for MINUTES (10 when not given), two at a time: fuzz.sh [MINUTES] [TARGET...]
+# Fuzzes the companions, each target for MINUTES (default 10), two at a time: fuzz.sh [MINUTES] [TARGET...]
 # Targets: lzx cabinet image reader arguments names, and lines, the random lines for the program's own readers, which run
-# under Wine. All when none is named. What an input reached is kept in build/fuzz/TARGET and gone on from the next time; an
-# input that breaks something is left in build/fuzz, and the exit code is then 1.
+# under Wine. Without a target all of them run. The corpus is kept in build/fuzz/TARGET for the next time; an input that
+# breaks something is left in build/fuzz, and the exit code is then 1.
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 all=(lzx cabinet image reader arguments names lines)
-# The parts of the series of random lines, which have no corpus and share the time.
+# The number of tests with random lines, which have no corpus and share the time.
 lineSeries=5
 
 minutes=10
@@ -33,7 +33,7 @@ mkdir -p build/fuzz
 if [ ${#native[@]} -gt 0 ]; then scripts/build-preset.sh host-fuzz "${native[@]/#/fuzz_}"; fi
 if $withLines; then scripts/build-preset.sh mingw-x64 test_random_lines; fi
 
-# The files that the targets pack are made in memory where the system has such a place.
+# The files that the targets pack are kept in memory if the system has a place for that.
 if [ -d /dev/shm ]; then export TMPDIR=/dev/shm; fi
 
 run_native() { # run_native TARGET SECONDS

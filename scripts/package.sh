@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# Makes what a user downloads: build/velbooter-VERSION-x64.zip and -x86.zip. Beside each are its .sha256 and .toolchain.txt, which
-# names the compiler, the linker and the libraries, and the ZIP of its test programs, -x64-tests.zip and -x86-tests.zip, with a
-# run-tests.bat that runs them on any Windows. Each holds one folder of its own name; to run the program, unpack one anywhere. The
-# same sources and the same SOURCE_DATE_EPOCH (the time of the last commit when it is not given) make the same bytes.
-# package.sh [PRESET...]   (mingw-x64 and mingw-x86 when none is named)
+# Creates what a user downloads: build/velbooter-VERSION-x64.zip and -x86.zip. Each comes with its .sha256, with a .toolchain.txt,
+# which names the compiler, the linker and the libraries, and with the ZIP of its test programs, -x64-tests.zip and
+# -x86-tests.zip, whose run-tests.bat runs them on any Windows. Each ZIP contains one folder with its own name; to run the
+# program, unpack one anywhere. The same sources and the same SOURCE_DATE_EPOCH (default: the time of the last commit) give the
+# same bytes.
+# package.sh [PRESET...]   (default: mingw-x64 and mingw-x86)
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 presets=("$@")
@@ -11,7 +12,7 @@ presets=("$@")
 "$root/scripts/setup.sh"
 cd "$root"
 for preset in "${presets[@]}"; do
-    # The tests take the demonstration along.
+    # The packed tests include the demonstration.
     scripts/build.sh "${preset#mingw-}"
     scripts/build-preset.sh "$preset" packed_tests
     if ! { cpack --preset "$preset" && cpack --config "build/$preset/CPackTests.cmake" -B "build/$preset/package"; } \
@@ -20,7 +21,7 @@ for preset in "${presets[@]}"; do
         echo "package.sh: the package of $preset failed; the whole log is build/$preset.log" >&2
         exit 1
     fi
-    # CPack leaves its own description of the package there too.
+    # CPack leaves a description of the package there, too.
     for zip in build/"$preset"/package/*.zip; do
         mv "$zip" "$zip.sha256" "${zip%.zip}.toolchain.txt" build/
         echo "Packed build/$(basename "$zip")"

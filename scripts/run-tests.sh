@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs the tests of one preset, those for Windows in the Wine of their architecture and on a virtual screen of their own, and
-# prints how many there were: run-tests.sh PRESET [CTEST OPTION...]. The preset has to be built; `-R TEXT` runs those whose
-# name holds TEXT. The exit code is 0 only when there was a test and none failed.
+# Runs the tests of one preset, those for Windows under the Wine of their architecture and on a virtual screen of their own,
+# and prints how many there were: run-tests.sh PRESET [CTEST OPTION...]. The preset must have been built; `-R TEXT` runs the
+# tests whose names contain TEXT. The exit code is 0 only if at least one test ran and none failed.
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -25,7 +25,7 @@ case $preset in
             exec "${enter[@]}"
         fi
         # One server for all tests: a cold start would cost each of them seconds. The server and the services that the first
-        # program starts keep their output open as long as they live, so they get none of ours.
+        # program starts keep their output open as long as they run, so they do not get ours.
         trap stop_wine EXIT
         stop_wine
         in_wine_root wineserver -p >/dev/null 2>&1 </dev/null
@@ -43,7 +43,7 @@ if [ ! -f "$log" ]; then
     exit 1
 fi
 
-# A test of ctest is a suite of a test program, a single case of one, or a script.
+# A ctest test is a suite of a test program, a single case of one, or a script.
 awk -v preset="$preset" '
     function end_test() {
         if (name == "") return

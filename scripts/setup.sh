@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what building and testing need from Debian, and makes the Wine prefix in build/wine. Run as root; a second run
-# finds everything in place and returns at once.
+# Installs the Debian packages that building and testing need, and creates the Wine prefix in build/wine. Run it as root;
+# a second run finds everything in place and returns at once.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # shellcheck source=scripts/debian-packages.sh
@@ -10,9 +10,9 @@ packages=(
     # building
     git cmake ninja-build g++ zlib1g-dev nasm imagemagick python3 cmark-gfm fp-utils zip
     g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix libz-mingw-w64-dev googletest
-    # running and looking
+    # running and watching
     wine wine64 fonts-wine xvfb xauth xdotool x11-utils qemu-system-x86 debootstrap
-    # checking what was made
+    # checking the results
     mtools dosfstools cabextract p7zip-full gcab libarchive-tools libmspack-dev unzip
     # keeping the source in order, and measuring
     clang libclang-rt-dev clang-format clang-tidy shellcheck python3-yaml hyperfine

@@ -1,14 +1,14 @@
 # shellcheck shell=bash
-# Sourced by the checks, which run in the root of the project: names its files.
+# Sourced by the checks, which run in the root of the project: lists its files.
 
-# list_sources ARRAY PATTERN...: fills ARRAY with the project's files that match one of git's patterns, ignored ones left out.
-# Ends the script when git fails or when there is no such file: a check that looked at nothing would call everything fine.
+# list_sources ARRAY PATTERN...: fills ARRAY with the project's files that match one of git's patterns, except ignored ones.
+# Ends the script if git fails or if there is no such file: a check that looked at nothing would call everything fine.
 list_sources() {
     local -n listedFiles=$1
     shift
     local listing
     listing=$(mktemp)
-    # The user who checks may be another one than the owner of the files.
+    # The user who runs the check need not be the owner of the files.
     if ! git -c "safe.directory=$(pwd -P)" ls-files -z --cached --others --exclude-standard -- "$@" >"$listing"; then
         rm -f "$listing"
         echo "$(basename "$0"): git cannot list the files of $(pwd -P)" >&2
@@ -22,7 +22,7 @@ list_sources() {
     fi
 }
 
-# search OUTPUT GREP-ARGUMENT...: what grep finds goes to the file OUTPUT, nothing found is fine. Ends the script when grep
+# search OUTPUT GREP-ARGUMENT...: writes what grep finds to the file OUTPUT; finding nothing is fine. Ends the script if grep
 # cannot read a file.
 search() {
     local output=$1 status=0

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Sets up, builds everything, checks the sources and runs every test. The last lines say how many tests there were; the exit
-# code is 0 only when nothing failed. What took how long is said before them.
+# Sets up, builds all presets except host-fuzz, checks the sources and runs every test. The last lines show how many tests there
+# were; before them is the time that each step took. The exit code is 0 only if nothing failed.
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -11,7 +11,7 @@ rm -rf "$logs"
 mkdir "$logs"
 failed=0
 
-# step TITLE COMMAND...: runs a step of the whole and notes how long it took.
+# step TITLE COMMAND...: runs one step and records how long it took.
 step() {
     local title=$1 status=0
     shift
@@ -22,8 +22,8 @@ step() {
     return "$status"
 }
 
-# begin NAME TITLE COMMAND...: runs a step beside those that follow; its output is kept in a file until finish NAME shows it.
-# It has a process group of its own, so that all of it ends with this script.
+# begin NAME TITLE COMMAND...: runs a step in parallel with those that follow; its output is kept in a file until finish NAME
+# shows it. It has a process group of its own, so that all of it ends with this script.
 set -m
 declare -A running
 begin() {
@@ -32,7 +32,7 @@ begin() {
     step "$@" >"$logs/$name" 2>&1 </dev/null &
     running[$name]=$!
 }
-# Of the tests that passed only their number is shown.
+# Shows only the number of the tests that passed.
 finish() {
     wait "${running[$1]}" || failed=1
     unset "running[$1]"
@@ -47,8 +47,8 @@ end_jobs() {
 trap end_jobs EXIT
 
 step 'Setting up' scripts/setup.sh
-# Two cores are kept busy: Windows programs are tested, and packages unpacked, while other things are compiled.
-begin i386 'Making the i386 Debian' scripts/setup-i386.sh
+# Keeps two cores busy: Windows programs are tested, and packages unpacked, while other things are compiled.
+begin i386 'Creating the i386 Debian' scripts/setup-i386.sh
 step 'Building for 64 bits' scripts/build.sh x64
 step 'Building the tests for 64 bits' scripts/build-preset.sh mingw-x64
 begin mingw-x64 'Testing on 64 bits' env CTEST_PARALLEL_LEVEL=1 scripts/run-tests.sh mingw-x64
@@ -65,7 +65,7 @@ presets=(host host-asan mingw-x64 mingw-x86)
 for preset in "${presets[@]}"; do finish "$preset"; done
 
 echo
-echo 'Minutes and seconds of each step, some of them beside others:'
+echo 'Minutes and seconds of each step, some of them in parallel:'
 cat "$logs/times"
 echo
 all=0

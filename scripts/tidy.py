@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Runs clang-tidy over the sources: the companions as the native build compiles them, the program with the headers of the
-Windows toolchain. It also sees that each source includes all that it needs itself. `tidy.py FILE...` checks just these files.
+Windows toolchain. It also checks that each source includes everything it needs itself. `tidy.py FILE...` checks just these files.
 
-Nearly all of its time clang-tidy looks at the headers of the library. So the files of a folder are given to it as one text,
-and what it finds there is put down to their lines. Where two of them use one name for two things they cannot be one text;
+clang-tidy spends nearly all of its time on the headers of the library. So the files of a folder are passed to it as one
+text, and its findings are mapped back to their lines. If two of them use one name for two things, they cannot be one text;
 then each half of them is tried.
 """
 
@@ -27,7 +27,7 @@ WINDOWS = ['--target=x86_64-w64-windows-gnu', '-nostdinc++', '-isystem', GCC, '-
 
 
 def list_sources():
-    # The user who checks may be another one than the owner of the files.
+    # The user who runs the check need not be the owner of the files.
     result = subprocess.run(['git', '-c', f'safe.directory={ROOT}', 'ls-files', '-z', '--cached', '--others',
                              '--exclude-standard', '--', *SOURCES], cwd=ROOT, stdout=subprocess.PIPE, text=True, check=False)
     if result.returncode != 0:
@@ -50,13 +50,13 @@ def run(command):
 
 
 def compile_problems(path, flags):
-    """What the compiler has against the file; "" when it is in order."""
+    """The compiler's errors for the file; "" if there are none."""
     result = run(['clang++', '-fsyntax-only', '-w', *flags, str(path)])
     return result.stderr if result.returncode != 0 else ''
 
 
 def tidy(files, folder, number):
-    """Returns the findings in `files`, which are compiled in one way. Texts in `folder` are named after `number`."""
+    """Returns the findings in `files`, which are compiled with the same flags. Texts in `folder` are named after `number`."""
     flags = flags_for(files[0])
     text = folder / f'{number}.cpp'
     starts = []

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Runs a Windows program in the project's own Wine prefix: wine.sh PROGRAM [ARGUMENT...]
-# Tests and scripts all go through it, so that no other prefix is ever touched. VELBOOTER_WINE=x86 chooses the 32-bit Wine.
+# All tests and scripts use it, so that no other prefix is ever touched. VELBOOTER_WINE=x86 selects the 32-bit Wine.
 set -euo pipefail
 # shellcheck source=scripts/wine-environment.sh
 . "$(dirname "${BASH_SOURCE[0]}")/wine-environment.sh"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Makes the sample driver cabinets: pack-drivers.sh CABARC FOLDER writes FOLDER/GROUP/NAME.cab for each line of
-# drivers.table. A cabinet holds what the driver store asks for: the description, the PCI list, a stand-in for the driver
-# and, when GROUP/NAME.NIC lies beside this script, the driver's settings. CABARC is the native archiver.
+# Creates the sample driver cabinets: pack-drivers.sh CABARC FOLDER writes FOLDER/GROUP/NAME.cab for each line of
+# drivers.table. A cabinet contains what the driver store asks for: the description, the PCI list, a stand-in for the
+# driver and, if GROUP/NAME.NIC exists beside this script, the driver's settings. CABARC is the native archiver.
 set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -22,7 +22,7 @@ fail() {
     exit 1
 }
 
-# A device driver is loaded by CONFIG.SYS or by the network, a program is started; each has its own stand-in.
+# CONFIG.SYS or the network loads a device driver, the user starts a program; each has its own stand-in.
 assemble() {
     nasm -f bin -w+all -Werror -DDRIVER "-DNAME='$2'" -o "$2" "$here/../standins/$1.asm"
 }

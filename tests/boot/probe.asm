@@ -1,5 +1,5 @@
-; In the place of IO.SYS: reports what the boot sector handed over, as lines "NAME=HEX" on port E9h, and ends the
-; machine through port F4h. It judges nothing; the test does.
+; Takes the place of IO.SYS: reports what the boot sector passed on, as lines "NAME=HEX" on port E9h, and stops
+; the machine through port F4h. It only reports; the test decides.
 
         cpu     8086
         bits    16
@@ -47,7 +47,7 @@ stop:
         hlt
         jmp     stop
 
-; Prints the name behind the call, the number in AX and a line end.
+; Prints the name that follows the call, the number in AX and a line end.
 line:
         pop     si
         push    ax

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Sourced by check-data.sh: holds the templates of the answer files against answers.table. Uses its $data, fault and shown.
+# Sourced by check-data.sh: compares the templates of the answer files with answers.table. Uses its $data, fault and shown.
 # shellcheck disable=SC2154  # check-data.sh sets them
 
 # Fills known with the regular expression of each value, by TEMPLATE/SECTION/KEY.
@@ -22,7 +22,8 @@ read_answers() {
     done <"$(dirname "${BASH_SOURCE[0]}")/answers.table"
 }
 
-# check_answers NAME: every line of the template NAME is known with its value, once, and nothing that is known is missing.
+# check_answers NAME: answers.table has every line of the template NAME with its value, no line occurs twice, and none is
+# missing.
 check_answers() {
     local file=$data/files/inf_files/$1_template.inf name line section='' key pair where number=0
     local -A found=()

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Proves that check-data.sh sees faults: breaks a copy of the data in one way at a time and expects the
-# line that names the fault from the check whose matter it is, without waiting for the others. Exits 1 when a
-# fault stays unseen or when the unbroken copy has one.
+# Proves that check-data.sh finds faults: breaks a copy of the data in one way at a time and expects the
+# line that names the fault from the check responsible for it, without waiting for the others. Exits 1 if a
+# fault is missed or if the unbroken copy has one.
 # shellcheck disable=SC2016  # $ and backquotes belong to the sed commands and to the expected texts
 set -euo pipefail
 
@@ -39,7 +39,7 @@ expect_with() {
 judge() {
     cases=$((cases + 1))
     if [[ $2 != *"$1"* || $2 == *'reports success'* ]]; then
-        printf 'not seen: %s\n%s\n' "$1" "$2" | head -n 12
+        printf 'missed: %s\n%s\n' "$1" "$2" | head -n 12
         failures=$((failures + 1))
     fi
 }
@@ -59,7 +59,7 @@ checks=(text_files names)
 expect 'a line does not end in CR LF' $menu '5s/\r$//'
 expect 'a line does not end in CR LF' demo/files/demo.ini '1s/\r$//'
 expect_with 'the last line has no line end' "printf 'REM' >>$menu" "sed -i '\$d' $menu"
-expect 'neither printable ASCII nor a blank' data/keyfile.sample.txt '6s/\r/\t\r/; 7s/Jane/J\xe4ne/; s/Doe/D\xf6/'
+expect 'neither printable ASCII nor a space' data/keyfile.sample.txt '6s/\r/\t\r/; 7s/Jane/J\xe4ne/; s/Doe/D\xf6/'
 expect_with 'not an upper-case name of the form 8.3' 'mv data/files/keyb/bin/LAYOUT.BAT data/files/keyb/bin/KEYLAYOUT.BAT' \
     'mv data/files/keyb/bin/KEYLAYOUT.BAT data/files/keyb/bin/LAYOUT.BAT'
 expect_with 'not an upper-case name of the form 8.3' 'mv data/files/keyb/bin/LAYOUT.BAT data/files/keyb/bin/layout.bat' \
@@ -112,7 +112,7 @@ expect 'neither shipped nor one of the DOS files: edlin.com' $minimal 's/^edit.c
 expect 'neither shipped nor one of the DOS files: files\missing' $minimal 's/^edit.com=/files\\missing\\*.*=/'
 expect 'neither shipped nor described' data/files/cdrom.ini 's/^cdrom.sys=/atapi.sys=/'
 expect 'only *.* is copied as a pattern' data/files/custom.ini 's/^modules\\\*\.\*/modules\\*.cab/'
-expect 'a folder is copied with \*.* behind it' demo/files/demo.ini 's/^files\\demo\\\*\.\*/files\\demo/'
+expect 'a folder is copied with \*.* after it' demo/files/demo.ini 's/^files\\demo\\\*\.\*/files\\demo/'
 expect 'another line has the same target' $minimal 's/BIN.EDIT.COM/BIN\\SYS.COM/'
 expect 'a base file is replaced' $minimal 's/BIN.EDIT.COM/AUTOEXEC.BAT/'
 expect 'the disk gets no IO.SYS' $minimal '/^io.sys/d'
@@ -128,7 +128,7 @@ expect 'only files\dos may receive files' data/files/tools.ini 's/^attrib.exe=do
 expect 'a line that performs nothing' $setup '2a [Create_CABs]\r\nSetupWin=LIB\r'
 expect 'do not fit on a disk' data/files/network.ini '/^mem.exe/a scandisk.exe=A\\SCANDISK.EXE\r\nscandisk.exe=B\\SCANDISK.EXE\r\nscandisk.exe=C\\SCANDISK.EXE\r\nscandisk.exe=D\\SCANDISK.EXE\r'
 
-# Drivers that are chosen at first
+# Default drivers
 expect 'no driver: SCSI' $minimal '$a [DefaultDrivers]\r\nSCSI\\AHA\r'
 expect 'no driver: NDIS' demo/files/demonet.ini 's/^NDIS.E100B/NDIS/'
 expect 'no driver: NDIS\E100B.CAB.OLD' demo/files/demonet.ini 's/^NDIS.E100B/&.CAB.OLD/'
@@ -143,10 +143,10 @@ checks=(text_files driver_store sample_drivers)
 readme=data/drivers/odi16/README.TXT
 adapters=demo/drivers/adapters.table
 drivers=demo/drivers/drivers.table
-expect_with 'nothing tells how to add a driver' "mv $readme ." "mv README.TXT data/drivers/odi16/"
-expect 'it does not tell of odi16.pci' $readme 's/odi16.pci/odi32.pci/'
-expect 'it does not tell of odi.txt' $readme 's/odi.txt/ndis.txt/'
-expect 'it does not tell of NAME.COM' $readme 's/NAME.COM/NAME.LAN/'
+expect_with 'nothing says how to add a driver' "mv $readme ." "mv README.TXT data/drivers/odi16/"
+expect 'it does not mention odi16.pci' $readme 's/odi16.pci/odi32.pci/'
+expect 'it does not mention odi.txt' $readme 's/odi.txt/ndis.txt/'
+expect 'it does not mention NAME.COM' $readme 's/NAME.COM/NAME.LAN/'
 expect 'packs into another group' $readme 's/drivers.odi16.PCNTNW/drivers\\odi32\\PCNTNW/'
 expect_with 'the store ships nothing but' 'cp data/keyfile.sample.txt data/drivers/ndis/E100B.CAB' 'rm data/drivers/ndis/E100B.CAB'
 expect_with 'the store ships nothing but' 'mkdir data/drivers/odi' 'rmdir data/drivers/odi'
@@ -199,7 +199,7 @@ expect_with 'ship no key file' 'cp data/keyfile.sample.txt data/keyfile.txt' 'rm
 expect_with 'would hide the import' 'mkdir data/dos' 'rmdir data/dos'
 
 if ((failures > 0)); then
-    echo "check-data-test: $failures of $cases faults were not seen" >&2
+    echo "check-data-test: $failures of $cases faults were missed" >&2
     exit 1
 fi
-echo "check-data-test: all $cases faults were seen"
+echo "check-data-test: all $cases faults were found"

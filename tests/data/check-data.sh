@@ -3,8 +3,8 @@
 # line ends, names, the catalogue, every line of every disk configuration, the batch language, the size of
 # each disk, the driver store, the sample drivers, the templates, and that docs/ mentions everything that ships.
 # Prints one line for each fault and exits 1 if there was any.
-# check-data.sh [-v] [ROOT [CHECK...]] checks another checkout; with CHECKs it makes only those, by their names in the list at
-# the end. -v tells how full each disk can be.
+# check-data.sh [-v] [ROOT [CHECK...]] checks another checkout; with CHECKs it runs only those, by their names in the list at
+# the end. -v shows how full each disk can be.
 set -euo pipefail
 export LC_ALL=C
 
@@ -25,10 +25,10 @@ fault() {
     printf '%s: %s\n' "$1" "$2"
     faults=$((faults + 1))
 }
-# The path as a reader of the report knows it.
+# The path as the report shows it.
 shown() { printf '%s' "${1#"$root"/}"; }
 
-# The DOS files that the program demands, with about the bytes that each has on a Windows 98 SE CD.
+# The DOS files that the program requires, with the approximate size of each on a Windows 98 SE CD.
 declare -A dosBytes=(
     [io.sys]=223000 [command.com]=94000 [attrib.exe]=16000 [choice.com]=6000 [deltree.exe]=20000
     [diskcopy.com]=22000 [edit.com]=70000 [emm386.exe]=126000 [extract.exe]=94000 [fc.exe]=21000
@@ -38,12 +38,12 @@ declare -A dosBytes=(
 )
 diskBytes=$((2847 * 512))
 
-# Every file and folder by its path in small letters, as Windows finds it whatever the case of the letters.
+# Every file and folder by its path in lower case, because Windows ignores the case of names.
 declare -A index=()
 while IFS= read -r -d '' path; do index[${path,,}]=$path; done < <(find "$data" "$demo" -print0)
 documentation=$(cat "$root/docs"/*.md)
 
-# Functions that are called for every line answer in REPLY: a subshell for each would take most of the time.
+# Functions that are called for every line return their result in REPLY: a subshell for each would take most of the time.
 
 # find_in BASE PATH: sets REPLY to the path of what Windows would open, or fails.
 find_in() {
@@ -60,7 +60,7 @@ is_dos_path() {
     ((${#parts[@]} > 0)) || return 1
     for part in "${parts[@]}"; do is_dos_name "${part^^}" || return 1; done
 }
-# trim TEXT: sets REPLY to TEXT without the blanks around it.
+# trim TEXT: sets REPLY to TEXT without the spaces around it.
 trim() {
     REPLY=${1#"${1%%[! ]*}"}
     REPLY=${REPLY%"${REPLY##*[! ]}"}
@@ -79,11 +79,11 @@ check_text_files() {
         fault "$(shown "$file")" 'the last line has no line end'
     done < <(grep -L -Z -z -P '\n\z' "${files[@]}")
     while IFS= read -r -d '' file; do
-        fault "$(shown "$file")" 'a character is neither printable ASCII nor a blank'
+        fault "$(shown "$file")" 'a character is neither printable ASCII nor a space'
     done < <(grep -l -Z $'[^\r -~]\|\r.' "${files[@]}")
 }
 
-# Names that become names of the floppy: files in capitals, folders in either case, both 8.3.
+# Names that become names on the floppy: files in capitals, folders in either case, both 8.3.
 check_names() {
     local folder path name
     for folder in "$data/files"/*/ "$data/plugins"/*/ "$demo/files"/*/ "$demo/modules"/; do
@@ -102,7 +102,7 @@ check_names() {
     done
 }
 
-# Batch files of the floppy must be in the language of COMMAND.COM, not in that of later Windows.
+# Batch files on the floppy must be in the language of COMMAND.COM, not in that of later Windows.
 check_batch_file() {
     local name label line
     local -A labels=() heads=() wanted=()
@@ -154,7 +154,7 @@ read_ini() {
     done <"$1"
 }
 
-# check_row FILE SECTION: one section of the catalogue FILE, which ini holds. Prints nothing but faults.
+# check_row FILE SECTION: checks one section of the catalogue FILE, which ini contains. Prints only faults.
 check_row() {
     local file=$1 section=$2 key value
     local where
@@ -188,7 +188,7 @@ check_catalogue() {
     [[ $count =~ ^([4-9]|[1-9][0-9]+)$ ]] || fault "$(shown "$file")" 'fewer than four disks'
     for section in $sections; do check_row "$file" "$section"; done
 
-    # The demonstration's rows are checked as the demonstration gets them: numbered on behind those that ship.
+    # The demonstration's rows are checked as the demonstration gets them: numbered after those that ship.
     whole=$(mktemp)
     cp "$file" "$whole"
     if "$demo/add-rows.sh" "$whole" "$demo/disklist.rows.ini" >/dev/null; then
@@ -317,12 +317,12 @@ check_configuration() {
                 folder_bytes "$found" -maxdepth 1
                 size=$REPLY
             elif [[ -d $found ]]; then
-                fault "$where" "a folder is copied with \\*.* behind it: $left"
+                fault "$where" "a folder is copied with \\*.* after it: $left"
             else
                 size=$(stat -c %s "$found")
             fi
         elif [[ $section == '[Copy_CABs]' ]]; then
-            # What the user supplies may be missing, but the user must be told of it.
+            # What the user supplies may be missing, but the documents must mention it.
             [[ $file == "$demo"/* || ${documentation,,} == *"\`${left,,}\`"* ]] ||
                 fault "$where" "neither shipped nor described in docs/: $left"
         else
@@ -340,7 +340,7 @@ check_configuration() {
         if [[ $section == '[Copy_Files_for_CABs]' ]]; then
             base=${right%%\\*}
             moduleBytes[${base,,}]=$((${moduleBytes[${base,,}]:-0} + size))
-            # The dos folder is rebuilt at every start; a file left in any other would stay there for ever.
+            # The dos folder is rebuilt at every start; a file copied to any other would stay there for ever.
             [[ ${base,,} == dos ]] || fault "$where" "only files\\dos may receive files: $right"
             continue
         fi
@@ -360,7 +360,7 @@ check_configuration() {
     if ((${#moduleBytes[@]} > 0)) || grep -q '^\[Create_CABs\]' "$file"; then
         [[ -n ${onDisk['bin\extract.exe']:-} ]] || fault "$name" 'the disk has modules but no BIN\EXTRACT.EXE'
     fi
-    # Modules count as if they were stored: packed they are smaller.
+    # Modules count with their unpacked size: packed they are smaller.
     if [[ $verbose == yes ]]; then echo "$name: at most $total of $diskBytes bytes"; fi
     ((total <= diskBytes)) || fault "$name" "about $total bytes do not fit on a disk of $diskBytes"
 }

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Packs the sample drivers of the demonstration and looks into each cabinet with cabextract: check-driver-cabinets.sh CABARC
-# Each line of the table must have become one cabinet that holds its description, its PCI list and a driver that says what
-# it is; a table with a fault must be refused.
+# Packs the sample drivers of the demonstration and looks into each cabinet with cabextract: check-driver-cabinets.sh
+# CABARC. Each line of the table must have become one cabinet that contains its description, its PCI list and a driver that
+# says what it is; a table with a fault must be rejected.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/../.." && pwd)
@@ -33,7 +33,7 @@ check_cabinet() {
 
     cd "$work/unpacked"
     [ "$(cat "$text")" = "$(printf '%-13s%s\r' "$2" "$3")" ] || fail "$1/${2,,}.cab: $text is $(cat "$text")"
-    [ "$(head -n 1 "$text" | wc -c)" -gt 15 ] || fail "$1/${2,,}.cab: $text has no text behind its 13th column"
+    [ "$(head -n 1 "$text" | wc -c)" -gt 15 ] || fail "$1/${2,,}.cab: $text has no text after its 13th column"
     [ -s "$pci" ] || fail "$1/${2,,}.cab: $pci is empty"
     while IFS= read -r line; do
         [[ $line =~ ^[0-9A-F]{4}\ [0-9A-F]{4}\ $2\ \;\ .+$'\r'$ ]] || fail "$1/${2,,}.cab: $pci has the line $line"
@@ -57,18 +57,18 @@ done <"$root/demo/drivers/drivers.table"
 "$root/demo/drivers/pack-drivers.sh" "$cabarc" "$work/again"
 diff -r "$work/store" "$work/again" || fail 'a second run packs other cabinets'
 
-# expect_refusal TEXT SED: a copy of the table that is changed by the sed command is refused with TEXT.
+# expect_refusal TEXT SED: a copy of the table that is changed by the sed command is rejected with TEXT.
 expect_refusal() {
     local report
     rm -rf "$work/demo"
     cp -a "$root/demo" "$work/demo"
     sed -i "$2" "$work/demo/drivers/drivers.table"
     if report=$("$work/demo/drivers/pack-drivers.sh" "$cabarc" "$work/refused" 2>&1); then
-        fail "not refused: $1"
+        fail "not rejected: $1"
     fi
-    [[ $report == *"$1"* ]] || fail "refused with another text than \"$1\": $report"
+    [[ $report == *"$1"* ]] || fail "rejected with a text other than \"$1\": $report"
 }
 expect_refusal 'no group odi64' 's/^odi32/odi64/'
 expect_refusal 'no adapter of the family intel-pro1000, which the driver E100B asks for' '/^ndis/s/intel-pro100 /intel-pro1000 /'
 expect_refusal 'the driver E100B has no description' 's/^\(ndis *E100B *[^ ]*\).*/\1/'
-echo "All $count driver cabinets hold what they should."
+echo "All $count driver cabinets contain what they should."

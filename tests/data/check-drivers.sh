@@ -7,18 +7,18 @@
 declare -A groupMembers=([aspi]='scsi.txt scsi.pci SYS' [ndis]='ndis.txt ndis.pci DOS' [odi16]='odi.txt odi16.pci COM'
     [odi32]='odi.txt odi32.pci LAN')
 
-# The store ships empty, with a text in each group that tells how to fill it.
+# The store ships empty, with a text in each group that says how to fill it.
 check_driver_store() {
     local group member readme path
     for group in "${!groupMembers[@]}"; do
         readme=$data/drivers/$group/README.TXT
         if [[ ! -f $readme ]]; then
-            fault "$(shown "$readme")" 'nothing tells how to add a driver to this group'
+            fault "$(shown "$readme")" 'nothing says how to add a driver to this group'
             continue
         fi
         for member in ${groupMembers[$group]}; do
             [[ $member == *.* ]] || member=NAME.$member
-            grep -q -F " $member " "$readme" || fault "$(shown "$readme")" "it does not tell of $member"
+            grep -q -F " $member " "$readme" || fault "$(shown "$readme")" "it does not mention $member"
         done
         grep -q -F "\\drivers\\$group\\" "$readme" || fault "$(shown "$readme")" 'its example packs into another group'
     done
@@ -91,7 +91,7 @@ check_default_driver() {
     fi
     group=${BASH_REMATCH[1]}
     name=${BASH_REMATCH[2]}
-    # The build would stop and ask at a driver that is not there.
+    # The build would stop and ask for a driver that is missing.
     [[ $where == demo/* ]] || fault "$where" "the store ships empty, so there is no driver $group\\$name"
     [[ -n ${sampleDrivers[$group/$name]:-} ]] || fault "$where" "the demonstration has no driver $group\\$name"
     case $group in
@@ -102,8 +102,8 @@ check_default_driver() {
     [[ ${rows[$3/$key]:-} == 1 ]] || fault "$where" "the disk takes no drivers of the group $group: its row lacks $key=1"
 }
 
-# check_template NAME SECTION KEYS...: the keys that the program sets stand in that section, where a reader looks for them.
-# ini holds the template.
+# check_template NAME SECTION KEYS...: the keys that the program sets are in that section, where a reader looks for them. ini
+# contains the template.
 check_template() {
     local file=$data/files/inf_files/$1 section=$2 key
     shift 2
@@ -124,7 +124,7 @@ check_templates() {
             fault "$(shown "$file")" 'this template is missing'
             continue
         fi
-        # The profile functions take a line with "=" for a key, whatever stands before it.
+        # The profile functions treat a line with "=" as a key, whatever precedes it.
         while read -r line; do
             fault "$(shown "$file")" "a comment has a \"=\": $line"
         done < <(grep '^;.*=' "$file")
@@ -139,7 +139,7 @@ check_templates() {
             win2k_*)
                 check_template "$name" UserData FullName OrgName ProductID ComputerName
                 check_template "$name" Identification JoinWorkgroup JoinDomain
-                # Nobody's disk is changed without a question.
+                # No setup may change a disk without asking.
                 for line in Data/AutoPartition=0 Unattended/Repartition=No Unattended/FileSystem=LeaveAlone; do
                     [[ ${ini[${line%=*}]:-} == "${line#*=}" ]] ||
                         fault "$(shown "$file")" "[${line%%/*}] does not say ${line#*/}: a disk may be changed unasked"

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Tries the commands that the documents name: commands_test.py PRESET.
 
-Every script that a document of the project names is there and can be run, and every command that runs some tests of PRESET by
-their name finds one. ctest lists them; it does not run them here.
+Every script that a document of the project names exists and is executable, and every command that runs tests of PRESET by
+name matches at least one. ctest lists the tests; it does not run them here.
 """
 
 import os
@@ -19,7 +19,7 @@ RUN = re.compile(r'(?:run-tests\.sh|ctest --preset) ([\w-]+)(?: -\S+)*? -R (\S+?
 
 def tests_found(preset, name):
     with tempfile.TemporaryDirectory() as folder:
-        # In the folder of the preset ctest would write over the log of the run to which this test belongs.
+        # In the preset's folder ctest would overwrite the log of the run that this test belongs to.
         (pathlib.Path(folder) / 'CTestTestfile.cmake').write_text(f'subdirs("{ROOT}/build/{preset}")\n', encoding='utf-8')
         listed = subprocess.run(['ctest', '--test-dir', folder, '-N', '-R', name], check=True, text=True,
                                 capture_output=True).stdout
@@ -29,7 +29,7 @@ def tests_found(preset, name):
 def main():
     if len(sys.argv) != 2:
         sys.exit('usage: commands_test.py PRESET')
-    # The user who tests may be another one than the owner of the files.
+    # The user who runs the test need not be the owner of the files.
     pages = subprocess.run(['git', '-c', f'safe.directory={ROOT}', 'ls-files', '-z', '*.md'], cwd=ROOT, check=True,
                            text=True, stdout=subprocess.PIPE).stdout.removesuffix('\0').split('\0')
     failures = []
@@ -41,9 +41,9 @@ def main():
             scripts.add(script)
             file = ROOT / script
             if not file.is_file():
-                failures.append(f'{page}: {script} is not there')
+                failures.append(f'{page}: {script} does not exist')
             elif file.read_bytes().startswith(b'#!') and not os.access(file, os.X_OK):
-                failures.append(f'{page}: {script} cannot be run')
+                failures.append(f'{page}: {script} is not executable')
         runs |= {(page, *run) for run in RUN.findall(text)}
     for page, preset, name in sorted(runs):
         if preset == sys.argv[1] and tests_found(preset, name) == 0:

@@ -1,14 +1,14 @@
 #!/usr/bin/env python3
-"""Does what the guides of docs/ tell and expects what they promise: guides.py APP DOSFILES.
+"""Carries out the guides of docs/ and expects the results that they promise: guides.py APP DOSFILES.
 
-APP is copied and given the DOS files, here their stand-ins. A comment before a block of a guide says what the block is:
+The test copies APP and adds the DOS files, here their stand-ins. A comment before a block of a guide says what the block is:
 
     <!-- file: PATH -->    what the reader writes into the file PATH
     <!-- keys: PATH -->    sections and keys that the reader changes or adds in the INI file PATH
     <!-- disk: IMAGE -->   some of the files on IMAGE
     <!-- lines: PATH -->   some of the lines of the file PATH
 
-A block without a comment whose lines begin with a prompt, "C:\\Veltrane> ", is typed there. C:\\Veltrane is the copy.
+A block without a comment whose lines begin with a prompt, "C:\\Veltrane> ", is typed at that prompt. C:\\Veltrane is the copy.
 """
 
 import pathlib
@@ -19,12 +19,12 @@ import sys
 import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-# In this order, as a reader would go on with the same folder.
+# In this order, as a reader would continue with the same folder.
 GUIDES = ['your-own-files.md', 'disk-configuration.md', 'modules.md', 'disk-catalogue.md', 'drivers.md', 'plugins.md',
           'setup-modules.md']
-# What the guides take for granted that the reader has.
+# What the guides assume that the reader has.
 OWN_FILES = ['C:\\work\\E1000.DOS', 'dos\\RAMDRIVE.SYS']
-# Blocks of each kind that the guides are known to have at least, so that a mark with a slip is not passed over.
+# The guides have at least this many blocks of each kind, so that a misspelt mark is noticed.
 FEWEST = {'file': 11, 'keys': 4, 'disk': 8, 'lines': 2, 'typed': 11}
 BLOCK = re.compile(r'(?:^<!-- (\w+): ([^\n]*) -->\n)?^```(?:\w*)\n(.*?)^```$', re.MULTILINE | re.DOTALL)
 PROMPT = re.compile(r'(C:[^>]*)> (.*)')
@@ -44,7 +44,7 @@ class Machine:
         self.application = folder / 'Veltrane'
 
     def path(self, name):
-        """Where the guide's path lies here; one without a drive is in the program's folder."""
+        """Where the guide's path is here; one without a drive is in the program's folder."""
         parts = name.removeprefix('C:\\') if name.startswith('C:') else 'Veltrane\\' + name
         return self.drive.joinpath(*parts.split('\\'))
 
@@ -76,7 +76,7 @@ class Machine:
         self.write(name, '\n'.join(lines) + '\n')
 
     def type(self, folder, command):
-        """Types the command at the prompt of the folder. Drive C: stands below another name here."""
+        """Types the command at the prompt of the folder. Drive C: has another name here."""
         drive = 'Z:' + str(self.drive).replace('/', '\\') + '\\'
         words = command.replace('C:\\', drive).split()
         program = self.application / (words[0].split('\\')[-1] + '.exe')
@@ -86,7 +86,7 @@ class Machine:
                                         stdin=subprocess.DEVNULL, stdout=output, stderr=output, check=False,
                                         timeout=TIMEOUT_SECONDS).returncode
             except subprocess.TimeoutExpired:
-                fail(f'{command}: does not end, perhaps there is a message on the screen')
+                fail(f'{command}: does not end; perhaps there is a message on the screen')
             output.seek(0)
             if status != 0:
                 fail(f'{command}: exit code {status}: {output.read().decode(errors="replace")}')
@@ -100,7 +100,7 @@ class Machine:
 
 
 def take_block(machine, page, kind, name, text):
-    """Does what the block tells or expects what it promises. Returns the kind of the block."""
+    """Carries out the block, or expects what it promises. Returns the kind of the block."""
     if kind == 'file':
         machine.write(name, text)
     elif kind == 'keys':
@@ -111,7 +111,7 @@ def take_block(machine, page, kind, name, text):
         if missing:
             fail(f'{page}: {name} has no {", ".join(missing)}')
     elif kind:
-        fail(f'{page}: nobody knows the mark "{kind}"')
+        fail(f'{page}: there is no such mark as "{kind}"')
     elif PROMPT.match(text):
         for line in text.splitlines():
             machine.type(*PROMPT.fullmatch(line).groups())
@@ -120,7 +120,7 @@ def take_block(machine, page, kind, name, text):
 
 
 def check_other_promises(machine):
-    """What the guides say in their sentences."""
+    """Checks what the text of the guides says."""
     image = machine.path('C:\\out\\sysdisk.img')
     cabinet = machine.drive / 'SYSINFO.CAB'
     subprocess.run(['mcopy', '-i', image, '::LIB/SYSINFO.CAB', cabinet], check=True)
@@ -166,7 +166,7 @@ def main():
         for kind, fewest in FEWEST.items():
             if counts[kind] < fewest:
                 fail(f'the guides have only {counts[kind]} blocks of the kind "{kind}"')
-        print('The guides hold:', ', '.join(f'{count} {kind}' for kind, count in counts.items()))
+        print('The guides contain:', ', '.join(f'{count} {kind}' for kind, count in counts.items()))
 
 
 main()

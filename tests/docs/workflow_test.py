@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Reads the workflow of continuous integration: it is YAML, limited in rights and time, and runs what the README names."""
+"""Checks the workflow of continuous integration: it is YAML, has limited rights and time, and runs what the README names."""
 
 import re
 import unittest

@@ -7,18 +7,18 @@ fail() {
     exit 1
 }
 
-# Makes $scratch, which goes with the script, and copies the application folder $1 to $scratch/boot disks: the blank is part
-# of the test.
+# Creates $scratch, which is removed when the script ends, and copies the application folder $1 to $scratch/boot disks: the
+# space is part of the test.
 copy_application() {
     scratch=$(mktemp -d)
     trap 'rm -rf "$scratch"' EXIT
-    [ -f "$1/velbooter.exe" ] || fail "no application in $1: scripts/build.sh makes it"
+    [ -f "$1/velbooter.exe" ] || fail "no application in $1: scripts/build.sh creates it"
     application="$scratch/boot disks"
     cp -a "$1" "$application"
     rm -rf "$application/out"
 }
 
-# Runs the program in $application with the given words. A message box would stand until the time is over.
+# Runs the program in $application with the given words. A message box would stay until the time limit.
 run_program() {
     local status=0
     (cd "$application" && timeout 200 "$root/scripts/wine.sh" velbooter.exe "$@") \
@@ -43,7 +43,7 @@ check_image() {
     fsck.fat -n "$1" >"$scratch/fsck.log" 2>&1 || fail "fsck.fat finds fault with $1: $(cat "$scratch/fsck.log")"
 }
 
-# Prints the path of the file or folder $2, with either slash and in any case, below the folder $1; fails when there is none.
+# Prints the path of the file or folder $2, with either slash and in any case, below the folder $1; fails if there is none.
 find_any_case() {
     local path=$1 part parts
     IFS=/ read -ra parts <<<"${2//\\//}"

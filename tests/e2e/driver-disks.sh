@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the demonstration disks with drivers and setup modules and looks at what is on their images: every driver cabinet at
-# its place, the network lists line for line, the answer files key for key: driver-disks.sh DEMO
+# Builds the demonstration disks with drivers and setup modules and checks their images: every driver cabinet in its place,
+# the network lists line for line, the answer files key for key: driver-disks.sh DEMO
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=tests/e2e/common.sh
@@ -37,10 +37,11 @@ check_group() {
 }
 
 check_no_group() {
-    if find_any_case "$scratch/$1" "lib/$2" >/dev/null; then fail "$1: it carries drivers of $2"; fi
+    if find_any_case "$scratch/$1" "lib/$2" >/dev/null; then fail "$1: it contains drivers of $2"; fi
 }
 
-# The members $2 of the chosen NDIS drivers of the disk $1, in the order in which Drivers.ini lists them: that of the folder.
+# The members $2 of the selected NDIS drivers of the disk $1, in the order in which Drivers.ini lists them: that of the
+# folder.
 ndis_members() {
     local driver
     while read -r driver; do
@@ -62,7 +63,7 @@ check_lists() {
 }
 
 check_no_lists() {
-    if find_any_case "$scratch/$1" etc/_msnet.nic >/dev/null; then fail "$1: it carries a network list"; fi
+    if find_any_case "$scratch/$1" etc/_msnet.nic >/dev/null; then fail "$1: it contains a network list"; fi
 }
 
 # ini_value FILE SECTION KEY: the value to the letter, quotes included.
@@ -148,4 +149,4 @@ check_group demoall ndis
 check_lists demoall
 check_setupwin demoall
 check_setupnt demoall
-echo 'The four disks carry the drivers, lists and answers that they should.'
+echo 'The four disks contain the drivers, lists and answers that they should.'

@@ -16,7 +16,7 @@ expect_file() {
     cp "$1" "$target"
 }
 
-# A source of a configuration line: the application folder goes before its folder dos.
+# A source of a configuration line: the application folder takes precedence over its folder dos.
 find_source() {
     find_any_case "$application" "$1" || find_any_case "$application/dos" "$1"
 }
@@ -33,7 +33,7 @@ expect_copy() {
     fi
 }
 
-# A cabinet is expected as the folder that it is made of, with the files that the configuration adds, under modules/NAME.
+# A cabinet is expected as its source folder plus the files that the configuration adds, under modules/NAME.
 expect_module() {
     local name=$1 target=$2 folder=$1
     [ "$name" != dos ] || folder=dos_files
@@ -80,7 +80,7 @@ compare_contents() {
     mcopy -s -Q -n -m -i "$image" '::*' "$disk" || fail "mcopy cannot read $image"
     { list_files "$expected"; cat "$scratch/cabinets"; } | sort >"$scratch/names.expected"
     list_files "$disk" >"$scratch/names.found"
-    diff "$scratch/names.expected" "$scratch/names.found" >&2 || fail "$image holds other files than it should"
+    diff "$scratch/names.expected" "$scratch/names.found" >&2 || fail "$image contains other files than it should"
     while IFS= read -r file; do
         cmp "$expected/$file" "$(find_any_case "$disk" "$file")" || fail "$file in $image is not the file it was"
     done < <(cd "$expected" && find . -type f -printf '%P\n')
@@ -110,4 +110,4 @@ run_program -t 288 demo 'out\two.img'
 check_image "$application/out/two.img" 2949120
 compare_contents 288 "$application/out/two.img"
 boot "$application/out/two.img"
-echo "Both images hold the $(wc -l <"$scratch/names.found") files they should, and start."
+echo "Both images contain the $(wc -l <"$scratch/names.found") files they should, and start."

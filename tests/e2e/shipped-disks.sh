@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds every disk that ships, the custom one included, in a copy of the application folder that has only been given the DOS
-# files, here their stand-ins: shipped-disks.sh APP DOSFILES
+# Builds every disk that ships, including custom, in a copy of the application folder to which only the DOS files have been
+# added, here their stand-ins: shipped-disks.sh APP DOSFILES
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=tests/e2e/common.sh

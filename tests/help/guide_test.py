@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Makes the guide and reads it as a page: it needs no other file, every link leads somewhere, and all that the
-users' part of docs/README.md names is in. guide_test.py [-v]"""
+"""Builds the guide and reads it as a page: it needs no other file, every link leads somewhere, and it contains all pages
+that the users' part of docs/README.md names. guide_test.py [-v]"""
 
 import pathlib
 import re
@@ -69,7 +69,7 @@ class Guide(unittest.TestCase):
 
 class FaultySources(unittest.TestCase):
     def refusal(self, change):
-        """What guide.py says about sources that `change` has changed."""
+        """What guide.py prints for sources that `change` has changed."""
         with tempfile.TemporaryDirectory() as folder:
             sources = pathlib.Path(folder)
             for part in ('docs', 'help'):

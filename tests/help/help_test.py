@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Makes the help file and reads it with 7z, which had no part in making it: what the program asks for is there,
-every link leads somewhere, and nothing tells where or by whom the file was made. help_test.py [-v]"""
+"""Builds the help file and reads it with 7z, which took no part in building it: what the program asks for exists,
+every link leads somewhere, and nothing reveals where or by whom the file was built. help_test.py [-v]"""
 
 import getpass
 import html.parser
@@ -16,7 +16,7 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 HELP_FILE = 'corvane_help.chm'
 
-# What the program asks for, and the heading that has to answer.
+# The topic numbers that the program uses, and the heading of each page.
 TOPICS = {
     1310: 'Welcome',
     1320: 'Choose a disk',
@@ -25,12 +25,12 @@ TOPICS = {
     1350: 'Choose files',
     1360: 'Image or floppy disk',
     1370: 'The result',
-    1380: 'While the disk is made',
+    1380: 'While the disk is being built',
     1420: 'The DOS files',
 }
 
 WINDOW_ENTRY_SIZE = 196
-# With this style of the window its title would follow the page, and the program could not find it by its title.
+# With this style the window's title would change with the page, and the program could not find the window by its title.
 CHANGES_TITLE = 0x2000
 
 
@@ -199,7 +199,7 @@ class HelpFile(unittest.TestCase):
 
 
 class Faults(unittest.TestCase):
-    """A fault is one line that names the file, and the former help file stays."""
+    """A fault is reported in one line that names the file, and the old help file stays."""
 
     def setUp(self):
         folder = tempfile.TemporaryDirectory()

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Packs what a build folder has made and looks at the package as a file: the same bytes at every packing, the right checksum,
+# Packs the contents of a build folder and inspects the package as a file: the same bytes every time, the right checksum,
 # every file that docs/shipped-files.md promises and no other. check-package.sh BUILD ARCHITECTURE (x64 or x86)
 set -euo pipefail
 shopt -s inherit_errexit
@@ -10,7 +10,7 @@ build=$1
 architecture=$2
 make_scratch
 
-# Neither the place, the user's settings nor the time of day may show.
+# Neither the folder, the user's settings nor the time of day may have an effect.
 export SOURCE_DATE_EPOCH=1700000001
 pack "$build" "$scratch/first"
 (umask 077 && export TZ=Asia/Tokyo && pack "$build" "$scratch/second")
@@ -21,19 +21,19 @@ cmp "$scratch/first/$zip" "$scratch/second/$zip" || fail "$zip differs when it i
 [ "$(wc -l <"$scratch/first/$zip.sha256")" = 1 ] || fail "$zip.sha256 has more than its line"
 (cd "$scratch/first" && sha256sum --check --strict --quiet "$zip.sha256") || fail "$zip.sha256 is not that of $zip"
 
-# What it was made with, asked of Debian by the names of its packages.
+# The tools it was built with, as Debian knows them by the names of their packages.
 tools=velbooter-$version-$architecture.toolchain.txt
 case $architecture in x64) processor=x86-64 ;; *) processor=i686 ;; esac
 dpkg-query -W -f '${Package} ${Version}\n' "g++-mingw-w64-$processor-posix" "binutils-mingw-w64-$processor" \
     "mingw-w64-$processor-dev" libz-mingw-w64-dev | sort >"$scratch/tools"
 sed -E 's/^(compiler|linker|C runtime|zlib): .*[0-9].*, //' "$scratch/first/$tools" | sort >"$scratch/named"
-diff "$scratch/tools" "$scratch/named" >&2 || fail "$tools names other tools (>) than there are (<)"
+diff "$scratch/tools" "$scratch/named" >&2 || fail "$tools names other tools (>) than those installed (<)"
 cmp "$scratch/first/$tools" "$scratch/second/$tools" || fail "$tools differs when $zip is packed again"
 
 # A ZIP file counts time in steps of two seconds.
 times=$(unzip -Z -T "$scratch/first/$zip" | sed -n 's/^-.* \([0-9]\{8\}\.[0-9]\{6\}\) .*/\1/p' | sort -u)
 [ "$times" = 20231114.221322 ] || fail "the files of $zip have other times than SOURCE_DATE_EPOCH: $times"
-# Extra fields would name the user's number.
+# Extra fields would contain the user's ID.
 if unzip -Z -v "$scratch/first/$zip" | grep 'length of extra field' | grep -qv ' 0 bytes'; then
     fail "$zip keeps more of its files than it needs"
 fi
@@ -41,7 +41,7 @@ fi
 (SOURCE_DATE_EPOCH=$(git -c "safe.directory=$(cd "$root" && pwd -P)" -C "$root" log -1 --format=%ct) && pack "$build" "$scratch/commit")
 cmp "$scratch/unset/$zip" "$scratch/commit/$zip" || fail "without SOURCE_DATE_EPOCH $zip has not the time of the last commit"
 
-# "Extract here" may not mix the program with what lies there: it empties its folders cabs and Temp.
+# "Extract here" must not mix the program with other files: it empties its folders cabs and Temp.
 top=${zip%.zip}
 unpack "$scratch/first/$zip" "$scratch"
 {

@@ -6,20 +6,22 @@ fail() {
     exit 1
 }
 
-# Makes $scratch, which goes with the script.
+# Creates $scratch, which is removed when the script ends.
 make_scratch() {
     scratch=$(mktemp -d)
     trap 'rm -rf "$scratch"' EXIT
 }
 
-# pack BUILD FOLDER [CONFIGURATION]: leaves in FOLDER the package of what is built in BUILD, or another of CPack's.
+# pack BUILD FOLDER [CONFIGURATION]: puts the package of what is built in BUILD, or another CPack package, into
+# FOLDER.
 pack() {
     local configuration=$1/${3:-CPackConfig.cmake}
     [ -f "$configuration" ] || fail "$1 is not built: scripts/package.sh does it"
     cpack --config "$configuration" -B "$2" >"$scratch/cpack.log" 2>&1 || fail "cpack: $(cat "$scratch/cpack.log")"
 }
 
-# unpack ZIP FOLDER: leaves in FOLDER the one folder of ZIP, which has its name; nothing may lie beside it.
+# unpack ZIP FOLDER: puts the one folder of ZIP, which has the ZIP's name, into FOLDER; the ZIP must contain
+# nothing else.
 unpack() {
     local top other
     top=$(basename "$1" .zip)

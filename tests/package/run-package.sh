@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Uses the package as its user does: unpacks it to a folder with blanks, renames what has come, with a blank too, copies the DOS
-# files to its folder dos, here their stand-ins, makes a disk with one command, and opens and closes the wizard:
+# Uses the package as a user does: unpacks it into a folder with spaces in its name, renames the new folder, also with a space,
+# copies the DOS files, here their stand-ins, to its folder dos, builds a disk with one command, opens and closes the wizard:
 # run-package.sh BUILD DOSFILES E2E_TESTS.exe
 set -euo pipefail
 shopt -s inherit_errexit
@@ -17,12 +17,12 @@ unpack "$scratch"/packed/*.zip "$scratch/my programs"
 mv "$scratch/my programs"/velbooter-* "$application"
 cp -a "$2" "$application/dos"
 
-# Wine would put a word with blanks between double quotes, which the program takes as part of the target.
+# Wine would put a word with spaces in double quotes, which the program treats as part of the target.
 run_program -t 144 minimal my 'disks\boot' disk.img
 check_image "$application/my disks/boot disk.img" 1474560
-mtype -i "$application/my disks/boot disk.img" ::IO.SYS | cmp - "$2/IO.SYS" || fail 'the image does not carry the DOS files'
+mtype -i "$application/my disks/boot disk.img" ::IO.SYS | cmp - "$2/IO.SYS" || fail 'the image does not contain the DOS files'
 
-# The harness of the windows looks at copies of this folder, with blanks in their paths too.
+# The window tests use copies of this folder, also with spaces in their paths.
 tests='ConsoleTwinTest.WaitsForTheBuildAndTellsItsEnd:Each/WithoutArguments.OpensTheWizardAndDoesNotWaitForIt/*'
 VELBOOTER_DEMO_FOLDER=$application "$root/tests/support/run-in-wine.sh" "$3" "--gtest_filter=$tests" >"$scratch/windows.log" 2>&1 ||
     fail "velbooter.com or the wizard: $(cat "$scratch/windows.log")"

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Packs the test programs of a build folder, unpacks them to a folder with blanks and runs them by their run-tests.bat:
-# run-packed-tests.sh BUILD ARCHITECTURE (x64 or x86). ctest has run all of them already, so some of each program are enough.
+# Packs the test programs of a build folder, unpacks them into a folder with spaces in its name and runs them with their
+# run-tests.bat: run-packed-tests.sh BUILD ARCHITECTURE (x64 or x86). ctest has already run all of them, so some tests of each
+# program are enough.
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
@@ -29,7 +30,7 @@ programs=$(tr -d "\r" <"$folder/run-tests.bat" | sed -n "s/^call :run //p")
 twice=$(find "$folder" -type f -size +50k -exec sha256sum {} + | sort | uniq -w 64 -d)
 [ -z "$twice" ] || fail "these are in $zip twice: $twice"
 
-# Every name in the list of what is left out stands for a test. The cases of a program are listed when ctest begins.
+# Every name in left-out.txt must match a test. ctest lists the cases of a program when it starts.
 while read -r program pattern; do
     [ -f "$build/tests/$program.exe" ] || fail "left-out.txt names $program, which is no test program"
     [ "$pattern" != '*' ] || continue
@@ -42,7 +43,7 @@ while read -r program pattern; do
     "$found" || fail "no test of $program has a name like $pattern"
 done < <(tr -d '\r' <"$folder/left-out.txt" | sed -n 's/^    //p')
 
-# run CODE PROGRAM...: runs run-tests.bat for these programs, all without one, and expects its exit code.
+# run CODE PROGRAM...: runs run-tests.bat for these programs, or for all of them, and expects its exit code.
 export CI=true
 run() {
     local expected=$1 status=0
@@ -56,8 +57,8 @@ run() {
         fail "run-tests.bat ended with $status instead of $expected: $(cat "$scratch/lines" "$scratch/report")"
 }
 
-# What a run may have changed outside its folder: the files of drive C: and the user's registry. Wine itself rewrites files of the
-# folder windows and keeps notes about windows in its own keys.
+# What a run could have changed outside its folder: the files of drive C: and the user's registry. Wine itself rewrites files in
+# the folder windows and records windows in its own keys.
 look_outside() {
     find "$WINEPREFIX/drive_c" -path "$WINEPREFIX/drive_c/windows" -prune -o -printf '%P %s %T@\n' | sort
     find "$WINEPREFIX/drive_c/windows" -printf '%P %s\n' | sort
@@ -66,8 +67,8 @@ look_outside() {
     iconv -f utf-16 -t utf-8 "$scratch/user.reg" |
         awk '/^\[/ { of_wine = index($0, "[HKEY_CURRENT_USER\\Software\\Wine\\") == 1 } !of_wine'
 }
-# Wine starts a desktop for the first window and ends it a second after the last one. It holds the output of the program that
-# asked for it, which no test shall be, so a window stays open.
+# Wine starts a desktop for the first window and ends it a second after the last one. The desktop keeps the output of the program
+# that caused it open. So that this is no test, a window stays open.
 "$root/scripts/wine.sh" notepad </dev/null >/dev/null 2>&1 &
 trap 'rm -rf "$scratch"; kill %%' EXIT
 timeout 300 xdotool search --sync --onlyvisible --name ' - Notepad$' >/dev/null || fail 'no window can be shown'
@@ -89,13 +90,13 @@ diff "$scratch/before" "$scratch/after" >&2 || fail 'the tests have changed some
 [ ! -e "$folder/temp" ] || fail "temporary files are left: $(find "$folder/temp")"
 unset GTEST_TOTAL_SHARDS GTEST_SHARD_INDEX
 
-# A test that fails, a program that is none of tests, one that cannot start, and one that is not there.
+# A test that fails, a program without tests, one that cannot start, and one that does not exist.
 rm "$tests/demo/bfi.exe"
 cp "$tests/demo/cabarc.exe" "$tests/test_console.exe"
 echo 'no program' >"$tests/test_forms.exe"
 run 1 bfi_tests test_console test_forms
 grep -q '^bfi_tests: [0-9]* ran, [1-9][0-9]* passed, [1-9][0-9]* failed (exit code 1)$' "$scratch/report" ||
-    fail "the report does not tell of the tests that fail: $(cat "$scratch/report")"
+    fail "the report does not mention the tests that fail: $(cat "$scratch/report")"
 grep -q 'BfiProgram.IsSilentAndGives0WhenTheImageIsWritten' "$scratch/report" || fail 'the report does not name a test that failed'
 grep -q '^test_console: 0 ran, 0 passed, 1 failed (exit code 2)$' "$scratch/report" || fail 'a program without tests passes'
 grep -q '^test_forms: 0 ran, 0 passed, 1 failed' "$scratch/report" || fail 'a program that cannot start passes'

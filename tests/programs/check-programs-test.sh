@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Proves that check-programs.sh sees programs that are linked in another way than ours: check-programs-test.sh COMPILER OBJDUMP
+# Proves that check-programs.sh detects programs that are linked in another way than ours: check-programs-test.sh COMPILER
+# OBJDUMP
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 compiler=$1
@@ -15,12 +16,12 @@ int main() {
 }
 SOURCE
 good=(-O2 -static -fstack-protector-strong -Xlinker --dynamicbase -Xlinker --nxcompat)
-# The flags below for 64 bits are unknown to the linker of 32 bits.
+# The 32-bit linker does not know the 64-bit flags below.
 is64=false
 case $("$compiler" -dumpmachine) in x86_64-*) is64=true ;; esac
 ! $is64 || good+=(-Xlinker --high-entropy-va)
 
-# check OPTION...: $report is what the check says of a program that is linked with the options.
+# check OPTION...: sets $report to what the check says about a program that is linked with the options.
 check() {
     "$compiler" "$work/program.cpp" "$@" -o "$work/program.exe"
     if report=$("$here/check-programs.sh" "$objdump" 1.2.3 "$work/program.exe" 2>&1); then report+=' (and it reports success)'; fi
@@ -34,10 +35,10 @@ expect() {
     fi
 }
 
-# What is left to complain of is what windres brings.
+# The only remaining complaints are about what windres adds.
 check "${good[@]}"
 if grep -vE 'manifest|common controls|product|version' <<<"$report"; then
-    echo 'the check complains of a program that is linked as ours are'
+    echo 'the check complains about a program that is linked as ours are'
     failures=$((failures + 1))
 fi
 expect 'program.exe does not carry version 1.2.3' "${good[@]}"

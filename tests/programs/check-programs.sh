@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Checks the finished Windows programs from outside: check-programs.sh OBJDUMP VERSION PROGRAM...
-# Each imports only what comes with Windows, can be loaded at any place and runs no data, has its stack watched, runs as whoever
-# starts it, asks for the current common controls, and carries the version and the product's name.
+# Each imports only what comes with Windows, can be loaded at any address, does not execute data, has a protected stack, runs with
+# the rights of its user, requests the current common controls, and contains the version and the product's name.
 set -euo pipefail
 objdump=$1
 version=$2
@@ -11,7 +11,7 @@ complain() {
     printf '%s\n' "$*" >&2
     failed=1
 }
-# Libraries that every Windows since version 7 has. cabinet.dll is another, but Windows takes one that lies beside the program first.
+# Libraries that every Windows since version 7 has. cabinet.dll is another, but Windows prefers one beside the program.
 known=' advapi32.dll comctl32.dll comdlg32.dll gdi32.dll imagehlp.dll kernel32.dll msvcrt.dll ole32.dll shell32.dll user32.dll '
 
 work=$(mktemp -d)
@@ -23,7 +23,7 @@ has_header() { grep -qE -- "$1" "$work/headers"; }
 for program in "$@"; do
     name=$(basename "$program")
     "$objdump" -p "$program" >"$work/headers"
-    # Resource texts are 16 bits a character; without the zero bytes they can be searched.
+    # Resource texts have 16 bits per character; without the zero bytes they can be searched.
     tr -d '\0' <"$program" >"$work/text"
     sed -n 's/^[ \t]*DLL Name: //p' "$work/headers" >"$work/imports"
     while read -r library; do

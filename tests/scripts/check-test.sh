@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Proves that the checks of the sources see faults: breaks a small project in one way at a time and expects the line that names the
-# fault. Exits 1 when a fault stays unseen or when the unbroken project has one.
+# Proves that the checks of the sources find faults: breaks a small project in one way at a time and expects the line that names
+# the fault. Exits 1 if a fault is missed or if the unbroken project has one.
 # shellcheck disable=SC2016  # the commands expand when they break the project
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-# No repository around the temporary folder counts.
+# A repository around the temporary folder must have no effect.
 export GIT_CEILING_DIRECTORIES=$work
 failures=0
 cases=0
@@ -72,19 +72,19 @@ expect_nothing : include-fence.sh
 expect_nothing 'printf "int* place = nullptr;\n" >src/disk/Folder.cpp' tidy.py
 
 expect 'The format differs' 'printf "int  x ;\n" >>src/disk/Folder.cpp'
-expect 'docs/page.md has trailing blanks or CR LF' 'printf "end \n" >>docs/page.md'
-expect 'docs/other page.md has trailing blanks or CR LF' 'printf "end\r\n" >>"docs/other page.md"'
+expect 'docs/page.md has trailing spaces or CR LF' 'printf "end \n" >>docs/page.md'
+expect 'docs/other page.md has trailing spaces or CR LF' 'printf "end\r\n" >>"docs/other page.md"'
 expect 'docs/page.md links to absent.md' 'echo "[a](absent.md)" >>docs/page.md'
 expect 'docs/other page.md links to absent.md#part' 'echo "[a](page.md) [b](absent.md#part)" >>"docs/other page.md"'
 expect 'SC2086' 'printf "#!/bin/sh\nls \$1\n" >scripts/new.sh'
-# Made of parts, or the check would find them here.
+# Composed of parts, or the check would find them here.
 disable=disable
 silence="shellcheck $disable=SC2086"
 lint=NO
 lint+=LINT
 for lines in "# $silence\nls \$1" "#!/bin/sh\n# $silence #\nls \$1" "# shellcheck source=/dev/null\n# $silence\nls \$1"; do
     expect 'scripts/new.sh:' "printf '#!/bin/sh\n$lines\n' >scripts/new.sh"
-    grep -q '^scripts/new.sh:[0-9]* silences a checker' <<<"$report" || fail "a bare directive stays unseen: $lines" "$report"
+    grep -q '^scripts/new.sh:[0-9]* silences a checker' <<<"$report" || fail "a bare directive is missed: $lines" "$report"
 done
 for line in "int x;  // $lint" "int x;  // $lint(bugprone-*)" "// ${lint}NEXTLINE(bugprone-*)\nint x;" \
     '#pragma GCC diagnostic ignored "-Wall"' "#include <string>\nint x;  // $lint"; do
@@ -94,14 +94,14 @@ expect_nothing "printf '#!/bin/sh\n# $silence  # words to be split\nls \$1\n# Wo
     check.sh --quick
 expect_nothing "printf '// A reason.\nint a;  // $lint\nint b;  // $lint(bugprone-*): a reason\n' >src/disk/Reason.h" check.sh --quick
 
-expect 'can be foreseen: scripts/new.sh:2:' "printf '#!/bin/sh\n: >/tm''p/name.\$\$\n' >scripts/new.sh"
-expect 'can be foreseen: src/disk/Folder.cpp:' "echo 'std::string name = \"/tm''p/name\";' >>src/disk/Folder.cpp"
-expect 'can be foreseen: src/disk/Folder.cpp:' \
+expect 'can be predicted: scripts/new.sh:2:' "printf '#!/bin/sh\n: >/tm''p/name.\$\$\n' >scripts/new.sh"
+expect 'can be predicted: src/disk/Folder.cpp:' "echo 'std::string name = \"/tm''p/name\";' >>src/disk/Folder.cpp"
+expect 'can be predicted: src/disk/Folder.cpp:' \
     "echo 'const auto folder = std::filesystem::temp_directory_path() / \"name\";' >>src/disk/Folder.cpp"
 
 expect 'modernize-use-nullptr' 'printf "int* place = 0;\n" >src/disk/Folder.cpp' tidy.py src/disk/Folder.cpp
 
-# The files of a folder are read as one text, in the order of their names.
+# The files of a folder are checked as one text, in the order of their names.
 expect 'src/disk/Tree.cpp:3:' 'printf "// A tree.\n\nint* tree = 0;\n" >src/disk/Tree.cpp' tidy.py
 expect 'src/disk/Tree.cpp:3:' 'printf "const int kSize = 1;\nint size = kSize;\n" >>src/disk/Folder.cpp
     printf "const int kSize = 2;\nint sizes = kSize;\nint* tree = 0;\n" >src/disk/Tree.cpp' tidy.py
@@ -123,7 +123,7 @@ expect 'tools/cabarc/MsZipCompressor.cpp includes <windows.h>' 'echo "#include <
 expect 'src/disk/Folder.cpp includes windows.h, which is in no layer below' 'echo "#include \"windows.h\"" >>src/disk/Folder.cpp' include-fence.sh
 expect 'src/disk/Folder.cpp includes in a way that cannot be followed' 'echo "#include HEADER" >>src/disk/Folder.cpp' include-fence.sh
 
-# What is looked at comes from git: no list, half a list and an empty list are failures.
+# git lists the files to check: no list, half a list and an empty list are failures.
 for check in 'check.sh --quick' include-fence.sh tidy.py; do
     read -ra words <<<"$check"
     expect 'git cannot list the files' 'rm -rf .git' "${words[@]}"
@@ -145,7 +145,7 @@ expect 'grep fails' 'rm docs/page.md && ln -s absent docs/page.md'
 # Root may check what belongs to another user. Without the exception for this one folder git refuses.
 export GIT_TEST_ASSUME_DIFFERENT_OWNER=1
 broken :
-if git -C "$work/a clone" ls-files >/dev/null 2>&1; then fail 'git does not mind the owner, so this proves nothing'; fi
+if git -C "$work/a clone" ls-files >/dev/null 2>&1; then fail 'git ignores the owner, so this proves nothing'; fi
 expect_nothing : check.sh --quick
 expect_nothing : include-fence.sh
 expect_nothing 'git -c safe.directory="$PWD" -c user.name=a -c user.email=a@b commit -q -m "Begin" && mkdir ../packed && echo a >../packed/a' \
@@ -153,4 +153,4 @@ expect_nothing 'git -c safe.directory="$PWD" -c user.name=a -c user.email=a@b co
 unset GIT_TEST_ASSUME_DIFFERENT_OWNER
 
 [ "$failures" = 0 ] || exit 1
-echo "$cases cases, each as it has to be"
+echo "$cases cases, all as expected"

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Runs a command while drive A: of the Wine prefix is a small file system: with-drive-a.sh OPTIONS COMMAND [ARGUMENT...]
-# OPTIONS are those of a tmpfs (size=1440k,nr_inodes=5), or "none" for a drive A: that is not there. While the command runs
-# it may change them: it writes new options into the file "request" of the folder VELBOOTER_DRIVE_A_CONTROL and waits until
-# that file is gone. Needs root. Two of these never run at once on one prefix.
+# OPTIONS are those of a tmpfs (size=1440k,nr_inodes=5), or "none" for a missing drive A:. The command can change them
+# while it runs: it writes new options into the file "request" in the folder VELBOOTER_DRIVE_A_CONTROL and waits until that
+# file is gone. Needs root. Two of these never run at once on one prefix.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 # shellcheck source=scripts/wine-environment.sh
@@ -18,7 +18,7 @@ if [ "$(id -u)" != 0 ]; then
     exit 2
 fi
 
-# The command gets no copy of the lock: a Wine server that it starts would hold it for as long as it lives.
+# The command gets no copy of the lock: a Wine server that it starts would hold it for as long as it runs.
 exec 9>"$WINEPREFIX/drive-a.lock"
 flock 9
 
@@ -27,7 +27,7 @@ link=$WINEPREFIX/dosdevices/a:
 watcher=
 # shellcheck disable=SC2317  # the trap calls it
 clean_up() {
-    # A watcher that could not mount the drive anew has ended before, and has told why.
+    # A watcher that could not remount the drive has already ended and said why.
     if [ -n "$watcher" ] && kill -0 "$watcher"; then kill "$watcher"; fi
     rm -f "$link"
     if mountpoint -q "$work/floppy"; then umount -l "$work/floppy"; fi
