@@ -1,5 +1,5 @@
 #pragma once
-// Names that several rooms show.
+// Names that several layers show.
 
 namespace velbooter {
 

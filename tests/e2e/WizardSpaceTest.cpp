@@ -1,4 +1,4 @@
-// The line that tells whether the selected files have room on the disk.
+// The line that says whether the selected files fit on the disk.
 
 #include "tests/e2e/support/HarnessFailure.h"
 #include "tests/e2e/support/Screen.h"
@@ -18,7 +18,7 @@ class WizardRoom : public WizardTest {
     static bool Warns(const ShownWizard& wizard, int id) {
         RECT place{};
         ::GetWindowRect(wizard.Control(id), &place);
-        const std::string path = ScreenshotPath("room.ppm");
+        const std::string path = ScreenshotPath("space.ppm");
         if (!TakePictureOf(place, path)) throw HarnessFailure("no picture taken");
         const std::string picture = ReadFileAt("Z:" + path);
         const auto pixels = static_cast<size_t>((place.right - place.left) * (place.bottom - place.top));
