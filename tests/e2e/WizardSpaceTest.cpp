@@ -9,7 +9,7 @@
 namespace velbooter::e2e {
 namespace {
 
-class WizardRoom : public WizardTest {
+class WizardSpace : public WizardTest {
  protected:
     static std::string Line(size_t bytes, const std::string& disk = "A 1.44 MB disk holds 1423 KB.") {
         return "Selected files: " + std::to_string(bytes / 1024) + " KB. " + disk;
@@ -33,7 +33,7 @@ class WizardRoom : public WizardTest {
     }
 };
 
-TEST_F(WizardRoom, TellsWhatTheImageThenTakes) {
+TEST_F(WizardSpace, TellsWhatTheImageThenTakes) {
     SetDisk("minimal", SmallDiskWith({"[Create_CABs]", "scsi=LIB", "[DefaultDrivers]", "ASPI\\ASPI8DOS"}));
     const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
     const std::string foretold = wizard.Text(IDC_SPACE_AT_TARGET);
@@ -44,7 +44,7 @@ TEST_F(WizardRoom, TellsWhatTheImageThenTakes) {
     EXPECT_EQ(foretold, Line(FloppyImage(folder_.Path("minimal.img")).UsedBytes()));
 }
 
-TEST_F(WizardRoom, FollowsTheTicksOfTheFiles) {
+TEST_F(WizardSpace, FollowsTheTicksOfTheFiles) {
     folder_.Write("files\\large.bin", std::string(600 * 1024, 'x'));
     SetDisk("custom", SmallDiskWith({"files\\large.bin=LARGE.BIN"}));
     const ShownWizard wizard = OpenAt(kFilesPage);
@@ -61,7 +61,7 @@ TEST_F(WizardRoom, FollowsTheTicksOfTheFiles) {
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
 }
 
-TEST_F(WizardRoom, WarnsWhenTheDiskIsTooSmallAndStopsNobody) {
+TEST_F(WizardSpace, WarnsWhenTheDiskIsTooSmallAndStopsNobody) {
     folder_.Write("files\\large.bin", std::string(1500 * 1024, 'x'));
     SetDisk("custom", SmallDiskWith({"files\\large.bin=LARGE.BIN"}));
     const ShownWizard wizard = OpenAt(kFilesPage);

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "src/common/INIFile.h"
+#include "src/common/RuntimeError.h"
 #include "src/drivers/DriverStore.h"
 #include "tests/support/ApplicationFolder.h"
 
