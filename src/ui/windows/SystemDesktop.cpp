@@ -2,10 +2,9 @@
 
 #include "src/common/Webcollect.h"
 #include "src/drivers/DriverSelection.h"
-#include "src/ui/windows/FileDialogs.h"
-#include "src/ui/windows/FormatDialog.h"
 #include "src/ui/windows/HelpWindow.h"
 #include "src/ui/windows/MessageBoxes.h"
+#include "src/ui/windows/SystemDialogs.h"
 
 namespace velbooter {
 
