@@ -444,7 +444,7 @@ TEST_F(DriversWindowTest, FollowsTheFormAlsoWhileInputIsDropped) {
     DriversWindow window;
     FillForm();
     window.Show(app_, nullptr);
-    window.IgnoreInput(true);
+    const auto work = window.HoldInput();
     app_.Drivers.LV.ListItems[0].Checked = false;
     window.Show(app_, nullptr);
     EXPECT_THAT(SelectionWindow(window.Handle()).Ticked(), ElementsAre("B"));

@@ -1,5 +1,6 @@
 #include "src/ui/windows/MessageBoxes.h"
 
+#include "src/ui/windows/FormWindow.h"
 #include "src/ui/windows/HelpWindow.h"
 
 namespace velbooter {
@@ -53,13 +54,24 @@ Answer FromButton(int button, Buttons choice) {
     }
 }
 
+// What the box hands back to OpenHelp.
+struct HelpRequest {
+    const Message& Asking;
+    CaughtFailure Failure;
+};
+
 void CALLBACK OpenHelp(LPHELPINFO info) {
-    // The context is the message itself, as ShowMessageBox passes it.
-    const auto* message = reinterpret_cast<const Message*>(info->dwContextId);
-    CallHtmlHelp(nullptr, message->HelpFile, kShowTopic, static_cast<std::uintptr_t>(message->HelpTopic));
+    auto* request = reinterpret_cast<HelpRequest*>(info->dwContextId);
+    const auto open = [&] {
+        CallHtmlHelp(nullptr, request->Asking.HelpFile, kShowTopic,
+                     static_cast<std::uintptr_t>(request->Asking.HelpTopic));
+        return true;
+    };
+    request->Failure.Guard(open, false);
 }
 
 int ShowWithHelp(HWND owner, const Message& message) {
+    HelpRequest request{message, {}};
     MSGBOXPARAMSA box{};
     box.cbSize = sizeof box;
     box.hwndOwner = owner;
@@ -67,9 +79,11 @@ int ShowWithHelp(HWND owner, const Message& message) {
     box.lpszText = message.Text.c_str();
     box.lpszCaption = message.Title.c_str();
     box.dwStyle = Style(message) | MB_HELP;
-    box.dwContextHelpId = reinterpret_cast<DWORD_PTR>(&message);
+    box.dwContextHelpId = reinterpret_cast<DWORD_PTR>(&request);
     box.lpfnMsgBoxCallback = OpenHelp;
-    return ::MessageBoxIndirectA(&box);
+    const int button = ::MessageBoxIndirectA(&box);
+    request.Failure.Rethrow();
+    return button;
 }
 
 }  // namespace

@@ -2,19 +2,13 @@
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 
 #include "resources/ids.h"
+#include "src/ui/windows/WindowHandle.h"
 
 namespace velbooter {
 
 namespace {
-
-struct BitmapDeleter {
-    using pointer = HBITMAP;
-    void operator()(HBITMAP bitmap) const { ::DeleteObject(bitmap); }
-};
-using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
 
 SIZE SizeOf(const Bitmap& picture) {
     BITMAP size{};
@@ -44,14 +38,12 @@ void DrawSideImage(const DRAWITEMSTRUCT& item) {
     // The middle is shown as it is; what is cut off at the edges is plain. Only a picture too small is
     // stretched.
     const SIZE part{std::min(size.cx, control.cx), std::min(size.cy, control.cy)};
-    const HDC source = ::CreateCompatibleDC(item.hDC);
-    const HGDIOBJ former = ::SelectObject(source, picture.get());
+    const CreatedContext source(::CreateCompatibleDC(item.hDC));
+    const SelectedObject drawn(source.get(), picture.get());
     ::SetStretchBltMode(item.hDC, HALFTONE);
     ::SetBrushOrgEx(item.hDC, 0, 0, nullptr);
-    ::StretchBlt(item.hDC, place.left, place.top, control.cx, control.cy, source, (size.cx - part.cx) / 2,
-                 (size.cy - part.cy) / 2, part.cx, part.cy, SRCCOPY);
-    ::SelectObject(source, former);
-    ::DeleteDC(source);
+    ::StretchBlt(item.hDC, place.left, place.top, control.cx, control.cy, source.get(),
+                 (size.cx - part.cx) / 2, (size.cy - part.cy) / 2, part.cx, part.cy, SRCCOPY);
 }
 
 void DrawStepMark(const DRAWITEMSTRUCT& item) {
@@ -64,11 +56,9 @@ void DrawStepMark(const DRAWITEMSTRUCT& item) {
         return POINT{item.rcItem.left + side * x / kField, item.rcItem.top + side * y / kField};
     };
     const POINT strokes[] = {at(2, 6), at(5, 9), at(10, 3)};
-    const HPEN pen = ::CreatePen(PS_SOLID, std::max(1, side / 7), ::GetSysColor(COLOR_HIGHLIGHT));
-    const HGDIOBJ former = ::SelectObject(item.hDC, pen);
+    const Pen pen(::CreatePen(PS_SOLID, std::max(1, side / 7), ::GetSysColor(COLOR_HIGHLIGHT)));
+    const SelectedObject drawn(item.hDC, pen.get());
     ::Polyline(item.hDC, strokes, static_cast<int>(std::size(strokes)));
-    ::SelectObject(item.hDC, former);
-    ::DeleteObject(pen);
 }
 
 }  // namespace velbooter

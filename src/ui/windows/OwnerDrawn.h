@@ -1,5 +1,5 @@
 #pragma once
-// The two things that the wizard draws itself.
+// What the wizard draws itself, because the system has no control for it.
 
 #include <windows.h>
 

@@ -9,18 +9,28 @@ namespace velbooter {
 
 namespace {
 
-// Returns the text in the clipboard; "" when there is none.
-std::string ClipboardText(HWND asker) {
-    if (::OpenClipboard(asker) == FALSE) return "";
-    std::string text;
-    const HANDLE block = ::GetClipboardData(CF_TEXT);
-    if (const void* bytes = block != nullptr ? ::GlobalLock(block) : nullptr; bytes != nullptr) {
-        text = static_cast<const char*>(bytes);
-        ::GlobalUnlock(block);
+// The text of the clipboard, which stays open for as long as this lives.
+class Clipboard {
+ public:
+    explicit Clipboard(HWND asker) : isOpen_(::OpenClipboard(asker) != FALSE) {
+        if (isOpen_) block_ = ::GetClipboardData(CF_TEXT);
+        if (block_ != nullptr) bytes_ = ::GlobalLock(block_);
     }
-    ::CloseClipboard();
-    return text;
-}
+    ~Clipboard() {
+        if (bytes_ != nullptr) ::GlobalUnlock(block_);
+        if (isOpen_) ::CloseClipboard();
+    }
+    Clipboard(const Clipboard&) = delete;
+    Clipboard& operator=(const Clipboard&) = delete;
+
+    /// "" when there is no text.
+    std::string Text() const { return bytes_ != nullptr ? static_cast<const char*>(bytes_) : ""; }
+
+ private:
+    bool isOpen_;
+    HANDLE block_ = nullptr;
+    const void* bytes_ = nullptr;
+};
 
 void FocusIn(HWND frame, HWND box) {
     ::SendMessageA(frame, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(box), TRUE);
@@ -28,8 +38,9 @@ void FocusIn(HWND frame, HWND box) {
 
 }  // namespace
 
-void ProductKeyBoxes::Attach(HWND frame, const std::array<HWND, kKeyGroups>& boxes) {
+void ProductKeyBoxes::Attach(HWND frame, const std::array<HWND, kKeyGroups>& boxes, CaughtFailure& failure) {
     frame_ = frame;
+    failure_ = &failure;
     boxes_ = boxes;
     for (size_t i = 0; i < boxes_.size(); ++i) {
         ::SendMessageA(boxes_[i], EM_LIMITTEXT, kKeyGroupLength, 0);
@@ -40,7 +51,8 @@ void ProductKeyBoxes::Attach(HWND frame, const std::array<HWND, kKeyGroups>& box
 LRESULT CALLBACK ProductKeyBoxes::Procedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam,
                                             UINT_PTR index, DWORD_PTR self) {
     const auto& boxes = *reinterpret_cast<const ProductKeyBoxes*>(self);
-    if (message == WM_PASTE && boxes.Paste(index)) return 0;
+    const auto paste = [&] { return boxes.Paste(index); };
+    if (message == WM_PASTE && boxes.failure_->Guard(paste, true)) return 0;
     if (message == WM_NCDESTROY) ::RemoveWindowSubclass(box, Procedure, index);
     const LRESULT result = ::DefSubclassProc(box, message, wParam, lParam);
     const bool isCharacter = message == WM_CHAR && wParam > L' ';
@@ -48,10 +60,10 @@ LRESULT CALLBACK ProductKeyBoxes::Procedure(HWND box, UINT message, WPARAM wPara
     return result;
 }
 
-// Puts what is more than a group into this box and those behind it. Returns false when the box can take it by
+// Puts what is more than a group into this box and those after it. Returns false when the box can take it by
 // itself. A text that does not fit at all is no key, and none of it is taken.
 bool ProductKeyBoxes::Paste(size_t first) const {
-    std::string key = ClipboardText(boxes_[first]);
+    std::string key = Clipboard(boxes_[first]).Text();
     if (key.size() <= kKeyGroupLength) return false;
     std::erase_if(key, [](char c) { return c == '-' || c == ' ' || c == '\t' || c == '\r' || c == '\n'; });
     if (key.empty() || key.size() > (boxes_.size() - first) * kKeyGroupLength) {

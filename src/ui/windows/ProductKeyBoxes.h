@@ -7,6 +7,7 @@
 #include <array>
 
 #include "src/setup/SetupData.h"
+#include "src/ui/windows/FormWindow.h"
 
 namespace velbooter {
 
@@ -16,9 +17,9 @@ class ProductKeyBoxes {
     ProductKeyBoxes(const ProductKeyBoxes&) = delete;
     ProductKeyBoxes& operator=(const ProductKeyBoxes&) = delete;
 
-    /// Takes over the edit controls `boxes`, in their order, of the dialog `frame`. The object must live
-    /// longer than they do.
-    void Attach(HWND frame, const std::array<HWND, kKeyGroups>& boxes);
+    /// Takes over the edit controls `boxes`, in their order, of the dialog `frame`. `failure` gets what their
+    /// procedure throws. It and the object must live longer than the boxes do.
+    void Attach(HWND frame, const std::array<HWND, kKeyGroups>& boxes, CaughtFailure& failure);
 
  private:
     static LRESULT CALLBACK Procedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR index,
@@ -27,6 +28,7 @@ class ProductKeyBoxes {
     void LeaveWhenFull(size_t index) const;
 
     HWND frame_ = nullptr;
+    CaughtFailure* failure_ = nullptr;
     std::array<HWND, kKeyGroups> boxes_{};
 };
 

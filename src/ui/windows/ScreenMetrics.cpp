@@ -17,10 +17,7 @@ LONG Centered(LONG length, LONG from, LONG to, LONG workFrom, LONG workTo) {
 }  // namespace
 
 int ScreenDpi() {
-    const HDC screen = ::GetDC(nullptr);
-    const int dpi = ::GetDeviceCaps(screen, LOGPIXELSX);
-    ::ReleaseDC(nullptr, screen);
-    return dpi;
+    return ::GetDeviceCaps(WindowContext(nullptr).get(), LOGPIXELSX);
 }
 
 int ScaledPixels(int pixels) {

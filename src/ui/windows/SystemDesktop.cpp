@@ -2,10 +2,9 @@
 
 #include "src/common/Processes.h"
 #include "src/ui/DriversPage.h"
-#include "src/ui/windows/FileDialogs.h"
-#include "src/ui/windows/FormatDialog.h"
 #include "src/ui/windows/HelpWindow.h"
 #include "src/ui/windows/MessageBoxes.h"
+#include "src/ui/windows/SystemDialogs.h"
 
 namespace velbooter {
 
@@ -108,19 +107,19 @@ void SystemDesktop::Repaint() {
 
 void SystemDesktop::PendingEvents() {
     Repaint();
-    driversWindow_.IgnoreInput(true);
+    // The wizard knows of its own work. What is loaded into the selection is the work of others.
+    const FlagScope work = driversWindow_.HoldInput();
     MSG message{};
     while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
         if (message.message == WM_QUIT) {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             break;
         }
-        if (wizardWindow_.WithholdsWhileWorking(message)) continue;
+        if (wizardWindow_.Withholds(message) || driversWindow_.Withholds(message)) continue;
         ::TranslateMessage(&message);
         ::DispatchMessageW(&message);
     }
-    driversWindow_.IgnoreInput(false);
-    driversWindow_.RethrowFailure();
+    RethrowFailures();
 }
 
 void SystemDesktop::HandleMessage(MSG& message) {
@@ -128,6 +127,10 @@ void SystemDesktop::HandleMessage(MSG& message) {
         ::TranslateMessage(&message);
         ::DispatchMessageW(&message);
     }
+    RethrowFailures();
+}
+
+void SystemDesktop::RethrowFailures() {
     driversWindow_.RethrowFailure();
     wizardWindow_.RethrowFailure();
 }

@@ -38,6 +38,8 @@ class SystemDesktop : public Desktop {
     void HandleMessage(MSG& message);
 
  private:
+    void RethrowFailures();
+
     /// The window that owns the driver selection, and the one that owns dialogs, which is the one whose
     /// handler asks; null while none is visible.
     HWND Owner() const;

@@ -1,8 +1,6 @@
 #include "src/ui/windows/WaitWindow.h"
 
 #include "src/forms/ProductTexts.h"
-#include "src/ui/windows/Announcement.h"
-#include "src/ui/windows/FormClass.h"
 #include "src/ui/windows/ScreenMetrics.h"
 
 namespace velbooter {
@@ -37,12 +35,10 @@ void WaitWindow::Create() {
     window_.reset(::CreateWindowExA(WS_EX_DLGMODALFRAME | WS_EX_APPWINDOW, kWaitClass, kProgramTitle,
                                     kWaitStyle, place.x, place.y, size.cx, size.cy, nullptr, nullptr,
                                     instance, nullptr));
-    status_ = ::CreateWindowExA(
-        0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, ScaledPixels(kMargin),
-        ScaledPixels(kMargin), ScaledPixels(kWidth - 2 * kMargin), ScaledPixels(kHeight - 2 * kMargin),
-        window_.get(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(kStatusId)), instance, nullptr);
     font_ = DialogFont();
-    ::SendMessageA(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
+    status_ = CreateControl(window_.get(), kStatusId, "STATIC", "", SS_LEFT | SS_NOPREFIX, font_.get());
+    ::MoveWindow(status_, ScaledPixels(kMargin), ScaledPixels(kMargin), ScaledPixels(kWidth - 2 * kMargin),
+                 ScaledPixels(kHeight - 2 * kMargin), FALSE);
 }
 
 void WaitWindow::Show(const FrmWait& form) {
@@ -50,21 +46,14 @@ void WaitWindow::Show(const FrmWait& form) {
         if (!form.Visible) return;
         Create();
     }
-    char shown[256] = "";
-    ::GetWindowTextA(status_, shown, sizeof shown);
-    const bool changes = form.LblStatus.Caption != shown;
-    if (changes) ::SetWindowTextA(status_, form.LblStatus.Caption.c_str());
-    if (form.Visible != (::IsWindowVisible(window_.get()) != FALSE)) {
+    const bool changes = ShowText(status_, form.LblStatus.Caption);
+    if (form.Visible != (Handle() != nullptr)) {
         if (form.Visible) hold_.emplace(window_.get());
         if (!form.Visible) hold_.reset();
         ::ShowWindow(window_.get(), form.Visible ? SW_SHOW : SW_HIDE);
     }
     if (changes && form.Visible) Announce(status_);
-    ::RedrawWindow(window_.get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-}
-
-HWND WaitWindow::Handle() const {
-    return window_ && ::IsWindowVisible(window_.get()) != FALSE ? window_.get() : nullptr;
+    PaintNow(window_.get());
 }
 
 }  // namespace velbooter

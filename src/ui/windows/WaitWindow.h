@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "src/forms/Forms.h"
-#include "src/ui/windows/SessionHold.h"
+#include "src/ui/windows/FormWindow.h"
 #include "src/ui/windows/WindowHandle.h"
 
 namespace velbooter {
@@ -22,7 +22,7 @@ class WaitWindow {
     }
 
     /// The window to own message boxes; null while it is not visible.
-    HWND Handle() const;
+    HWND Handle() const { return IfVisible(window_.get()); }
 
  private:
     void Create();

@@ -4,8 +4,7 @@
 
 #include <algorithm>
 
-#include "src/common/Text.h"
-#include "src/ui/windows/Announcement.h"
+#include "src/ui/windows/FormWindow.h"
 #include "src/ui/windows/WizardIds.h"
 
 namespace velbooter {
@@ -71,26 +70,8 @@ std::string TextOf(HWND control) {
     return text;
 }
 
-std::wstring WideTextOf(HWND control) {
-    std::wstring text(static_cast<size_t>(::GetWindowTextLengthW(control)) + 1, L'\0');
-    text.resize(static_cast<size_t>(::GetWindowTextW(control, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
-// Compared in 16-bit characters: a box into which somebody has typed what the code page cannot hold shows in
-// the end what the program has taken for it.
-void ShowText(HWND control, const std::string& text) {
-    const std::wstring wide = WideFromAnsi(text);
-    if (WideTextOf(control) != wide) ::SetWindowTextW(control, wide.c_str());
-}
-
 void ShowEnabled(HWND control, bool enabled) {
     if (enabled != (::IsWindowEnabled(control) != FALSE)) ::EnableWindow(control, enabled ? TRUE : FALSE);
-}
-
-void ShowVisible(HWND control, bool visible) {
-    const bool shown = (::GetWindowLongA(control, GWL_STYLE) & WS_VISIBLE) != 0;
-    if (shown != visible) ::ShowWindow(control, visible ? SW_SHOWNA : SW_HIDE);
 }
 
 void ShowTick(HWND control, bool ticked) {
@@ -112,37 +93,35 @@ void ShowFont(HWND control, HFONT font) {
 }
 
 // A font like that of `control`, of the given weight and of `percent` of its size.
-HFONT FontLike(HWND control, LONG weight, int percent) {
+Font FontLike(HWND control, LONG weight, int percent) {
     LOGFONTA description{};
     ::GetObjectA(FontOf(control), sizeof description, &description);
     description.lfWeight = weight;
     description.lfHeight = ::MulDiv(description.lfHeight, percent, 100);
-    return ::CreateFontIndirectA(&description);
+    return Font(::CreateFontIndirectA(&description));
 }
 
 // The width that a list needs for the longest of its rows, in pixels.
 int WidestOf(const std::vector<std::string>& rows, HWND list) {
     constexpr int kMargins = 8;
-    const HDC context = ::GetDC(list);
-    const HGDIOBJ former = ::SelectObject(context, FontOf(list));
+    const WindowContext context(list);
+    const SelectedObject font(context.get(), FontOf(list));
     LONG widest = 0;
     for (const std::string& row : rows) {
         SIZE size{};
-        ::GetTextExtentPoint32A(context, row.c_str(), static_cast<int>(row.size()), &size);
+        ::GetTextExtentPoint32A(context.get(), row.c_str(), static_cast<int>(row.size()), &size);
         widest = std::max(widest, size.cx);
     }
-    ::SelectObject(context, former);
-    ::ReleaseDC(list, context);
     return static_cast<int>(widest) + kMargins;
 }
 
 }  // namespace
 
-void WizardControls::Attach(HWND frame, const std::array<HWND, kPageCount>& pages) {
+void WizardControls::Attach(HWND frame, const std::array<HWND, kPageCount>& pages, CaughtFailure& failure) {
     const HWND sample = ::GetDlgItem(frame, IDC_NEXT);
-    normal_.reset(FontLike(sample, FW_NORMAL, 100));
-    bold_.reset(FontLike(sample, FW_BOLD, 100));
-    large_.reset(FontLike(sample, FW_BOLD, 150));
+    normal_ = FontLike(sample, FW_NORMAL, 100);
+    bold_ = FontLike(sample, FW_BOLD, 100);
+    large_ = FontLike(sample, FW_BOLD, 150);
     const auto remember = [this](HWND control) { controls_[::GetDlgCtrlID(control)] = control; };
     for (HWND control = ::GetWindow(frame, GW_CHILD); control != nullptr;
          control = ::GetWindow(control, GW_HWNDNEXT))
@@ -157,8 +136,10 @@ void WizardControls::Attach(HWND frame, const std::array<HWND, kPageCount>& page
                 ShowFont(control, isTitle ? large_.get() : bold_.get());
         }
     }
-    productKey_.Attach(frame, {Control(IDC_KEY_PART_1), Control(IDC_KEY_PART_2), Control(IDC_KEY_PART_3),
-                               Control(IDC_KEY_PART_4), Control(IDC_KEY_PART_5)});
+    productKey_.Attach(frame,
+                       {Control(IDC_KEY_PART_1), Control(IDC_KEY_PART_2), Control(IDC_KEY_PART_3),
+                        Control(IDC_KEY_PART_4), Control(IDC_KEY_PART_5)},
+                       failure);
     disks_.Attach(Control(IDC_DISKS));
 }
 
@@ -292,11 +273,11 @@ void WizardControls::TellOfNewColors() const {
         ::SendMessageA(Control(id), WM_SYSCOLORCHANGE, 0, 0);
 }
 
-void WizardControls::Read(FrmWizard& form) const {
+void WizardControls::Read(FrmWizard& form) {
     for (const auto& [id, box] : kTexts) (form.*box).Text = TextOf(Control(id));
     for (const auto& [id, box] : kChecks) (form.*box).Value = IsTicked(Control(id)) ? 1 : 0;
     for (const auto& [id, option] : kOptions) (form.*option).Value = IsTicked(Control(id));
-    if (form.FraMain[kDiskPage].Visible) disks_.Read(form.LV_Disk);
+    if (form.FraMain[kDiskPage].Visible) disks_.Read(form.LV_Disk.ListItems);
     if (!form.FraMain[kFilesPage].Visible) return;
     for (int i = 0; i < form.LstFiles.ListCount(); ++i) {
         form.LstFiles.Select(i, ::SendMessageA(Control(IDC_FILES), LB_GETSEL, static_cast<WPARAM>(i), 0) > 0);

@@ -19,8 +19,9 @@ namespace velbooter {
 
 class WizardControls {
  public:
-    /// Takes the controls of `frame` and its pages, which must outlive the object's use.
-    void Attach(HWND frame, const std::array<HWND, kPageCount>& pages);
+    /// Takes the controls of `frame` and its pages, which must outlive the object's use. `failure` gets what
+    /// a control's procedure throws.
+    void Attach(HWND frame, const std::array<HWND, kPageCount>& pages, CaughtFailure& failure);
 
     /// Brings the controls in line with `form`; a control that shows its value already is left alone, and so
     /// is the list of a page that does not stand.
@@ -28,7 +29,7 @@ class WizardControls {
 
     /// Takes over what the user has entered and ticked, and what is selected in the list of the page that
     /// stands.
-    void Read(FrmWizard& form) const;
+    void Read(FrmWizard& form);
 
     /// Returns whether the control is an option that `form` has chosen already. A press on it changes
     /// nothing: the system presses one whenever it gets the focus.

@@ -1,6 +1,7 @@
-#include "src/ui/windows/FileDialogs.h"
+#include "src/ui/windows/SystemDialogs.h"
 
 #include <commdlg.h>
+#include <shlobj.h>
 
 #include "src/common/Folders.h"
 #include "src/forms/ProductTexts.h"
@@ -72,6 +73,13 @@ std::optional<std::string> AskForExistingFile(HWND owner, const CommonDialog& di
 
 std::optional<std::string> AskForTargetFile(HWND owner, const CommonDialog& dialog) {
     return Ask(owner, dialog, ::GetSaveFileNameA, OFN_OVERWRITEPROMPT, kDefaultImageName);
+}
+
+std::int32_t ShowFormatDialogForDriveA(HWND owner) {
+    constexpr UINT kDriveA = 0;
+    constexpr UINT kDefaultFormat = 0xFFFFFFFF;
+    constexpr UINT kNoOptions = 0;
+    return static_cast<std::int32_t>(::SHFormatDrive(owner, kDriveA, kDefaultFormat, kNoOptions));
 }
 
 }  // namespace velbooter

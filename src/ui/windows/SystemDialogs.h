@@ -1,8 +1,9 @@
 #pragma once
-// The system's dialogs that ask for a file.
+// The system's own dialogs that the wizard and the steps of a build ask with.
 
 #include <windows.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -11,7 +12,7 @@
 namespace velbooter {
 
 /// Shows the dialog above `owner`, preset from `dialog`. Returns the full path of the chosen file, or nothing
-/// after Cancel. A dialog that fails is told of in a message and counts as Cancel. The current folder stays
+/// after Cancel. A dialog that fails is reported in a message and counts as Cancel. The current folder stays
 /// as it is.
 std::optional<std::string> AskForExistingFile(HWND owner, const CommonDialog& dialog);
 
@@ -19,5 +20,9 @@ std::optional<std::string> AskForExistingFile(HWND owner, const CommonDialog& di
 /// before an existing file is chosen; a folder that does not exist yet is taken. Returns the full path, or
 /// nothing after Cancel. The current folder stays as it is.
 std::optional<std::string> AskForTargetFile(HWND owner, const CommonDialog& dialog);
+
+/// Shows the dialog that formats drive A: above `owner` and returns its result (a FormatResult or another
+/// value) when it closes.
+std::int32_t ShowFormatDialogForDriveA(HWND owner);
 
 }  // namespace velbooter
