@@ -51,11 +51,14 @@ class DriverSelection : public testing::Test {
 
     SelectionWindow Open() {
         program_ = std::make_unique<ProgramUnderTest>(folder_, " -sel custom");
-        return SelectionWindow(program_->DriverSelection());
+        selection_ = program_->DriverSelection();
+        return SelectionWindow(selection_);
     }
 
     // The drivers of a group on the disk that the run has built.
     Names OnDisk(const std::string& group = "NDIS") {
+        // The click that ends the selection may still be on its way to it.
+        EXPECT_TRUE(Eventually([&] { return ::IsWindowVisible(selection_) == FALSE; }));
         EXPECT_EQ(program_->ExitCode(), Number(ExitCode::Built));
         ExpectNoWorkingFiles(folder_);
         const FloppyImage image = ExpectImage(folder_, folder_.Path("BootDisk.img"), kSmallImageBytes);
@@ -73,6 +76,7 @@ class DriverSelection : public testing::Test {
 
  private:
     std::unique_ptr<ProgramUnderTest> program_;
+    HWND selection_ = nullptr;
 };
 
 TEST_F(DriverSelection, ShowsTheDriversByTheirDescriptions) {
