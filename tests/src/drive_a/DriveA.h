@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "src/common/Drives.h"
 #include "src/common/Files.h"
 #include "src/common/RuntimeError.h"
 #include "tests/support/ApplicationFolder.h"

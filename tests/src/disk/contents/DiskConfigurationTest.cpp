@@ -82,7 +82,7 @@ TEST_F(InitLists, ACabinetThatIsNotMadeEndsTheBuild) {
     Folder.Write("after.txt");
     Screen.Expect(CabinetFailure("net"));
     EXPECT_FALSE(Run("[Create_CABs]\r\nnet=lib\r\n[Copy_Files]\r\nafter.txt=after.txt\r\n"));
-    EXPECT_FALSE(Folder.HasFolder("cabs"));
+    EXPECT_FALSE(Folder.HasFile("cabs\\after.txt")) << "nothing is done after";
 }
 
 TEST_F(InitLists, SetupModulesOnlySetTheirFlagsInAnyCase) {
