@@ -1,6 +1,5 @@
 #pragma once
-// What a step does while the user waits: the status of the wait window, and the external programs that it
-// waits for.
+// What a step does while the user waits: it shows its status in the wait window and runs external programs.
 
 #include <string>
 
@@ -33,7 +32,8 @@ class ShownWaitWindow {
 enum class ToolWindow { Hidden, Shown };
 
 /// Runs `commandLine` and returns when the program has ended, or at once when it could not be started; the
-/// windows keep painting, and there is no time limit. The files that it leaves show what it achieved.
+/// windows keep painting, and there is no time limit. The files that the program leaves show what it
+/// achieved.
 void RunTool(Desktop& desktop, const std::string& commandLine, ToolWindow window);
 
 }  // namespace velbooter
