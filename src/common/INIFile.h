@@ -24,7 +24,7 @@ class INIFile {
     void SetINIKey(const std::string& section, const std::string& key, const std::string& value) const;
 
     /// Returns the value of the key followed by one NUL character: just the NUL for a missing key or an empty
-    /// value. A value of 99 characters or more comes back as its first 99 characters without the NUL. Callers
+    /// value. Of a value of 99 characters or more, only the first 99 are returned, without the NUL. Callers
     /// that compare or join a value cut it with TrimAtNul first.
     std::string GetINIKey(const std::string& section, const std::string& key) const;
 };

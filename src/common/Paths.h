@@ -15,7 +15,7 @@ bool IsPathSeparator(const std::string& character);
 
 /// Splits `path` at its last separator. Returns true with `folder` (without the separator, so "" for "\a")
 /// and `file` set. Without a separator `folder` becomes the current folder, `file` the whole path, and the
-/// result is false; a path that ends in a separator sets nothing and gives false.
+/// result is false; for a path that ends in a separator it is false, too, and nothing is set.
 bool SplitPath(const std::string& path, std::string& folder, std::string& file);
 
 /// Returns the folder part that SplitPath yields ("" when it sets nothing).

@@ -20,8 +20,8 @@ std::string GetProgramFolder();
 void LoadSystemLibrariesAlone();
 
 /// Returns everything in `wholeCommandLine` after the program's name, unchanged and with the separating space
-/// or tab; velbooter.com passes it on. The name ends where it does for the system: at the first space or tab
-/// outside double quotes.
+/// or tab; velbooter.com passes it on. As for the system, the name ends at the first space or tab outside
+/// double quotes.
 std::string TextAfterName(const std::string& wholeCommandLine);
 
 /// Returns the text of TextAfterName without its first character, the separating space or tab.

@@ -47,7 +47,7 @@ int CompareIgnoringCase(const std::string& left, const std::string& right);
 
 /// Returns the number at the beginning of `text`: spaces, tabs and line ends are skipped, then come an
 /// optional sign, digits with one decimal point, and an exponent. Reading stops at the first character that
-/// does not fit; no number gives 0.
+/// does not fit; without a number the result is 0.
 double NumericPrefix(const std::string& text);
 
 /// Returns NumericPrefix of `text` rounded to a whole number (a half goes to the even neighbour). Raises

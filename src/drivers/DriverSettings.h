@@ -1,5 +1,5 @@
 #pragma once
-// The drivers page: what the chosen disk offers, and which of its drivers are selected at first.
+// The drivers page: what the chosen disk offers, and which of its drivers are selected initially.
 
 #include "src/disk/contents/DiskConfiguration.h"
 #include "src/forms/Forms.h"

@@ -34,8 +34,8 @@ std::optional<std::string> DriverNameOf(const std::string& file);
 bool HasDriverFolder(const ApplicationPaths& paths, const DriverGroup& group);
 
 /// Extracts the members that match `pattern` from a driver cabinet into the application folder, overwriting.
-/// `cabinet` is relative to the folder drivers ("ndis\E100B.cab"). Which files exist afterwards shows what
-/// could be extracted. Leaves the application folder as the current folder.
+/// `cabinet` is relative to the folder drivers ("ndis\E100B.cab"). The result shows only in the files that
+/// exist afterwards. Leaves the application folder as the current folder.
 void ExtractFromDriver(const ApplicationPaths& paths, Desktop& desktop, const std::string& cabinet,
                        const std::string& pattern);
 

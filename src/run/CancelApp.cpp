@@ -25,7 +25,7 @@ void CancelApp(Application& app) {
     FrmWizard& wizard = app.Wizard;
     app.RunEnded = true;
     SetOutcome(wizard, RunOutcome::Canceled);
-    app.Drivers.Visible = false;  // Drivers.ini, which a choice would be written to, goes with the run
+    app.Drivers.Visible = false;  // its choices would go into Drivers.ini, which is deleted now
     DeleteWorkingFiles(app.Paths);
     wizard.CmdNext.Visible = false;
     wizard.CmdFinish.Visible = true;

@@ -11,8 +11,8 @@ namespace velbooter {
 /// Shows or hides the wait window at once.
 void ShowWaitWindow(FrmWait& wait, Desktop& desktop, bool visible);
 
-/// Puts `status` into the wait window's status line and paints it at once, so that it shows while the step
-/// runs.
+/// Puts `status` into the wait window's status line and paints it at once, so that it is visible while the
+/// step runs.
 void SetWaitStatus(FrmWait& wait, Desktop& desktop, const std::string& status);
 
 /// Shows the wait window as long as it lives.

@@ -15,8 +15,8 @@ namespace velbooter {
 /// Copies the selected entries of LstFiles from the tree cabs to `destination`, a folder without a
 /// trailing "\", or exactly "A:" for the floppy, whose free space is then tested before each file. Advances
 /// WorkProgress by one step for each entry. Failures are shown. Returns false when a source could not be read
-/// or the user aborted; files left out because the floppy is full or because the user chose Ignore are no
-/// failures.
+/// or the user aborted; files left out because the floppy is full or because the user chose Ignore do not
+/// count.
 bool InjectFilesToDir(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard,
                       const std::string& destination);
 
