@@ -1,7 +1,7 @@
-// The entry of velbooter.com, the program's twin for command prompts. A prompt waits for no window program
-// and shows no result of it; typed without an extension, "velbooter" finds this twin first. It starts
-// velbooter.exe of its own folder with the same command line, waits for its end, says in one line how it
-// went, and returns the same exit code.
+// The entry point of velbooter.com, the program's companion for command prompts. A prompt does not wait for a
+// window program and does not show how it ended; typed without an extension, "velbooter" runs this companion
+// first. It starts the velbooter.exe in its own folder with the same command line, waits until it ends,
+// prints one line about how it went, and returns the same exit code.
 
 #include <windows.h>
 
@@ -24,8 +24,8 @@ struct Started {
     DWORD Error = 0;       ///< why, a result of GetLastError
 };
 
-// The program gets neither the streams nor the console: whoever reads them would wait for the wizard's end,
-// and the tools of a build would write between the lines.
+// The program inherits neither the streams nor the console. With them, a reader of the streams would wait for
+// the wizard to end, and a build's tools would print between the lines.
 Started Start(const std::string& program, const std::string& text) {
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
@@ -40,10 +40,10 @@ Started Start(const std::string& program, const std::string& text) {
     return {KernelHandle(process.hProcess)};
 }
 
-// Paths are in the ANSI code page, a console mostly has another one.
+// Paths are in the ANSI code page; a console usually has another one.
 std::string ForConsole(const std::string& text) {
     const std::wstring wide = velbooter::WideFromAnsi(text);
-    const UINT page = ::GetConsoleOutputCP();  // none, without a console, is the ANSI code page again
+    const UINT page = ::GetConsoleOutputCP();  // 0, without a console, means the ANSI code page
     const auto wideLength = static_cast<int>(wide.size());
     const int size = ::WideCharToMultiByte(page, 0, wide.data(), wideLength, nullptr, 0, nullptr, nullptr);
     std::string shown(static_cast<size_t>(size), '\0');

@@ -17,19 +17,19 @@ const char* Outcome(std::uint32_t code) {
         case ExitCode::Canceled:
             return "a step of the build failed or was cancelled, and nothing was built";
         case ExitCode::Refused:
-            return "the command line was refused, and nothing was built";
+            return "the command line was rejected, and nothing was built";
         case ExitCode::UnknownDisk:
             return "files\\disklist.ini has no disk of this name, and nothing was built";
         case ExitCode::DosFilesMissing:
             return "the DOS files are missing, and nothing was built";
         case ExitCode::AlreadyRunning:
-            return "the program already runs from this folder, and nothing was built";
+            return "the program is already running from this folder, and nothing was built";
         case ExitCode::InternalError:
-            return "an error that no step expects has ended the build";
+            return "the build stopped because of an unexpected error";
         case ExitCode::NoImage:
-            return "the build reached its end, but the image tool has left no new image";
+            return "the build reached its end, but the image tool left no new image";
     }
-    return "velbooter.exe was ended before its time";
+    return "velbooter.exe was terminated";
 }
 
 }  // namespace
@@ -39,11 +39,11 @@ std::string OutcomeLine(std::uint32_t code) {
 }
 
 std::string MissingLine(const std::string& program) {
-    return Line(program + " is missing: it has to be in the folder of velbooter.com.");
+    return Line(program + " is missing; it must be in the same folder as velbooter.com.");
 }
 
 std::string NotStartedLine(const std::string& program, std::uint32_t systemError) {
-    return Line(program + " cannot be started or watched (system error " + std::to_string(systemError) +
+    return Line(program + " cannot be started or waited for (system error " + std::to_string(systemError) +
                 ").");
 }
 

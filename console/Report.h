@@ -1,6 +1,6 @@
 #pragma once
-// What velbooter.com says at a command prompt: the end of a run in one line, in the user's words. A line ends
-// with a line feed.
+// What velbooter.com prints at a command prompt: one line about how a run ended, or why none could start.
+// Each line ends with a line feed.
 
 #include <cstdint>
 #include <string>
@@ -8,18 +8,18 @@
 namespace velbooter {
 
 /// The exit code of velbooter.com itself when it cannot start velbooter.exe: the number that command shells
-/// use for a program that is not there. Far from those of ExitCode, which stand for velbooter.exe's own end.
+/// use for a missing program. It is none of ExitCode, which velbooter.exe itself returns.
 inline constexpr std::uint32_t kNotStarted = 127;
 
-/// Returns the line about a run of velbooter.exe that has ended with `code`. A code that the program does not
-/// give by itself means that something else has ended it.
+/// Returns the line about a run of velbooter.exe that ended with `code`. A code that is not in ExitCode means
+/// that something else terminated the program.
 std::string OutcomeLine(std::uint32_t code);
 
-/// Returns the line about `program`, the full path of velbooter.exe, which is not there.
+/// Returns the line about `program`, the full path of velbooter.exe, which is missing.
 std::string MissingLine(const std::string& program);
 
-/// Returns the line about `program`, which the system refuses to start or to watch with `systemError`, a
-/// result of GetLastError.
+/// Returns the line about `program`, which could not be started or waited for. `systemError` is a result of
+/// GetLastError.
 std::string NotStartedLine(const std::string& program, std::uint32_t systemError);
 
 }  // namespace velbooter

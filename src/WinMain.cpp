@@ -1,5 +1,5 @@
-// The entry of the program: makes the real desktop, runs the start routine and turns its end into an exit
-// code.
+// The program's entry point: creates the real desktop, runs the start routine and turns the way it ends into
+// an exit code.
 
 #include <windows.h>
 // objbase.h needs windows.h before it.
@@ -17,19 +17,18 @@
 
 namespace {
 
-// What the process asks of the system before anything else.
+// The settings of the whole process, before anything else.
 void PrepareProcess() {
-    // That a drive has no disk is told by the step that needs it, not by a box of the system before that. The
-    // tools inherit it.
+    // A drive without a disk is reported by the step that needs it, not first by a message box of the system.
+    // The tools inherit this setting.
     ::SetErrorMode(::GetErrorMode() | SEM_FAILCRITICALERRORS);
     velbooter::LoadSystemLibrariesAlone();
-    // While a slow drive keeps a call of the system waiting nobody is answered. The system's stand-in for
-    // such a window has a close box that would end the program in the middle of a disk.
+    // While a system call waits for a slow drive, the windows do not respond. The system would replace them
+    // with ghost windows, whose close button ends the program in the middle of writing a disk.
     ::DisableProcessWindowsGhosting();
 }
 
-// What the system opens for the program (links, dialogs for files, the format dialog) may need an apartment
-// of COM.
+// Links, file dialogs and the format dialog may need a COM apartment.
 class ComApartment {
  public:
     ComApartment()
@@ -44,7 +43,7 @@ class ComApartment {
     bool isOpen_;
 };
 
-// The windows show the application for as long as this lives. It ends before the application does.
+// The windows show the application as long as this object lives. It is destroyed before the application.
 class ShownForms {
  public:
     ShownForms(velbooter::SystemDesktop& desktop, velbooter::Application& app) : desktop_(desktop) {

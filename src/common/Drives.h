@@ -1,12 +1,13 @@
 #pragma once
-// The free space of a drive, in the arithmetic that messages about full floppies rest on.
+// The free space of a drive. The messages about a full floppy depend on its 32-bit arithmetic.
 
 #include <string>
 
 namespace velbooter {
 
-/// Returns the free space of the drive that `path` begins with, in bytes; -1 when it cannot be read. The
-/// product is taken in signed 32-bit arithmetic: above 2,147,483,647 it raises RuntimeError 6 (overflow).
+/// Returns the free space of the drive that `path` begins with, in bytes; -1 when it cannot be read. Raises
+/// RuntimeError 6 (overflow) above 2,147,483,647, because the product is computed in signed 32-bit
+/// arithmetic.
 double GetDriveFreeSpace(const std::string& path);
 
 }  // namespace velbooter

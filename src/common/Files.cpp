@@ -35,8 +35,8 @@ DWORD CALLBACK OnCopyProgress(LARGE_INTEGER /*allBytes*/, LARGE_INTEGER /*copied
     }
 }
 
-// Has the contents written to the drive itself, so that the power may go behind it, where the file system
-// knows how. Returns the system's number of the error, or ERROR_SUCCESS.
+// Flushes the file to the drive, so that a power failure afterwards loses nothing. A file system that cannot
+// flush is no error. Returns the system's error number, or ERROR_SUCCESS.
 DWORD FlushFile(const std::string& file) {
     const FileHandle opened = OpenExistingFile(file, GENERIC_WRITE);
     if (opened && ::FlushFileBuffers(opened.Get()) != 0) return ERROR_SUCCESS;
@@ -79,7 +79,7 @@ std::optional<std::uint64_t> ListedSize(const std::string& file) {
 }
 
 std::optional<FileStamp> StampOf(const std::string& file) {
-    // No access is asked for, so a file that another program holds can be looked at as well.
+    // No access is requested, so that a file locked by another program can be queried, too.
     const FileHandle opened = OpenExistingFile(file, 0);
     BY_HANDLE_FILE_INFORMATION facts{};
     if (!opened || ::GetFileInformationByHandle(opened.Get(), &facts) == 0) return std::nullopt;
@@ -112,7 +112,7 @@ void CopyWholeFileOver(const std::string& source, const std::string& destination
                        const std::function<void()>& whileCopying) {
     const std::string copy = destination + kCopySuffix;
     CopyFileOver(source, copy, whileCopying);
-    // A copy has the attributes of its source, and those of a CD are all read-only.
+    // A copy takes on its source's attributes, and every file on a CD is read-only.
     MakeWritable(copy);
     DWORD error = FlushFile(copy);
     if (error == ERROR_SUCCESS) {

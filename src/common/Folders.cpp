@@ -17,7 +17,7 @@ bool MeansNothingThere(DWORD error) {
            error == ERROR_INVALID_NAME || error == ERROR_DIRECTORY;
 }
 
-// What the code page cannot hold becomes a character that looks like it, or a question mark.
+// A character that the code page lacks becomes a similar one or a question mark.
 std::string LookOf(const std::wstring& text) {
     const auto length = static_cast<int>(text.size());
     const int size = ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
@@ -30,7 +30,7 @@ bool IsDots(const wchar_t* name) {
     return ::lstrcmpW(name, L".") == 0 || ::lstrcmpW(name, L"..") == 0;
 }
 
-// Other reparse points, files kept online for instance, are ordinary folders to a reader. Wine gives no tag.
+// Other reparse points, such as folders kept online, can be read like ordinary folders. Wine reports no tag.
 bool IsLinkToFolder(const WIN32_FIND_DATAW& entry) {
     constexpr DWORD kFolderElsewhere = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
     const DWORD tag = entry.dwReserved0;
@@ -38,7 +38,7 @@ bool IsLinkToFolder(const WIN32_FIND_DATAW& entry) {
            (tag == 0 || tag == IO_REPARSE_TAG_SYMLINK || tag == IO_REPARSE_TAG_MOUNT_POINT);
 }
 
-// The absolute path in the form that the system takes to the letter and at any length.
+// Returns the absolute path in the form that the system takes literally and at any length.
 std::wstring LiteralPath(const std::string& path) {
     const std::wstring given = WideFromAnsi(path);
     std::wstring full(::GetFullPathNameW(given.c_str(), 0, nullptr, nullptr), L'\0');
@@ -57,7 +57,7 @@ bool RemoveFolder(const std::wstring& folder) {
 }
 
 bool DeleteFileEntry(const std::wstring& file, const WIN32_FIND_DATAW& entry) {
-    // The attributes of a link would be those of what it leads to.
+    // Changing the attributes of a link could change those of its target.
     if ((entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
         ::SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL);
     return ::DeleteFileW(file.c_str()) != 0;
@@ -69,7 +69,7 @@ bool DeleteEntry(const std::wstring& folder, const WIN32_FIND_DATAW& entry) {
     const std::wstring path = folder + L"\\" + entry.cFileName;
     if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return DeleteFileEntry(path, entry);
     if (IsLinkToFolder(entry)) return ::RemoveDirectoryW(path.c_str()) != 0;
-    // A folder that cannot be listed is still there.
+    // A folder that cannot be listed still exists.
     return EmptyAndRemove(path) && !IsThere(path);
 }
 
@@ -151,7 +151,7 @@ bool FolderExists(const std::string& path) {
 
 bool CreateFolderPath(std::string& path) {
     if (!EndsWith(path, "\\")) path += "\\";
-    // The system's function copies the path into a buffer of this size without looking at its length.
+    // The system's function copies the path into a buffer of this size without checking its length.
     if (path.size() >= MAX_PATH) return false;
     return ::MakeSureDirectoryPathExists(path.c_str()) != 0;
 }
@@ -164,7 +164,7 @@ bool DeleteTree(const std::string& folder) {
     const std::wstring path = LiteralPath(folder);
     WIN32_FIND_DATAW entry{};
     const bool isFound = static_cast<bool>(FindHandle(::FindFirstFileW(path.c_str(), &entry)));
-    // A listing of one name can tell the attributes of what a link leads to.
+    // A listing of a single name can return the attributes of a link's target.
     entry.dwFileAttributes = ::GetFileAttributesW(path.c_str());
     if (isFound && IsLinkToFolder(entry)) return ::RemoveDirectoryW(path.c_str()) != 0;
     return EmptyAndRemove(path);
@@ -175,7 +175,7 @@ bool DeleteFolderTree(const std::string& path) {
 }
 
 void ChangeDriveAndFolder(const std::string& folder) {
-    // To the system a drive alone is the current folder of that drive.
+    // To the system, a drive alone means the current folder of that drive.
     const std::string path = EndsWith(folder, ":") ? folder + "\\" : folder;
     if (::SetCurrentDirectoryA(path.c_str()) == 0) RaiseLastSystemError(folder);
 }

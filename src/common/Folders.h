@@ -1,6 +1,6 @@
 #pragma once
-// Folders: what is in one, whether it is there, how it is made and how it goes. Functions that return a bool
-// report failure by it; listings, MakeFolder and ChangeDriveAndFolder raise RuntimeError.
+// Listing, testing, creating and deleting folders. Functions that return a bool report failure by it;
+// listings, MakeFolder and ChangeDriveAndFolder raise RuntimeError.
 
 #include <cstddef>
 #include <optional>
@@ -24,12 +24,12 @@ class FolderListing {
     explicit FolderListing(const std::string& pattern) : pattern_(pattern) {}
 
     /// Returns the next entry, or nothing after the last. Raises RuntimeError when the folder cannot be read
-    /// to its end (a drive that is not ready, a share that goes), and for a name that the code page cannot
-    /// hold (52): no name is ever taken for another one. Called again after an error, it tries the same
-    /// entry.
+    /// to its end (a drive that is not ready, a share that disappears). Raises RuntimeError 52 for a name
+    /// that the code page cannot represent, so that no name is mistaken for another. Called again after an
+    /// error, it tries the same entry.
     std::optional<FolderEntry> Next();
 
-    /// Makes Next() begin again with the first entry of a fresh enumeration.
+    /// Starts a fresh enumeration: Next() returns its first entry.
     void Restart();
 
  private:
@@ -42,33 +42,33 @@ class FolderListing {
 bool AnyMatches(const std::string& pattern);
 
 /// Returns whether a folder exists: whether a listing of everything in it has any entry (an existing folder
-/// lists at least "."). False for a blank path and on any error.
+/// lists at least "."). False for a path that is empty or only spaces, and on any error.
 bool FolderExists(const std::string& path);
 
-/// Appends "\" to `path` when it does not end in one (the caller sees it) and creates every missing folder of
-/// it. Returns whether the system reported success; false too for a path that is longer than the system can
-/// take.
+/// Appends "\" to `path` itself when it does not end in one, and creates every missing folder of it. Returns
+/// whether the system reported success; a path that is longer than the system accepts is a failure, too.
 bool CreateFolderPath(std::string& path);
 
-/// Makes one folder, whose parent must exist; an existing one is an error (75).
+/// Creates one folder, whose parent must exist; an existing one is an error (75).
 void MakeFolder(const std::string& folder);
 
 /// Deletes a folder with everything in it: read-only, hidden and system files, names that the code page
-/// cannot hold, and paths of any length. A link is removed, never followed, be it `folder` itself. Returns
-/// false at the first thing that cannot be deleted, which stays with all that was not reached yet. A folder
-/// that is missing or cannot be listed counts as gone (true); one that lies in `folder` has to be gone after
-/// its turn.
+/// cannot represent, and paths of any length. A link is removed, never followed, even when it is `folder`
+/// itself. Stops at the first entry that cannot be deleted and returns false. Returns true for a `folder`
+/// that is missing or cannot be listed, but false when a subfolder cannot be listed.
 bool DeleteTree(const std::string& folder);
 
 /// Deletes a folder with everything in it, read-only, hidden and system files included (DeleteTree). A link
-/// is removed, never followed. Returns true when the folder is gone (or never was); false when something
-/// could not be deleted, which then stays with all that was not reached yet.
+/// is removed, never followed. Returns true when the folder no longer exists. Stops at the first entry that
+/// cannot be deleted and returns false.
 bool DeleteFolderTree(const std::string& path);
 
-/// Makes `folder` the current folder and its drive the current drive. A drive alone ("E:") is its root.
+/// Makes `folder` the current folder and its drive the current drive. A drive alone ("E:") stands for its
+/// root.
 void ChangeDriveAndFolder(const std::string& folder);
 
-/// Return the Windows and the system folder with a trailing backslash; "" when the system does not tell.
+/// Return the Windows and the system folder with a trailing backslash; "" when the system does not report
+/// them.
 std::string GetWindowsFolder();
 std::string GetSystemFolder();
 

@@ -1,6 +1,6 @@
 #pragma once
-// Owning types for the operating system's handles. What "no handle" looks like is part of the type: null for
-// kernel objects, minus one for files and directory searches.
+// Owning types for the operating system's handles, so that none is closed by hand. Each kind knows its
+// invalid value: null for kernel objects, minus one for files and directory searches.
 
 #include <cstdint>
 #include <string>
@@ -65,9 +65,9 @@ using KernelHandle = UniqueHandle<handles::Kernel>;
 using FileHandle = UniqueHandle<handles::File>;
 using FindHandle = UniqueHandle<handles::Find>;
 
-/// Opens an existing file and keeps nobody from reading, writing or deleting it. `access` is the system's access
-/// mask; 0 asks for none, so that a file which another program holds can be looked at too. Returns an empty handle when
-/// the file cannot be opened; the reason is the thread's last error then.
+/// Opens an existing file without preventing anyone from reading, writing or deleting it. `access` is the
+/// system's access mask; 0 requests none, so that a file locked by another program can be queried, too.
+/// Returns an empty handle on failure; GetLastError gives the reason.
 FileHandle OpenExistingFile(const std::string& file, std::uint32_t access);
 
 }  // namespace velbooter

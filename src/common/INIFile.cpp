@@ -25,7 +25,7 @@ std::string INIFile::GetINIKey(const std::string& section, const std::string& ke
     std::string buffer(kBufferCharacters, ' ');
     const DWORD length = ::GetPrivateProfileStringA(section.c_str(), key.c_str(), "", buffer.data(),
                                                     kBufferCharacters, FileName.c_str());
-    // A value that fills the buffer is handed on without the terminator; a shorter one keeps it.
+    // A value that fills the buffer is returned without its terminator; a shorter one keeps it.
     buffer.resize(length >= kBufferCharacters - 1 ? kBufferCharacters - 1 : length + 1);
     return Trim(buffer);
 }

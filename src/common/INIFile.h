@@ -1,6 +1,6 @@
 #pragma once
-// The accessor for the program's INI files, a thin object around the system's profile functions. It keeps no
-// cache: every call goes to the file. Values are in the Windows ANSI code page.
+// Access to the program's INI files, a thin object around the system's profile functions. Nothing is cached:
+// every call goes to the file. Values are in the Windows ANSI code page.
 
 #include <string>
 
@@ -8,7 +8,7 @@ namespace velbooter {
 
 class INIFile {
  public:
-    /// Full path of the file; not checked. A missing file reads as empty values and is made by the first
+    /// Full path of the file; not checked. A missing file reads as empty values and is created by the first
     /// write.
     std::string FileName;
 
@@ -19,12 +19,12 @@ class INIFile {
     /// backslashes.
     void CreateIni(const std::string& folder, const std::string& file);
 
-    /// Writes key = value in [section]; an empty value writes the key with nothing behind its equals sign. A
-    /// failure is silent.
+    /// Writes key = value in [section]; an empty value writes the key with nothing after its equals sign. A
+    /// failure is not reported.
     void SetINIKey(const std::string& section, const std::string& key, const std::string& value) const;
 
     /// Returns the value of the key followed by one NUL character: just the NUL for a missing key or an empty
-    /// value. A value of 99 characters or more comes back as its first 99 characters without the NUL. Callers
+    /// value. Of a value of 99 characters or more, only the first 99 are returned, without the NUL. Callers
     /// that compare or join a value cut it with TrimAtNul first.
     std::string GetINIKey(const std::string& section, const std::string& key) const;
 };

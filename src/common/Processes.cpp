@@ -12,8 +12,7 @@ namespace velbooter {
 
 namespace {
 
-// How long one wait lasts before the caller may repaint; the end of the process is noticed at once all the
-// same.
+// How long one wait lasts before the caller may repaint. The end of the process ends the wait at once.
 constexpr DWORD kWaitSliceMs = 50;
 
 }  // namespace

@@ -1,6 +1,6 @@
 #pragma once
 // Processes: the running program's own file and command line, other programs, what the shell opens, and other
-// programs' windows. None speaks to the user.
+// programs' windows. Nothing here shows a message.
 
 #include <cstdint>
 #include <functional>
@@ -10,37 +10,37 @@
 
 namespace velbooter {
 
-/// Return the running program's own file, and its folder without a trailing backslash. The path is cut when
-/// it is longer than the system's 259 characters.
+/// Return the running program's own file, and its folder without a trailing backslash. The path is truncated
+/// when it is longer than 259 characters, the system's limit.
 std::string GetProgramFile();
 std::string GetProgramFolder();
 
-/// Makes the system load libraries from its own folder alone: the program may lie among downloads, any of
-/// which could be one. Changes nothing on a Windows 7 without its updates.
+/// Makes the process load libraries from the system's folder only: in a download folder, a file next to the
+/// program could pose as one. Has no effect on a Windows 7 without updates.
 void LoadSystemLibrariesAlone();
 
-/// Returns everything of `wholeCommandLine` that follows the program's own name, the separating blank
-/// included, to the letter; velbooter.com hands it on. The name ends, as the system reads it, at the first
-/// blank or tab that is not between double quotes.
+/// Returns everything in `wholeCommandLine` after the program's name, unchanged and with the separating space
+/// or tab; velbooter.com passes it on. As for the system, the name ends at the first space or tab outside
+/// double quotes.
 std::string TextAfterName(const std::string& wholeCommandLine);
 
-/// Returns the text of TextAfterName without the one blank or tab that separates it.
+/// Returns the text of TextAfterName without its first character, the separating space or tab.
 std::string ArgumentsOf(const std::string& wholeCommandLine);
 
-/// Returns whether `text`, of TextAfterName, asks for nothing: blanks, some of which a command prompt adds
-/// by itself, are no arguments.
+/// Returns whether `text`, a result of TextAfterName, contains no arguments. It may contain spaces; a command
+/// prompt adds some by itself.
 bool IsWithoutArguments(const std::string& text);
 
 /// Starts `commandLine` exactly as it stands, in the caller's current folder, inheriting handles; `hidden`
 /// starts its window hidden. Returns the process's handle, empty when the start failed. The thread's handle
-/// is not closed, a small leak per call that is accepted.
+/// is not closed, an accepted small leak per call.
 KernelHandle StartProcess(const std::string& commandLine, bool hidden);
 
 /// Starts `commandLine` and waits for its end, or, with `waitForInputIdle`, until it waits for input.
-/// `timeoutMs` is in milliseconds; below 1 there is no limit. `whileWaiting` is called again and again during
-/// the wait, so that windows keep painting. Returns true when the wait was fulfilled, false after the
-/// time-out or when the start failed. The exit code is not looked at: callers check the files that the tool
-/// should have made.
+/// `timeoutMs` is in milliseconds; below 1 there is no limit. `whileWaiting` is called repeatedly during the
+/// wait, so that windows keep painting. Returns true when the process reached that state, false after the
+/// time-out or a failed start. The exit code is ignored: callers check the files that the tool should have
+/// created.
 bool RunAndWait(const std::string& commandLine, std::int32_t timeoutMs, bool waitForInputIdle, bool hidden,
                 const std::function<void()>& whileWaiting = {});
 

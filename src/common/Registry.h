@@ -1,5 +1,5 @@
 #pragma once
-// Strings of the registry, which the program only ever reads.
+// Reading strings from the registry. The program never writes to it.
 
 #include <optional>
 #include <string>
@@ -10,7 +10,7 @@ namespace velbooter {
 enum class RegistryRoot { ClassesRoot, CurrentUser, LocalMachine, Users };
 
 /// Returns the string value `valueName` of `subKey`, up to its first NUL; nothing when it is missing or not a
-/// plain string. The key is not closed afterwards: the helper is used a handful of times in a run.
+/// plain string. The key is not closed afterwards: a run reads only a handful of values.
 std::optional<std::string> ReadRegistryString(RegistryRoot root, const std::string& subKey,
                                               const std::string& valueName);
 

@@ -1,7 +1,7 @@
 #pragma once
-// The one error type of file operations. Routines that may fail with a number the user is told raise it; the
-// numbers and texts are the field's file errors (53 "File not found", 61 "Disk Full", ...), so that a message
-// about a full floppy reads the same whichever routine met it.
+// The one error type of file operations. It carries a number and the text that messages show (53 "File not
+// found", 61 "Disk Full", ...), so that a full floppy is reported in the same words whichever routine detects
+// it.
 
 #include <cstdint>
 #include <stdexcept>
@@ -30,7 +30,7 @@ enum RuntimeErrorNumber : int {
 /// A failed operation: its number, the number's text, and the file it was about ("" when there is none).
 class RuntimeError : public std::runtime_error {
  public:
-    /// Makes the error `number` with its own text (RuntimeErrorText).
+    /// Creates the error `number` with the text that RuntimeErrorText returns.
     explicit RuntimeError(int number, const std::string& file = "");
 
     int Number;

@@ -12,7 +12,7 @@ namespace velbooter {
 
 namespace {
 
-// Where a share tells no number of a file, its full name has to do.
+// Returns the full name of `file` in lower case, which identifies it where a share reports no file number.
 std::string FinalPath(const std::string& file) {
     const FileHandle opened = OpenExistingFile(file, 0);
     std::array<char, MAX_PATH> path{};
@@ -21,8 +21,8 @@ std::string FinalPath(const std::string& file) {
     return LowerCase(length == 0 || length >= MAX_PATH ? file : std::string(path.data(), length));
 }
 
-// The name of a mutex cannot hold a backslash and is shorter than the longest path; the end of a path tells
-// more.
+// A mutex name cannot contain a backslash and cannot be as long as the longest path. Of a long path the end
+// is kept, because it distinguishes better.
 std::string MarkOf(const std::string& executable) {
     const auto stamp = StampOf(executable);
     if (stamp && stamp->Identity != 0)
@@ -40,7 +40,7 @@ SingleInstance::SingleInstance(const std::string& executable) {
     HANDLE mutex = ::CreateMutexA(nullptr, FALSE, name.c_str());
     const DWORD error = ::GetLastError();
     mutex_ = KernelHandle(mutex);
-    // The mark of another user may be seen and not taken.
+    // Another user's mutex may exist but deny access.
     isFirst_ = error != ERROR_ALREADY_EXISTS && error != ERROR_ACCESS_DENIED;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
-// Tells whether this program already runs from the same file. Two copies in two folders do not disturb each
-// other's working files, so each has a mark of its own; one file that is reached by two paths (a substituted
-// drive, a share, a junction, a short name) has one.
+// Detects whether the program is already running from the same file, because two instances would overwrite
+// each other's working files. Copies in different folders are independent. One file that is reached by two
+// paths (a substituted drive, a share, a junction, a short name) counts as one.
 
 #include <string>
 
@@ -11,11 +11,11 @@ namespace velbooter {
 
 class SingleInstance {
  public:
-    /// Takes the mark of the program `executable` (a full path) and holds it as long as the object lives. All
-    /// users who are logged on to the PC share it.
+    /// Opens the mutex of the program `executable` (a full path) and keeps it open as long as the object
+    /// lives. All users who are logged on to the PC share it.
     explicit SingleInstance(const std::string& executable);
 
-    /// Returns whether nobody held the mark before.
+    /// Returns whether no other instance had the mutex open.
     bool IsFirst() const { return isFirst_; }
 
  private:

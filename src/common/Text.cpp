@@ -14,8 +14,8 @@ namespace velbooter {
 
 namespace {
 
-// Returns how many bytes the character at `position` takes; a text that ends within a character counts it as
-// whole.
+// Returns how many bytes the character at `position` takes; a character cut off by the end of the text takes
+// one.
 size_t BytesOfCharacter(const std::string& text, size_t position, unsigned codePage) {
     const auto byte = static_cast<BYTE>(text[position]);
     return ::IsDBCSLeadByteEx(codePage, byte) != FALSE && position + 1 < text.size() ? 2 : 1;
@@ -119,14 +119,14 @@ std::string NumberText(const std::string& text) {
 
 int CompareIgnoringCase(const std::string& left, const std::string& right) {
     const auto length = [](const std::string& text) { return static_cast<int>(text.size()); };
-    // The code page is the one of all other texts, not that of the user's language.
+    // The code page is that of all other texts, not that of the user's language.
     return ::CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE | LOCALE_USE_CP_ACP, left.data(),
                             length(left), right.data(), length(right)) -
            CSTR_EQUAL;
 }
 
 double NumericPrefix(const std::string& text) {
-    // strtod itself passes over an exponent without digits. It cannot meet "inf" or "nan" here.
+    // strtod itself ignores an exponent without digits. The text never contains "inf" or "nan".
     const double value = std::strtod(NumberText(text).c_str(), nullptr);
     return std::isfinite(value) ? value : std::copysign(std::numeric_limits<double>::max(), value);
 }

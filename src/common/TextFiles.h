@@ -1,6 +1,6 @@
 #pragma once
-// Text files, line by line. Every reader of a text file in the program goes through LineReader, so that CR LF
-// and LF line ends mean the same everywhere; what is written has CR LF.
+// Text files, line by line. All text files are read through LineReader, so that CR LF and LF mean the same
+// everywhere. Lines are written with CR LF.
 
 #include <cstddef>
 #include <optional>
@@ -44,7 +44,7 @@ class LineWriter {
 };
 
 /// Writes `textLine` as one line to `file1`, and the same line to `file2` and `file3` when they are given.
-/// Raises RuntimeError when a file cannot take it; the files before that one have it then.
+/// Raises RuntimeError when a write fails; the files before that one already have the line.
 void WriteToFile(const std::string& textLine, LineWriter& file1, LineWriter* file2 = nullptr,
                  LineWriter* file3 = nullptr);
 

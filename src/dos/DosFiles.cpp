@@ -33,7 +33,7 @@ void AskForImport(const ApplicationPaths& paths, Desktop& desktop) {
     if (answer == Answer::Cancel) EndWithoutDosFiles();
 }
 
-// Asks until a file in the setup CD's folder is chosen; a cancelled dialog ends the program.
+// Asks until the user chooses a file in the setup CD's folder; a cancelled dialog ends the program.
 std::string AskForCdFolder(Desktop& desktop, CommonDialog& dialog) {
     for (;;) {
         const auto chosen = desktop.ShowOpenDialog(dialog);

@@ -8,13 +8,13 @@
 
 namespace velbooter {
 
-/// Returns whether all DOS files are in the folder dos. With `showErrors` the first one that is missing is
-/// reported by a message, and the program ends (ProgramEnd).
+/// Returns whether all DOS files are in the folder dos. With `showErrors`, a message reports the first
+/// missing file, and the program ends (ProgramEnd).
 bool VerifyDOSFiles(const ApplicationPaths& paths, Desktop& desktop, bool showErrors);
 
-/// Returns only when all DOS files are there, after importing them from the Windows installation or from a
-/// setup CD if need be, whose folder `cdDialog` asks for; otherwise ends the program (ProgramEnd), after a
-/// message that says why.
+/// Returns only when all DOS files are there. If any is missing, imports them from the Windows installation,
+/// or from a setup CD whose folder `cdDialog` asks for. When that fails, shows why and ends the
+/// program (ProgramEnd).
 void CheckDOSFiles(const ApplicationPaths& paths, Desktop& desktop, FrmWait& wait, CommonDialog& cdDialog);
 
 /// Rebuilds the folder files\dos, the source of the dos module, from its pristine copy files\dos_files.

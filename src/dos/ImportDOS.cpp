@@ -47,8 +47,8 @@ void ForEachDosFile(Desktop& desktop, FrmWait& wait, const std::function<void(co
     SetWaitStatus(wait, desktop, "Please wait ... Checking import process");
 }
 
-// The part that both CD imports share: `extract` runs the tool for one member of the cabinets. While a tool
-// writes a file, an empty file beside it says that this one may be half.
+// The part that both CD imports share; `extract` runs the tool for one member of the cabinets. While a tool
+// writes a file, an empty marker file next to it says that it may be incomplete.
 void ImportFromCd(const ApplicationPaths& paths, Desktop& desktop, const std::string& folder,
                   const std::string& name, const std::function<void(const std::string&)>& extract) {
     if (IsPlainFileOnCd(name)) {
@@ -61,7 +61,7 @@ void ImportFromCd(const ApplicationPaths& paths, Desktop& desktop, const std::st
         const std::string member = Target(paths, kIoSysMember);
         for (const std::string& former : {Target(paths, kIoSys), member}) DeleteIfThere(former);
         extract(kIoSysMember);
-        // What the tool has not brought is missed by the check at the end.
+        // The check at the end reports a file that the tool did not extract.
         if (FileExists(member)) RenameFileTo(member, Target(paths, kIoSys));
     } else {
         extract(name);
@@ -90,7 +90,8 @@ void ImportDOSFilesWithExtract(const ApplicationPaths& paths, Desktop& desktop, 
         const std::string cabinet = UpperCase(GetShortPath(folder + "BASE4.CAB"));
         ChangeDriveAndFolder(paths.ApplicationFolder);
         ImportFromCd(paths, desktop, folder, name, [&](const std::string& member) {
-            // /a goes on to the following cabinets of the set, /l extracts into dos below the current folder.
+            // /a continues with the following cabinets of the set, /l extracts into dos below the current
+            // folder.
             RunTool(desktop, Target(paths, "extract.exe") + " /y /a " + cabinet + " " + member + " /l DOS\\",
                     ToolWindow::Hidden);
         });

@@ -1,7 +1,7 @@
 #pragma once
 // The DOS system files that every boot disk needs, and the three ways of filling the folder dos with them.
-// Each shows the wait window with its progress while it works; what could not be had is left to the check
-// that follows. All raise RuntimeError when a file operation of their own fails.
+// Each shows the wait window with its progress while it works; files that cannot be imported are left to the
+// check that follows. All raise RuntimeError when a file operation of their own fails.
 
 #include <array>
 #include <string>
@@ -20,8 +20,8 @@ inline constexpr std::array<const char*, 25> kDosFiles{
     "SYS.COM",    "XCOPY.EXE",   "XCOPY32.EXE", "XCOPY32.MOD",
 };
 
-/// Deletes what an import that was cut off has left: half files, and the marks beside them that tell of
-/// these. Raises RuntimeError when one cannot be deleted.
+/// Deletes what an interrupted import has left: partial files, and the marker files that identify them.
+/// Raises RuntimeError when one cannot be deleted.
 void DeleteUnfinishedDosFiles(const ApplicationPaths& paths);
 
 /// Imports from the cabinets of a setup CD's folder with the CD's own extract.exe.
@@ -32,8 +32,8 @@ void ImportDOSFilesWithExtract(const ApplicationPaths& paths, Desktop& desktop, 
 void ImportDOSFilesWithExpand(const ApplicationPaths& paths, Desktop& desktop, FrmWait& wait,
                               const std::string& sourceFolder);
 
-/// Copies from a Windows installation's folder (its drive's root, the folder, its folder command; the last
-/// one that has the file wins). A file found nowhere is passed over.
+/// Copies from a Windows installation. Each file is looked up in the root of its drive, in `sourceFolder` and
+/// in its subfolder command; the last match wins. A file that is in none of them is skipped.
 void CopyDOSFiles(const ApplicationPaths& paths, Desktop& desktop, FrmWait& wait,
                   const std::string& sourceFolder);
 

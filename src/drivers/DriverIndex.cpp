@@ -16,8 +16,8 @@ bool IsSwitchedOn(const FrmWizard& wizard, const DriverGroup& group) {
     return wizard.ChkNDIS.Value != 0 && wizard.Network == mode;
 }
 
-// Headers count only when they are written exactly so; any other line that begins with "[" is no header, and
-// the keys after it still belong to the group before it.
+// Only these exact lines are headers. The keys after any other line that begins with "[" still belong to the
+// previous group.
 const DriverGroup* GroupOfHeader(const std::string& line) {
     for (const DriverGroup& group : kDriverGroups) {
         if (line == std::string("[") + group.Section + "]") return &group;

@@ -1,6 +1,6 @@
 #pragma once
 // Drivers.ini, the working selection of drivers: one section for each group and one key for each driver, "1"
-// to include it and "0" to leave it out. All of the program that reads or writes the file as a whole is here.
+// to include it and "0" to leave it out. Everything that reads or writes the file as a whole is here.
 
 #include <cstdint>
 #include <optional>
@@ -14,26 +14,27 @@
 
 namespace velbooter {
 
-/// Writes, for every driver of the folder drivers\<group>, the key <its name> = `value` into the section
-/// [<group>] of `indexFile`, a file name relative to the application folder. A missing folder writes nothing.
+/// Writes, for every driver of the folder drivers\<group>, the key <its name> = `value` into the
+/// section [<group>] of `indexFile`, a file name relative to the application folder. Without that folder
+/// nothing is written.
 void IndexDriverGroup(const ApplicationPaths& paths, Desktop& desktop, const std::string& indexFile,
                       const std::string& group, int value);
 
-/// Creates Drivers.ini anew: every driver of every group that is there gets "1". Without any driver the file
-/// is empty, because a build reads it line by line. Raises RuntimeError when the old one cannot be deleted.
+/// Recreates Drivers.ini with "1" for every driver in the store. Without any driver an empty file is created,
+/// because the build still reads it. Raises RuntimeError when the old one cannot be deleted.
 void RenewDriverIndex(const ApplicationPaths& paths, Desktop& desktop);
 
-/// Narrows the group `group` (its section's name) of Drivers.ini to the drivers that the section
-/// [DefaultDrivers] of files\`diskFile` names; without that section the selection stays as it is. A driver
-/// that is not in the store gets its key all the same. Raises RuntimeError 53 when there is no such file.
+/// Narrows the group `group` (its section's name) of Drivers.ini to the drivers that the
+/// section [DefaultDrivers] of files\`diskFile` names; without that section the selection stays as it is. A
+/// driver that is not in the store gets a key, too. Raises RuntimeError 53 when there is no such file.
 void GetDefaultDriversOptions(const ApplicationPaths& paths, Desktop& desktop, const std::string& diskFile,
                               const std::string& group);
 
-/// Reads which drivers go onto the disk: those with a value other than 0 in the groups that the drivers page
-/// has switched on.
+/// Reads which drivers go onto the disk: those with a value other than 0 in the groups that are enabled on
+/// the drivers page.
 class ChosenDrivers {
  public:
-    /// Opens Drivers.ini; `wizard` outlives the reader. Raises RuntimeError when it cannot be opened.
+    /// Opens Drivers.ini; `wizard` must outlive the reader. Raises RuntimeError when it cannot be opened.
     ChosenDrivers(const ApplicationPaths& paths, const FrmWizard& wizard);
 
     /// Reads one line. Returns the driver cabinet that it puts onto the disk ("ndis\\e100b.cab"), or "" when
@@ -43,12 +44,12 @@ class ChosenDrivers {
  private:
     const FrmWizard& wizard_;
     LineReader file_;
-    std::string folder_;  ///< of the group that the lines belong to; "" while it is switched off
+    std::string folder_;  ///< of the current group; "" when the group is disabled
 };
 
-/// Returns how many lines of [section] in `fileName` are neither empty nor comments, the header line
-/// included, counting with `useSuffix` only those that end with `suffix`. Raises RuntimeError when the file
-/// cannot be read.
+/// Returns the number of lines of [section] in `fileName` that are neither empty nor comments, the header
+/// line included; with `useSuffix` only those that end in `suffix`. Raises RuntimeError when the file cannot
+/// be read.
 std::int32_t CountSectionLines(const std::string& fileName, const std::string& section, bool useSuffix,
                                const std::string& suffix);
 

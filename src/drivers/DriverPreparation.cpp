@@ -7,7 +7,7 @@ namespace velbooter {
 
 namespace {
 
-// Returns false when the user gave the copy up.
+// Returns false when the user aborted the copy.
 bool PutOnDisk(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard,
                const std::string& cabinet) {
     std::string target = InCabs("Lib\\" + cabinet);

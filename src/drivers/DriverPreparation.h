@@ -9,14 +9,14 @@
 
 namespace velbooter {
 
-/// Copies every selected driver cabinet of the groups that are ticked into cabs\Lib\<group>, adds each to
-/// LstFiles and marks all driver entries there as selected. WorkProgress moves one step for each line of
-/// Drivers.ini. A failed copy is asked about (Abort, Retry, Ignore). Returns false after Abort: the caller
+/// Copies every selected driver cabinet of the ticked groups into cabs\Lib\<group>, adds each to LstFiles and
+/// marks all driver entries there as selected. WorkProgress advances one step for each line of Drivers.ini.
+/// After a failed copy the user is asked (Abort, Retry, Ignore). Returns false after Abort; the caller then
 /// cancels the run. Raises RuntimeError when Drivers.ini cannot be read.
 [[nodiscard]] bool PrepareDrivers(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard);
 
-/// Returns whether PrepareDrivers marks the entry as selected. The first eight characters tell, so entries of
-/// earlier steps are marked too.
+/// Returns whether PrepareDrivers marks the entry as selected. Only the first eight characters are compared,
+/// so entries of earlier steps are marked, too.
 bool IsDriverEntry(const std::string& entry);
 
 }  // namespace velbooter

@@ -25,8 +25,8 @@ void GetDiskAndDriverSettings(const ApplicationPaths& paths, Desktop& desktop, F
     Tick(wizard.ChkASPI, offersAspi);
     if (offersAspi) applyDefaults(kAspiDrivers);
 
-    // ODI wins over NDIS, whose defaults are applied all the same. A row that is switched off keeps the look
-    // of its last mode.
+    // ODI takes precedence over NDIS, whose defaults are applied nevertheless. A disabled row keeps the
+    // caption and width of its last mode.
     const bool offersNdis = disk.TakesNdis && HasDriverFolder(paths, kNdisDrivers);
     const bool offersOdi =
         disk.TakesOdi && (HasDriverFolder(paths, kOdi16Drivers) || HasDriverFolder(paths, kOdi32Drivers));

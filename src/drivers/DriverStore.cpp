@@ -29,7 +29,7 @@ void ExtractFromDriver(const ApplicationPaths& paths, Desktop& desktop, const st
 
 std::string DriverDescription(const ApplicationPaths& paths, Desktop& desktop, const std::string& folder,
                               const std::string& cabinetFile, const std::string& descriptionFile) {
-    constexpr size_t kDescriptionStart = 13;  // after the menu's field of fixed width
+    constexpr size_t kDescriptionStart = 13;  // after the fixed-width field for the menu
     const std::string extracted = paths.PathOf(descriptionFile);
     if (FileExists(extracted)) DeleteFileAt(extracted);
     ExtractFromDriver(paths, desktop, folder + "\\" + cabinetFile, descriptionFile);

@@ -25,16 +25,17 @@ inline constexpr DriverGroup kOdi32Drivers{"ODI32", "odi32", "odi.txt", "odi32.p
 inline constexpr std::array<DriverGroup, 4> kDriverGroups{kAspiDrivers, kNdisDrivers, kOdi16Drivers,
                                                           kOdi32Drivers};
 
-/// Returns the name of the driver that a file of a driver folder holds: the file's name in upper case without
-/// ".cab"; nothing for any other file. The system's own "*.cab" also finds "x.cab_old", by its short name.
+/// Returns the name of the driver that a file of a driver folder holds: the file's name in upper case
+/// without ".cab"; nothing for any other file. The system's own "*.cab" also matches "x.cab_old", by its
+/// short name.
 std::optional<std::string> DriverNameOf(const std::string& file);
 
-/// Returns whether the group's folder is there.
+/// Returns whether the group's folder exists.
 bool HasDriverFolder(const ApplicationPaths& paths, const DriverGroup& group);
 
 /// Extracts the members that match `pattern` from a driver cabinet into the application folder, overwriting.
-/// `cabinet` is relative to the folder drivers ("ndis\E100B.cab"). What could be extracted is told by the
-/// files that are there afterwards. Leaves the application folder as the current folder.
+/// `cabinet` is relative to the folder drivers ("ndis\E100B.cab"). The result shows only in the files that
+/// exist afterwards. Leaves the application folder as the current folder.
 void ExtractFromDriver(const ApplicationPaths& paths, Desktop& desktop, const std::string& cabinet,
                        const std::string& pattern);
 

@@ -16,7 +16,7 @@ namespace {
 
 using Names = std::set<std::string>;
 
-// The files of the application folder that match `pattern`, in upper case.
+// Returns the files of the application folder that match `pattern`, in upper case.
 Names FilesLike(const ApplicationPaths& paths, const std::string& pattern) {
     Names names;
     FolderListing listing(paths.PathOf(pattern));
@@ -28,8 +28,8 @@ Names FilesLike(const ApplicationPaths& paths, const std::string& pattern) {
 
 constexpr size_t kAllLines = std::numeric_limits<size_t>::max();
 
-// Writes the first `count` lines of `file`, if it is there. Editors of DOS end a text with the byte 1Ah;
-// within the list it would hide all that follows from a reader under DOS.
+// Writes the first `count` lines of `file`, if it is there. DOS editors end a text with the byte 1Ah. Inside
+// the list it would hide the lines after it from DOS programs, so copying stops there.
 void CopyLines(const std::string& file, size_t count, LineWriter& list) {
     constexpr char kEndOfText = '\x1A';
     if (!FileExists(file)) return;
@@ -97,12 +97,12 @@ void CreateCacheFile(const ApplicationPaths& paths, Desktop& desktop, ProgressBa
     while (const auto line = file.Next()) {
         if (line->starts_with("[")) inSection = *line == "[" + section + "]";
         if (!inSection || line->empty() || line->front() == ';' || line->back() != '1') continue;
-        // The value is taken to be one character long: "E100B=11" names the driver "E100B=", of
-        // which there is no cabinet.
+        // The value is assumed to be one character long: "E100B=11" names the driver "E100B=", for which
+        // there is no cabinet.
         const std::string driver = line->substr(0, line->size() < 2 ? 0 : line->size() - 2);
         ++progress.Value;
         desktop.Repaint();
-        // What an interrupted run left would be taken for this driver's.
+        // A file left by an interrupted run would be mistaken for this driver's.
         DeleteIfThere(nameList);
         DeleteIfThere(pciList);
         const std::string members = name + ".*";

@@ -1,6 +1,6 @@
 #pragma once
 // The two lists that a disk with NDIS drivers carries: etc\_msnet.nic, from which the user of the disk picks
-// a driver, and etc\_msnet.pci, which tells the driver of an adapter by its PCI numbers.
+// a driver, and etc\_msnet.pci, which maps the PCI numbers of an adapter to its driver.
 
 #include <string>
 
@@ -15,11 +15,11 @@ inline constexpr const char* kNicListEntry = "etc\\_msnet.nic";
 inline constexpr const char* kPciListEntry = "etc\\_msnet.pci";
 
 /// In NDIS mode, with the network row ticked, builds the two lists of the selected drivers in cabs\etc and
-/// adds them to LstFiles. In every mode marks all entries below "etc\_" as selected. Raises RuntimeError when
-/// a list cannot be written or moved to its place.
+/// adds them to LstFiles. In every mode it marks all entries below "etc\_" as selected. Raises RuntimeError
+/// when a list cannot be written or moved to its place.
 void CreatePrebuiltFiles(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard);
 
-/// Returns whether LstFiles gets the two lists of the run, as CreatePrebuiltFiles builds them.
+/// Returns whether CreatePrebuiltFiles builds the two lists in this run.
 bool HasNetworkLists(const FrmWizard& wizard);
 
 /// Returns whether CreatePrebuiltFiles marks the entry as selected.

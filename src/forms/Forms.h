@@ -30,10 +30,10 @@ struct Frame {
     bool Visible = false;
 };
 
-/// What the network row of the drivers page stands for.
+/// The kind of drivers that the network row of the drivers page offers.
 enum class NetworkMode { Ndis, Odi };
 
-/// Widths of ChkNDIS in twips, as its two captions need them.
+/// Widths of ChkNDIS in twips, one for each of its two captions.
 inline constexpr int kNdisWidth = 2655;
 inline constexpr int kOdiWidth = 3015;
 
@@ -111,13 +111,13 @@ struct FrmDrivers {
 
     bool Visible = false;
     int Width = 6870;   ///< of the whole window, in twips
-    int Height = 4500;  ///< the same
+    int Height = 4500;  ///< in twips, too
 
     ListView LV;  ///< Tag is the folder of the group loaded last
     CommandButton CmdOK{"OK"};
     CommandButton CmdCancel{"Cancel"};
     CommandButton CmdSelAll;
-    bool AllTicked = true;  ///< what CmdSelAll has done last, or the start; set by SetAllTicked
+    bool AllTicked = true;  ///< whether CmdSelAll ticked last, as at the start; set by SetAllTicked
 
     bool DriversIniExists = false;  ///< whether Drivers.ini was there when the list was loaded
     std::int16_t LastSortColumn = 0;
@@ -129,13 +129,13 @@ struct FrmWait {
     Label LblStatus{"Please wait ..."};
 };
 
-/// Chooses one of the three outputs; the other two option buttons of the group fall back.
+/// Chooses one of the three outputs; the other two option buttons are cleared.
 void ChooseOption(FrmWizard& wizard, OptionButton FrmWizard::*option);
 
-/// Gives the network row its mode: caption, width and the note below it.
+/// Sets the mode of the network row with its caption, its width and the note below it.
 void SetNetworkMode(FrmWizard& wizard, NetworkMode mode);
 
-/// Sets how the run has ended, and what the final page says of it.
+/// Sets how the run has ended, and what the final page says about it.
 void SetOutcome(FrmWizard& wizard, RunOutcome outcome);
 
 /// Sets the texts of the last two step lines for an image file or for a real floppy.

@@ -1,6 +1,5 @@
 #pragma once
-// A list view as plain state: rows with a text and one sub-item, which can carry a picture, a tick, and be
-// sorted.
+// A list view as plain state: rows with a text, one sub-item, a picture and a tick, which can be sorted.
 
 #include <cstdint>
 #include <string>
@@ -35,9 +34,8 @@ struct ListView {
     int Height = 0;  ///< twips
 };
 
-/// Puts the rows of a sorted list into the order that its sort key and order ask for; rows that are alike
-/// keep their places, capitals do not count, and ticks and selection move with their rows. Does nothing to a
-/// list that is not sorted.
+/// Sorts the rows of a list whose Sorted is set by its sort key and order, and leaves any other list alone.
+/// Case is ignored, equal rows keep their order, and ticks and selection move with their rows.
 void SortRows(ListView& list);
 
 }  // namespace velbooter

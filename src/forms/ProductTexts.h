@@ -1,5 +1,5 @@
 #pragma once
-// Names that several layers show.
+// Names that several layers show, here so that each is written once.
 
 namespace velbooter {
 

@@ -1,7 +1,7 @@
 #pragma once
-// What one run of the program shares. There are no globals: two applications can live in one process. Only
-// the start and the wizard take it whole; a step takes the parts that it works on. Everything runs on the
-// program's one thread.
+// What one run of the program shares. There are no globals: two applications can exist in one process. Only
+// the start and the wizard take the whole of it; a step takes the parts that it works on. Everything runs on
+// the program's one thread.
 
 #include <cstdint>
 #include <random>
@@ -37,7 +37,7 @@ struct Application {
     std::int16_t CurrentStep = kWelcomePage;  ///< the page shown
     std::int16_t SelectedDiskIndex = 0;       ///< 1-based row of LV_Disk; 0 means none
     bool RunEnded = false;                    ///< a run is over or was cancelled
-    bool ImageMissing = false;                ///< the image tool has run and has left no new image
+    bool ImageMissing = false;                ///< the image tool ran but left no new image
     StagingArea Staging;
 };
 

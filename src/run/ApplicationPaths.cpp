@@ -15,8 +15,8 @@ std::string ApplicationPaths::FullPathOf(const std::string& path) const {
 std::string ApplicationPaths::RelativePathOf(const std::string& path) const {
     if (!StartsWithIgnoringCase(path, ApplicationFolder)) return path;
     size_t begin = ApplicationFolder.size() + 1;
-    // FullPathOf of a path that begins with a backslash has two of them; a tool must not take the rest for a
-    // path from the drive's root.
+    // FullPathOf of a path that begins with a backslash contains two of them. If one remained, a tool would
+    // take the rest for a path from the drive's root.
     if (path.compare(begin - 1, 1, "\\") == 0) begin = path.find_first_not_of('\\', begin);
     return begin < path.size() ? path.substr(begin) : "";
 }

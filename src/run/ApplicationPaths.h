@@ -1,12 +1,14 @@
 #pragma once
-// Where things lie: the application folder, what it contains, and the two folders of the running Windows. A
-// name that a function below returns is relative to the application folder; PathOf makes a full path of it.
+// Where the program's files are: the application folder, what it contains, and the two folders of the running
+// Windows. The names that functions below return are relative to the application folder; PathOf turns them
+// into full paths.
 
 #include <string>
 
 namespace velbooter {
 
-/// The tree that is built for a disk, and the one that the staging folders are in. Both go when a run ends.
+/// The tree that is built for a disk, and the one that the staging folders are in. Both are deleted when a
+/// run ends.
 inline constexpr const char* kCabsFolder = "cabs";
 inline constexpr const char* kStagingTree = "Temp";
 
@@ -19,7 +21,7 @@ inline constexpr const char* kCatalogueFile = "files\\disklist.ini";
 /// The user's data for an unattended setup.
 inline constexpr const char* kKeyFile = "keyfile.txt";
 
-/// The file name of the image when nobody gives another.
+/// The image's file name when none is given.
 inline constexpr const char* kDefaultImageName = "BootDisk.img";
 
 /// Return the name of an entry in one of the trees: the disk that is being built, the sources of modules and
@@ -54,9 +56,9 @@ struct ApplicationPaths {
     /// a backslash.
     std::string FullPathOf(const std::string& path) const;
 
-    /// Returns what is left of `path` after the application folder, without backslashes in front; `path`
-    /// itself when it does not begin with the folder. The prefix is compared as text, whatever its case, so a
-    /// folder whose name merely begins like the application folder is cut too.
+    /// Returns the rest of `path` after the application folder, without leading backslashes; `path` itself
+    /// when it does not begin with that folder. The prefix is compared as text, ignoring case, so it is also
+    /// removed from a folder whose name merely begins like it.
     std::string RelativePathOf(const std::string& path) const;
 
     std::string ApplicationFolder;

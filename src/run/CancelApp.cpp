@@ -25,7 +25,7 @@ void CancelApp(Application& app) {
     FrmWizard& wizard = app.Wizard;
     app.RunEnded = true;
     SetOutcome(wizard, RunOutcome::Canceled);
-    app.Drivers.Visible = false;  // there is nothing left that a choice could be written to
+    app.Drivers.Visible = false;  // its choices would go into Drivers.ini, which is deleted now
     DeleteWorkingFiles(app.Paths);
     wizard.CmdNext.Visible = false;
     wizard.CmdFinish.Visible = true;

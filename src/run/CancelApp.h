@@ -1,5 +1,5 @@
 #pragma once
-// The single way out after a failure or a user's cancel, and the clean-up that every run ends with.
+// The single way out after a failure or a user's cancel, and the clean-up at the end of every run.
 
 #include "src/run/Application.h"
 #include "src/run/ProgramEnd.h"
@@ -11,8 +11,8 @@ namespace velbooter {
 void DeleteWorkingFiles(const ApplicationPaths& paths);
 
 /// Ends the run: sets RunEnded and the outcome "Operation canceled", deletes the working files, and leaves
-/// the wizard on its final page with Finish as its only way on. It changes state only; whoever called the
-/// step that failed returns.
+/// the wizard on its final page, where only Finish continues. It only changes state: the caller of the failed
+/// step must return.
 void CancelApp(Application& app);
 
 /// Returns the exit code that describes how the last run ended; Built when there was none.

@@ -1,5 +1,5 @@
 #pragma once
-// The only seam to the person at the screen. The real desktop shows system message boxes, dialogs and
+// The only interface to the person at the screen. The real desktop shows system message boxes, dialogs and
 // windows; tests script the answers and record what was shown.
 
 #include <cstdint>
@@ -14,7 +14,7 @@ enum class Buttons { Ok, OkCancel, AbortRetryIgnore };
 enum class Icon { None, Critical, Exclamation, Information };
 enum class Answer { Ok, Cancel, Abort, Retry, Ignore };
 
-/// A message box. With a help topic it has a Help button too, which opens that topic of HelpFile.
+/// A message box. With a help topic it also has a Help button, which opens that topic of HelpFile.
 struct Message {
     std::string Text;
     std::string Title;
@@ -46,13 +46,13 @@ class Desktop {
     /// when the user cancelled.
     virtual std::optional<std::string> ShowOpenDialog(const CommonDialog& dialog) = 0;
 
-    /// Shows a dialog that asks where to save a file, preset from `dialog`; an existing file is asked about.
-    /// Returns the full path, or nothing when the user cancelled.
+    /// Shows a dialog that asks where to save a file, preset from `dialog`; it asks before an existing file
+    /// is replaced. Returns the full path, or nothing when the user cancelled.
     virtual std::optional<std::string> ShowSaveDialog(const CommonDialog& dialog) = 0;
 
-    /// Calls the system's help viewer: `owner` a window's number or 0, `file` the help file with its window
-    /// type, `command` and `data` those of the viewer's published interface. What it returns is not looked
-    /// at.
+    /// Calls the system's help viewer: `owner` is a window's handle or 0, `file` the help file with its
+    /// window type, `command` and `data` those of the viewer's published interface. The viewer's result is
+    /// ignored.
     virtual void CallHelp(std::int32_t owner, const std::string& file, std::uint32_t command,
                           std::uint32_t data) = 0;
 
@@ -62,14 +62,14 @@ class Desktop {
     /// Opens an address with its default program.
     virtual void OpenAddress(const std::string& address) = 0;
 
-    /// Shows the driver selection, whose Visible the caller has set, above everything else. Returns when one
-    /// of its handlers has cleared Visible again.
+    /// Shows the driver selection above everything else; the caller has set its Visible. Returns when one of
+    /// its handlers has cleared Visible.
     virtual void ShowDriverSelection() = 0;
 
     /// Brings the windows in line with the forms and paints them at once.
     virtual void Repaint() = 0;
 
-    /// Does Repaint's work and lets waiting events be handled; the user's input waits.
+    /// Does what Repaint does and handles pending events, except the user's input, which waits.
     virtual void PendingEvents() = 0;
 };
 

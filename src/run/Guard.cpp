@@ -19,8 +19,8 @@ void ShowError(Desktop& desktop, const std::exception& error) {
     } else if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) {
         ShowRuntimeError(desktop, RuntimeError(kOutOfMemory));
     } else {
-        desktop.ShowMessage({std::string("The program has stopped at a fault of its own (") + error.what() +
-                                 ").\r\n\r\nNo new disk was made.",
+        desktop.ShowMessage({std::string("The program stopped because of an internal error (") +
+                                 error.what() + ").\r\n\r\nNo new disk was created.",
                              kProgramTitle, Buttons::Ok, Icon::Critical});
     }
 }

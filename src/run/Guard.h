@@ -12,8 +12,8 @@ namespace velbooter {
 /// Shows one message with the error's number, its text, and the file it was about.
 void ShowRuntimeError(Desktop& desktop, const RuntimeError& error);
 
-/// Shows one message about any error: a RuntimeError as above, lack of memory as error 7, anything else as a
-/// fault of the program itself.
+/// Shows one message about any error: a RuntimeError as above, lack of memory as RuntimeError 7, anything
+/// else as an internal error.
 void ShowError(Desktop& desktop, const std::exception& error);
 
 /// Runs `step`. An error that no step handles, of whatever kind, is shown in one message and cancels the run.

@@ -15,7 +15,7 @@ constexpr std::uint32_t kDisplayTopic = 0;
 constexpr std::uint32_t kDisplayContents = 1;
 constexpr std::uint32_t kDisplayIndex = 2;
 
-// A result of 16-bit arithmetic.
+// Converts a result to 16 bits. Raises RuntimeError 6 (overflow) when it does not fit.
 std::int16_t Narrow(int value) {
     if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max())
         throw RuntimeError(kOverflow);

@@ -1,5 +1,5 @@
 #pragma once
-// The page-sensitive help: a thin object around the help viewer, and the rule by which a page has its topic.
+// The page-sensitive help: a thin object around the help viewer, and the rule that gives each page its topic.
 
 #include <cstdint>
 #include <string>
@@ -9,9 +9,9 @@
 
 namespace velbooter {
 
-/// One request to the help viewer. The wizard asks for topics by their numbers alone; the class offers the
-/// viewer's commands whole. Every call passes hWnd as owner and application folder + "\" + FileName +
-/// ">" + HelpWindow as the file; what the viewer returns is ignored.
+/// One request to the help viewer. The wizard asks for topics only by number; the class covers all of the
+/// viewer's commands. Every call passes hWnd as owner and application folder + "\" + FileName + ">" +
+/// HelpWindow as the file; what the viewer returns is ignored.
 class clsHTMLHelp {
  public:
     /// Both must outlive the object.
@@ -25,7 +25,7 @@ class clsHTMLHelp {
     void ShowHelpContents() const;
     /// Shows the index.
     void ShowHelpIndex() const;
-    /// Asks for a topic by the number that `strTopicFileName` begins with: the text itself is not handed on.
+    /// Asks for a topic by the number that `strTopicFileName` begins with: the text itself is not passed on.
     /// Raises RuntimeError 6 (overflow) when it does not fit 32 bits.
     void ShowTopicFileName(const std::string& strTopicFileName) const;
     /// Shows the topic with this number.
@@ -41,9 +41,9 @@ class clsHTMLHelp {
 /// Page number that stands for the current page.
 inline constexpr std::int16_t kCurrentPage = 255;
 
-/// Shows the help topic of page `intStep` of the wizard (0 to 7, or kCurrentPage). Without `ForceShow` only
-/// an open help window follows; none is opened. The topic's number is computed in 16 bits: raises
-/// RuntimeError 6 (overflow) for a page that is far beyond any.
+/// Shows the help topic of page `intStep` of the wizard (0 to 7, or kCurrentPage). Without `ForceShow`, the
+/// topic is shown only in a help window that is already open. The topic's number is computed in 16 bits:
+/// raises RuntimeError 6 (overflow) for a page number far out of range.
 void ShowHelp(Application& app, std::int16_t intStep, bool ForceShow);
 
 /// Returns a help file with the window type that its topics are shown in, as the help viewer takes them: the

@@ -1,6 +1,5 @@
 #pragma once
-// What a step does while the user waits: the status of the wait window, and the external programs that it
-// waits for.
+// What a step does while the user waits: it shows its status in the wait window and runs external programs.
 
 #include <string>
 
@@ -12,8 +11,8 @@ namespace velbooter {
 /// Shows or hides the wait window at once.
 void ShowWaitWindow(FrmWait& wait, Desktop& desktop, bool visible);
 
-/// Puts `status` into the wait window's status line and paints it at once, so that it shows while the step
-/// runs.
+/// Puts `status` into the wait window's status line and paints it at once, so that it is visible while the
+/// step runs.
 void SetWaitStatus(FrmWait& wait, Desktop& desktop, const std::string& status);
 
 /// Shows the wait window as long as it lives.
@@ -33,7 +32,8 @@ class ShownWaitWindow {
 enum class ToolWindow { Hidden, Shown };
 
 /// Runs `commandLine` and returns when the program has ended, or at once when it could not be started; the
-/// windows keep painting, and there is no time limit. The files that it leaves show what it achieved.
+/// windows keep painting, and there is no time limit. The files that the program leaves show what it
+/// achieved.
 void RunTool(Desktop& desktop, const std::string& commandLine, ToolWindow window);
 
 }  // namespace velbooter

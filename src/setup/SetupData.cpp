@@ -10,7 +10,7 @@ namespace velbooter {
 
 namespace {
 
-// The groups are told by their positions alone; what stands between them is passed over, whatever it is.
+// The groups are found by their positions alone; the characters between them are skipped, whatever they are.
 void SetProductKey(FrmWizard& wizard, const std::string& key) {
     size_t begin = 0;
     for (TextBox* box : KeyParts(wizard)) {

@@ -1,7 +1,7 @@
 #pragma once
 // The setup data: owner, organisation, computer, workgroup, product key and Windows edition, which the setup
-// page of the wizard holds. They come from the key file beside the program or from the registry, and go into
-// answer files that begin as copies of templates.
+// page of the wizard holds. They come from the key file in the application folder or from the registry, and
+// go into answer files that begin as copies of templates.
 
 #include <array>
 #include <string>
@@ -18,13 +18,12 @@ void FillSetupDataFromKeyFile(const ApplicationPaths& paths, FrmWizard& wizard);
 /// Fills the setup page from the registry of the running Windows; a missing value empties its field.
 void FillSetupDataFromReg(FrmWizard& wizard);
 
-/// Fills the setup page: from the key file when that is there or `useKeyFile` asks for it, else from the
-/// registry.
+/// Fills the setup page from the key file when that exists or `useKeyFile` is set, else from the registry.
 void FillSetupData(const ApplicationPaths& paths, FrmWizard& wizard, bool useKeyFile);
 
-/// Copies `source` over `answerFile`, which can be written afterwards even if the template is read-only: the
-/// profile functions would leave a read-only file as it is without a word. Raises RuntimeError when the
-/// template is missing or the copy cannot be made.
+/// Copies `source` over `answerFile` and makes the copy writable even if the template is read-only, because
+/// the profile functions silently leave a read-only file unchanged. Raises RuntimeError when the template is
+/// missing or the copy fails.
 void CopyTemplate(const std::string& source, const std::string& answerFile);
 
 /// The groups of a product key, and the characters of each.

@@ -9,8 +9,8 @@
 
 namespace velbooter {
 
-/// Makes the answer file files\setupnt\bin\unattend.txt and packs files\setupnt into cabs\lib\setupnt.cab; a
-/// failed packing has shown its message. Raises RuntimeError when the answer file cannot be made.
+/// Creates the answer file files\setupnt\bin\unattend.txt and packs files\setupnt into cabs\lib\setupnt.cab;
+/// a message reports a failed packing. Raises RuntimeError when the answer file cannot be created.
 void CreateSetupNT(const ApplicationPaths& paths, Desktop& desktop);
 
 /// Writes the answer file `unattend` from [Win2KInfo] of `keyFile`: a copy of the template that it names, or

@@ -15,8 +15,8 @@ constexpr const char* kKeyInfFile = "files\\setupwin\\bin\\key.inf";
 constexpr const char* kDefaultInfFile = "files\\setupwin\\bin\\def.inf";
 constexpr const char* kAutomaticInfFile = "files\\setupwin\\bin\\auto.inf";
 
-// The position of "98", counted from 1, is compared with -1, which no position is: both editions get the
-// template of the later one. The edition's text itself still reaches os.bat.
+// The position of "98", counted from 1, is compared with -1, which it never is: both editions get the
+// template of the later one. os.bat still gets the edition itself.
 std::string EditionBase(const std::string& edition) {
     const auto position = static_cast<int>(edition.find("98") + 1);
     return position == -1 ? "win98" : "winme";

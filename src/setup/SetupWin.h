@@ -17,12 +17,12 @@ enum SetupInfType : std::int16_t {
     kKeyInf = 2,        ///< key.inf: the product key alone
 };
 
-/// Makes the answer files key.inf, def.inf and auto.inf and the batch file os.bat in files\setupwin\bin from
-/// the templates and the setup page, and packs files\setupwin into cabs\lib\setupwin.cab; a failed packing
-/// has shown its message. Raises RuntimeError when a template is missing or a file cannot be written.
+/// Creates the answer files key.inf, def.inf and auto.inf and the batch file os.bat in files\setupwin\bin
+/// from the templates and the setup page, and packs files\setupwin into cabs\lib\setupwin.cab; a message
+/// reports a failed packing. Raises RuntimeError when a template is missing or a file cannot be written.
 void CreateSetupInf(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard);
 
-/// Sets the setup page's data in the answer file `infFile`, a path relative to the application folder.
+/// Writes the setup page's data into the answer file `infFile`, a path relative to the application folder.
 void ProcessSetupInfFile(const ApplicationPaths& paths, FrmWizard& wizard, const std::string& infFile,
                          std::int16_t infType);
 

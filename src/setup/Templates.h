@@ -5,9 +5,9 @@
 
 namespace velbooter {
 
-/// Copies `source` over `answerFile`, which can be written afterwards even if the template is read-only: the
-/// profile functions would leave a read-only file as it is without a word. Raises RuntimeError when the
-/// template is missing or the copy cannot be made.
+/// Copies `source` over `answerFile` and makes the copy writable even if the template is read-only, because
+/// the profile functions silently leave a read-only file unchanged. Raises RuntimeError when the template is
+/// missing or the copy fails.
 void CopyTemplate(const std::string& source, const std::string& answerFile);
 
 }  // namespace velbooter

@@ -36,7 +36,7 @@ void EndRunIfCanceled(Application& app) {
     if (app.RunEnded) EndRun(app, ExitCode::Canceled);
 }
 
-// The line of a plugin that is given ends after the colon: the name itself is not shown.
+// The line of a given plugin ends after the colon; the name itself is not shown.
 void ConfirmParameters(Application& app, const CommandLineValues& values) {
     const auto yesOrNo = [](bool value) { return value ? "True" : "False"; };
     const std::string summary =
@@ -75,7 +75,7 @@ void MakeSetupModules(Application& app, bool useKeyFile) {
     }
 }
 
-// The settings of the disk have put its own file into the box, or the bare folder when it has none.
+// The disk's settings have already put its own file into TxtDest, or only the folder when it has none.
 void SelectTarget(Application& app, const CommandLineValues& values) {
     ChooseOption(app.Wizard, values.ImageType == 2 ? &FrmWizard::OptImage28 : &FrmWizard::OptImage14);
     FloppyImageLabels(app.Wizard, true);
@@ -88,8 +88,8 @@ void SelectTarget(Application& app, const CommandLineValues& values) {
     app.Wizard.TxtDest.Text = app.Paths.FullPathOf(target);
 }
 
-// The selection has one list: a disk that offers both kinds of drivers shows its network drivers only, and
-// gets the SCSI drivers that its defaults name.
+// The selection has only one list. A disk that offers both kinds of drivers shows its network drivers there
+// and gets the SCSI drivers that its defaults name.
 void SelectDrivers(Application& app) {
     Say(app, "Getting Drivers List ...");
     if (app.Wizard.ChkASPI.Value != 0) LoadScsiDrivers(app.Paths, app.Screen, app.Drivers);

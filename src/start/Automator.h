@@ -1,5 +1,5 @@
 #pragma once
-// Batch mode: builds one disk image from the command line with no questions, its progress in the wait window.
+// Batch mode: builds one disk image from the command line and shows the progress in the wait window.
 
 #include "src/run/Application.h"
 #include "src/start/CommandLine.h"

@@ -13,7 +13,7 @@ namespace velbooter {
 
 namespace {
 
-// The check mark of the symbol font that the mark labels use.
+// The check mark in the symbol font of the LblRight labels.
 constexpr const char* kCheckMark = "\xFC";
 
 void BeginStep(Application& app, Label& line) {

@@ -11,10 +11,10 @@ namespace velbooter {
 namespace {
 
 constexpr double kLastSmallPicture = 8;
-// With the custom row before them the number of a row still fits 16 bits.
+// With the custom row before them, the last row number still fits in 16 bits.
 constexpr int kMostDisks = 32766;
 
-// The list's guard: an index above the last picture shows the first. Lower ones are passed on as they are.
+// An index above the last picture shows the first one. All others are passed on unchanged.
 int SmallPicture(double icon) {
     constexpr double kLowest = -32768;
     if (std::nearbyint(icon) > kLastSmallPicture) return 1;

@@ -12,7 +12,7 @@ namespace velbooter {
 
 /// Rebuilds LV_Disk from the catalogue: the custom row first, then the disks in the catalogue's order, and
 /// selects the first row. A missing catalogue gives the custom row alone. Raises RuntimeError 6 (overflow)
-/// when Count is above 32766: the number of a row, the custom one included, has 16 bits.
+/// when Count is above 32766, because row numbers, the custom row included, have 16 bits.
 void Fill_DiskList(Application& app);
 
 /// Returns the 1-based row of LV_Disk whose disk has this name, the last one of several; 0 when there is

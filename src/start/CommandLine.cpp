@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char* kErrorTitle = "Command Line options Error";
 
-// A name that leads out of the folder of plugins, or to that folder itself, names no plugin.
+// Returns false for a name that stands for the folder plugins itself or leads out of it.
 bool IsPluginName(const std::string& name) {
     if (name.find(':') != std::string::npos) return false;
     if (!name.empty() && name.find_first_not_of("\\/") == std::string::npos) return false;
@@ -89,7 +89,7 @@ class Parser {
         }
     }
 
-    // The value is accepted and dropped; its errors do not count as parameter errors.
+    // The value is accepted and ignored; its errors do not count as parameter errors.
     void TakeOperatingSystem() {
         if (IsLast()) {
             Show("OS not specified");
@@ -111,7 +111,7 @@ class Parser {
         }
     }
 
-    // A missing value leaves the index on the option itself, which then looks like an option: two messages.
+    // Without a value the index stays on the option itself, which is then rejected as a value: two messages.
     void TakeImageType() {
         if (IsLast()) {
             ShowError("Image type not specified");

@@ -15,7 +15,7 @@ struct CommandLineValues {
     int ImageType = 0;  ///< 0 not given, 1 for 1.44 MB, 2 for 2.88 MB
     bool UseKeyFile = false;
     std::string PluginName;
-    bool DriversFlag = false;  ///< accepted and handed on; nothing uses it
+    bool DriversFlag = false;  ///< accepted and passed on, but not used
     bool ShowDriverDialog = false;
     bool ParameterError = false;  ///< an option was wrong and has been reported
 };
@@ -23,8 +23,8 @@ struct CommandLineValues {
 /// Returns the usage text, its lines ended by CR LF.
 std::string UsageText();
 
-/// Parses `commandLine`, which is split at every single blank and knows no quoting. Each option error is
-/// shown as it is met. Ends the program (ProgramEnd) when no disk is named.
+/// Parses `commandLine`, which is split at every single space; quotes have no meaning. Each option error is
+/// shown when it is found. Ends the program (ProgramEnd) when no disk is named.
 CommandLineValues ParseCommandLine(const ApplicationPaths& paths, Desktop& desktop,
                                    const std::string& commandLine);
 

@@ -5,9 +5,9 @@
 
 namespace velbooter {
 
-/// Makes a fresh Drivers.ini that lists every driver cabinet with 1, sets the default target, rebuilds
-/// files\dos and fills the tree cabs with the base files. When the user aborts a copy, CancelApp has run:
-/// test RunEnded afterwards. Raises RuntimeError when Drivers.ini cannot be deleted or made.
+/// Creates a fresh Drivers.ini that lists every driver cabinet with 1, sets the default target, rebuilds
+/// files\dos and fills the tree cabs with the base files. Check RunEnded afterwards: when the user aborts a
+/// copy, InitApp calls CancelApp. Raises RuntimeError when Drivers.ini cannot be deleted or created.
 void InitApp(Application& app);
 
 }  // namespace velbooter

@@ -1,5 +1,6 @@
 #pragma once
-// The start of the program: refuses a second instance, makes sure of the DOS files, and chooses the mode.
+// The start of the program: refuses a second instance, makes sure that the DOS files are there, and chooses
+// the mode.
 
 #include <string>
 
@@ -9,8 +10,8 @@
 namespace velbooter {
 
 /// Runs the program. `instance` must live as long as the program; `commandLine` is the text after the
-/// program's name (ArgumentsOf). An empty one means the wizard: it is shown, and Main returns; the
-/// program lives as long as its window. Any other means a batch run, which ends the program (ProgramEnd).
+/// program's name (ArgumentsOf). If it is empty, Main shows the wizard and returns; the program runs until
+/// the wizard's window is closed. Any other text starts a batch run, which ends the program (ProgramEnd).
 void Main(Application& app, const SingleInstance& instance, const std::string& commandLine);
 
 }  // namespace velbooter

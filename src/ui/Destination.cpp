@@ -26,7 +26,7 @@ void OptImage28_Click(Application& app) {
     ShowSpace(app);
 }
 
-// The floppy passes its own value, so its step lines read as for an image: the steps are the same.
+// The floppy passes its own value, which is true, so its step lines are those of an image.
 void OptFloppy_Click(Application& app) {
     EnableTarget(app.Wizard, !app.Wizard.OptFloppy.Value);
     FloppyImageLabels(app.Wizard, app.Wizard.OptFloppy.Value);

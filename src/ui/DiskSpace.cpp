@@ -17,8 +17,8 @@ namespace {
 
 constexpr std::uint64_t kKilobyte = 1024;
 
-// A list begins with its headings; a driver adds a line that describes it to the one and a short line for
-// each adapter to the other.
+// A list begins with its headings. A driver adds its description to one list, and a short line for each
+// adapter to the other.
 constexpr std::uint64_t kListHeadings = 120;
 constexpr std::uint64_t kListBytesOfDriver = 80;
 

@@ -27,7 +27,7 @@ void CmdSelAll_Click(Application& app);
 /// The click on the header of the 0-based column `column`: sorts by it.
 void DriverColumn_Click(Application& app, std::int16_t column);
 
-/// Lays the selection out for its Width and Height (twips), which are first raised to the least size.
+/// Lays out the selection for its Width and Height (twips), which are first raised to their minimums.
 void DriverSelection_Resize(FrmDrivers& form);
 
 }  // namespace velbooter

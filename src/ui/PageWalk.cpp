@@ -20,7 +20,7 @@ namespace velbooter {
 
 namespace {
 
-// The files page and the way back past it are the custom disk's alone: the first entry of the list.
+// The first entry of the list. Only this disk has the files page.
 constexpr std::int16_t kCustomDisk = 1;
 
 void SetStatus(Application& app, const std::string& status) {
@@ -28,7 +28,7 @@ void SetStatus(Application& app, const std::string& status) {
     app.Screen.Repaint();
 }
 
-// Of several selected rows the last one counts; without any the former choice stays.
+// Of several selected rows the last one counts; without any, the previous choice stays.
 void ReadSelectedDisk(Application& app) {
     const auto& rows = app.Wizard.LV_Disk.ListItems;
     for (size_t i = 0; i < rows.size(); ++i) {
@@ -37,9 +37,9 @@ void ReadSelectedDisk(Application& app) {
 }
 
 void LoadDisk(Application& app) {
-    // Nothing of the disk that was looked at before stays selected.
+    // No driver selected for an earlier disk stays selected.
     RenewDriverIndex(app.Paths, app.Screen);
-    app.Drivers.Visible = false;  // its ticks are those of the disk before
+    app.Drivers.Visible = false;  // its ticks belong to the earlier disk
     if (!Init_Lists(app.Paths, app.Screen, app.Wizard, ChosenDisk(app).ConfigurationFile())) {
         CancelApp(app);
         return;
@@ -75,7 +75,7 @@ void LeaveSetupPage(Application& app) {
 void CmdNext_Click(Application& app) {
     FrmWizard& wizard = app.Wizard;
     const std::int16_t old = app.CurrentStep;
-    // One block after the other, each on the step as the block before left it: that is how pages are skipped.
+    // The blocks run in order, each on the step that the one before has left: that is how pages are skipped.
     if (app.CurrentStep == kWelcomePage) {
         wizard.CmdBack.Enabled = true;
         Fill_DiskList(app);

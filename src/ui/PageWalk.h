@@ -6,15 +6,15 @@
 
 namespace velbooter {
 
-/// The click on Next. A step that cancels leaves the final page standing (RunEnded is set). Raises
+/// The click on Next. When a step cancels the run, the final page is shown and RunEnded is set. Raises
 /// RuntimeError when a step does.
 void CmdNext_Click(Application& app);
 
 /// The click on Back.
 void CmdBack_Click(Application& app);
 
-/// The click on Finish: runs the build and shows the final page; when a run is over already, ends the program
-/// (ProgramEnd).
+/// The click on Finish: runs the build and shows the final page; when a run has already ended, ends the
+/// program (ProgramEnd).
 void CmdFinish_Click(Application& app);
 
 }  // namespace velbooter

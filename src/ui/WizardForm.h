@@ -12,7 +12,7 @@ void CmdHelp_Click(Application& app);
 void LblHomePage_Click(Application& app);
 void LblFrameworkSite_Click(Application& app);
 
-/// The window is being closed: cleans the application folder up and ends the program (ProgramEnd).
+/// The window is being closed: cleans up the application folder and ends the program (ProgramEnd).
 [[noreturn]] void Form_Unload(Application& app);
 
 }  // namespace velbooter

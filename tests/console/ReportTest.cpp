@@ -27,15 +27,14 @@ TEST(Report, EachEndHasALineOfItsOwnThatNamesTheCode) {
 
 TEST(Report, TheBestAndTheWorstEnd) {
     EXPECT_EQ("velbooter: the build reached its end (exit code 0).\n", OutcomeLine(0));
-    EXPECT_EQ("velbooter: velbooter.exe was ended before its time (exit code 3221225477).\n",
-              OutcomeLine(0xC0000005));
+    EXPECT_EQ("velbooter: velbooter.exe was terminated (exit code 3221225477).\n", OutcomeLine(0xC0000005));
 }
 
 TEST(Report, ProgramThatCannotRunIsNamed) {
     EXPECT_EQ(
-        "velbooter: C:\\My App\\velbooter.exe is missing: it has to be in the folder of velbooter.com.\n",
+        "velbooter: C:\\My App\\velbooter.exe is missing; it must be in the same folder as velbooter.com.\n",
         MissingLine("C:\\My App\\velbooter.exe"));
-    EXPECT_EQ("velbooter: C:\\velbooter.exe cannot be started or watched (system error 193).\n",
+    EXPECT_EQ("velbooter: C:\\velbooter.exe cannot be started or waited for (system error 193).\n",
               NotStartedLine("C:\\velbooter.exe", 193));
 }
 

@@ -11,7 +11,7 @@ bool PackCabinet(const ApplicationPaths& paths, Desktop& desktop, const std::str
                  const std::string& sourceFolder, std::string& cabFolder) {
     if (!EndsWith(cabFolder, "\\")) cabFolder += "\\";
     const std::string cabinet = cabFolder + name + ".cab";
-    // Nothing is quoted: the archiver takes a prefix that ends in a backslash only unquoted.
+    // Nothing is quoted: the archiver accepts a prefix that ends in a backslash only unquoted.
     const std::string arguments =
         " -m LZX:21 -p -r -P " + sourceFolder + "\\ n " + cabinet + " " + sourceFolder + "\\*.*";
     std::string folder = paths.PathOf(cabFolder);

@@ -9,9 +9,9 @@
 namespace velbooter {
 
 /// Packs the folder `sourceFolder` into the cabinet `name` + ".cab" in `cabFolder`; both folders are relative
-/// to the application folder, and `cabFolder` gets a trailing "\" that the caller sees. Leaves the
-/// application folder as the current folder. Returns whether the cabinet is there afterwards; if not, a
-/// message has said so. Raises RuntimeError when the application folder cannot be made current.
+/// to the application folder, and a trailing "\" is added to `cabFolder` itself. Leaves the application
+/// folder as the current folder. Returns whether the cabinet exists afterwards; if not, a message has
+/// reported it. Raises RuntimeError when the application folder cannot be made current.
 bool PackCabinet(const ApplicationPaths& paths, Desktop& desktop, const std::string& name,
                  const std::string& sourceFolder, std::string& cabFolder);
 

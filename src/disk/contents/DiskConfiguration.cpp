@@ -50,7 +50,7 @@ Result Create(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard
                                                                            : Result::Failure;
 }
 
-// Returns the result of the line's operation; a line without one passes `last` on.
+// Returns the result of the line's operation, or `last` for a line without one.
 Result CarryOut(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard, Section section,
                 const std::string& left, const std::string& right, Result last) {
     switch (section) {
@@ -91,7 +91,7 @@ bool Init_Lists(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wiza
         const std::vector<std::string> parts = Split(*line, '=');
         if (parts.size() < 2) continue;
         last = CarryOut(paths, desktop, wizard, section, Trim(parts[0]), Trim(parts[1]), last);
-        // A line that does nothing before anything has succeeded ends the build too.
+        // A line without an operation ends the build, too, as long as no operation has succeeded.
         if (last != Result::Success) return false;
     }
     return true;

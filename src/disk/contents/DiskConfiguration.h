@@ -11,7 +11,7 @@
 
 namespace velbooter {
 
-/// What the catalogue says of one disk.
+/// What the catalogue says about one disk.
 struct DiskEntry {
     std::string Name;
     std::string Target;  ///< the image's path; "" when the disk names none
@@ -19,14 +19,14 @@ struct DiskEntry {
     bool TakesNdis = false;
     bool TakesOdi = false;
 
-    /// Returns the disk's configuration file, a file name in the folder files.
+    /// Returns the name of the disk's configuration file, which is in the folder files.
     std::string ConfigurationFile() const { return LowerCase(Name) + ".ini"; }
 };
 
 /// Reads `diskFile`, a file name in the folder files, and carries out each line at once, filling the tree
-/// cabs. Sets SetupWinIncluded and SetupNTIncluded of `wizard`, and its status line. Returns false after a
-/// failed operation, which ends the reading: the caller cancels the run. Raises RuntimeError when the file
-/// cannot be read.
+/// cabs. Sets SetupWinIncluded and SetupNTIncluded of `wizard`, and its status line. Stops at a failed
+/// operation and returns false; the caller then cancels the run. Raises RuntimeError when the file cannot be
+/// read.
 [[nodiscard]] bool Init_Lists(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard,
                               const std::string& diskFile);
 

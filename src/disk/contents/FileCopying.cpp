@@ -19,7 +19,7 @@ Answer AskAboutFailure(Desktop& desktop, const std::string& source) {
                                 Buttons::AbortRetryIgnore, Icon::Critical});
 }
 
-// Runs one file operation until it succeeds or the user gives it up; Retry runs just this operation again.
+// Runs a file operation until it succeeds or the user gives up; Retry repeats only this operation.
 template <typename Operation>
 Outcome Attempt(Desktop& desktop, const std::string& shownSource, bool quiet, Operation operation) {
     for (;;) {
@@ -42,7 +42,7 @@ std::string FindSource(const ApplicationPaths& paths, const std::string& source)
     return path;
 }
 
-// A source that was not found is not searched again: Retry asks again, only Abort and Ignore leave.
+// A missing source is not looked up again: Retry repeats the question until the user chooses Abort or Ignore.
 bool ReportMissingSource(Desktop& desktop, const std::string& source) {
     Answer answer = Answer::Retry;
     while (answer == Answer::Retry) answer = AskAboutFailure(desktop, source);
@@ -111,8 +111,8 @@ bool CopyFolderTree(Desktop& desktop, std::string& sourceFolder, std::string& de
                 std::string from = sourceFolder + entry->Name;
                 std::string to = destinationFolder + entry->Name;
                 if (!CopyFolderTree(desktop, from, to)) return false;
-                // The position after a sub-folder counts sub-folders alone: files listed before it are copied
-                // again and a sub-folder may be entered more than once. "." and ".." come first.
+                // The position to resume at counts only sub-folders: files listed before them are copied
+                // again, and a sub-folder may be entered more than once. "." and ".." come first.
                 ++subCount;
                 listing.Restart();
                 for (int skipped = 0; skipped < subCount + 2; ++skipped) listing.Next();

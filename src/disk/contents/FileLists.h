@@ -14,7 +14,7 @@ namespace velbooter {
 void FillInitialList(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard);
 
 /// Lists one folder of the walk: appends its files to LstFiles and inserts its sub-folders into LstDirs at
-/// position 1. `folder` is absolute and lies under cabs.
+/// position 1. `folder` is a full path below cabs.
 void ScanCabsFolder(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard,
                     const std::string& folder, const std::string& pattern);
 

@@ -1,6 +1,6 @@
 #pragma once
-// What the staged files become: a floppy image, by the image tool in the application folder, or the real
-// floppy in drive A:.
+// Turns the staged files into a floppy image with the image tool in the application folder, and has the real
+// floppy in drive A: formatted.
 
 #include <string>
 
@@ -11,8 +11,8 @@
 namespace velbooter {
 
 /// Runs the image tool on `stagingFolder` for the image path in TxtDest, 1.44 MB when OptImage14 is chosen,
-/// else 2.88 MB. Leaves the application folder as the current folder. Returns whether a new image is there
-/// then. Raises RuntimeError when the application folder cannot be made current.
+/// else 2.88 MB. Leaves the application folder as the current folder. Returns whether a new image exists
+/// afterwards. Raises RuntimeError when the application folder cannot be made current.
 bool CreateImageFromDir(const ApplicationPaths& paths, Desktop& desktop, const FrmWizard& wizard,
                         const std::string& stagingFolder);
 

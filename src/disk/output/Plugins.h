@@ -10,8 +10,8 @@ namespace velbooter {
 
 /// Runs the program plugins\<name>.exe, .com or .bat (the first that exists, in this order), its window
 /// shown, in the application folder, waits for its end, and then copies the tree of the folder plugins\<name>
-/// over `stagingFolder`. Nothing is reported; what is missing adds nothing. Raises RuntimeError when the
-/// application folder cannot be made current.
+/// over `stagingFolder`. Nothing is reported: a missing program or folder adds nothing. Raises RuntimeError
+/// when the application folder cannot be made current.
 void InjectPlugin(const ApplicationPaths& paths, Desktop& desktop, const std::string& stagingFolder,
                   const std::string& name);
 

@@ -12,7 +12,7 @@ namespace velbooter {
 
 namespace {
 
-// The next number of [0, 1).
+// Returns the next number in [0, 1).
 double Uniform(std::minstd_rand& generator) {
     const double range = static_cast<double>(std::minstd_rand::max() - std::minstd_rand::min()) + 1;
     return static_cast<double>(generator() - std::minstd_rand::min()) / range;
@@ -26,7 +26,7 @@ std::string NextCandidate(const ApplicationPaths& paths, StagingArea& staging) {
                         std::to_string(static_cast<int>(first * second * kNumbers)));
 }
 
-// Folders are not checked: a copy into a folder that could not be made reports itself.
+// A failure is ignored here: the copy into the missing folder reports it.
 void TryToMakeFolder(const std::string& folder) {
     try {
         MakeFolder(folder);
@@ -91,7 +91,7 @@ bool InjectFilesToDir(const ApplicationPaths& paths, Desktop& desktop, FrmWizard
             try {
                 freeSpace = GetDriveFreeSpace("A:");
             } catch (const RuntimeError&) {
-                // More than 2 GB: the reading overflowed, so the last one stands.
+                // More than 2 GB is free and the number overflowed: the previous one remains.
             }
         } else {
             freeSpace = size;

@@ -1,5 +1,5 @@
 #pragma once
-// Lays the disk's files out: into a fresh staging folder for an image, or straight onto the floppy.
+// Copies the disk's files into a fresh staging folder for an image, or straight onto the floppy.
 
 #include <string>
 
@@ -12,10 +12,11 @@ namespace velbooter {
 [[nodiscard]] bool CreateDiskAsDir(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard,
                                    StagingArea& staging);
 
-/// Copies the selected entries of LstFiles from the tree cabs to `destination`, a folder without a trailing
-/// "\", or exactly "A:" for the floppy, whose free space is then tested before each file. Moves WorkProgress
-/// one step an entry. Failures are shown. Returns false when a source could not be read or the user aborted;
-/// files left out for want of space or by the user's choice do not count as failures.
+/// Copies the selected entries of LstFiles from the tree cabs to `destination`, a folder without a
+/// trailing "\", or exactly "A:" for the floppy, whose free space is then tested before each file. Advances
+/// WorkProgress by one step for each entry. Failures are shown. Returns false when a source could not be read
+/// or the user aborted; files left out because the floppy is full or because the user chose Ignore do not
+/// count.
 bool InjectFilesToDir(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard,
                       const std::string& destination);
 

@@ -47,12 +47,12 @@ TEST_F(Canceling, EveryErrorCancelsAndIsTold) {
         std::function<void()> Step;
         std::string Text;
     };
-    const std::string fault = "\r\n\r\nNo new disk was made.";
+    const std::string fault = "\r\n\r\nNo new disk was created.";
     const Case cases[] = {
         {[] { throw RuntimeError(kDiskFull, "A:\\x"); }, "Error 61: Disk Full\r\nA:\\x"},
         {[] { throw std::bad_alloc(); }, "Error 7: Out of memory"},
         {[] { throw std::out_of_range("vector"); },
-         "The program has stopped at a fault of its own (vector)." + fault},
+         "The program stopped because of an internal error (vector)." + fault},
     };
     for (const Case& c : cases) {
         MakeWorkingFiles();
