@@ -13,7 +13,7 @@ namespace {
 using tools::cabarc::lzx::Match;
 using tools::cabarc::lzx::MatchFinder;
 
-std::uint32_t Agreement(const Bytes& bytes, std::size_t a, std::size_t b, std::uint32_t limit) {
+std::uint32_t CommonPrefix(const Bytes& bytes, std::size_t a, std::size_t b, std::uint32_t limit) {
     std::uint32_t n = 0;
     while (n < limit && b + n < bytes.size() && bytes[a + n] == bytes[b + n]) ++n;
     return n;
@@ -37,7 +37,7 @@ TEST(MatchFinder, GivesTheNearestPlaceOfEachLength) {
                 ASSERT_GT(match.Length(), last) << at;
                 ASSERT_LE(match.Length(), longest) << at;
                 ASSERT_LE(match.Offset(), std::min<std::uint32_t>(at, (1U << kWindowBits) - 4)) << at;
-                ASSERT_GE(Agreement(bytes, at - match.Offset(), at, longest), match.Length()) << at;
+                ASSERT_GE(CommonPrefix(bytes, at - match.Offset(), at, longest), match.Length()) << at;
                 last = match.Length();
             }
             if (at % 997 != 0) continue;
@@ -46,7 +46,7 @@ TEST(MatchFinder, GivesTheNearestPlaceOfEachLength) {
             std::vector<std::pair<std::uint32_t, std::uint32_t>> expected;
             for (std::uint32_t offset = 1; offset <= std::min<std::uint32_t>(at, 32764) && best < 64;
                  ++offset) {
-                const std::uint32_t length = Agreement(bytes, at - offset, at, longest);
+                const std::uint32_t length = CommonPrefix(bytes, at - offset, at, longest);
                 if (length > best) expected.emplace_back(best = length, offset);
             }
             std::vector<std::pair<std::uint32_t, std::uint32_t>> got;

@@ -1,4 +1,4 @@
-#include "tools/cabarc/lzx/Parser.h"
+#include "tools/cabarc/lzx/OptimalParser.h"
 
 #include <gtest/gtest.h>
 
@@ -11,14 +11,15 @@
 namespace tests {
 namespace {
 
+using tools::cabarc::lzx::BlockType;
 using tools::cabarc::lzx::Item;
 using tools::cabarc::lzx::kLiterals;
 using tools::cabarc::lzx::kOffsetBias;
 using tools::cabarc::lzx::Match;
-using tools::cabarc::lzx::MatchTable;
-using tools::cabarc::lzx::Parser;
+using tools::cabarc::lzx::MatchCache;
+using tools::cabarc::lzx::OptimalParser;
 using tools::cabarc::lzx::Prices;
-using tools::cabarc::lzx::RepeatQueue;
+using tools::cabarc::lzx::RecentOffsets;
 using tools::cabarc::lzx::SymbolCounts;
 
 constexpr std::uint32_t kHistory = 6000;
@@ -33,20 +34,20 @@ struct Stretch {
             Buffer[i] = Buffer[i - offset];
     }
 
-    std::vector<Item> Parse(std::uint32_t sureLength, const SymbolCounts& counts) const {
-        MatchTable table;
+    std::vector<Item> Parse(std::uint32_t takeAtOnceLength, const SymbolCounts& counts) const {
+        MatchCache table;
         for (const std::vector<Match>& matches : Matches) {
             table.First.push_back(static_cast<std::uint32_t>(table.All.size()));
             table.All.insert(table.All.end(), matches.begin(), matches.end());
         }
         table.First.push_back(static_cast<std::uint32_t>(table.All.size()));
         Prices prices;
-        prices.Learn(counts, false);
-        RepeatQueue queue;
+        prices.Learn(counts, BlockType::Verbatim);
+        RecentOffsets recent;
         std::vector<Item> items;
-        Parser(sureLength)
+        OptimalParser(takeAtOnceLength)
             .Parse(&Buffer[kHistory], static_cast<std::uint32_t>(Matches.size()), table, 0, kHistory, prices,
-                   queue, items);
+                   recent, items);
         return items;
     }
 
@@ -72,7 +73,7 @@ Shape ShapeOf(const std::vector<Item>& items) {
     return shape;
 }
 
-TEST(Parser, KeepsAnOffsetThatIsUsedAgainAfterOneByte) {
+TEST(OptimalParser, KeepsAnOffsetThatIsUsedAgainAfterOneByte) {
     // The first four bytes are cheaper as a near match and a literal, but the far match's offset serves the
     // bytes behind the fifth as well.
     Stretch stretch(21);
@@ -86,7 +87,7 @@ TEST(Parser, KeepsAnOffsetThatIsUsedAgainAfterOneByte) {
     EXPECT_EQ(ShapeOf(stretch.Parse(257, counts)), (Shape{{4, 5000 + kOffsetBias}, {1, 0}, {16, 0}}));
 }
 
-TEST(Parser, JumpsOverAMatchOfTheSureLength) {
+TEST(OptimalParser, JumpsOverAMatchOfTheSureLength) {
     Stretch stretch(30);
     stretch.Copy(1, 29, 400);
     for (std::uint32_t i = 0; i < 10; ++i) stretch.Buffer[kHistory - 300 + i] = stretch.Buffer[kHistory + i];

@@ -1,4 +1,4 @@
-#include "tools/cabarc/lzx/TreeHeader.h"
+#include "tools/cabarc/lzx/EncodedCodeLengths.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ namespace {
 
 using tools::cabarc::lzx::BitWriter;
 using tools::cabarc::lzx::BuildCodeLengths;
-using tools::cabarc::lzx::TreeHeader;
+using tools::cabarc::lzx::EncodedCodeLengths;
 using Lengths = std::vector<std::uint8_t>;
 
 Lengths LengthsOf(std::size_t size, std::uint32_t seed) {
@@ -25,9 +25,9 @@ Lengths LengthsOf(std::size_t size, std::uint32_t seed) {
     return lengths;
 }
 
-TEST(TreeHeader, TakesAsManyBitsAsItSays) {
+TEST(EncodedCodeLengths, TakesAsManyBitsAsItSays) {
     for (std::uint32_t seed = 0; seed < 20; ++seed) {
-        const TreeHeader header(LengthsOf(400, seed), LengthsOf(400, seed + 1));
+        const EncodedCodeLengths header(LengthsOf(400, seed), LengthsOf(400, seed + 1));
         BitWriter writer;
         header.Write(writer);
         writer.PadToWord();
@@ -35,19 +35,19 @@ TEST(TreeHeader, TakesAsManyBitsAsItSays) {
     }
 }
 
-TEST(TreeHeader, SaysUnchangedLengthsInOneBitEach) {
+TEST(EncodedCodeLengths, SaysUnchangedLengthsInOneBitEach) {
     const Lengths lengths = LengthsOf(256, 1);
-    EXPECT_LE(TreeHeader(lengths, lengths).Bits(), 80U + 256U);
+    EXPECT_LE(EncodedCodeLengths(lengths, lengths).Bits(), 80U + 256U);
 }
 
-TEST(TreeHeader, SaysAnEmptyTreeInAFewRuns) {
-    EXPECT_LE(TreeHeader(LengthsOf(249, 2), Lengths(249, 0)).Bits(), 80U + 6U * 6U);
+TEST(EncodedCodeLengths, SaysAnEmptyTreeInAFewRuns) {
+    EXPECT_LE(EncodedCodeLengths(LengthsOf(249, 2), Lengths(249, 0)).Bits(), 80U + 6U * 6U);
 }
 
-TEST(TreeHeader, PrefersRunsOfEqualLengthsToDifferences) {
+TEST(EncodedCodeLengths, PrefersRunsOfEqualLengthsToDifferences) {
     // Every length is 8, and the list before was noise: each run of five costs a run symbol and one
     // difference.
-    EXPECT_LT(TreeHeader(LengthsOf(256, 3), Lengths(256, 8)).Bits(), 80U + 256U / 5U * 6U);
+    EXPECT_LT(EncodedCodeLengths(LengthsOf(256, 3), Lengths(256, 8)).Bits(), 80U + 256U / 5U * 6U);
 }
 
 }  // namespace
