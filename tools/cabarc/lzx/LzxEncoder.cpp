@@ -25,12 +25,21 @@ int CheckedWindowBits(int windowBits) {
     return windowBits;
 }
 
+const LzxOptions& CheckedOptions(const LzxOptions& options) {
+    if (options.Search.Depth < 1 || options.Passes < 1)
+        throw std::invalid_argument("LZX needs a search depth and at least one pass");
+    if (options.Search.NiceLength < MatchFinder::kMinNiceLength || options.Search.NiceLength > kMaxMatch ||
+        options.TakeAtOnceLength < kMinMatch || options.TakeAtOnceLength > kMaxMatch)
+        throw std::invalid_argument("no LZX match is as long as an option says");
+    return options;
+}
+
 }  // namespace
 
 LzxEncoder::LzxEncoder(int windowBits, const LzxOptions& options, BlockSink& sink)
     : windowBits_(CheckedWindowBits(windowBits)),
       sink_(sink),
-      parser_(windowBits, options),
+      parser_(windowBits, CheckedOptions(options)),
       capacity_((std::size_t{1} << windowBits) + kAheadBytes) {
     buffer_.reserve(capacity_);
 }

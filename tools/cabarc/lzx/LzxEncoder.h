@@ -24,7 +24,7 @@ class LzxEncoder final : public FolderCompressor {
     /// end.
     static constexpr std::uint32_t kAheadBytes = 2 * SegmentParser::kMaxBytes;
 
-    /// `windowBits` is 15 to 21 (std::invalid_argument otherwise); `sink`
+    /// `windowBits` is 15 to 21 and each option within its bounds (std::invalid_argument otherwise); `sink`
     /// outlives the encoder, and its errors pass through Write and Finish.
     LzxEncoder(int windowBits, const LzxOptions& options, BlockSink& sink);
     ~LzxEncoder() override;
