@@ -85,9 +85,9 @@ std::vector<Cell> CutIntoCells(std::span<const Item> items) {
 // A run of cells that grows at its end, and its estimated size as one block.
 class GrowingBlock {
  public:
-    GrowingBlock(const EntropyTerms& entropy, std::uint32_t begin) : entropy_(entropy), begin_(begin) {}
+    explicit GrowingBlock(std::uint32_t begin) : begin_(begin) {}
 
-    void Add(const Cell& cell) {
+    void Add(const Cell& cell, const EntropyTerms& entropy) {
         // Every symbol of a cell was an index of such an array before: the innermost loop needs no check. Its
         // sums are locals, which a write to a count cannot be taken to change.
         std::uint32_t* const countOf = counts_.data();
@@ -96,9 +96,9 @@ class GrowingBlock {
         for (const SymbolCount& symbol : cell.Symbols) {
             std::uint32_t& count = countOf[symbol.Symbol];
             used += count == 0 ? 1 : 0;
-            symbolSum -= entropy_(count);
+            symbolSum -= entropy(count);
             count += symbol.Count;
-            symbolSum += entropy_(count);
+            symbolSum += entropy(count);
         }
         used_ = used;
         symbolSum_ = symbolSum;
@@ -108,15 +108,14 @@ class GrowingBlock {
         end_ = cell.End;
     }
 
-    float Bits() const {
-        const float coded = entropy_(mainTotal_) + entropy_(lengthTotal_) - symbolSum_ +
+    float Bits(const EntropyTerms& entropy) const {
+        const float coded = entropy(mainTotal_) + entropy(lengthTotal_) - symbolSum_ +
                             static_cast<float>(extraBits_) + kHeaderBits +
                             kHeaderBitsPerSymbol * static_cast<float>(used_);
         return std::min(coded, static_cast<float>(UncompressedBits(end_ - begin_)));
     }
 
  private:
-    const EntropyTerms& entropy_;
     std::uint32_t begin_;
     std::uint32_t end_ = 0;
     std::array<std::uint32_t, kSymbols> counts_{};
@@ -141,10 +140,10 @@ std::vector<BlockSpan> SplitIntoBlocks(std::span<const Item> items) {
     std::vector<Border> borders(cells.size() + 1);
     borders[0].Bits = 0;
     for (std::size_t from = 0; from < cells.size(); ++from) {
-        GrowingBlock block(entropy, beginOf(from));
+        GrowingBlock block(beginOf(from));
         for (std::size_t to = from + 1; to <= std::min(cells.size(), from + kMaxCells); ++to) {
-            block.Add(cells[to - 1]);
-            const float bits = borders[from].Bits + block.Bits();
+            block.Add(cells[to - 1], entropy);
+            const float bits = borders[from].Bits + block.Bits(entropy);
             if (bits < borders[to].Bits) borders[to] = {bits, from};
         }
     }
