@@ -20,7 +20,7 @@ using tools::cabarc::lzx::Match;
 using tools::cabarc::lzx::MatchFinder;
 using tools::cabarc::lzx::SearchLimits;
 
-constexpr int kWindowBits = 15;
+constexpr int kFinderWindow = 15;
 constexpr std::uint32_t kMaxOffset = 32764;
 // As good as no limit.
 constexpr int kEndless = 100'000;
@@ -36,7 +36,7 @@ std::uint32_t CommonPrefix(const Bytes& bytes, std::size_t a, std::size_t b, std
 // A match finder that goes over bytes from their start.
 class Search {
  public:
-    Search(const Bytes& bytes, SearchLimits limits) : bytes_(bytes), finder_(kWindowBits, limits) {}
+    Search(const Bytes& bytes, SearchLimits limits) : bytes_(bytes), finder_(kFinderWindow, limits) {}
 
     // The matches at the next position, without those that a longer one at the same offset covers.
     Found Next(std::uint32_t longest) {
