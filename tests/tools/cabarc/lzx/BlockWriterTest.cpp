@@ -80,9 +80,11 @@ TEST(BlockWriter, WritesWhatADecoderReads) {
     folder.EndBlock();
     AppendMixture(folder, 80'000, 8, 2);
     folder.EndBlock();
-    folder.Literals(RandomBytes(20'000, 3));
+    // An uncompressed block, with matches inside: it sets the recent offsets that those after it take.
+    folder.Literals(RandomBytes(10'000, 3));
+    for (const std::uint32_t offset : {5'000U, 777U, 23U}) folder.Match(3, offset + 2);
+    folder.Literals(RandomBytes(9'991, 4));
     folder.EndBlock();
-    // The uncompressed block sets the recent offsets that these take.
     for (const std::uint32_t recent : {2U, 1U, 0U, 2U}) folder.Match(30, recent);
     AppendMixture(folder, 131'072, 1, 4);
     folder.EndBlock();
@@ -136,8 +138,8 @@ TEST(BlockWriter, TakesAsManyBitsAsTheBlockIsPricedAt) {
 }
 
 TEST(BlockWriter, StoresAFrameThatItsBlocksCodesWouldMakeTooLarge) {
-    // Fifteen frames of sixteen letters and one frame of noise, all in one block: the noise would take about 12
-    // bits a byte.
+    // Fifteen frames of sixteen letters and one frame of noise, all in one block: the noise would take about
+    // 12 bits a byte.
     PackedFolder folder;
     for (std::uint32_t frame = 0; frame < 16; ++frame) {
         Bytes bytes = RandomBytes(32'768, frame);
