@@ -3,14 +3,13 @@
 #include <charconv>
 
 #include "tools/cabarc/AsciiCase.h"
+#include "tools/cabarc/lzx/LzxFormat.h"
 
 namespace tools::cabarc {
 
 namespace {
 
 constexpr std::string_view kLzxName = "LZX:";
-constexpr int kMinWindowBits = 15;
-constexpr int kMaxWindowBits = 21;
 
 }  // namespace
 
@@ -22,7 +21,7 @@ std::optional<Method> ParseMethod(std::string_view text) {
     int bits = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), bits);
     const bool isNumber = error == std::errc() && end == digits.data() + digits.size();
-    if (!isNumber || bits < kMinWindowBits || bits > kMaxWindowBits) return std::nullopt;
+    if (!isNumber || bits < lzx::kMinWindowBits || bits > lzx::kMaxWindowBits) return std::nullopt;
     return Method{Method::Kind::Lzx, bits};
 }
 

@@ -1,14 +1,11 @@
 #pragma once
-// The compression methods of a cabinet folder: their names on the command line, their numbers in the folder
-// record, and the compressor that does each.
+// The compression methods of a cabinet folder: their names on the command line and their numbers in the
+// folder record.
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "tools/cabarc/FolderCompressor.h"
 
 namespace tools::cabarc {
 

@@ -1,5 +1,10 @@
 #pragma once
-// The bits of one frame: taken most significant first into 16-bit words, the words stored low byte first.
+// The bits of one frame. LZX takes the bits of a field from the highest on and packs them into 16-bit words
+// from the highest bit on, but stores each word with its low byte first. Whole bytes occur only in
+// uncompressed blocks, and only at a word border.
+//
+// Up to 15 bits wait in a 64-bit register, so that a field of 32 bits always fits above them; that bound is
+// why Put has no loop over parts of a field.
 
 #include <cstdint>
 #include <span>
@@ -9,26 +14,30 @@ namespace tools::cabarc::lzx {
 
 class BitWriter {
  public:
-    /// Appends the low `count` (0..32) bits of `bits`, most significant first. Higher bits must be 0.
+    static constexpr int kMaxFieldBits = 32;
+    static constexpr int kWordBits = 16;
+
+    /// Appends the low `count` (0 to kMaxFieldBits) bits of `bits`, most significant first. REQUIRES: all
+    /// higher bits are 0.
     void Put(std::uint32_t bits, int count) {
         pending_ = (pending_ << count) | bits;
         pendingBits_ += count;
-        while (pendingBits_ >= 16) {
-            pendingBits_ -= 16;
+        while (pendingBits_ >= kWordBits) {
+            pendingBits_ -= kWordBits;
             PutWord(static_cast<std::uint16_t>(pending_ >> pendingBits_));
         }
     }
 
     /// Fills the running word with zero bits; does nothing at a word border.
     void PadToWord() {
-        if (pendingBits_ != 0) Put(0, 16 - pendingBits_);
+        if (pendingBits_ != 0) Put(0, kWordBits - pendingBits_);
     }
 
     /// Pads as the start of an uncompressed block demands: 1 to 16 zero bits, 16 when already at a word
     /// border.
-    void PadBeforeRawBytes() { Put(0, 16 - pendingBits_); }
+    void PadBeforeRawBytes() { Put(0, kWordBits - pendingBits_); }
 
-    /// Appends whole bytes. Only at a word border (or after an odd number of raw bytes).
+    /// Appends whole bytes. REQUIRES: a word border, or an odd number of raw bytes just before.
     void PutBytes(std::span<const std::uint8_t> raw) { bytes_.insert(bytes_.end(), raw.begin(), raw.end()); }
 
     /// The whole words and raw bytes so far.
@@ -48,7 +57,7 @@ class BitWriter {
     }
 
     std::vector<std::uint8_t> bytes_;
-    std::uint64_t pending_ = 0;
+    std::uint64_t pending_ = 0;  ///< the low pendingBits_ bits wait; what is above them has been written
     int pendingBits_ = 0;
 };
 

@@ -7,11 +7,6 @@ namespace tools::cabarc::lzx {
 namespace {
 
 template <std::size_t Size>
-void AddCounts(std::array<std::uint32_t, Size>& to, const std::array<std::uint32_t, Size>& from) {
-    for (std::size_t i = 0; i < Size; ++i) to[i] += from[i];
-}
-
-template <std::size_t Size>
 std::uint64_t CodedBits(const std::array<std::uint32_t, Size>& counts,
                         const std::array<std::uint8_t, Size>& lengths) {
     std::uint64_t bits = 0;
@@ -21,6 +16,8 @@ std::uint64_t CodedBits(const std::array<std::uint32_t, Size>& counts,
 
 }  // namespace
 
+// A match has one main symbol for its position slot and the start of its length; lengths from 9 on go on in
+// the length tree, and the place inside the slot goes on in the extra bits.
 ItemSymbols::ItemSymbols(Item item) {
     if (item.IsLiteral()) {
         Main = item.Byte();
@@ -41,12 +38,6 @@ void SymbolCounts::Add(Item item) {
     if (symbols.Aligned >= 0) ++Aligned[static_cast<std::size_t>(symbols.Aligned)];
 }
 
-void SymbolCounts::Add(const SymbolCounts& other) {
-    AddCounts(Main, other.Main);
-    AddCounts(Length, other.Length);
-    AddCounts(Aligned, other.Aligned);
-}
-
 CodeLengths BuildCodes(const SymbolCounts& counts) {
     CodeLengths codes;
     BuildCodeLengths(counts.Main, kMaxCodeLength, codes.Main);
@@ -55,16 +46,42 @@ CodeLengths BuildCodes(const SymbolCounts& counts) {
     return codes;
 }
 
-std::uint64_t BodyBits(const SymbolCounts& counts, const CodeLengths& codes, BlockType type) {
-    std::uint64_t bits = CodedBits(counts.Main, codes.Main) + CodedBits(counts.Length, codes.Length);
+// The slots are read off the main symbols: no count of their own is needed.
+std::uint64_t ExtraOffsetBits(const SymbolCounts& counts, BlockType type) {
+    std::uint64_t bits = 0;
     std::size_t symbol = kLiterals;
     for (int slot = 0; slot < kMaxSlots; ++slot) {
-        const bool splitsLowBits = type == BlockType::Aligned && slot >= kFirstAlignedSlot;
-        const auto rawBits = static_cast<std::uint64_t>(ExtraBits(slot) - (splitsLowBits ? 3 : 0));
-        for (int header = 0; header < kLengthHeaders; ++header) bits += counts.Main[symbol++] * rawBits;
+        const bool codesLowBits = type == BlockType::Aligned && slot >= kFirstAlignedSlot;
+        const auto plainBits =
+            static_cast<std::uint64_t>(ExtraBits(slot) - (codesLowBits ? kAlignedBits : 0));
+        for (int header = 0; header < kLengthHeaders; ++header) bits += counts.Main[symbol++] * plainBits;
     }
-    if (type == BlockType::Aligned) bits += CodedBits(counts.Aligned, codes.Aligned);
     return bits;
+}
+
+std::uint64_t BodyBits(const SymbolCounts& counts, const CodeLengths& codes, BlockType type) {
+    const std::uint64_t bits = CodedBits(counts.Main, codes.Main) + CodedBits(counts.Length, codes.Length) +
+                               ExtraOffsetBits(counts, type);
+    return type == BlockType::Aligned ? bits + CodedBits(counts.Aligned, codes.Aligned) : bits;
+}
+
+BodyPlan PlanBody(const SymbolCounts& counts) {
+    constexpr std::uint64_t kAlignedTreeBits = kAlignedLengthBits * kAlignedSymbols;
+    const CodeLengths codes = BuildCodes(counts);
+    const std::uint64_t verbatim = BodyBits(counts, codes, BlockType::Verbatim);
+    const std::uint64_t aligned = BodyBits(counts, codes, BlockType::Aligned) + kAlignedTreeBits;
+    if (aligned < verbatim) return {codes, BlockType::Aligned, aligned};
+    return {codes, BlockType::Verbatim, verbatim};
+}
+
+float EntropyTerms::EntropyBits(std::span<const std::uint32_t> counts) const {
+    std::uint32_t total = 0;
+    float sum = 0;
+    for (const std::uint32_t count : counts) {
+        total += count;
+        sum += (*this)(count);
+    }
+    return (*this)(total)-sum;
 }
 
 }  // namespace tools::cabarc::lzx

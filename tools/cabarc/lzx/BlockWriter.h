@@ -1,6 +1,10 @@
 #pragma once
-// Turns the blocks of one segment into frames: picks each block's type by price, writes headers and items,
-// cuts the bits at frame borders, and makes sure that no frame becomes larger than readers accept.
+// Turns the blocks of one segment into frames: has them planned, writes headers and items, cuts the bits at
+// frame borders, and makes sure that no frame becomes larger than readers accept.
+//
+// A segment is written as a whole before the sink sees a frame of it, because a frame that turns out too
+// large changes the blocks around it. Frames and blocks are independent divisions: a block may span many
+// frames, and a frame may hold the ends of several blocks.
 
 #include <cstdint>
 #include <span>
@@ -8,18 +12,18 @@
 
 #include "tools/cabarc/FolderCompressor.h"
 #include "tools/cabarc/lzx/BitWriter.h"
-#include "tools/cabarc/lzx/BlockCodes.h"
+#include "tools/cabarc/lzx/BlockPlanner.h"
 #include "tools/cabarc/lzx/BlockSplitter.h"
 #include "tools/cabarc/lzx/Item.h"
 
 namespace tools::cabarc::lzx {
 
 /// A segment that is ready to be written: it starts at a frame border and ends at one or at the end of the
-/// folder.
+/// folder. What it refers to is the caller's.
 struct Segment {
     std::span<const std::uint8_t> Bytes;  ///< as they are compressed (after E8 translation)
-    std::span<const Item> Items;
-    std::vector<BlockSpan> Blocks;
+    std::span<const Item> Items;          ///< none goes over a frame border
+    std::span<const BlockSpan> Blocks;    ///< in order, without gaps; a border is between two items
 };
 
 class BlockWriter {
@@ -28,39 +32,27 @@ class BlockWriter {
     /// this.
     BlockWriter(int windowBits, std::uint32_t translationSize, BlockSink& sink);
 
-    /// Writes the next segment of the folder and gives its frames to the sink.
+    /// Writes the next segment of the folder and gives its frames to the sink, whose errors pass through.
     void Write(const Segment& segment);
 
  private:
-    struct Block {
-        BlockSpan Span;
-        bool Raw = false;  ///< to be stored as bytes
-    };
     struct Frame {
         std::vector<std::uint8_t> Payload;
         std::uint32_t Size = 0;
     };
-    /// What a segment starts from; kept so that it can be written again.
-    struct State {
-        CodeLengths Codes;
-        RepeatQueue Queue;
-    };
 
-    std::vector<Block> ChooseRawBlocks(const Segment& segment) const;
-    static std::vector<Block> StoreFrame(const Segment& segment, const std::vector<Block>& blocks,
-                                         std::uint32_t begin, std::uint32_t end);
-    void WriteBlocks(const Segment& segment, const std::vector<Block>& blocks);
-    void WriteRaw(const Segment& segment, const BlockSpan& span);
-    void WriteCoded(const Segment& segment, const BlockSpan& span);
+    void WriteBlocks(const Segment& segment, std::span<const BlockPlan> plans);
+    void WriteUncompressed(const Segment& segment, const BlockSpan& span);
+    void WriteCoded(const Segment& segment, const BlockPlan& plan);
     void WriteItems(std::span<const Item> items, const CodeLengths& codes, BlockType type);
     void Advance(std::uint32_t bytes);
     void EndFrame();
 
-    std::size_t mainSymbols_;
     std::uint32_t translationSize_;
     BlockSink& sink_;
     bool startWritten_ = false;
-    State state_;
+    BlockPlanner planner_;
+    RecentOffsets recent_;  ///< after what is written
     BitWriter bits_;
     std::uint32_t inFrame_ = 0;  ///< bytes of the running frame that bits_ stands for
     std::vector<Frame> frames_;

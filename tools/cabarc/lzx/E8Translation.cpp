@@ -1,3 +1,12 @@
+// With P the place of an E8 in the folder and S the translation size, a relative address r is mapped so that
+// the range -P to S - 1 goes onto itself:
+//
+//     -P <= r < S - P    ->  r + P      the target lies in the folder: its absolute address, 0 to S - 1
+//     S - P <= r < S     ->  r - S      into the gap that the first case leaves: -P to -1
+//
+// Anything else stays. So the decoder can undo each case by the range in which the result lies. The five
+// bytes of a call are passed over whatever the case, in both directions, so both sides see the same E8 bytes.
+
 #include "tools/cabarc/lzx/E8Translation.h"
 
 #include <algorithm>
@@ -12,8 +21,8 @@ namespace tools::cabarc::lzx {
 namespace {
 
 constexpr std::uint8_t kCallOpcode = 0xE8;
+// An operand that begins before it ends with the frame at the latest. That would take 5; the format says 10.
 constexpr std::uint32_t kUntouchedTail = 10;
-constexpr std::uint32_t kTranslatedFrames = 32768;
 
 }  // namespace
 

@@ -1,7 +1,8 @@
 #pragma once
 // The translation of x86 call targets: the relative address after each E8 byte becomes an absolute one, so
-// that calls of the same routine look alike. It suits linked programs and harms others, so each folder
-// decides once.
+// that calls of the same routine look alike and are found as matches. It suits linked programs and harms
+// others: in relocatable modules the operands are equal before and different after. The format has one switch
+// for a whole folder, so each folder decides once.
 
 #include <cstdint>
 #include <span>
@@ -12,8 +13,12 @@ namespace tools::cabarc::lzx {
 /// noticeable.
 constexpr std::uint32_t kTranslationSize = 12'000'000;
 
+/// Frames from this number on are not translated, so that a position fits a signed 32-bit number.
+constexpr std::uint32_t kTranslatedFrames = 32768;
+
 /// Translates one frame in place. `folderOffset` is where the frame begins in the folder, a multiple of the
-/// frame size. The last ten bytes of a frame and all frames from 1 GiB on stay as they are.
+/// frame size. The last ten bytes of a frame and all frames from 1 GiB on stay as they are. Every translation
+/// can be undone, whatever the bytes: what looks like a call and is none does no harm but to the size.
 void TranslateFrame(std::span<std::uint8_t> frame, std::uint32_t folderOffset);
 
 /// Returns whether a folder that begins with `start` becomes smaller by translation, judged by a quick

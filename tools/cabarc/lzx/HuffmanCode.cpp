@@ -1,3 +1,11 @@
+// Most tables of counts give a plain Huffman code that is no deeper than its limit, so that is built first,
+// in linear time after the sort. Only when a leaf turns out too deep (counts that grow like Fibonacci
+// numbers, or the small limits of the aligned tree and the pretrees) is it done again by package-merge, which
+// is exact under a limit but takes time and memory in proportion to symbols times limit.
+//
+// Both only find how many leaves lie at each depth. Which symbol gets which depth follows: the rarer, the
+// deeper, and among equal counts the order of the symbols decides, so that the result is the same everywhere.
+
 #include "tools/cabarc/lzx/HuffmanCode.h"
 
 #include <algorithm>
@@ -17,22 +25,24 @@ struct Leaf {
 
 using LengthCounts = std::array<std::uint32_t, 64>;
 
-// Plain Huffman by two queues: leaves in rising order and inner nodes in order of birth. Fills how many
-// leaves have each depth; returns false when one is deeper than maxLength.
+// Huffman's construction joins the two lightest nodes until one is left. A heap is not needed: leaves are
+// sorted, and inner nodes are created in rising order of weight, so the two lightest are always at the heads
+// of two queues. Parents have higher numbers than their children; depths are found from the root downwards.
+// Fills how many leaves have each depth; returns false when one is deeper than maxLength.
 bool HuffmanDepths(std::span<const Leaf> leaves, int maxLength, LengthCounts& leavesOfDepth) {
     const std::size_t n = leaves.size();
     std::array<std::uint32_t, kMaxMainSymbols> weight;
     std::array<std::uint16_t, 2 * kMaxMainSymbols> parent;  // leaves first, then inner nodes
     std::size_t leaf = 0;
     std::size_t inner = 0;
-    for (std::size_t made = 0; made + 1 < n; ++made) {
+    for (std::size_t created = 0; created + 1 < n; ++created) {
         std::uint32_t sum = 0;
         for (int side = 0; side < 2; ++side) {
-            const bool takeLeaf = leaf < n && (inner == made || leaves[leaf].Count <= weight[inner]);
+            const bool takeLeaf = leaf < n && (inner == created || leaves[leaf].Count <= weight[inner]);
             sum += takeLeaf ? leaves[leaf].Count : weight[inner];
-            parent[takeLeaf ? leaf++ : n + inner++] = static_cast<std::uint16_t>(made);
+            parent[takeLeaf ? leaf++ : n + inner++] = static_cast<std::uint16_t>(created);
         }
-        weight[made] = sum;
+        weight[created] = sum;
     }
     std::array<std::uint16_t, kMaxMainSymbols> depth;
     depth[n - 2] = 0;
@@ -46,8 +56,12 @@ bool HuffmanDepths(std::span<const Leaf> leaves, int maxLength, LengthCounts& le
     return true;
 }
 
-// Package-merge: for each length the cheapest packages of two from the length below, merged with the leaves.
-// A leaf's final length is the number of levels on which it was bought.
+// Package-merge sees a code as coins. A leaf of length k holds one coin of face value 2^-1, 2^-2, ... 2^-k
+// each, all at the price of its count; a complete code of n leaves holds coins worth n - 1 in all, and the
+// code with the fewest bits is the cheapest such collection. From the smallest face value upwards, two coins
+// of one level, the cheapest with the next cheapest, make a package that is worth one coin of the next level
+// and competes with the leaves' own coins there. The 2n - 2 cheapest coins of the top level are bought; a
+// leaf's length is the number of levels on which it was.
 void LimitedDepths(std::span<const Leaf> leaves, int maxLength, LengthCounts& leavesOfDepth) {
     struct Coin {
         std::uint64_t Value;

@@ -1,3 +1,12 @@
+// The buffer holds, in this order: a window of what is packed, which matches refer to; what is ready, that
+// is, in whole frames and translated; and what has only arrived. Packing goes on when the buffer is full and
+// stops when less than a segment and a frame is ready, so that every search sees to the end of its longest
+// match. What is then left ahead is less than a segment and two frames, so the next call always has room to
+// fill.
+//
+// Translation changes the bytes in place before anything is packed, and matches are those of the translated
+// bytes. A folder that fits into the buffer is thus judged as a whole, a longer one by its start.
+
 #include "tools/cabarc/lzx/LzxEncoder.h"
 
 #include <algorithm>
@@ -16,15 +25,21 @@ int CheckedWindowBits(int windowBits) {
     return windowBits;
 }
 
-// Bytes in the buffer beside the window: two segments, so that the one in work can always see past its end.
-constexpr std::size_t kAheadBytes = std::size_t{2} * SegmentParser::kMaxBytes;
+const LzxOptions& CheckedOptions(const LzxOptions& options) {
+    if (options.Search.Depth < 1 || options.Passes < 1)
+        throw std::invalid_argument("LZX needs a search depth and at least one pass");
+    if (options.Search.NiceLength < MatchFinder::kMinNiceLength || options.Search.NiceLength > kMaxMatch ||
+        options.TakeAtOnceLength < kMinMatch || options.TakeAtOnceLength > kMaxMatch)
+        throw std::invalid_argument("no LZX match is as long as an option says");
+    return options;
+}
 
 }  // namespace
 
 LzxEncoder::LzxEncoder(int windowBits, const LzxOptions& options, BlockSink& sink)
     : windowBits_(CheckedWindowBits(windowBits)),
       sink_(sink),
-      parser_(windowBits, options),
+      parser_(windowBits, CheckedOptions(options)),
       capacity_((std::size_t{1} << windowBits) + kAheadBytes) {
     buffer_.reserve(capacity_);
 }
@@ -63,12 +78,9 @@ void LzxEncoder::Encode(bool last) {
     const std::span<const std::uint8_t> readable(buffer_.data(), ready_ - bufferStart_);
     while (last ? position_ < ready_ : ready_ - position_ >= SegmentParser::kMaxBytes + kFrameSize) {
         const std::uint32_t length = parser_.Parse(readable, bufferStart_, position_);
-        Segment segment;
-        segment.Bytes = readable.subspan(position_ - bufferStart_, length);
-        segment.Items = parser_.Items();
-        segment.Blocks = parser_.Blocks();
+        writer_->Write(
+            {readable.subspan(position_ - bufferStart_, length), parser_.Items(), parser_.Blocks()});
         position_ += length;
-        writer_->Write(segment);
     }
     DropHistory();
 }

@@ -1,7 +1,13 @@
 #pragma once
-// LZX compression of one cabinet folder. The encoder buffers the start of the folder to decide about E8
-// translation, then slides its window over the whole folder and hands over a segment's frames whenever one is
-// ready. Memory stays under 48 MiB for the largest window.
+// LZX compression of one cabinet folder: the codec as the cabinet sees it.
+//
+//     folder -> E8 translation -> SegmentParser (match finder, optimal parser, splitter) -> Segment
+//            -> BlockWriter (planner, bits) -> frames -> the cabinet
+//
+// The encoder buffers the start of the folder to decide about E8 translation, then slides its window over the
+// whole folder and hands over a segment's frames whenever one is ready. Memory stays under 48 MiB for the
+// largest window. The output depends on the folder's bytes, the window and the options alone: not on how the
+// bytes arrive, and not on the machine.
 
 #include <memory>
 
@@ -14,7 +20,12 @@ class BlockWriter;
 
 class LzxEncoder final : public FolderCompressor {
  public:
-    /// `windowBits` is 15 to 21 (std::invalid_argument otherwise); `sink` outlives the encoder.
+    /// Bytes in the buffer beside the window: two segments, so that the one in work can always see past its
+    /// end.
+    static constexpr std::uint32_t kAheadBytes = 2 * SegmentParser::kMaxBytes;
+
+    /// `windowBits` is 15 to 21 and each option within its bounds (std::invalid_argument otherwise); `sink`
+    /// outlives the encoder, and its errors pass through Write and Finish.
     LzxEncoder(int windowBits, const LzxOptions& options, BlockSink& sink);
     ~LzxEncoder() override;
     LzxEncoder(const LzxEncoder&) = delete;

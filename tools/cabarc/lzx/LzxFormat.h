@@ -1,10 +1,14 @@
 #pragma once
 // The numbers that the LZX format fixes as it is used in cabinets: window sizes, position slots, alphabets,
-// code length limits and frames. Everything else in this folder is choice; nothing here is.
+// code length limits and frames. Everything else in this folder is choice; nothing here is. The published
+// descriptions are the documentation of LZX in the cabinet SDK and of the WIM and CHM variants of the format;
+// docs/formats/lzx.md has all of it in one place.
 
 #include <algorithm>
 #include <bit>
 #include <cstdint>
+
+#include "tools/cabarc/FolderCompressor.h"
 
 namespace tools::cabarc::lzx {
 
@@ -12,8 +16,8 @@ constexpr int kMinWindowBits = 15;
 constexpr int kMaxWindowBits = 21;
 
 /// A folder is cut into frames of this many bytes; each makes one data block of the cabinet, and no match may
-/// cross from one frame into the next.
-constexpr std::uint32_t kFrameSize = 32768;
+/// cross from one frame into the next. In the type in which this codec counts positions.
+constexpr std::uint32_t kFrameSize = tools::cabarc::kFrameSize;
 
 /// The most that readers accept as the packed form of one frame.
 constexpr std::uint32_t kMaxFramePayload = kFrameSize + 6144;
@@ -22,22 +26,32 @@ constexpr std::uint32_t kMinMatch = 2;
 constexpr std::uint32_t kMaxMatch = 257;
 
 constexpr int kLiterals = 256;
-constexpr int kLengthHeaders =
-    8;  ///< main symbols per position slot: lengths 2..8, then "see the length tree"
-constexpr int kLengthSymbols = 249;  ///< lengths 9..257
-constexpr int kAlignedSymbols = 8;
+/// Main symbols for each position slot: lengths 2 to 8, and "the length tree has the rest".
+constexpr int kLengthHeaders = 8;
+/// Lengths 9 to 257.
+constexpr int kLengthSymbols = 249;
+/// The low three bits of an offset, which an aligned block codes by a tree of their own.
+constexpr int kAlignedBits = 3;
+constexpr int kAlignedSymbols = 1 << kAlignedBits;
 constexpr int kPretreeSymbols = 20;
-constexpr int kRepeats = 3;  ///< slots 0..2 name the last three offsets
+/// Position slots 0 to 2 name the last three offsets.
+constexpr int kRecentOffsets = 3;
 
-constexpr int kMaxCodeLength = 16;  ///< main and length tree
+/// The longest codes. Main and length tree: the largest length that a pretree can name. Pretree and aligned
+/// tree: the largest number in the fields of 4 and 3 bits that hold their lengths.
+constexpr int kMaxCodeLength = 16;
 constexpr int kMaxPretreeLength = 15;
 constexpr int kMaxAlignedLength = 7;
+constexpr int kPretreeLengthBits = 4;
+constexpr int kAlignedLengthBits = 3;
 
+/// Verbatim and aligned blocks are coded and differ in the low offset bits alone; an uncompressed block holds
+/// its bytes as they are.
 enum class BlockType : std::uint8_t { Verbatim = 1, Aligned = 2, Uncompressed = 3 };
 constexpr int kBlockTypeBits = 3;
 constexpr int kBlockSizeBits = 24;
 
-/// Offsets are stored as "formatted offset" = offset + 2; 0..2 stand for the repeat offsets.
+/// Offsets are stored as "formatted offset" = offset + 2; 0 to 2 stand for the recent offsets.
 constexpr std::uint32_t kOffsetBias = 2;
 
 /// Returns the number of extra bits that follow a main symbol of this position slot.

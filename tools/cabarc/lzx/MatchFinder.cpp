@@ -1,16 +1,53 @@
+// The strings of the window that share a hash of their first four bytes hang in one binary search tree, which
+// keeps two orders at once:
+//
+//   by contents   every string in the smaller subtree of a node is less than the node's, every one in the
+//                 greater subtree is greater (strings are compared by their first NiceLength bytes);
+//   by age        every node is newer than all nodes under it.
+//
+// A new string is the newest, so it becomes the root. Walk goes down the old tree as a search for the new
+// string would, and on its way splits it in two: a node that is less than the new string goes, with its
+// smaller subtree, to the open end at the right rim of the new smaller half, and the walk turns to its
+// greater subtree; a node that is greater goes to the left rim of the other half. Each step rewrites one
+// link, no node is moved, and both orders hold again at the end.
+//
+// Why the walk meets the matches that the parser wants: the strings that agree with the new one in at least L
+// bytes are neighbours in the order by contents, and the new string belongs among them. The newest of them is
+// above all the others: a node that parted two of them would lie between them and thus be one of them, and
+// older. So it is on the path of the new string, before any of the others, and nodes are met from new to old.
+// Hence the first node that agrees in L bytes is the nearest that does, for each L, and reporting only what
+// beats the best so far gives each length its nearest offset.
+//
+// Why a comparison need not start at the first byte: what is still ahead lies between the last node that was
+// less and the last one that was greater. It agrees with the new string in at least as many bytes as the less
+// alike of those two does.
+//
+// Nothing is ever removed. A node that has left the window ends the walk: all under it is older still. Its
+// memory is used again one window later, when no link that is followed leads to it any more. A walk that ends
+// at Depth cuts off what it has not reached, which is older than all that it has seen, so that only far
+// matches are lost. A node that agrees in NiceLength bytes is replaced by the new string, which takes over
+// its subtrees: for any later search the nearer of two equal strings is as good. In a run of one byte every
+// walk thus ends at its first node.
+//
+// Cost of a position: one hash, at most Depth nodes, each a cache miss in a large window and a few compared
+// bytes. Hash chains are the alternative: entering costs one store instead of a walk, so they win where most
+// positions are skipped or where few candidates are looked at, as in a lazy parse (TrialParse.cpp). But a
+// chain holds its candidates by age alone: nothing leads it to a long match far back in a window of 2 MiB.
+
 #include "tools/cabarc/lzx/MatchFinder.h"
 
 #include <algorithm>
 
-#include "tools/cabarc/lzx/Agreement.h"
-#include "tools/cabarc/lzx/Hash.h"
+#include "tools/cabarc/lzx/StringMatch.h"
 
 namespace tools::cabarc::lzx {
 
 namespace {
 
+// The trees are few enough for their roots to stay in the cache, and many enough to be shallow.
 constexpr int kRootHashBits = 17;
-constexpr std::uint32_t kTreeBytes = 4;  // bytes under the roots' hash
+// Bytes under the hash of a tree; shorter strings are not in any.
+constexpr std::uint32_t kTreeBytes = 4;
 
 std::uint32_t Pair(const std::uint8_t* p) {
     return std::uint32_t{p[0]} | (std::uint32_t{p[1]} << 8);
@@ -37,10 +74,11 @@ MatchFinder::MatchFinder(int windowBits, SearchLimits limits)
       nodes_(std::make_unique_for_overwrite<std::uint32_t[]>(std::size_t{2} << windowBits)) {}
 
 // The tables have an element for each hash of their bits and the nodes two for each place in the window, so
-// the accesses below need no check of the index: this is where packing spends half of its time.
+// the accesses below need no check of the index: this is one of the two places where packing spends its time.
 
-// Goes down the tree of the current string and rebuilds it with this string as its top. `best` is the length
-// that a match must exceed to be reported.
+// Enters the current string as the root of its tree. `best` is the length that a match must exceed to be
+// reported, `limit` the bytes that are compared. `smaller` and `greater` are the open ends of the two halves:
+// the links to be set by the next node that is less, or greater, than the current string.
 template <typename Report>
 void MatchFinder::Walk(std::uint32_t now, const std::uint8_t* current, std::uint32_t limit,
                        std::uint32_t best, const Report& report) {
@@ -51,22 +89,22 @@ void MatchFinder::Walk(std::uint32_t now, const std::uint8_t* current, std::uint
     root = now;
     std::uint32_t* smaller = &nodes[std::size_t{2} * (now & mask)];
     std::uint32_t* greater = smaller + 1;
-    std::uint32_t smallerAgrees = 0;
-    std::uint32_t greaterAgrees = 0;
+    std::uint32_t smallerPrefix = 0;
+    std::uint32_t greaterPrefix = 0;
     for (int depth = limits_.Depth; depth > 0; --depth) {
         const std::uint32_t offset = now - place;
         if (offset > maxOffset_) break;
         std::uint32_t* const node = &nodes[std::size_t{2} * (place & mask)];
         const std::uint8_t* const old = current - offset;
-        std::uint32_t length = std::min(smallerAgrees, greaterAgrees);
+        std::uint32_t length = std::min(smallerPrefix, greaterPrefix);
         if (old[length] == current[length]) {
-            length = Agreement(old, current, length + 1, limit);
+            length = ExtendMatch(old, current, length + 1, limit);
             if (length > best) {
                 best = length;
                 report(length, offset);
             }
             if (length >= limit) {
-                // The old string can no longer be told from the new one: the new one takes its place.
+                // As far as strings are compared the two are equal: the new one takes the old one's place.
                 *smaller = node[0];
                 *greater = node[1];
                 return;
@@ -76,12 +114,12 @@ void MatchFinder::Walk(std::uint32_t now, const std::uint8_t* current, std::uint
             *smaller = place;
             smaller = node + 1;
             place = *smaller;
-            smallerAgrees = length;
+            smallerPrefix = length;
         } else {
             *greater = place;
             greater = node;
             place = *greater;
-            greaterAgrees = length;
+            greaterPrefix = length;
         }
     }
     *smaller = 0;
@@ -115,7 +153,7 @@ std::uint32_t MatchFinder::Find(std::uint32_t position, const std::uint8_t* curr
     const std::uint32_t tripleOffset = now - triple;
     triple = now;
     const bool tripleHolds = tripleOffset <= maxOffset_ && Triple(current - tripleOffset) == Triple(current);
-    // A pair whose third byte agrees too is the same place as the triple's: the longer match says it all.
+    // When the nearest pair is the nearest triple too, the longer match covers both lengths.
     if (pairOffset <= maxOffset_ && !(tripleHolds && tripleOffset == pairOffset)) report(2, pairOffset);
     if (tripleHolds) report(3, tripleOffset);
     if (available < kTreeBytes) return best;
@@ -123,7 +161,7 @@ std::uint32_t MatchFinder::Find(std::uint32_t position, const std::uint8_t* curr
     const std::uint32_t limit = std::min(available, limits_.NiceLength);
     Walk(now, current, limit, tripleHolds ? 3 : 2, [&](std::uint32_t length, std::uint32_t offset) {
         if (length >= limit)
-            length = Agreement(current - offset, current, length, std::min(available, kMaxMatch));
+            length = ExtendMatch(current - offset, current, length, std::min(available, kMaxMatch));
         report(length, offset);
     });
     return best;

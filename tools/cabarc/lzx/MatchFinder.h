@@ -1,7 +1,13 @@
 #pragma once
-// Finds, for every position of the folder stream, the nearest earlier occurrence of each match length inside
-// the window. Strings of four bytes and more hang in binary search trees, one per hash value, newest on top;
-// the nearest pairs and triples are remembered directly.
+// The match finder: for every position of the folder, the nearest earlier occurrence of each match length
+// inside the window. The optimal parser wants all of them, because a shorter match from nearby can be cheaper
+// than the longest one.
+//
+// Strings of four bytes and more are found in binary search trees, one for each hash value, at a cost of at
+// most Depth string comparisons for a position. Pairs have a table of their own, triples a small hash table.
+//
+// It reports no match that is not one. What it may miss: a triple whose place was taken by another one with
+// the same hash, and matches of four bytes and more that lie deeper in their tree than Depth.
 
 #include <cstdint>
 #include <memory>
@@ -11,12 +17,16 @@
 
 namespace tools::cabarc::lzx {
 
-/// A match at some position, as the cache holds it.
+/// A match at some position, as the match cache holds it: millions of them, so in four bytes.
 class Match {
  public:
-    Match(std::uint32_t length, std::uint32_t offset) : packed_((offset << 8) | (length - kMinMatch)) {}
-    std::uint32_t Length() const { return (packed_ & 0xFFU) + kMinMatch; }
-    std::uint32_t Offset() const { return packed_ >> 8; }
+    static constexpr int kLengthBits = 8;
+    static constexpr int kOffsetBits = 24;
+
+    Match(std::uint32_t length, std::uint32_t offset)
+        : packed_((offset << kLengthBits) | (length - kMinMatch)) {}
+    std::uint32_t Length() const { return (packed_ & ((1U << kLengthBits) - 1)) + kMinMatch; }
+    std::uint32_t Offset() const { return packed_ >> kLengthBits; }
 
  private:
     std::uint32_t packed_;
@@ -24,26 +34,38 @@ class Match {
 
 /// Limits of the search.
 struct SearchLimits {
-    /// Tree nodes visited per position. On the reference sets twice as many save 0.06 %, half as many lose
-    /// 0.06 %.
+    /// Tree nodes visited for each position, at least 1. On the reference sets twice as many save 0.06 %,
+    /// half as many lose 0.06 %.
     int Depth = 48;
-    /// A match this long ends the search, though it is reported in its full length; it keeps runs from going
-    /// quadratic.
+    /// The nice length, kMinNiceLength to kMaxMatch: a match this long ends the search, though it is reported
+    /// in its full length. It bounds a comparison, and keeps runs of one byte from going quadratic.
     std::uint32_t NiceLength = 128;
 };
 
 class MatchFinder {
  public:
+    static constexpr std::uint32_t kMinNiceLength = 3;
+
+    /// The most matches that a position can have: their lengths rise.
+    static constexpr std::uint32_t kMaxMatchesOfPosition = kMaxMatch - kMinMatch + 1;
+
+    /// Takes eight bytes of memory for each byte of the window of 2^windowBits (15 to 21) bytes, though only
+    /// as much of it is touched as the folder fills. REQUIRES: `limits` within their bounds.
     MatchFinder(int windowBits, SearchLimits limits);
 
-    /// Enters the string at `position` (bytes from the start of the folder; call for each position in turn).
-    /// `current` points at its bytes, with the whole window readable before it and `available` bytes from it
-    /// on. Appends the matches to `found`: rising lengths, each with its nearest offset, none longer than
-    /// `longest`. Returns the length of the longest one, 0 for none.
+    /// Enters the string at `position` (bytes from the start of the folder) and appends its matches to
+    /// `found`: rising lengths, none longer than `longest`, each with the nearest offset at which so many
+    /// bytes agree. A length between two of them has the offset of the longer one; a length of 3 is given even
+    /// when the next one has the same offset. Returns the length of the last one, 0 for none.
+    ///
+    /// REQUIRES: every position is entered once, in order, by Find or Skip. `current` points at its bytes,
+    /// with the whole window (or all of the folder so far) readable before it and `available` bytes from it
+    /// on. Those are at least NiceLength unless the folder ends there: the trees are ordered by as many.
     std::uint32_t Find(std::uint32_t position, const std::uint8_t* current, std::uint32_t available,
                        std::uint32_t longest, std::vector<Match>& found);
 
-    /// Enters the string without reporting matches.
+    /// Enters the string without looking for matches; a string of under four bytes, the folder's last, is
+    /// left out. REQUIRES: as Find. It walks the tree as Find does and is hardly cheaper.
     void Skip(std::uint32_t position, const std::uint8_t* current, std::uint32_t available);
 
  private:

@@ -10,13 +10,15 @@ namespace tools::cabarc::lzx {
 namespace {
 
 // A symbol that did not occur is priced as if it had occurred this often: it may be used after all, but it
-// would also need a place in the tree header.
+// would also need a code length in the block's header.
 constexpr double kUnseenCount = 0.4;
 
-// No code is shorter than one bit and none longer than the format allows; between, the ideal length is kept
-// unrounded, because it says more about how prices will move than the rounded one does.
+// The ideal length is kept unrounded, because it says more about how prices will move than the length of a
+// code does, which is a whole number and at least 1. Half a bit is the limit: below it, a symbol that fills a
+// block would become free, and the parse that follows would use nothing else.
 constexpr double kShortestBits = 0.5;
 
+// The denominator counts one occurrence more than there are, so that an empty table has a price, too.
 template <std::size_t Size>
 void IdealLengths(const std::array<std::uint32_t, Size>& counts, int longest,
                   std::array<std::uint16_t, Size>& prices) {
@@ -33,7 +35,7 @@ void IdealLengths(const std::array<std::uint32_t, Size>& counts, int longest,
 
 }  // namespace
 
-void Prices::Learn(const SymbolCounts& counts, bool aligned) {
+void Prices::Learn(const SymbolCounts& counts, BlockType type) {
     std::array<std::uint16_t, kMaxMainSymbols> main;
     std::array<std::uint16_t, kLengthSymbols> length;
     IdealLengths(counts.Main, kMaxCodeLength, main);
@@ -41,11 +43,12 @@ void Prices::Learn(const SymbolCounts& counts, bool aligned) {
     std::copy_n(main.begin(), kLiterals, literals_.begin());
     std::size_t symbol = kLiterals;
     for (int slot = 0; slot < kMaxSlots; ++slot) {
-        const int rawBits = ExtraBits(slot) - (slot >= kFirstAlignedSlot ? 3 : 0);
-        const auto raw = static_cast<std::uint32_t>(rawBits) * kBit;
+        // The low bits are priced apart, by LowBits.
+        const int plainBits = ExtraBits(slot) - (slot >= kFirstAlignedSlot ? kAlignedBits : 0);
+        const auto plain = static_cast<std::uint32_t>(plainBits) * kBit;
         Row& row = matches_[static_cast<std::size_t>(slot)];
         for (std::size_t header = 0; header < kLengthHeaders; ++header, ++symbol) {
-            const std::uint32_t upToLength = main[symbol] + raw;
+            const std::uint32_t upToLength = main[symbol] + plain;
             if (header + 1 < kLengthHeaders) {
                 row[header] = static_cast<std::uint16_t>(upToLength);
             } else {
@@ -54,10 +57,10 @@ void Prices::Learn(const SymbolCounts& counts, bool aligned) {
             }
         }
     }
-    if (aligned) {
+    if (type == BlockType::Aligned) {
         IdealLengths(counts.Aligned, kMaxAlignedLength, aligned_);
     } else {
-        aligned_.fill(3 * kBit);
+        aligned_.fill(kAlignedBits * kBit);
     }
 }
 

@@ -1,3 +1,31 @@
+// Prices and parse depend on each other: a parse needs prices, prices are those of codes, and codes come from
+// the counts of a parse. So a segment is parsed several times.
+//
+//   First pass    frame by frame, with prices from what the frames before led to. What was seen last counts
+//                 most: at each frame all older counts are halved. The counts run on from segment to segment.
+//   Split         into blocks by the items of the pass. It needs items, so it comes after a parse.
+//   Second pass   block by block, each with the prices of the codes that its own items would have. Then the
+//                 segment is split again, as the items have changed.
+//
+// A pass makes the parse fit codes that fit the parse before; nothing proves that it converges, or even that
+// a pass never makes the output larger. It settles quickly all the same, for the shape of the counts is that
+// of the data: further passes change few items.
+//
+// The matches are the same in every pass. To find them costs as much as to parse, so they are kept, four
+// bytes for each, which is why there are segments at all: the cache for a whole folder would be many times
+// the folder. The cache ends a segment early where matches are many; then it is between kMaxCachedMatches and
+// one frame's matches more. Segments end at frame borders, where no match crosses, so that cutting costs
+// nothing but the block that ends there.
+//
+// The inside of a match of the take-at-once length is entered into the match finder but not searched: the
+// parser never expands a node there. (A parse may not take that match, when something longer at a recent
+// offset ends elsewhere. Then the nodes behind have no matches in the cache, only literals and recent
+// offsets, until the place where the skipped match ends.)
+//
+// One pass with running prices is the right choice only where time matters much more than size: a pass takes
+// about a third of the time of packing. Data that must leave at once, before a segment is complete, cannot be
+// packed in this way.
+
 #include "tools/cabarc/lzx/SegmentParser.h"
 
 #include <algorithm>
@@ -5,9 +33,6 @@
 namespace tools::cabarc::lzx {
 
 namespace {
-
-// A segment ends when this many matches are cached (four bytes each).
-constexpr std::size_t kMaxCachedMatches = 3U << 20;
 
 // What the first parse believes before it has seen anything: flat literals, and matches that are the rarer
 // the longer and the farther they are.
@@ -17,11 +42,21 @@ SymbolCounts FirstGuess() {
     for (int slot = 0; slot < kMaxSlots; ++slot)
         for (int header = 0; header < kLengthHeaders; ++header)
             counts.Main[static_cast<std::size_t>(kLiterals + slot * kLengthHeaders + header)] =
-                slot < kRepeats ? 6U : 2U;
+                slot < kRecentOffsets ? 6U : 2U;
     for (std::size_t i = 0; i < kLengthSymbols; ++i)
         counts.Length[i] = static_cast<std::uint32_t>(std::max<std::size_t>(1, 60 / (i + 1)));
     counts.Aligned.fill(1);
     return counts;
+}
+
+// The type of block for which a stretch with these counts is parsed. What the aligned tree costs is left out:
+// a parse for an aligned block makes the low bits more uneven and may well earn it. Counting it here made the
+// output larger, by up to 0.03 %.
+BlockType TypeToParseFor(const SymbolCounts& counts) {
+    const CodeLengths codes = BuildCodes(counts);
+    const bool aligned =
+        BodyBits(counts, codes, BlockType::Aligned) < BodyBits(counts, codes, BlockType::Verbatim);
+    return aligned ? BlockType::Aligned : BlockType::Verbatim;
 }
 
 // Lets what was seen so far count half.
@@ -36,9 +71,13 @@ void Fade(SymbolCounts& counts) {
 SegmentParser::SegmentParser(int windowBits, const LzxOptions& options)
     : options_(options),
       finder_(windowBits, options.Search),
-      parser_(options.SureLength),
+      parser_(options.TakeAtOnceLength),
       running_(FirstGuess()) {
-    matches_.All.reserve(kMaxCachedMatches + kFrameSize * static_cast<std::size_t>(options.Search.Depth + 2));
+    // Whether the cache is full is asked before each frame. A position has one match from the pairs, one from
+    // the triples and at most one for each node that the search visits.
+    const std::size_t mostOfPosition = std::min<std::size_t>(
+        static_cast<std::size_t>(options.Search.Depth) + 2, MatchFinder::kMaxMatchesOfPosition);
+    matches_.All.reserve(kMaxCachedMatches + kFrameSize * mostOfPosition);
     matches_.First.reserve(kMaxBytes + 1);
 }
 
@@ -60,7 +99,7 @@ std::uint32_t SegmentParser::FindMatches(std::span<const std::uint8_t> ahead, st
             const std::uint32_t length =
                 finder_.Find(position + i, ahead.data() + i, available, frameEnd - i, matches_.All);
             ++i;
-            if (length < options_.SureLength) continue;
+            if (length < options_.TakeAtOnceLength) continue;
             // The parser will take this match and jump over its inside.
             for (const std::uint32_t last = i + length - 1; i < last; ++i) {
                 beginPosition();
@@ -72,34 +111,31 @@ std::uint32_t SegmentParser::FindMatches(std::span<const std::uint8_t> ahead, st
     return i;
 }
 
-// Frame by frame, with prices from the frames before.
 void SegmentParser::ParseFirst(std::span<const std::uint8_t> segment, std::uint32_t position) {
-    RepeatQueue queue = queue_;
+    RecentOffsets recent = recent_;
     items_.clear();
     for (std::size_t i = 0; i < segment.size(); i += kFrameSize) {
         const std::size_t firstItem = items_.size();
-        prices_.Learn(running_, false);
+        prices_.Learn(running_, BlockType::Verbatim);
         parser_.Parse(&segment[i],
                       static_cast<std::uint32_t>(std::min<std::size_t>(kFrameSize, segment.size() - i)),
-                      matches_, i, position + i, prices_, queue, items_);
+                      matches_, i, position + i, prices_, recent, items_);
         Fade(running_);
         running_.Add(std::span(items_).subspan(firstItem));
     }
 }
 
 void SegmentParser::ParseAgain(std::span<const std::uint8_t> segment, std::uint32_t position) {
-    RepeatQueue queue = queue_;
+    RecentOffsets recent = recent_;
     nextItems_.clear();
     for (BlockSpan& block : blocks_) {
         SymbolCounts counts;
-        counts.Add(std::span(items_).subspan(block.FirstItem, block.EndItem - block.FirstItem));
-        const CodeLengths codes = BuildCodes(counts);
-        prices_.Learn(counts, BodyBits(counts, codes, BlockType::Aligned) <
-                                  BodyBits(counts, codes, BlockType::Verbatim));
+        counts.Add(block.ItemsIn(items_));
+        prices_.Learn(counts, TypeToParseFor(counts));
         block.FirstItem = nextItems_.size();
         for (std::uint32_t i = block.Begin; i < block.End;) {
             const std::uint32_t end = std::min(block.End, (i / kFrameSize + 1) * kFrameSize);
-            parser_.Parse(&segment[i], end - i, matches_, i, position + i, prices_, queue, nextItems_);
+            parser_.Parse(&segment[i], end - i, matches_, i, position + i, prices_, recent, nextItems_);
             i = end;
         }
         block.EndItem = nextItems_.size();
@@ -117,7 +153,7 @@ std::uint32_t SegmentParser::Parse(std::span<const std::uint8_t> buffer, std::ui
         ParseAgain(segment, position);
         blocks_ = SplitIntoBlocks(items_);
     }
-    for (const Item item : items_) queue_.Apply(item);
+    for (const Item item : items_) recent_.Apply(item);
     return static_cast<std::uint32_t>(segment.size());
 }
 

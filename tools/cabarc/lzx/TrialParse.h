@@ -1,7 +1,9 @@
 #pragma once
 // A quick estimate of what bytes will pack to, for choices that are made before the real parse: a lazy parse
-// with few candidates, priced by the entropy of its symbols. It is rough in size, but errs alike for two
-// forms of the same bytes.
+// with few candidates, priced by the entropy of its symbols.
+//
+// It is rough in size, but errs alike for two forms of the same bytes. So it is good for comparing the two,
+// and for nothing that needs a number of bytes.
 
 #include <cstdint>
 #include <span>

@@ -47,6 +47,7 @@ class FrameBits {
     }
 
     bool AtWordBorder() const { return bitsLeft_ == 0; }
+    std::size_t BitsRead() const { return 8 * next_ - static_cast<std::size_t>(bitsLeft_); }
     bool AtEnd() const { return next_ == bytes_.size(); }
 
  private:
@@ -92,6 +93,34 @@ class Tree {
     std::array<std::uint32_t, 17> count_{};  // codes of each length
     std::vector<int> symbols_;               // in the order of their codes
 };
+
+void ReadLengths(FrameBits& bits, std::span<std::uint8_t> lengths) {
+    std::array<std::uint8_t, 20> pretreeLengths;
+    for (std::uint8_t& length : pretreeLengths) length = static_cast<std::uint8_t>(bits.Bits(4));
+    const Tree pretree(pretreeLengths, false);
+    const auto changed = [](std::uint8_t old, int symbol) {
+        Require(symbol <= 16, "a run symbol where a difference is due");
+        return static_cast<std::uint8_t>((old + 17 - symbol) % 17);
+    };
+    for (std::size_t i = 0; i < lengths.size();) {
+        const int symbol = pretree.Read(bits);
+        if (symbol <= 16) {
+            lengths[i] = changed(lengths[i], symbol);
+            ++i;
+            continue;
+        }
+        std::size_t run = 0;
+        std::uint8_t value = 0;
+        if (symbol == 17) run = 4 + bits.Bits(4);
+        if (symbol == 18) run = 20 + bits.Bits(5);
+        if (symbol == 19) {
+            run = 4 + bits.Bits(1);
+            value = changed(lengths[i], pretree.Read(bits));
+        }
+        Require(i + run <= lengths.size(), "a run over the end of its list");
+        for (; run > 0; --run) lengths[i++] = value;
+    }
+}
 
 class Folder {
  public:
@@ -189,34 +218,6 @@ class Folder {
         length_ = Tree(lengthLengths_, true);
     }
 
-    static void ReadLengths(FrameBits& bits, std::span<std::uint8_t> lengths) {
-        std::array<std::uint8_t, 20> pretreeLengths;
-        for (std::uint8_t& length : pretreeLengths) length = static_cast<std::uint8_t>(bits.Bits(4));
-        const Tree pretree(pretreeLengths, false);
-        const auto changed = [](std::uint8_t old, int symbol) {
-            Require(symbol <= 16, "a run symbol where a difference is due");
-            return static_cast<std::uint8_t>((old + 17 - symbol) % 17);
-        };
-        for (std::size_t i = 0; i < lengths.size();) {
-            const int symbol = pretree.Read(bits);
-            if (symbol <= 16) {
-                lengths[i] = changed(lengths[i], symbol);
-                ++i;
-                continue;
-            }
-            std::size_t run = 0;
-            std::uint8_t value = 0;
-            if (symbol == 17) run = 4 + bits.Bits(4);
-            if (symbol == 18) run = 20 + bits.Bits(5);
-            if (symbol == 19) {
-                run = 4 + bits.Bits(1);
-                value = changed(lengths[i], pretree.Read(bits));
-            }
-            Require(i + run <= lengths.size(), "a run over the end of its list");
-            for (; run > 0; --run) lengths[i++] = value;
-        }
-    }
-
     void CopyRaw(FrameBits& bits, bool last) {
         while (blockLeft_ > 0 && out_.size() < frameEnd_) {
             out_.push_back(bits.Byte());
@@ -286,6 +287,12 @@ std::size_t FrameCollector::PackedSize() const {
     std::size_t size = 0;
     for (const Frame& frame : Frames) size += frame.Payload.size();
     return size;
+}
+
+std::size_t DecodeCodeLengths(std::span<const std::uint8_t> payload, std::span<std::uint8_t> lengths) {
+    FrameBits bits(payload);
+    ReadLengths(bits, lengths);
+    return bits.BitsRead();
 }
 
 std::vector<std::uint8_t> DecodeLzx(const std::vector<FrameCollector::Frame>& frames, int windowBits,

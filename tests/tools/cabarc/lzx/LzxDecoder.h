@@ -42,4 +42,9 @@ struct LzxContents {
 std::vector<std::uint8_t> DecodeLzx(const std::vector<FrameCollector::Frame>& frames, int windowBits,
                                     LzxContents* contents = nullptr);
 
+/// Reads one list of code lengths, with its pretree, from the start of `payload`. `lengths` are those of the
+/// block before and become those that are read. Returns the number of bits that the list takes. Throws
+/// std::runtime_error saying what is wrong with it.
+std::size_t DecodeCodeLengths(std::span<const std::uint8_t> payload, std::span<std::uint8_t> lengths);
+
 }  // namespace tests

@@ -46,6 +46,21 @@ TEST(LzxEncoder, RefusesWindowsThatTheFormatLacks) {
     EXPECT_THROW(LzxEncoder(22, {}, folder), std::invalid_argument);
 }
 
+TEST(LzxEncoder, RefusesOptionsOutsideTheirBounds) {
+    FrameCollector folder;
+    const auto refuses = [&](const LzxOptions& options) {
+        EXPECT_THROW(LzxEncoder(21, options, folder), std::invalid_argument);
+    };
+    refuses({{0, 128}, 257, 2});
+    refuses({{48, 2}, 257, 2});
+    refuses({{48, 258}, 257, 2});
+    refuses({{48, 128}, 1, 2});
+    refuses({{48, 128}, 258, 2});
+    refuses({{48, 128}, 257, 0});
+    EXPECT_NO_THROW(LzxEncoder(21, {{1, 3}, 2, 1}, folder));
+    EXPECT_NO_THROW(LzxEncoder(21, {{1, 257}, 257, 1}, folder));
+}
+
 TEST(LzxEncoder, GivesNoFrameForAnEmptyFolder) {
     EXPECT_TRUE(Pack({}, 21).Frames.empty());
 }

@@ -1,6 +1,10 @@
 #pragma once
-// Code lengths as a block header carries them: differences to the lengths of the block before, with runs,
-// under a small tree of their own. Many wordings say the same lengths; this finds one of the shortest.
+// Code lengths as a block's header carries them: differences from the lengths of the coded block before, with
+// runs, under a pretree of their own. There are many encodings of the same lengths; this finds one of the
+// shortest.
+//
+// Its size in bits is known before anything is written, because the choice between a coded and an
+// uncompressed block depends on it.
 
 #include <array>
 #include <cstdint>
@@ -12,14 +16,17 @@
 
 namespace tools::cabarc::lzx {
 
-/// One list of code lengths, worded for the stream.
-class TreeHeader {
+/// One list of code lengths, ready to be written.
+class EncodedCodeLengths {
  public:
-    /// Words `lengths`, the list that the reader has now being `previous` (both equally long, lengths up to
-    /// 16).
-    TreeHeader(std::span<const std::uint8_t> previous, std::span<const std::uint8_t> lengths);
+    /// The longest run that one pretree symbol can stand for.
+    static constexpr std::uint32_t kLongestRun = 51;
 
-    /// Size in the stream, in bits.
+    /// Encodes `lengths` (each at most kMaxCodeLength) for a decoder that holds `previous`, the lengths of
+    /// the same list in the last coded block. REQUIRES: both equally long.
+    EncodedCodeLengths(std::span<const std::uint8_t> previous, std::span<const std::uint8_t> lengths);
+
+    /// Size in the stream, in bits, the pretree included.
     std::uint32_t Bits() const { return bits_; }
 
     void Write(BitWriter& writer) const;

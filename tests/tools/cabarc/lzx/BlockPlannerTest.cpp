@@ -1,0 +1,257 @@
+#include "tools/cabarc/lzx/BlockPlanner.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "tests/tools/cabarc/lzx/TestData.h"
+
+namespace tests {
+namespace {
+
+using tools::cabarc::lzx::BlockPlan;
+using tools::cabarc::lzx::BlockPlanner;
+using tools::cabarc::lzx::BlockSpan;
+using tools::cabarc::lzx::BlockType;
+using tools::cabarc::lzx::BodyBits;
+using tools::cabarc::lzx::BuildCodes;
+using tools::cabarc::lzx::CodeLengths;
+using tools::cabarc::lzx::EncodedTrees;
+using tools::cabarc::lzx::Item;
+using tools::cabarc::lzx::MainSymbols;
+using tools::cabarc::lzx::SymbolCounts;
+using tools::cabarc::lzx::UncompressedBits;
+
+constexpr int kPlannerWindow = 17;
+constexpr std::size_t kMains = 528;  // main symbols of such a window
+
+// Items that are added block by block.
+struct Blocks {
+    std::vector<Item> Items;
+    std::vector<BlockSpan> Spans;
+
+    void Add(const std::vector<Item>& items) {
+        BlockSpan span;
+        if (!Spans.empty()) span = {Spans.back().EndItem, 0, Spans.back().End, 0};
+        Items.insert(Items.end(), items.begin(), items.end());
+        span.EndItem = Items.size();
+        span.End = span.Begin;
+        for (const Item item : items) span.End += item.Length();
+        Spans.push_back(span);
+    }
+
+    std::vector<BlockPlan> Plan() const { return BlockPlanner(kPlannerWindow).Plan(Items, Spans); }
+};
+
+std::vector<Item> Literals(std::size_t count, std::uint32_t letters, std::uint32_t seed) {
+    std::vector<Item> items;
+    for (const std::uint8_t byte : RandomBytes(count, seed))
+        items.push_back(Item::Literal(static_cast<std::uint8_t>(byte % letters)));
+    return items;
+}
+
+// Matches whose formatted offsets are multiples of `step`.
+std::vector<Item> Matches(std::size_t count, std::uint32_t step, std::uint32_t seed) {
+    const Bytes noise = RandomBytes(2 * count, seed);
+    std::vector<Item> items;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint32_t place = 100U + noise[2 * i] * 40U;
+        items.push_back(Item::Match(2 + noise[2 * i + 1] % 20, place / step * step));
+    }
+    return items;
+}
+
+SymbolCounts CountsOf(const Blocks& blocks, const BlockSpan& span) {
+    SymbolCounts counts;
+    counts.Add(span.ItemsIn(blocks.Items));
+    return counts;
+}
+
+// Requires that plans follow each other without a gap and that each coded one has the codes of its items,
+// encoded for a decoder that has read the blocks before it.
+void ExpectComplete(const Blocks& blocks, const std::vector<BlockPlan>& plans) {
+    CodeLengths before;
+    BlockSpan last;
+    for (const BlockPlan& plan : plans) {
+        EXPECT_EQ(plan.Span.FirstItem, last.EndItem);
+        EXPECT_EQ(plan.Span.Begin, last.End);
+        EXPECT_GT(plan.Span.Bytes(), 0U);
+        std::uint32_t bytes = 0;
+        for (const Item item : plan.Span.ItemsIn(blocks.Items)) bytes += item.Length();
+        EXPECT_EQ(plan.Span.Bytes(), bytes);
+        last = plan.Span;
+        EXPECT_EQ(plan.Trees.has_value(), plan.IsCoded());
+        if (!plan.Trees) continue;
+        EXPECT_EQ(plan.Codes, BuildCodes(CountsOf(blocks, plan.Span)));
+        tools::cabarc::lzx::BitWriter written;
+        plan.Trees->Write(written);
+        tools::cabarc::lzx::BitWriter expected;
+        EncodedTrees(before, plan.Codes, kMains).Write(expected);
+        EXPECT_EQ(written.Bytes(), expected.Bytes());
+        before = plan.Codes;
+    }
+    EXPECT_EQ(last.EndItem, blocks.Items.size());
+}
+
+TEST(BlockPlanner, ChoosesTheCheapestOfTheThreeTypes) {
+    ASSERT_EQ(kMains, static_cast<std::size_t>(MainSymbols(kPlannerWindow)));
+    std::array<int, 4> chosen{};
+    for (std::uint32_t seed = 0; seed < 200; ++seed) {
+        Blocks blocks;
+        // Sizes and contents for which the types are about equally dear.
+        std::vector<Item> items = Matches(seed % 40, seed % 3 == 0 ? 8 : 1, seed);
+        const std::vector<Item> literals = Literals(2 * (seed % 61), 1 + seed, seed);
+        items.insert(items.end(), literals.begin(), literals.end());
+        if (items.empty()) continue;
+        blocks.Add(items);
+        const SymbolCounts counts = CountsOf(blocks, blocks.Spans[0]);
+        const CodeLengths codes = BuildCodes(counts);
+        const std::uint64_t trees = EncodedTrees({}, codes, kMains).Bits();
+        const std::uint64_t verbatim = trees + BodyBits(counts, codes, BlockType::Verbatim);
+        const std::uint64_t aligned = trees + 24 + BodyBits(counts, codes, BlockType::Aligned);
+        const std::uint64_t uncompressed = UncompressedBits(blocks.Spans[0].Bytes());
+        const std::vector<BlockPlan> plans = blocks.Plan();
+        ASSERT_EQ(plans.size(), 1U);
+        const std::array<std::uint64_t, 4> bits{0, verbatim, aligned, uncompressed};
+        EXPECT_EQ(bits[static_cast<std::size_t>(plans[0].Type)], std::min({verbatim, aligned, uncompressed}));
+        ++chosen[static_cast<std::size_t>(plans[0].Type)];
+        ExpectComplete(blocks, plans);
+    }
+    for (const std::size_t type : {1U, 2U, 3U}) EXPECT_GT(chosen[type], 10) << type;
+}
+
+TEST(BlockPlanner, EncodesCodeLengthsAgainstTheLastCodedBlock) {
+    Blocks blocks;
+    blocks.Add(Literals(3'000, 20, 1));
+    blocks.Add(Literals(3'000, 256, 2));
+    blocks.Add(Literals(3'000, 21, 3));
+    const std::vector<BlockPlan> plans = blocks.Plan();
+    ASSERT_EQ(plans.size(), 3U);
+    EXPECT_EQ(plans[1].Type, BlockType::Uncompressed);
+    ExpectComplete(blocks, plans);
+}
+
+TEST(BlockPlanner, EncodesCodeLengthsAgainstTheSegmentBefore) {
+    Blocks blocks;
+    blocks.Add(Literals(3'000, 20, 1));
+    BlockPlanner planner(kPlannerWindow);
+    const std::vector<BlockPlan> first = planner.Plan(blocks.Items, blocks.Spans);
+    planner.Commit(first);
+    const std::vector<BlockPlan> again = planner.Plan(blocks.Items, blocks.Spans);
+    EXPECT_EQ(again[0].Trees->Bits(), EncodedTrees(first[0].Codes, first[0].Codes, kMains).Bits());
+    EXPECT_LT(again[0].Trees->Bits(), first[0].Trees->Bits());
+}
+
+TEST(BlockPlanner, JoinsNeighboursThatAreUncompressed) {
+    Blocks blocks;
+    blocks.Add(Literals(4'000, 20, 1));
+    for (std::uint32_t seed = 2; seed < 5; ++seed) blocks.Add(Literals(2'000, 256, seed));
+    blocks.Add(Literals(4'000, 20, 6));
+    const std::vector<BlockPlan> plans = blocks.Plan();
+    ASSERT_EQ(plans.size(), 3U);
+    EXPECT_EQ(plans[1].Type, BlockType::Uncompressed);
+    EXPECT_EQ(plans[1].Span, (BlockSpan{4'000, 10'000, 4'000, 10'000}));
+    ExpectComplete(blocks, plans);
+}
+
+TEST(BlockPlanner, MovesUncompressedBlocksToEvenPlaces) {
+    for (const std::size_t before : {3'000, 3'001}) {
+        for (const std::size_t noise : {2'000, 2'001}) {
+            for (const std::size_t after : {0, 3'000, 3'001}) {
+                Blocks blocks;
+                blocks.Add(Literals(before, 20, 1));
+                blocks.Add(Literals(noise, 256, 2));
+                if (after != 0) blocks.Add(Literals(after, 20, 3));
+                const std::vector<BlockPlan> plans = blocks.Plan();
+                ASSERT_GE(plans.size(), 2U);
+                EXPECT_EQ(plans[1].Type, BlockType::Uncompressed);
+                EXPECT_EQ(plans[1].Span.Begin % 2, 0U);
+                if (after != 0) {
+                    EXPECT_EQ(plans[1].Span.End % 2, 0U);
+                }
+                EXPECT_NEAR(plans[1].Span.Bytes(), static_cast<double>(noise), 2);
+                ExpectComplete(blocks, plans);
+            }
+        }
+    }
+}
+
+TEST(BlockPlanner, MovesBordersOverMatchesAsAWhole) {
+    // The noise begins at an odd place and its first item is a match of two bytes, which leaves the place
+    // odd; so the literal after it goes, too.
+    Blocks blocks;
+    blocks.Add(Literals(3'001, 20, 1));
+    std::vector<Item> noise{Item::Match(2, 900)};
+    const std::vector<Item> literals = Literals(2'000, 256, 2);
+    noise.insert(noise.end(), literals.begin(), literals.end());
+    blocks.Add(noise);
+    const std::vector<BlockPlan> plans = blocks.Plan();
+    ASSERT_EQ(plans.size(), 2U);
+    EXPECT_EQ(plans[1].Span, (BlockSpan{3'003, 5'002, 3'004, 5'003}));
+    ExpectComplete(blocks, plans);
+}
+
+TEST(BlockPlanner, DropsAnUncompressedBlockThatHasNoEvenPlace) {
+    Blocks blocks;
+    blocks.Add(Literals(3'001, 20, 1));
+    blocks.Add(Literals(1, 20, 2));
+    blocks.Add(Literals(3'000, 20, 3));
+    std::vector<BlockPlan> plans = blocks.Plan();
+    EXPECT_EQ(plans.size(), 2U);
+    ExpectComplete(blocks, plans);
+}
+
+TEST(BlockPlanner, CutsAFrameOutOfTheBlocksThatItLiesIn) {
+    // Four frames of items in three blocks; the second frame holds the end of the first block, all of the
+    // second and the start of the third.
+    Blocks blocks;
+    blocks.Add(Literals(40'000, 20, 1));
+    blocks.Add(Literals(10'000, 90, 2));
+    blocks.Add(Literals(81'072, 20, 3));
+    const BlockPlanner planner(kPlannerWindow);
+    const std::vector<BlockPlan> plans = planner.Plan(blocks.Items, blocks.Spans);
+    ASSERT_EQ(plans.size(), 3U);
+    const std::vector<BlockPlan> cut = planner.StoreFrame(blocks.Items, plans, 32'768, 65'536);
+    ASSERT_EQ(cut.size(), 3U);
+    EXPECT_EQ(cut[0].Span, (BlockSpan{0, 32'768, 0, 32'768}));
+    EXPECT_EQ(cut[1].Span, (BlockSpan{32'768, 65'536, 32'768, 65'536}));
+    EXPECT_EQ(cut[2].Span, (BlockSpan{65'536, 131'072, 65'536, 131'072}));
+    EXPECT_TRUE(cut[0].IsCoded());
+    EXPECT_EQ(cut[1].Type, BlockType::Uncompressed);
+    EXPECT_TRUE(cut[2].IsCoded());
+    ExpectComplete(blocks, cut);
+}
+
+TEST(BlockPlanner, PlansTheBlockAfterACutFrameForTheDecoderThatItMeets) {
+    // The frame is exactly the second block: the third one's code lengths were differences from it.
+    Blocks blocks;
+    blocks.Add(Literals(32'768, 20, 1));
+    blocks.Add(Literals(32'768, 90, 2));
+    blocks.Add(Literals(32'768, 20, 3));
+    const BlockPlanner planner(kPlannerWindow);
+    const std::vector<BlockPlan> cut =
+        planner.StoreFrame(blocks.Items, planner.Plan(blocks.Items, blocks.Spans), 32'768, 65'536);
+    ASSERT_EQ(cut.size(), 3U);
+    EXPECT_EQ(cut[1].Type, BlockType::Uncompressed);
+    ExpectComplete(blocks, cut);
+}
+
+TEST(BlockPlanner, CutsAFrameOutOfOneBlock) {
+    Blocks blocks;
+    blocks.Add(Literals(100'000, 20, 1));
+    const BlockPlanner planner(kPlannerWindow);
+    const std::vector<BlockPlan> plans = planner.Plan(blocks.Items, blocks.Spans);
+    const std::vector<BlockPlan> middle = planner.StoreFrame(blocks.Items, plans, 32'768, 65'536);
+    ASSERT_EQ(middle.size(), 3U);
+    EXPECT_EQ(middle[1].Type, BlockType::Uncompressed);
+    ExpectComplete(blocks, middle);
+    const std::vector<BlockPlan> end = planner.StoreFrame(blocks.Items, plans, 98'304, 100'000);
+    ASSERT_EQ(end.size(), 2U);
+    EXPECT_EQ(end[1].Span, (BlockSpan{98'304, 100'000, 98'304, 100'000}));
+    ExpectComplete(blocks, end);
+}
+
+}  // namespace
+}  // namespace tests
