@@ -19,7 +19,8 @@ layerOf() {
         src/start/*) layer=5 ;;
         src/ui/*) layer=6 ;;
         src/*) layer=7 ;;
-        resources/*) layer=0 ;;
+        # For the program and the companions alike.
+        resources/* | floppy/*) layer=0 ;;
         tools/shared/*) layer=101 ;;
         tools/*) layer=102 ;;
         *) layer=999 ;;
@@ -33,12 +34,10 @@ folderOf() {
             rest=${1#*/}
             folder=${1%%/*}/${rest%%/*}
             ;;
+        floppy/*) folder=floppy ;;
         *) folder=$1 ;;
     esac
 }
-
-# What is true of every floppy: the program foretells with it how the image tool lays a disk out.
-isShared() { case $1 in tools/bfi/Geometry.h | tools/bfi/ShortName.h) true ;; *) false ;; esac; }
 
 # The headers of the C++ standard library.
 standardHeaders=" algorithm any array atomic barrier bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes
@@ -68,7 +67,7 @@ complain() {
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 files=()
-list_sources files 'src/*.h' 'src/*.cpp' 'tools/*.h' 'tools/*.cpp'
+list_sources files 'src/*.h' 'src/*.cpp' 'tools/*.h' 'tools/*.cpp' 'floppy/*.h' 'floppy/*.cpp'
 search "$work/includes" -HZE '^[[:space:]]*#[[:space:]]*include' "${files[@]}"
 declare -A edges
 
@@ -85,8 +84,8 @@ while IFS= read -r -d '' file && IFS= read -r line; do
             from=$layer
             layerOf "$included"
             [[ $included != src/console/* ]] || complain "$file includes $included, which is velbooter.com's own"
-            [ "$layer" -lt "$from" ] || isShared "$included" || complain "$file includes $included, which is in no layer below"
-            [ $((from / 100)) = $((layer / 100)) ] || [ "$layer" = 0 ] || isShared "$included" ||
+            [ "$layer" -lt "$from" ] || complain "$file includes $included, which is in no layer below"
+            [ $((from / 100)) = $((layer / 100)) ] || [ "$layer" = 0 ] ||
                 complain "$file includes $included: the program and the companions share no code"
         fi
         a=${file%.*}

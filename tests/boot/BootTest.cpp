@@ -16,7 +16,7 @@ namespace boot::testing {
 namespace {
 
 using ::testing::HasSubstr;
-using tools::bfi::Geometry;
+using floppy::Geometry;
 using tools::bfi::testing::FatImage;
 using tools::bfi::testing::ReadFatImage;
 using tools::testing::Bytes;
@@ -42,7 +42,7 @@ Bytes Probe() {
 
 class Boot : public ::testing::TestWithParam<std::string> {
  protected:
-    const Geometry& Format() const { return *tools::bfi::GeometryOfType(GetParam()); }
+    const Geometry& Format() const { return *floppy::GeometryOfType(GetParam()); }
     std::string Image() const { return Files.Text("disk.img"); }
     std::string Report() const { return Files.Text("report"); }
 

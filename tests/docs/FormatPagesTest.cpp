@@ -133,7 +133,7 @@ TEST(Fat12Page, ShowsTheStartsOfBootSectorFatAndRoot) {
     folder.Write("boot.bin", bootSector);
     folder.Write("tree/IO.SYS", Bytes(600), kExampleTime, tools::kArchive);
     folder.Write("tree/Read me.txt", {'H', 'e', 'l', 'l', 'o'}, kExampleTime, tools::kArchive);
-    tools::bfi::BuildImage({folder.Text("boot.bin"), "Velstart", tools::bfi::GeometryOfType("144"),
+    tools::bfi::BuildImage({folder.Text("boot.bin"), "Velstart", floppy::GeometryOfType("144"),
                             folder.Text("disk.img"), folder.Text("tree")});
     const Bytes image = folder.Read("disk.img");
     const std::pair<const char*, std::size_t> examples[] = {

@@ -24,7 +24,7 @@ namespace tests::fuzz {
 
 namespace {
 
-using tools::bfi::Geometry;
+using floppy::Geometry;
 using tools::bfi::testing::FatEntry;
 using tools::bfi::testing::FatImage;
 
@@ -165,7 +165,7 @@ void CheckRefusal(const tools::ToolError& error, const tools::testing::TestFolde
 
 void RunInput(std::span<const std::uint8_t> input) {
     Choices choices(input);
-    const Geometry& geometry = *tools::bfi::GeometryOfType(choices.Flag() ? "288" : "144");
+    const Geometry& geometry = *floppy::GeometryOfType(choices.Flag() ? "288" : "144");
     const tools::testing::TestFolder folder;
     folder.Write("boot.bin", tools::bfi::testing::SampleBootSector());
     folder.MakeFolder("tree");

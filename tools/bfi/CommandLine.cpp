@@ -14,7 +14,7 @@ constexpr char kUsage[] =
     "  -f=  image file; missing folders on its path are made, an older image is replaced";
 
 [[noreturn]] void FailWithUsage(const std::string& line) {
-    throw tools::ToolError(line + "\n" + kUsage, tools::ExitCode::WrongCall);
+    throw ToolError(line + "\n" + kUsage, ExitCode::WrongCall);
 }
 
 void SetOnce(std::string& value, const std::string& text, const std::string& what) {
@@ -50,7 +50,7 @@ ImageRequest ParseCommandLine(const std::vector<std::string>& arguments) {
     if (type.empty()) FailWithUsage("the type (-t=) is missing");
     if (request.ImageFile.empty()) FailWithUsage("the image (-f=) is missing");
     if (request.Folder.empty()) FailWithUsage("the folder is missing");
-    request.Format = GeometryOfType(type);
+    request.Format = floppy::GeometryOfType(type);
     if (request.Format == nullptr) FailWithUsage("-t=" + type + ": the type is 144 or 288");
     return request;
 }

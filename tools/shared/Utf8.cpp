@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 
+#include "floppy/ShortName.h"
+
 namespace tools {
 namespace {
 
@@ -27,10 +29,6 @@ char32_t NextCharacter(std::string_view text, std::size_t& position) {
     if (character < kSmallest[static_cast<std::size_t>(more)] || character > 0x10FFFF) return kBroken;
     if (character >= 0xD800 && character <= 0xDFFF) return kBroken;
     return character;
-}
-
-char UpperLetter(char letter) {
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
 }
 
 bool IsControl(char32_t character) {
@@ -114,13 +112,14 @@ std::string Shown(const std::string& text) {
 }
 
 std::string UpperAscii(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), UpperLetter);
+    std::transform(text.begin(), text.end(), text.begin(), floppy::UpperAscii);
     return text;
 }
 
 bool PrecedesWithoutCase(const std::string& left, const std::string& right) {
     const auto isLess = [](char a, char b) {
-        return static_cast<std::uint8_t>(UpperLetter(a)) < static_cast<std::uint8_t>(UpperLetter(b));
+        return static_cast<std::uint8_t>(floppy::UpperAscii(a)) <
+               static_cast<std::uint8_t>(floppy::UpperAscii(b));
     };
     if (std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(), isLess))
         return true;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/tools/bfi/ImageFixture.h"
+#include "tools/bfi/VolumeLabel.h"
 
 namespace tools::bfi {
 namespace {
@@ -71,7 +72,7 @@ TEST(BootSector, KeepsTheJumpTheMakersNameAndTheCode) {
     const Bytes file = SampleBootSector();
     BootSector code{};
     std::copy(file.begin(), file.end(), code.begin());
-    const BootSector sector = DescribeDisk(code, *GeometryOfType("144"), ToVolumeLabel("label"));
+    const BootSector sector = DescribeDisk(code, *floppy::GeometryOfType("144"), ToVolumeLabel("label"));
     EXPECT_TRUE(std::equal(file.begin(), file.begin() + 0x0B, sector.begin()));
     EXPECT_TRUE(std::equal(file.begin() + 0x3E, file.end(), sector.begin() + 0x3E));
 }
@@ -88,7 +89,7 @@ TEST(BootSector, DescribesEachFormat) {
     of288[9] = 0x16;
     of288[13] = 0x24;
     const auto described = [](const char* type) {
-        const BootSector sector = DescribeDisk({}, *GeometryOfType(type), ToVolumeLabel("label"));
+        const BootSector sector = DescribeDisk({}, *floppy::GeometryOfType(type), ToVolumeLabel("label"));
         return Bytes(sector.begin() + 0x0B, sector.begin() + 0x3E);
     };
     EXPECT_EQ(described("144"), of144);

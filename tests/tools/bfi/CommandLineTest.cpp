@@ -29,7 +29,7 @@ TEST(BfiCommandLine, TakesTheOptionsInAnyOrder) {
         {"Temp\\Velbooter12", "-t=288", "-f=D:\\a b.img", "-l=Velstart", "-b=files\\bootsect.bin"});
     EXPECT_EQ(request.BootSectorFile, "files\\bootsect.bin");
     EXPECT_EQ(request.Label, "Velstart");
-    EXPECT_EQ(request.Format, GeometryOfType("288"));
+    EXPECT_EQ(request.Format, floppy::GeometryOfType("288"));
     EXPECT_EQ(request.ImageFile, "D:\\a b.img");
     EXPECT_EQ(request.Folder, "Temp\\Velbooter12");
 }

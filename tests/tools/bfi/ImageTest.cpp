@@ -104,12 +104,12 @@ TEST_P(ImageTest, AnEmptyFolderTakesOneCluster) {
 }
 
 TEST_P(ImageTest, FillsTheDataAreaToTheLastCluster) {
-    const std::size_t room = Format().DataClusters() * Format().ClusterBytes();
+    const std::size_t capacity = Format().DataClusters() * Format().ClusterBytes();
     EXPECT_EQ(Format().DataClusters(), GetParam() == "144" ? 2847U : 2863U);
-    Files.Write("tree/all", NoiseBytes(room, 1));
+    Files.Write("tree/all", NoiseBytes(capacity, 1));
     const FatImage image = Build();
     EXPECT_EQ(image.FreeClusters, 0U);
-    EXPECT_EQ(image.At("ALL").Content, NoiseBytes(room, 1));
+    EXPECT_EQ(image.At("ALL").Content, NoiseBytes(capacity, 1));
 }
 
 TEST_P(ImageTest, FillsTheDataAreaWithFoldersAndSmallFiles) {
@@ -125,9 +125,9 @@ TEST_P(ImageTest, FillsTheDataAreaWithFoldersAndSmallFiles) {
 }
 
 TEST_P(ImageTest, OneClusterTooManyIsRefusedWithTheMissingBytes) {
-    const std::size_t room = Format().DataClusters() * Format().ClusterBytes();
+    const std::size_t capacity = Format().DataClusters() * Format().ClusterBytes();
     const std::string start = Files.Text("tree") + ": does not fit on a " + Format().Name + " disk: ";
-    Files.Write("tree/all", NoiseBytes(room + 1, 1));
+    Files.Write("tree/all", NoiseBytes(capacity + 1, 1));
     EXPECT_EQ(Refusal(), start + std::to_string(Format().ClusterBytes()) + " bytes are missing");
     Files.Write("tree/more", NoiseBytes(10'000, 1));
     EXPECT_EQ(Refusal(), start + std::to_string(Format().ClusterBytes() + 10'240) + " bytes are missing");
@@ -135,8 +135,8 @@ TEST_P(ImageTest, OneClusterTooManyIsRefusedWithTheMissingBytes) {
 }
 
 TEST_P(ImageTest, AFoldersOwnClusterCountsToo) {
-    const std::size_t room = Format().DataClusters() * Format().ClusterBytes();
-    Files.Write("tree/all", NoiseBytes(room, 1));
+    const std::size_t capacity = Format().DataClusters() * Format().ClusterBytes();
+    Files.Write("tree/all", NoiseBytes(capacity, 1));
     Files.MakeFolder("tree/folder");
     EXPECT_EQ(Refusal(), Files.Text("tree") + ": does not fit on a " + Format().Name +
                              " disk: " + std::to_string(Format().ClusterBytes()) + " bytes are missing");
@@ -202,7 +202,7 @@ TEST_P(ImageTest, SizesWhoseSumCannotBeCountedDoNotFit) {
     tree[0].Path = "tree";
     // The sum of their clusters is 2 to the power of 65 or 64.
     tree[1].Entries.assign(4096, entry);
-    EXPECT_EQ(tools::testing::ErrorOf([&] { RequireRoom(tree, Format()); }),
+    EXPECT_EQ(tools::testing::ErrorOf([&] { RequireSpace(tree, Format()); }),
               std::string("tree: does not fit on a ") + Format().Name + " disk by far");
 }
 

@@ -1,9 +1,9 @@
+#include "tools/bfi/DirectoryNames.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "tests/tools/shared/TestFolder.h"
-#include "tools/bfi/DirectoryNames.h"
-#include "tools/bfi/ShortName.h"
 #include "tools/shared/Utf8.h"
 
 namespace tools::bfi {
@@ -13,11 +13,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using tools::testing::ErrorOf;
 
-std::string Packed(const std::string& name) {
-    const auto shortName = ToShortName(name);
-    return shortName ? std::string(shortName->begin(), shortName->end()) : "(none)";
-}
-
 std::vector<std::string> Stored(const std::vector<std::string>& names) {
     std::vector<std::string> stored;
     for (const DirectoryName& name : NameEntries("here/", names))
@@ -25,50 +20,11 @@ std::vector<std::string> Stored(const std::vector<std::string>& names) {
     return stored;
 }
 
-TEST(ShortName, IsUpperCasedAndPadded) {
-    EXPECT_EQ(Packed("io.sys"), "IO      SYS");
-    EXPECT_EQ(Packed("A"), "A          ");
-    EXPECT_EQ(Packed("Autoexec.Bat"), "AUTOEXECBAT");
-    EXPECT_EQ(Packed("_msnet.nic"), "_MSNET  NIC");
-    EXPECT_EQ(Packed("A!#$%&'("), "A!#$%&'(   ");
-    EXPECT_EQ(Packed(")-@^`{}~._1"), ")-@^`{}~_1 ");
-}
-
-TEST(ShortName, HoldsOnlyWhatDosAllows) {
-    for (const char* name : {"", ".", "..", ".txt", "a.", "ninechars", "a.text", "a.b.c", "a b", "a+b", "a,b",
-                             "a;b", "a=b", "a[b", "a]b", "\xC3\xA4", "a.b c"})
-        EXPECT_EQ(Packed(name), "(none)") << name;
-}
-
-TEST(ShortName, DevicesAreKnownWhateverTheirExtension) {
-    for (const char* name :
-         {"con", "PRN", "Aux.txt", "NUL.tar.gz", "CLOCK$", "com1", "COM9.x", "lpt1", "LPT9", "con .txt"})
-        EXPECT_TRUE(IsDeviceName(name)) << name;
-    for (const char* name : {"CONS", "COM", "COM0", "COM10", "LPT", "LPTX", "NULL", "AUX1", "ACON", "CLOCK"})
-        EXPECT_FALSE(IsDeviceName(name)) << name;
-}
-
-TEST(NameEntries, LettersBeyondAsciiHaveACaseToo) {
+TEST(DirectoryNames, LettersBeyondAsciiHaveACaseToo) {
     EXPECT_EQ(ErrorOf([] {
                   NameEntries("here/", {"\xC3\x84rger.text", "\xC3\xA4rger.TEXT"});
               }),
               "here/\xC3\x84rger.text and \xC3\xA4rger.TEXT have the same name on a DOS disk");
-}
-
-TEST(VolumeLabel, IsUpperCasedAndPadded) {
-    const ShortName label = ToVolumeLabel("Velstart");
-    EXPECT_EQ(std::string(label.begin(), label.end()), "VELSTART   ");
-    const ShortName longest = ToVolumeLabel("my disk no1");
-    EXPECT_EQ(std::string(longest.begin(), longest.end()), "MY DISK NO1");
-}
-
-TEST(VolumeLabel, RefusesWhatDosWouldNotShow) {
-    EXPECT_THAT(ErrorOf([] { ToVolumeLabel(""); }), HasSubstr("the volume label is empty"));
-    EXPECT_THAT(ErrorOf([] { ToVolumeLabel("twelve chars"); }),
-                HasSubstr("-l=twelve chars: a volume label has at most 11"));
-    EXPECT_THAT(ErrorOf([] { ToVolumeLabel(" A"); }), HasSubstr("cannot begin with a blank"));
-    for (const char* label : {"A.B", "A/B", "A*", "A\"", "A+B", "\xC3\xA4"})
-        EXPECT_THAT(ErrorOf([&] { ToVolumeLabel(label); }), HasSubstr("a volume label holds only")) << label;
 }
 
 TEST(DirectoryNames, ANameThatDiffersOnlyByCaseNeedsNoLongName) {
