@@ -15,8 +15,8 @@
 namespace boot::testing {
 namespace {
 
-using ::testing::HasSubstr;
 using floppy::Geometry;
+using ::testing::HasSubstr;
 using tools::bfi::testing::FatImage;
 using tools::bfi::testing::ReadFatImage;
 using tools::testing::Bytes;

@@ -18,6 +18,7 @@
 #include "tools/cabarc/Compressors.h"
 #include "tools/cabarc/Packer.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/InputFile.h"
 #include "tools/shared/ToolError.h"
 
 namespace tests::fuzz {

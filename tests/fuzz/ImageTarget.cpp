@@ -17,6 +17,7 @@
 #include "tests/tools/shared/RunProgram.h"
 #include "tools/bfi/ImageBuilder.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/InputFile.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
 

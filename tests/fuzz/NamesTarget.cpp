@@ -8,7 +8,6 @@
 #include "tests/fuzz/FuzzTarget.h"
 #include "tests/tools/cabarc/ParsedCabinet.h"
 #include "tools/bfi/DirectoryNames.h"
-#include "tools/cabarc/AsciiCase.h"
 #include "tools/cabarc/MemberName.h"
 #include "tools/cabarc/Wildcard.h"
 #include "tools/shared/ToolError.h"
@@ -18,7 +17,7 @@ namespace tests::fuzz {
 
 namespace {
 
-using tools::cabarc::FoldCase;
+using tools::UpperAscii;
 
 constexpr std::size_t kLongestText = 255;
 
@@ -32,7 +31,7 @@ bool MatchesByTable(const std::string& pattern, const std::string& name) {
             if (c == '*') {
                 next[i] = reached[i] || (i > 0 && next[i - 1]);
             } else {
-                next[i] = i > 0 && reached[i - 1] && (c == '?' || FoldCase(c) == FoldCase(name[i - 1]));
+                next[i] = i > 0 && reached[i - 1] && (c == '?' || UpperAscii(c) == UpperAscii(name[i - 1]));
             }
         }
         reached = next;

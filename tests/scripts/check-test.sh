@@ -132,7 +132,7 @@ expect 'src/disk/Folder.cpp includes in a way that cannot be followed' 'echo "#i
 for check in 'check.sh --quick' include-fence.sh tidy.py; do
     read -ra words <<<"$check"
     expect 'git cannot list the files' 'rm -rf .git' "${words[@]}"
-    expect 'there is no file to check' 'rm -r src tools && git add -A' "${words[@]}"
+    expect 'there is no file to check' 'rm -r floppy src tools && git add -A' "${words[@]}"
 done
 mkdir "$work/bin"
 cat >"$work/bin/git" <<'GIT'

@@ -1,12 +1,12 @@
 #include "tools/bfi/BootSector.h"
 
 #include <algorithm>
-#include <fstream>
 #include <string>
 #include <string_view>
 
 #include "tools/shared/ByteOrder.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/InputFile.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools::bfi {
@@ -36,16 +36,12 @@ BootSector ReadBootSector(const std::filesystem::path& file) {
     if (KindOf(file) == FileKind::Missing) throw ToolError(name + ": this boot sector file does not exist");
     if (KindOf(file) == FileKind::Folder || KindOf(file) == FileKind::Special)
         throw ToolError(name + ": is not a boot sector file");
-    std::ifstream input(LongPath(file), std::ios::binary);
-    if (!input) throw ToolError(name + ": this boot sector file cannot be opened");
     // One byte more than is wanted, to notice a longer file.
-    std::array<char, floppy::kSectorBytes + 1> bytes{};
-    input.read(bytes.data(), bytes.size());
-    if (static_cast<std::size_t>(input.gcount()) != floppy::kSectorBytes)
+    std::array<std::uint8_t, floppy::kSectorBytes + 1> bytes{};
+    if (InputFile(file).Read(bytes) != floppy::kSectorBytes)
         throw ToolError(name + ": a boot sector file must be exactly 512 bytes long");
     BootSector sector{};
-    std::transform(bytes.begin(), bytes.end() - 1, sector.begin(),
-                   [](char byte) { return static_cast<std::uint8_t>(byte); });
+    std::copy(bytes.begin(), bytes.end() - 1, sector.begin());
     if (sector[kSignatureStart] != 0x55 || sector[kSignatureStart + 1] != 0xAA)
         throw ToolError(name + ": is not a boot sector: it does not end with the bytes 55 AA");
     if (!JumpsOverDescription(sector))

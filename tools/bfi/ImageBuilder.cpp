@@ -9,6 +9,7 @@
 #include "tools/bfi/SourceTree.h"
 #include "tools/bfi/VolumeLabel.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/InputFile.h"
 #include "tools/shared/OutputFile.h"
 #include "tools/shared/ToolError.h"
 

@@ -1,8 +1,7 @@
 #include "tools/cabarc/Method.h"
+#include "tools/shared/Utf8.h"
 
 #include <charconv>
-
-#include "tools/cabarc/AsciiCase.h"
 
 namespace tools::cabarc {
 

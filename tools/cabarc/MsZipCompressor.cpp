@@ -12,13 +12,13 @@ namespace {
 
 constexpr std::uint8_t kBlockSignature[] = {'C', 'K'};
 constexpr std::size_t kBlockSignatureSize = sizeof(kBlockSignature);
-/// The memory levels that are tried on each frame. The larger makes a frame one deflate block; the smaller
-/// begins a new block, with codes of its own, every 4096 symbols, which suits frames of mixed contents.
+// The memory levels that are tried on each frame. The larger makes a frame one deflate block; the smaller
+// begins a new block, with codes of its own, every 4096 symbols, which suits frames of mixed contents.
 constexpr int kMemoryLevels[] = {9, 6};
 
 }  // namespace
 
-/// A raw deflate stream of zlib.
+// A raw deflate stream of zlib.
 class MsZipCompressor::Deflater {
  public:
     explicit Deflater(int memoryLevel) {
@@ -31,7 +31,7 @@ class MsZipCompressor::Deflater {
     Deflater(const Deflater&) = delete;
     Deflater& operator=(const Deflater&) = delete;
 
-    /// Writes one complete stream to `out`. Returns its size, or 0 when it does not fit.
+    // Writes one complete stream to `out`. Returns its size, or 0 when it does not fit.
     std::size_t Run(std::span<const std::uint8_t> data, std::span<const std::uint8_t> history,
                     std::span<std::uint8_t> out) {
         deflateReset(&stream_);

@@ -3,19 +3,19 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "tools/cabarc/AsciiCase.h"
 #include "tools/cabarc/MemberName.h"
 #include "tools/cabarc/Wildcard.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/PartFile.h"
 #include "tools/shared/PartName.h"
 #include "tools/shared/ToolError.h"
+#include "tools/shared/Utf8.h"
 
 namespace tools::cabarc {
 
 namespace {
 
-/// One walk over the folders of one pattern after the other.
+// One walk over the folders of one pattern after the other.
 class Search {
  public:
     Search(bool recurse, const std::filesystem::path& cabinet) : recurse_(recurse), cabinet_(cabinet) {}

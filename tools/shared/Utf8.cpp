@@ -4,8 +4,6 @@
 #include <array>
 #include <cstdint>
 
-#include "floppy/ShortName.h"
-
 namespace tools {
 namespace {
 
@@ -116,10 +114,14 @@ std::string UpperAscii(std::string text) {
     return text;
 }
 
+bool EqualsFolded(std::string_view left, std::string_view right) {
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](char a, char b) { return UpperAscii(a) == UpperAscii(b); });
+}
+
 bool PrecedesWithoutCase(const std::string& left, const std::string& right) {
     const auto isLess = [](char a, char b) {
-        return static_cast<std::uint8_t>(floppy::UpperAscii(a)) <
-               static_cast<std::uint8_t>(floppy::UpperAscii(b));
+        return static_cast<std::uint8_t>(UpperAscii(a)) < static_cast<std::uint8_t>(UpperAscii(b));
     };
     if (std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(), isLess))
         return true;

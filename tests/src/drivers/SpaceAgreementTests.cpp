@@ -47,12 +47,12 @@ class RandomSelection {
         Add(capacity + 3 * geometry.ClusterBytes() - taken - left);
     }
 
-    // Empty files, many of them in the root.
+    // Small files with names that nearly fill the root directory or are too many for it.
     void AddUpToTheRoot(const floppy::Geometry& geometry) {
-        folders_.insert(folders_.end(), 4, "");
-        // A name takes two entries on average.
-        for (std::uint64_t count = geometry.RootEntries * 3 / 5 + Below(30); count > 0; --count)
-            Add(Below(2));
+        folders_.insert(folders_.end(), 11, "");
+        folderOdds_ = 40;
+        // A name takes two entries on average, and some of them lie in folders.
+        for (std::uint64_t count = geometry.RootEntries / 2 + Below(30); count > 0; --count) Add(Below(2));
     }
 
  private:
@@ -85,8 +85,8 @@ class RandomSelection {
 
     void Add(std::uint64_t bytes) {
         // A folder comes with the file in it.
-        if (Below(6) == 0) folders_.push_back(NewPath() + "\\");
-        const bool isLone = Below(6) == 0;
+        if (Below(folderOdds_) == 0) folders_.push_back(NewPath() + "\\");
+        const bool isLone = Below(folderOdds_) == 0;
         const std::string path =
             isLone ? folders_.back() + "lone" + std::to_string(names_.size()) : NewPath();
         if (isLone) names_.insert(path);
@@ -100,6 +100,7 @@ class RandomSelection {
     std::mt19937 random_;
     std::vector<std::string> folders_{""};  // each with a backslash at its end
     std::set<std::string> names_;
+    std::uint64_t folderOdds_ = 6;  // a new folder for so many files
 };
 
 // What the image tool says of a tree.

@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 
 #include "tests/tools/cabarc/ParsedCabinet.h"
-#include "tools/cabarc/Checksum.h"
-#include "tools/cabarc/FolderPlan.h"
 #include "tools/cabarc/MsZipCompressor.h"
 #include "tools/cabarc/StoredCompressor.h"
 #include "tools/shared/ToolError.h"

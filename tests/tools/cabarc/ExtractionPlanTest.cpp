@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/tools/cabarc/TestFolder.h"
-#include "tools/cabarc/MemberFiles.h"
+#include "tools/cabarc/Extractor.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 

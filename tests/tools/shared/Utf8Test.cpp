@@ -70,5 +70,13 @@ TEST(Utf8, NamesAreOrderedWithoutCaseAndThenByBytes) {
     EXPECT_TRUE(PrecedesWithoutCase("z", "\xC3\xA4"));
 }
 
+TEST(EqualsFolded, OnlyTheCaseOfAsciiLettersIsPassedOver) {
+    EXPECT_TRUE(EqualsFolded("", ""));
+    EXPECT_TRUE(EqualsFolded("Read Me.txt", "rEAD mE.TXT"));
+    EXPECT_FALSE(EqualsFolded("a", "ab"));
+    EXPECT_FALSE(EqualsFolded("[", "{")) << "no letters, though their codes differ as those of letters do";
+    EXPECT_FALSE(EqualsFolded("\xC3\xA4", "\xC3\x84"));
+}
+
 }  // namespace
 }  // namespace tools
