@@ -7,8 +7,8 @@
 #include <sstream>
 
 #include "tests/boot/Machine.h"
+#include "tests/support/TestFolder.h"
 #include "tests/tools/bfi/FatReader.h"
-#include "tests/tools/shared/TestFolder.h"
 #include "tools/bfi/ImageBuilder.h"
 #include "tools/shared/ByteOrder.h"
 

@@ -8,9 +8,9 @@
 #include <iomanip>
 #include <sstream>
 
+#include "tests/support/TestFolder.h"
 #include "tests/tools/cabarc/ParsedCabinet.h"
 #include "tests/tools/cabarc/lzx/LzxDecoder.h"
-#include "tests/tools/shared/TestFolder.h"
 #include "tools/bfi/ImageBuilder.h"
 #include "tools/cabarc/Packer.h"
 #include "tools/cabarc/lzx/LzxEncoder.h"
@@ -95,7 +95,7 @@ TEST(CabinetPage, ShowsADataRecordOfMsZip) {
     cabinet.insert(cabinet.end(), record.begin(), record.end());
     cabinet[kCabinetSize] = static_cast<std::uint8_t>(cabinet.size());
     cabinet[kMethod] = 1;
-    const auto parsed = tools::cabarc::test::Parse(cabinet);
+    const auto parsed = tools::cabarc::testing::Parse(cabinet);
     ASSERT_EQ(parsed.Members.size(), 1U);
     EXPECT_EQ(parsed.Members[0].Contents, (Bytes{'H', 'e', 'l', 'l', 'o'}));
 }

@@ -5,8 +5,8 @@
 
 #include "tests/e2e/support/ApplicationFolder.h"
 #include "tests/e2e/support/Expectations.h"
-#include "tests/e2e/support/LockedFile.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
+#include "tests/support/LockedFile.h"
 
 namespace velbooter::e2e {
 namespace {

@@ -1,8 +1,8 @@
 // The walk through the wizard's pages: which page follows which, and the ways out of it.
 
-#include "tests/e2e/support/LockedFile.h"
 #include "tests/e2e/support/WindowTree.h"
 #include "tests/e2e/support/WizardTest.h"
+#include "tests/support/LockedFile.h"
 
 namespace velbooter::e2e {
 namespace {

@@ -13,8 +13,8 @@
 #include "tests/fuzz/Contents.h"
 #include "tests/fuzz/FuzzTarget.h"
 #include "tests/fuzz/RandomTree.h"
+#include "tests/support/RunProgram.h"
 #include "tests/tools/bfi/ImageFixture.h"
-#include "tests/tools/shared/RunProgram.h"
 #include "tools/bfi/ImageBuilder.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/InputFile.h"
@@ -187,7 +187,7 @@ void RunInput(std::span<const std::uint8_t> input) {
     Compare(tree, image);
     if (crc32_z(0, input.data(), input.size()) % kCheckerShare == 0) {
         const auto result = tools::testing::RunProgram({"fsck.fat", "-n", folder.Text("out.img")});
-        Require(result.ExitCode == 0, "fsck.fat finds nothing: " + result.Output);
+        Require(result.ExitCode == 0, "fsck.fat finds nothing: " + result.All());
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 // The two calls by which a part grows, which are the two that find a disk full. DeviceWrite_win.cpp and
 // DeviceWrite_posix.cpp hold nothing else, so that the tests can link a disk that is full after so many bytes
-// in their place (tests/tools/support/FullDisk.h): no test could fill a real one.
+// in their place (tests/support/FullDisk.h): no test could fill a real one.
 
 #include <cstdint>
 #include <span>

@@ -101,7 +101,7 @@ FileHandle TakePart(const std::filesystem::path& part, DWORD& error) {
 
 }  // namespace
 
-PartFile::PartFile(const std::filesystem::path& target) : target_(target), handle_(-1) {
+PartFile::PartFile(const std::filesystem::path& target) : target_(target) {
     const std::filesystem::path longTarget = LongPath(target);
     DWORD error = ERROR_FILE_EXISTS;
     for (unsigned number = 1; number <= kPartNames && error == ERROR_FILE_EXISTS; ++number) {

@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "tests/e2e/faults/FaultExpectations.h"
-#include "tests/e2e/support/LockedFile.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 #include "tests/e2e/support/Programs.h"
+#include "tests/support/LockedFile.h"
 
 namespace velbooter::e2e {
 namespace {

@@ -6,8 +6,8 @@
 
 #include "tests/e2e/faults/FaultExpectations.h"
 #include "tests/e2e/support/HarnessFailure.h"
-#include "tests/e2e/support/LockedFile.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
+#include "tests/support/LockedFile.h"
 #include "tests/support/Patience.h"
 
 namespace velbooter::e2e {

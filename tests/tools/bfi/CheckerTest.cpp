@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/tools/bfi/ImageFixture.h"
-#include "tests/tools/shared/RunProgram.h"
+#include "tests/support/RunProgram.h"
 #include "tools/shared/HostFiles.h"
 
 namespace tools::bfi::testing {
@@ -33,9 +33,9 @@ class Checker : public ImageTest {
 
     void ExpectSound() const {
         const ProgramResult check = RunProgram({"fsck.fat", "-n", "-v", Image()});
-        EXPECT_EQ(check.ExitCode, 0) << check.Output;
+        EXPECT_EQ(check.ExitCode, 0) << check.All();
         const ProgramResult archiver = RunProgram({"7z", "t", Image()});
-        EXPECT_EQ(archiver.ExitCode, 0) << archiver.Output;
+        EXPECT_EQ(archiver.ExitCode, 0) << archiver.All();
     }
 };
 
@@ -53,7 +53,7 @@ TEST_P(Checker, FsckFindsNothingOnAnEmptyAndOnAFullDisk) {
     ExpectSound();
     const ProgramResult check = RunProgram({"fsck.fat", "-n", Image()});
     const std::string clusters = std::to_string(Format().DataClusters());
-    EXPECT_THAT(check.Output, HasSubstr(clusters + "/" + clusters + " clusters"));
+    EXPECT_THAT(check.All(), HasSubstr(clusters + "/" + clusters + " clusters"));
 }
 
 TEST_P(Checker, FsckFindsNothingInAFullRootAndALargeFolder) {
@@ -69,7 +69,7 @@ TEST_P(Checker, McopyGivesEveryFileBack) {
     Files.MakeFolder("back");
     const ProgramResult copy =
         RunProgram({"mcopy", "-s", "-m", "-n", "-i", Image(), "::*", Files.Text("back")});
-    ASSERT_EQ(copy.ExitCode, 0) << copy.Output;
+    ASSERT_EQ(copy.ExitCode, 0) << copy.All();
     EXPECT_THAT(Files.Names("back"), ElementsAre("COMMAND.COM", "IO.SYS", "LIB", "LOCKED.TXT", "NOTHING"));
     EXPECT_EQ(Files.Read("back/IO.SYS"), NoiseBytes(3000, 1));
     EXPECT_EQ(Files.Read("back/COMMAND.COM"), NoiseBytes(93'812, 2));
@@ -88,7 +88,7 @@ TEST_P(Checker, MtypePrintsAFile) {
     Build();
     const ProgramResult type = RunProgram({"mtype", "-i", Image(), "::AUTOEXEC.BAT"});
     EXPECT_EQ(type.ExitCode, 0);
-    EXPECT_EQ(type.Output, "@echo off\r\n");
+    EXPECT_EQ(type.All(), "@echo off\r\n");
 }
 
 TEST_P(Checker, MattribShowsTheAttributes) {
@@ -96,23 +96,23 @@ TEST_P(Checker, MattribShowsTheAttributes) {
     Build();
     const ProgramResult attributes =
         RunProgram({"mattrib", "-i", Image(), "::IO.SYS", "::COMMAND.COM", "::LOCKED.TXT"});
-    EXPECT_EQ(attributes.ExitCode, 0) << attributes.Output;
-    EXPECT_THAT(attributes.Output, HasSubstr("  A  SHR     ::/IO.SYS"));
-    EXPECT_THAT(attributes.Output, HasSubstr("  A          ::/COMMAND.COM"));
-    EXPECT_THAT(attributes.Output, HasSubstr("       R     ::/LOCKED.TXT"));
+    EXPECT_EQ(attributes.ExitCode, 0) << attributes.All();
+    EXPECT_THAT(attributes.All(), HasSubstr("  A  SHR     ::/IO.SYS"));
+    EXPECT_THAT(attributes.All(), HasSubstr("  A          ::/COMMAND.COM"));
+    EXPECT_THAT(attributes.All(), HasSubstr("       R     ::/LOCKED.TXT"));
 }
 
 TEST_P(Checker, MinfoShowsTheGeometryAndTheLabel) {
     Build();
     const ProgramResult info = RunProgram({"minfo", "-i", Image(), "::"});
-    EXPECT_EQ(info.ExitCode, 0) << info.Output;
+    EXPECT_EQ(info.ExitCode, 0) << info.All();
     const bool is144 = GetParam() == "144";
     for (const char* line :
          {"cylinders: 80", is144 ? "sectors per track: 18" : "sectors per track: 36",
           is144 ? "small size: 2880 sectors" : "small size: 5760 sectors",
           is144 ? "max available root directory slots: 224" : "max available root directory slots: 240",
           "media descriptor byte: 0xf0", "sectors per fat: 9", "\nfats: 2\n", "disk label=\"VELSTART   \""})
-        EXPECT_THAT(info.Output, HasSubstr(line));
+        EXPECT_THAT(info.All(), HasSubstr(line));
 }
 
 VELBOOTER_BOTH_FORMATS(Checker);

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/tools/shared/TestFolder.h"
+#include "tests/support/TestFolder.h"
 #include "tools/shared/Utf8.h"
 
 namespace tools::bfi {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "tests/tools/bfi/FatReader.h"
-#include "tests/tools/shared/TestFolder.h"
+#include "tests/support/TestFolder.h"
 #include "tools/bfi/ImageBuilder.h"
 
 namespace tools::bfi::testing {

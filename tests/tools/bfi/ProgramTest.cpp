@@ -13,7 +13,7 @@ extern char** environ;
 
 #include "tests/support/BuiltFile.h"
 #include "tests/tools/bfi/ImageFixture.h"
-#include "tests/tools/shared/RunProgram.h"
+#include "tests/support/RunProgram.h"
 #include "tools/shared/HostFiles.h"
 
 namespace tools::bfi::testing {
@@ -26,7 +26,7 @@ using tools::testing::RunProgram;
 using tools::testing::TestFolder;
 
 std::string BfiPath() {
-    return Utf8FromPath(velbooter::tests::BuiltFile("demo/bfi.exe", BFI_PROGRAM));
+    return Utf8FromPath(velbooter::testing::BuiltFile("demo/bfi.exe", BFI_PROGRAM));
 }
 
 class BfiProgram : public ::testing::Test {
@@ -47,21 +47,21 @@ class BfiProgram : public ::testing::Test {
 TEST_F(BfiProgram, IsSilentAndGives0WhenTheImageIsWritten) {
     const ProgramResult result = RunProgram(Words("a b.img"));
     EXPECT_EQ(result.ExitCode, 0);
-    EXPECT_EQ(result.Output, "");
+    EXPECT_EQ(result.All(), "");
     EXPECT_EQ(ReadFatImage(Files.Read("a b.img")).At("A.TXT").Content, (Bytes{'h', 'e', 'l', 'l', 'o'}));
 }
 
 TEST_F(BfiProgram, AWrongCallShowsTheUsageAndGives2) {
     const ProgramResult result = RunProgram({BfiPath()});
     EXPECT_EQ(result.ExitCode, 2);
-    EXPECT_THAT(result.Output, StartsWith("bfi: the boot sector (-b=) is missing\nUsage: bfi "));
+    EXPECT_THAT(result.All(), StartsWith("bfi: the boot sector (-b=) is missing\nUsage: bfi "));
 }
 
 TEST_F(BfiProgram, AFailureIsOneLineAndGives1) {
     Files.Write("boot.bin", "short");
     const ProgramResult result = RunProgram(Words("a.img"));
     EXPECT_EQ(result.ExitCode, 1);
-    EXPECT_EQ(result.Output,
+    EXPECT_EQ(result.All(),
               "bfi: " + Files.Text("boot.bin") + ": a boot sector file must be exactly 512 bytes long\n");
     EXPECT_FALSE(Files.Exists("a.img"));
 }
@@ -77,7 +77,7 @@ TEST_F(BfiProgram, WildcardsInAnArgumentAreLeftAlone) {
     words.back() = Files.Text() + "/t*";
     const ProgramResult result = RunProgram(words);
     EXPECT_EQ(result.ExitCode, 1);
-    EXPECT_THAT(result.Output, HasSubstr("/t*: this folder cannot be read: "));
+    EXPECT_THAT(result.All(), HasSubstr("/t*: this folder cannot be read: "));
 }
 
 #ifndef _WIN32

@@ -8,7 +8,7 @@
 #include "tests/tools/cabarc/ParsedCabinet.h"
 #include "tools/shared/ToolError.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::HasSubstr;
@@ -39,7 +39,7 @@ Bytes With(Bytes bytes, std::size_t offset, const Bytes& replacement) {
 
 Bytes Sample() {
     return HandMade({{"a.txt", BytesOf("alpha"), 0x21, 0},
-                     {"sub\\b.bin", NoiseOf(40000), 0x20, 0},
+                     {"sub\\b.bin", NoiseBytes(40000), 0x20, 0},
                      {"caf\xC3\xA9", BytesOf("x"), 0xA0, 1}});
 }
 
@@ -170,4 +170,4 @@ TEST_F(ReadCabinetFileTest, NamesWhatCannotBeRead) {
 }
 
 }  // namespace
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

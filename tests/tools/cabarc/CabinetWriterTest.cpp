@@ -7,7 +7,7 @@
 #include "tools/cabarc/StoredCompressor.h"
 #include "tools/shared/ToolError.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::HasSubstr;
@@ -65,8 +65,8 @@ TEST(FolderPlan, CountsMembersUpToTheLimit) {
 class CabinetWriterTest : public InTestFolder {};
 
 TEST_F(CabinetWriterTest, WritesSeveralFoldersOfTheirOwnMethod) {
-    const Bytes first = ProseOf(70000);
-    const Bytes second = NoiseOf(40000);
+    const Bytes first = ProseBytes(70000);
+    const Bytes second = NoiseBytes(40000);
     CabinetDirectory directory;
     directory.Folders = {{0, 0, 0}, {0, 0, 1}};
     directory.Members = {Sized("a", 70000), Sized("sub\\b", 40000), Sized("empty", 0)};
@@ -131,7 +131,7 @@ std::size_t SizeOf(const Records& records) {
 }
 
 TEST(MsZipCompressor, DeliversTheSameRecordsForCallsOfAnySize) {
-    const Bytes data = ProseOf(200000);
+    const Bytes data = ProseBytes(200000);
     Records whole;
     MsZipCompressor atOnce(whole);
     atOnce.Write(data);
@@ -150,7 +150,7 @@ TEST(MsZipCompressor, DeliversTheSameRecordsForCallsOfAnySize) {
 }
 
 TEST(MsZipCompressor, RemembersTheFrameBefore) {
-    Bytes data = NoiseOf(32768);
+    Bytes data = NoiseBytes(32768);
     const Bytes half(data.begin() + 16384, data.end());
     data.insert(data.end(), half.begin(), half.end());
     Records records;
@@ -165,7 +165,7 @@ TEST(MsZipCompressor, NeverExceedsOneStoredBlock) {
     for (const std::size_t size : {1U, 2U, 100U, 32767U, 32768U}) {
         Records records;
         MsZipCompressor compressor(records);
-        compressor.Write(NoiseOf(size));
+        compressor.Write(NoiseBytes(size));
         compressor.Finish();
         ASSERT_EQ(records.All.size(), 1U);
         EXPECT_LE(records.All[0].Payload.size(), size + 7) << size;
@@ -175,7 +175,7 @@ TEST(MsZipCompressor, NeverExceedsOneStoredBlock) {
 TEST(MsZipCompressor, StaysFarBelowTheInputOnText) {
     Records records;
     MsZipCompressor compressor(records);
-    compressor.Write(ProseOf(300000));
+    compressor.Write(ProseBytes(300000));
     compressor.Finish();
     EXPECT_LT(SizeOf(records), 150000U);
 }
@@ -202,4 +202,4 @@ TEST(FrameCompressor, CutsAtFullFramesOnly) {
 }
 
 }  // namespace
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

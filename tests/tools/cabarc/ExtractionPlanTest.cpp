@@ -2,12 +2,12 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/tools/cabarc/TestFolder.h"
+#include "tests/tools/cabarc/InTestFolder.h"
 #include "tools/cabarc/Extractor.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::AllOf;
@@ -190,4 +190,4 @@ TEST_F(MemberFilesTest, AFileThatAppearsMeanwhileIsNotReplaced) {
 }
 
 }  // namespace
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

@@ -8,7 +8,6 @@
 
 #include "tests/support/BuiltFile.h"
 #include "tests/tools/cabarc/ParsedCabinet.h"
-#include "tests/tools/cabarc/RunProgram.h"
 #include "tools/cabarc/CabinetReader.h"
 #include "tools/cabarc/CabinetWriter.h"
 #include "tools/cabarc/Compressors.h"
@@ -19,7 +18,7 @@
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::AnyOf;
@@ -57,10 +56,10 @@ class Extractor : public InTestFolder {
 class ExtractorOfMethod : public Extractor, public ::testing::WithParamInterface<std::string> {};
 
 TEST_P(ExtractorOfMethod, GivesBackContentsNamesTimesAndAttributes) {
-    WriteBytes("../in/autoexec.bat", ProseOf(3000));
+    WriteBytes("../in/autoexec.bat", ProseBytes(3000));
     WriteBytes("../in/empty", {});
-    WriteBytes("../in/bin/noise.bin", NoiseOf(150001));
-    WriteBytes("../in/bin/deep/er/prose.txt", ProseOf(400000, 7));
+    WriteBytes("../in/bin/noise.bin", NoiseBytes(150001));
+    WriteBytes("../in/bin/deep/er/prose.txt", ProseBytes(400000, 7));
     WriteBytes("../in/caf\xC3\xA9/\xE6\xBC\xA2.txt", BytesOf("unicode"));
     ASSERT_TRUE(
         SetTimeAndAttributes("../in/autoexec.bat", PackDosTime(1994, 5, 31, 6, 22, 0), kReadOnly | kArchive));
@@ -79,8 +78,8 @@ TEST_P(ExtractorOfMethod, GivesBackContentsNamesTimesAndAttributes) {
 }
 
 TEST_P(ExtractorOfMethod, UnpacksFarRepetitions) {
-    Bytes data = NoiseOf(1500000, 3);
-    const Bytes prose = ProseOf(1200000, 4);
+    Bytes data = NoiseBytes(1500000, 3);
+    const Bytes prose = ProseBytes(1200000, 4);
     data.insert(data.end(), prose.begin(), prose.end());
     const Bytes again(data.begin() + 700000, data.begin() + 1000000);
     data.insert(data.end(), again.begin(), again.end());
@@ -100,7 +99,7 @@ INSTANTIATE_TEST_SUITE_P(Methods, ExtractorOfMethod,
 
 TEST_F(Extractor, TakesDriverFilesOutAsTheBuildAsksForThem) {
     WriteBytes("source/scsi.txt", BytesOf("scsi.txt     An adapter\r\n"));
-    WriteBytes("source/ndis.dos", NoiseOf(20000));
+    WriteBytes("source/ndis.dos", NoiseBytes(20000));
     WriteBytes("source/ndis.txt", BytesOf("ndis.txt     A card\r\n"));
     WriteBytes("source/other.txt", BytesOf("left"));
     PackWith({"-m", "LZX:21", "n", "drivers\\ndis\\E100B.cab", "source\\*.*"});
@@ -110,7 +109,7 @@ TEST_F(Extractor, TakesDriverFilesOutAsTheBuildAsksForThem) {
     EXPECT_EQ(ReadBytes("scsi.txt"), BytesOf("scsi.txt     An adapter\r\n"));
     const ProgramResult several = RunCabarc("-o x drivers\\ndis\\E100B.cab NDIS.*");
     EXPECT_EQ(several.ExitCode, 0) << several.Errors;
-    EXPECT_EQ(ReadBytes("ndis.dos"), NoiseOf(20000));
+    EXPECT_EQ(ReadBytes("ndis.dos"), NoiseBytes(20000));
     EXPECT_TRUE(std::filesystem::exists("ndis.txt"));
     EXPECT_FALSE(std::filesystem::exists("other.txt"));
 }
@@ -130,7 +129,7 @@ TEST_F(Extractor, UnpacksFoldersOfDifferentMethods) {
             member.Size = 50000;
             member.Offset = part * 50000;
             member.Folder = i;
-            expected[member.Name] = ProseOf(50000, i * 10 + part);
+            expected[member.Name] = ProseBytes(50000, i * 10 + part);
             directory.Members.push_back(member);
         }
     }
@@ -187,7 +186,7 @@ TEST_F(Extractor, MembersThatAlternateBetweenMethodsTakeOneRunForEach) {
         CabinetWriter writer(output, directory);
         for (std::uint32_t folder = 0; folder < 3; ++folder) {
             const auto compressor = MakeCompressor(methods[folder], writer.BeginFolder());
-            for (std::uint32_t i = folder; i < 9; i += 3) compressor->Write(ProseOf(kSize, i));
+            for (std::uint32_t i = folder; i < 9; i += 3) compressor->Write(ProseBytes(kSize, i));
             compressor->Finish();
         }
         writer.Finish();
@@ -196,10 +195,10 @@ TEST_F(Extractor, MembersThatAlternateBetweenMethodsTakeOneRunForEach) {
     Recorder recorder;
     UnpackCabinet("../mixed.cab", "mixed.cab", ReadCabinetFile("../mixed.cab"), recorder);
     EXPECT_THAT(recorder.Order, ::testing::ElementsAre(0, 3, 6, 1, 4, 7, 2, 5, 8));
-    for (std::uint32_t i = 0; i < 9; ++i) EXPECT_TRUE(recorder.Contents[i] == ProseOf(kSize, i)) << i;
+    for (std::uint32_t i = 0; i < 9; ++i) EXPECT_TRUE(recorder.Contents[i] == ProseBytes(kSize, i)) << i;
     EXPECT_EQ(ExtractWith({"x", "..\\mixed.cab"}), 9U);
     for (std::uint32_t i = 0; i < 9; ++i)
-        EXPECT_TRUE(ReadBytes("f" + std::to_string(i)) == ProseOf(kSize, i)) << i;
+        EXPECT_TRUE(ReadBytes("f" + std::to_string(i)) == ProseBytes(kSize, i)) << i;
 }
 
 // The members overlap: each is the whole of a folder that claims to be as long as a folder can be.
@@ -221,7 +220,7 @@ TEST_F(Extractor, MoreThanTheDriveHoldsIsRefusedBeforeAnythingIsWritten) {
 
 TEST_F(Extractor, UnpacksACabinetOfAnotherPacker) {
     const auto fileAt = [](const std::string& name, const std::string& folder) {
-        return Utf8FromPath(velbooter::tests::BuiltFile("foreign/" + name, folder + "/" + name));
+        return Utf8FromPath(velbooter::testing::BuiltFile("foreign/" + name, folder + "/" + name));
     };
     EXPECT_EQ(ExtractWith({"x", fileAt("foreign.cab", FOREIGN_CABINET_FOLDER)}), 2U);
     for (const std::string name : {"ParsedCabinet.cpp", "ParsedCabinet.h"}) {
@@ -292,7 +291,7 @@ TEST_F(Extractor, TheLastNameMayBeTheFolder) {
 }
 
 TEST_F(Extractor, CutOffCabinetWritesNothing) {
-    const Bytes whole = HandMade({{"a", ProseOf(40000)}, {"b", ProseOf(40000)}});
+    const Bytes whole = HandMade({{"a", ProseBytes(40000)}, {"b", ProseBytes(40000)}});
     for (std::size_t size = 0; size < whole.size(); size += size < 120 ? 13 : 4999) {
         WriteBytes("../cut.cab", {whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)});
         EXPECT_THROW(ExtractWith({"x", "..\\cut.cab"}), ToolError) << size;
@@ -302,7 +301,7 @@ TEST_F(Extractor, CutOffCabinetWritesNothing) {
 
 // The header may lie about the size, so that only the library notices that data is missing.
 TEST_F(Extractor, MissingDataLeavesNoHalfMember) {
-    Bytes cut = HandMade({{"a", ProseOf(1000), 0x20, 0}, {"b", ProseOf(90000), 0x20, 1}});
+    Bytes cut = HandMade({{"a", ProseBytes(1000), 0x20, 0}, {"b", ProseBytes(90000), 0x20, 1}});
     cut.resize(cut.size() - 30000);
     for (int i = 0; i < 4; ++i)
         cut[8 + static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(cut.size() >> (8 * i));
@@ -312,12 +311,12 @@ TEST_F(Extractor, MissingDataLeavesNoHalfMember) {
             ExtractWith({"x", "..\\cut.cab"});
         },
         ThrowsMessage<ToolError>("..\\cut.cab: this cabinet is damaged at the member b"));
-    EXPECT_TRUE(TreeOf(".") == (Tree{{"a", ProseOf(1000)}}));
+    EXPECT_TRUE(TreeOf(".") == (Tree{{"a", ProseBytes(1000)}}));
 }
 
 TEST_F(Extractor, DamagedDataLeavesTheOldFileAsItWas) {
     for (const char* method : {"NONE", "MSZIP", "LZX:21"}) {
-        WriteBytes("../in/a", ProseOf(100000));
+        WriteBytes("../in/a", ProseBytes(100000));
         PackWith({"-m", method, "n", "..\\bad.cab", "..\\in\\a"});
         Bytes bad = ReadBytes("../bad.cab");
         bad[bad.size() - 100] ^= 0x40U;
@@ -337,7 +336,7 @@ TEST_F(Extractor, DamagedDataLeavesTheOldFileAsItWas) {
 }
 
 TEST_F(Extractor, UnknownMethodIsRefused) {
-    Bytes odd = HandMade({{"a", ProseOf(100)}});
+    Bytes odd = HandMade({{"a", ProseBytes(100)}});
     odd[36 + 6] = 7;
     WriteBytes("../odd.cab", odd);
     EXPECT_THAT(
@@ -394,7 +393,7 @@ TEST_F(Extractor, MembersThatWouldBeOneFileAreRefusedBeforeAnythingIsWritten) {
 
 TEST_F(Extractor, AnArgumentThatIsNoTextIsNoWildcard) {
     WriteBytes("a.cab", HandMade({{"b", BytesOf("x")}}));
-    const std::wstring program = velbooter::tests::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM).wstring();
+    const std::wstring program = velbooter::testing::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM).wstring();
     const wchar_t half[] = {0xD800, 0};
     EXPECT_EQ(_wspawnl(_P_WAIT, program.c_str(), L"cabarc", L"x", L"a.cab", half, nullptr), 1);
     EXPECT_FALSE(std::filesystem::exists("b"));
@@ -409,4 +408,4 @@ TEST_F(Extractor, EmptyMembersBecomeEmptyFiles) {
 }
 
 }  // namespace
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

@@ -2,20 +2,16 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/tools/cabarc/InTestFolder.h"
 #include "tests/tools/cabarc/ParsedCabinet.h"
-#include "tests/tools/cabarc/RunProgram.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-#ifdef _WIN32
 const std::string kPattern = "files\\net\\*.*";
-#else
-const std::string kPattern = "'files\\net\\*.*'";
-#endif
 
 class Program : public InTestFolder {
  protected:
@@ -82,4 +78,4 @@ TEST_F(Program, ExtractionIsLeftToTheWindowsBuild) {
 #endif
 
 }  // namespace
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

@@ -4,11 +4,11 @@
 
 #include <fstream>
 
-#include "tests/tools/cabarc/TestFolder.h"
-#include "tests/tools/shared/LeftPart.h"
+#include "tests/support/LeftPart.h"
+#include "tests/tools/cabarc/InTestFolder.h"
 #include "tools/shared/ToolError.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::ElementsAre;
@@ -128,4 +128,4 @@ TEST_F(SourceFiles, NamesWithABackslashAreRefused) {
 #endif
 
 }  // namespace
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

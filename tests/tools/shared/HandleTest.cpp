@@ -6,7 +6,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "tests/tools/shared/TestFolder.h"
+#include "tests/support/TestFolder.h"
 #include "tools/shared/InputFile.h"
 
 namespace tools {

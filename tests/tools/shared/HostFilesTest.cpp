@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #endif
 
-#include "tests/tools/shared/TestFolder.h"
+#include "tests/support/TestFolder.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools {

@@ -5,13 +5,15 @@
 
 #ifdef _WIN32
 #include <windows.h>
+
+#include "tests/support/LockedFile.h"
 #else
 #include <cerrno>
 #endif
 
 #include <algorithm>
 
-#include "tests/tools/shared/TestFolder.h"
+#include "tests/support/TestFolder.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 
@@ -65,7 +67,7 @@ TEST(InputFile, AMissingFileIsNamedWithTheReason) {
 TEST(InputFile, AFileThatIsHeldIsNamedWithTheReason) {
     const TestFolder folder;
     folder.Write("file", "x");
-    const LockedFile lock(folder.Path("file"));
+    const testing::LockedFile lock(folder.Path("file"));
     EXPECT_EQ(folder.Text("file") + ": cannot be opened: " + SystemReason(ERROR_SHARING_VIOLATION),
               ErrorOf([&] { InputFile(folder.Path("file")); }));
 }

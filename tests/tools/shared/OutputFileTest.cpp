@@ -20,8 +20,8 @@
 #include <optional>
 #include <thread>
 
-#include "tests/tools/shared/LeftPart.h"
-#include "tests/tools/shared/TestFolder.h"
+#include "tests/support/LeftPart.h"
+#include "tests/support/TestFolder.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/PartName.h"
 #include "tools/shared/ToolError.h"

@@ -7,7 +7,7 @@
 
 #include <filesystem>
 
-#include "tests/tools/shared/TestFolder.h"
+#include "tests/support/TestFolder.h"
 #endif
 
 #include <new>
