@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace floppy {
+namespace floppy::testing {
 namespace {
 
 TEST(Geometry, TheTwoFormatsHaveTheSectorsOfTheirDisks) {
@@ -48,4 +48,4 @@ TEST(Geometry, ALongNameTakesOneEntryForThirteenUnits) {
 }
 
 }  // namespace
-}  // namespace floppy
+}  // namespace floppy::testing

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace floppy {
+namespace floppy::testing {
 namespace {
 
 std::string Packed(const std::string& name) {
@@ -43,4 +43,4 @@ TEST(ShortName, OnlyAsciiLettersHaveACase) {
 }
 
 }  // namespace
-}  // namespace floppy
+}  // namespace floppy::testing

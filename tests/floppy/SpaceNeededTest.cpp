@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace floppy {
+namespace floppy::testing {
 namespace {
 
 class SpaceNeededTest : public ::testing::TestWithParam<std::string> {
@@ -72,4 +72,4 @@ INSTANTIATE_TEST_SUITE_P(Floppy, SpaceNeededTest, ::testing::Values("144", "288"
                          [](const auto& info) { return info.param; });
 
 }  // namespace
-}  // namespace floppy
+}  // namespace floppy::testing

@@ -6,7 +6,7 @@
 #include "tests/tools/bfi/ImageFixture.h"
 #include "tools/bfi/VolumeLabel.h"
 
-namespace tools::bfi {
+namespace tools::bfi::testing {
 namespace {
 
 using testing::SampleBootSector;
@@ -97,4 +97,4 @@ TEST(BootSector, DescribesEachFormat) {
 }
 
 }  // namespace
-}  // namespace tools::bfi
+}  // namespace tools::bfi::testing

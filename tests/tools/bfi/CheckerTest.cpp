@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/tools/bfi/ImageFixture.h"
 #include "tests/support/RunProgram.h"
+#include "tests/tools/bfi/ImageFixture.h"
 #include "tools/shared/HostFiles.h"
 
 namespace tools::bfi::testing {

@@ -5,7 +5,7 @@
 
 #include "tools/shared/ToolError.h"
 
-namespace tools::bfi {
+namespace tools::bfi::testing {
 namespace {
 
 using ::testing::HasSubstr;
@@ -63,4 +63,4 @@ TEST(BfiCommandLine, UnknownOptionsAndTypesAreNamed) {
 }
 
 }  // namespace
-}  // namespace tools::bfi
+}  // namespace tools::bfi::testing

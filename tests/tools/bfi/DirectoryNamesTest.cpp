@@ -6,7 +6,7 @@
 #include "tests/support/TestFolder.h"
 #include "tools/shared/Utf8.h"
 
-namespace tools::bfi {
+namespace tools::bfi::testing {
 namespace {
 
 using ::testing::ElementsAre;
@@ -113,4 +113,4 @@ TEST(DirectoryNames, TwoNamesThatAreOneToDosAreRefused) {
 }
 
 }  // namespace
-}  // namespace tools::bfi
+}  // namespace tools::bfi::testing

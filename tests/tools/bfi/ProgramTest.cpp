@@ -12,8 +12,8 @@ extern char** environ;
 #endif
 
 #include "tests/support/BuiltFile.h"
-#include "tests/tools/bfi/ImageFixture.h"
 #include "tests/support/RunProgram.h"
+#include "tests/tools/bfi/ImageFixture.h"
 #include "tools/shared/HostFiles.h"
 
 namespace tools::bfi::testing {

@@ -5,7 +5,7 @@
 
 #include "tests/support/TestFolder.h"
 
-namespace tools::bfi {
+namespace tools::bfi::testing {
 namespace {
 
 using ::testing::HasSubstr;
@@ -28,4 +28,4 @@ TEST(VolumeLabel, RefusesWhatDosWouldNotShow) {
 }
 
 }  // namespace
-}  // namespace tools::bfi
+}  // namespace tools::bfi::testing

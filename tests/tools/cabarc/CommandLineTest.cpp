@@ -4,7 +4,7 @@
 
 #include "tools/shared/ToolError.h"
 
-namespace tools::cabarc {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::ElementsAre;
@@ -138,4 +138,4 @@ TEST(Method, HasTheNumbersOfTheFormat) {
 }
 
 }  // namespace
-}  // namespace tools::cabarc
+}  // namespace tools::cabarc::testing

@@ -4,10 +4,10 @@
 
 #include "tools/shared/HostFiles.h"
 
-namespace tools::cabarc {
+namespace tools::cabarc::testing {
 namespace {
 
-CabinetDirectory Sample() {
+CabinetDirectory ListedSample() {
     CabinetDirectory directory;
     directory.CabinetSize = 4321;
     directory.Folders = {{100, 1, 0x1503}, {200, 1, 0x0001}, {300, 1, 0x1503}};
@@ -21,7 +21,7 @@ CabinetDirectory Sample() {
 }
 
 TEST(Listing, ShowsEveryMemberInATable) {
-    EXPECT_EQ(ListingOf(Sample(), "a.cab", {}),
+    EXPECT_EQ(ListingOf(ListedSample(), "a.cab", {}),
               "a.cab: 4321 bytes, 3 folders, LZX:21, MSZIP\n"
               "\n"
               "      Size  Date       Time      Attr  Name\n"
@@ -33,7 +33,7 @@ TEST(Listing, ShowsEveryMemberInATable) {
 
 TEST(Listing, ShowsOnlyWhatMatches) {
     const std::string patterns[] = {"io.*"};
-    EXPECT_EQ(ListingOf(Sample(), "a.cab", patterns),
+    EXPECT_EQ(ListingOf(ListedSample(), "a.cab", patterns),
               "a.cab: 4321 bytes, 3 folders, LZX:21, MSZIP\n"
               "\n"
               "      Size  Date       Time      Attr  Name\n"
@@ -42,4 +42,4 @@ TEST(Listing, ShowsOnlyWhatMatches) {
 }
 
 }  // namespace
-}  // namespace tools::cabarc
+}  // namespace tools::cabarc::testing

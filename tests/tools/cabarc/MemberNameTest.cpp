@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-namespace tools::cabarc {
+namespace tools::cabarc::testing {
 namespace {
 
 struct StoredCase {
@@ -118,4 +118,4 @@ TEST(NameProblem, RefusesWhateverCouldLeaveTheFolderOrIsNoFile) {
 }
 
 }  // namespace
-}  // namespace tools::cabarc
+}  // namespace tools::cabarc::testing

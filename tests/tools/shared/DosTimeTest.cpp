@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tools {
+namespace tools::testing {
 namespace {
 
 TEST(DosTime, PacksDateAndTimeIntoTheirFields) {
@@ -57,4 +57,4 @@ TEST(NearestMoment, BringsEachFieldIntoItsRange) {
 }
 
 }  // namespace
-}  // namespace tools
+}  // namespace tools::testing

@@ -9,7 +9,7 @@
 #include "tests/support/TestFolder.h"
 #include "tools/shared/InputFile.h"
 
-namespace tools {
+namespace tools::testing {
 namespace {
 
 using ::testing::ElementsAre;
@@ -125,4 +125,4 @@ TEST_F(Handles, NoFileIsMinusOne) {
 }
 
 }  // namespace
-}  // namespace tools
+}  // namespace tools::testing

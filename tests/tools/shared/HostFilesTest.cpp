@@ -15,7 +15,7 @@
 #include "tests/support/TestFolder.h"
 #include "tools/shared/ToolError.h"
 
-namespace tools {
+namespace tools::testing {
 namespace {
 
 using ::testing::ElementsAre;
@@ -255,4 +255,4 @@ TEST(LongPath, ReachesBeyondTheUsualLimit) {
 }
 
 }  // namespace
-}  // namespace tools
+}  // namespace tools::testing

@@ -17,7 +17,7 @@
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 
-namespace tools {
+namespace tools::testing {
 namespace {
 
 using testing::Bytes;
@@ -110,4 +110,4 @@ TEST(ReadWhole, AFileOfAnotherSizeHasChanged) {
 }
 
 }  // namespace
-}  // namespace tools
+}  // namespace tools::testing

@@ -40,7 +40,7 @@ extern "C" int fsync(int file) {
 }
 #endif
 
-namespace tools {
+namespace tools::testing {
 namespace {
 
 using testing::Bytes;
@@ -438,4 +438,4 @@ TEST(OutputFile, ADeviceIsRefused) {
 #endif
 
 }  // namespace
-}  // namespace tools
+}  // namespace tools::testing

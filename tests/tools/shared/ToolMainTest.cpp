@@ -15,7 +15,7 @@
 
 #include "tools/shared/ToolError.h"
 
-namespace tools {
+namespace tools::testing {
 namespace {
 
 // Runs `work` as a program named "tool" and returns what it printed.
@@ -76,4 +76,4 @@ TEST(ToolMain, ALibraryOfTheWorkingFolderIsNotLoaded) {
 #endif
 
 }  // namespace
-}  // namespace tools
+}  // namespace tools::testing

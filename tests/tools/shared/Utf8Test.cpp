@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tools {
+namespace tools::testing {
 namespace {
 
 TEST(Utf8, AcceptsWhatIsWellFormed) {
@@ -79,4 +79,4 @@ TEST(EqualsFolded, OnlyTheCaseOfAsciiLettersIsPassedOver) {
 }
 
 }  // namespace
-}  // namespace tools
+}  // namespace tools::testing
