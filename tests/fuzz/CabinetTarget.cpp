@@ -59,7 +59,7 @@ Bytes ReadAll(const TestFolder& folder, const std::string& name) {
 void CheckCabinet(const Bytes& cabinet, const std::map<std::string, Expected>& expected) {
     std::istringstream stream(std::string(cabinet.begin(), cabinet.end()), std::ios::binary);
     const CabinetDirectory directory = ReadCabinetDirectory(stream, "out.cab");
-    const tools::cabarc::testing::ParsedCabinet parsed = test::Parse(cabinet);
+    const tools::cabarc::testing::ParsedCabinet parsed = tools::cabarc::testing::Parse(cabinet);
     const std::vector<MspackMember> members = ReadWithMspack(cabinet);
     Require(directory.CabinetSize == cabinet.size(), "the cabinet states its size");
     Require(members.size() == expected.size() && directory.Members.size() == expected.size() &&
@@ -169,11 +169,10 @@ void LayOut(Choices& choices) {
 
 void RunInput(std::span<const std::uint8_t> input) {
     Choices choices(input);
-    if (choices.Flag()) {
+    if (choices.Flag())
         LayOut(choices);
-    } else {
+    else
         PackTree(choices);
-    }
 }
 
 std::vector<Bytes> Seeds() {

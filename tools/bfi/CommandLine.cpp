@@ -31,19 +31,18 @@ ImageRequest ParseCommandLine(const std::vector<std::string>& arguments) {
     for (const std::string& argument : arguments) {
         const std::string option = argument.substr(0, 3);
         const std::string value = argument.substr(option.size());
-        if (option == "-b=") {
+        if (option == "-b=")
             SetOnce(request.BootSectorFile, value, option);
-        } else if (option == "-l=") {
+        else if (option == "-l=")
             SetOnce(request.Label, value, option);
-        } else if (option == "-t=") {
+        else if (option == "-t=")
             SetOnce(type, value, option);
-        } else if (option == "-f=") {
+        else if (option == "-f=")
             SetOnce(request.ImageFile, value, option);
-        } else if (argument.starts_with("-")) {
+        else if (argument.starts_with("-"))
             FailWithUsage(argument + ": there is no such option");
-        } else {
+        else
             SetOnce(request.Folder, argument, "the folder");
-        }
     }
     if (request.BootSectorFile.empty()) FailWithUsage("the boot sector (-b=) is missing");
     if (request.Label.empty()) FailWithUsage("the label (-l=) is missing");

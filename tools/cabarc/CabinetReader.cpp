@@ -60,12 +60,10 @@ class Parser {
         std::array<std::uint8_t, kHeaderBytes> header{};
         std::size_t present = 0;
         for (int byte = 0;
-             present < header.size() && (byte = cabinet_.get()) != std::char_traits<char>::eof();) {
+             present < header.size() && (byte = cabinet_.get()) != std::char_traits<char>::eof();)
             header[present++] = static_cast<std::uint8_t>(byte);
-        }
-        if (present < 4 || GetU32(header.data()) != kCabinetSignature) {
+        if (present < 4 || GetU32(header.data()) != kCabinetSignature)
             throw ToolError(label_ + ": this is not a cabinet");
-        }
         if (present < header.size()) Damaged("it ends within the header");
         if (header[25] != 1) throw ToolError(label_ + ": this version of the cabinet format is not known");
         directory_.CabinetSize = GetU32(header.data() + 8);
@@ -108,9 +106,8 @@ class Parser {
         for (std::size_t i = 0; i < folderReserve_; ++i) ReadByte("a folder's reserve");
         const CabinetFolder folder{GetU32(record.data()), GetU16(record.data() + 4),
                                    GetU16(record.data() + 6)};
-        if (folder.Blocks > 0 && folder.DataOffset >= directory_.CabinetSize) {
+        if (folder.Blocks > 0 && folder.DataOffset >= directory_.CabinetSize)
             Damaged("the data of a folder lies beyond its end");
-        }
         directory_.Folders.push_back(folder);
     }
 

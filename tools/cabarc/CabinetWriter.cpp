@@ -114,9 +114,8 @@ void CabinetWriter::PutBlock(std::span<const std::uint8_t> payload, std::uint16_
 void CabinetWriter::Finish() {
     std::vector<std::uint64_t> expected(directory_.Folders.size());
     for (const CabinetMember& member : directory_.Members) expected.at(member.Folder) += member.Size;
-    if (begun_ != expected.size() || folderBytes_ != expected) {
+    if (begun_ != expected.size() || folderBytes_ != expected)
         throw std::logic_error("the data of the cabinet does not fit its directory");
-    }
     directory_.CabinetSize = static_cast<std::uint32_t>(output_.Size());
     output_.WriteAt(0, Encode(directory_));
 }

@@ -63,9 +63,8 @@ void MemberFiles::End() {
     file_.reset();
     clearedReadOnly_ = false;
     const auto attributes = static_cast<std::uint8_t>(member.Attributes & kDosAttributes);
-    if (!SetTimeAndAttributes(planned.Target, member.Modified, attributes)) {
+    if (!SetTimeAndAttributes(planned.Target, member.Modified, attributes))
         throw ToolError(Utf8FromPath(planned.Target) + ": its attributes cannot be set");
-    }
 }
 
 std::size_t Extract(const CommandLine& call) {

@@ -42,11 +42,9 @@ std::optional<std::string> PartProblem(std::string_view part) {
     if (part == "..") return "it leads out of the folder";
     if (part.ends_with('.') || part.ends_with(' ')) return "a part of the path ends in a dot or a blank";
     if (HoldsControl(part)) return "it holds a control character";
-    for (const char c : part) {
-        if (std::string_view("<>:\"|?*").find(c) != std::string_view::npos) {
+    for (const char c : part)
+        if (std::string_view("<>:\"|?*").find(c) != std::string_view::npos)
             return std::string("it holds the character ") + c;
-        }
-    }
     if (IsWindowsDeviceName(part)) return "it is the name of a device";
     return std::nullopt;
 }
@@ -88,9 +86,8 @@ std::optional<std::string> NameProblem(const std::string& name) {
     if (!IsUtf8(name)) return "it is not UTF-8";
     if (name.find_first_of(kPathSeparators) == 0) return "it is an absolute path";
     if (name.size() >= 2 && name[1] == ':') return "it names a drive";
-    for (const std::string_view part : PathParts(name)) {
+    for (const std::string_view part : PathParts(name))
         if (auto problem = PartProblem(part)) return problem;
-    }
     return std::nullopt;
 }
 

@@ -23,9 +23,8 @@ class MsZipCompressor::Deflater {
  public:
     explicit Deflater(int memoryLevel) {
         if (deflateInit2(&stream_, Z_BEST_COMPRESSION, Z_DEFLATED, -MAX_WBITS, memoryLevel,
-                         Z_DEFAULT_STRATEGY) != Z_OK) {
+                         Z_DEFAULT_STRATEGY) != Z_OK)
             throw std::bad_alloc();
-        }
     }
     ~Deflater() { deflateEnd(&stream_); }
     Deflater(const Deflater&) = delete;
@@ -35,9 +34,8 @@ class MsZipCompressor::Deflater {
     std::size_t Run(std::span<const std::uint8_t> data, std::span<const std::uint8_t> history,
                     std::span<std::uint8_t> out) {
         deflateReset(&stream_);
-        if (!history.empty()) {
+        if (!history.empty())
             deflateSetDictionary(&stream_, history.data(), static_cast<uInt>(history.size()));
-        }
         stream_.next_in =
             const_cast<Bytef*>(data.data());  // zlib only reads; its default interface lacks const
         stream_.avail_in = static_cast<uInt>(data.size());

@@ -24,7 +24,8 @@ namespace {
 constexpr std::size_t kReadSize = 65536;
 
 bool IsAscii(const std::string& text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    return std::all_of(
+        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 // The extension of the last part of a path, without its dot; empty when there is none.
@@ -67,9 +68,8 @@ void GroupByExtension(std::vector<SourceFile>& files, std::span<const std::strin
 CabinetMember MemberOf(const SourceFile& file, const CommandLine& call) {
     CabinetMember member;
     member.Name = StoredName(file.Path, call.KeepFolders, call.Prefixes);
-    if (const auto problem = NameProblem(member.Name)) {
+    if (const auto problem = NameProblem(member.Name))
         throw ToolError(file.Path + ": the name " + member.Name + " cannot be stored: " + *problem);
-    }
     if (file.Size > kMaxFolderBytes) {
         throw ToolError(file.Path + ": this file is too big for a cabinet, which takes at most " +
                         std::to_string(kMaxFolderBytes) + " bytes of a file");

@@ -223,9 +223,8 @@ void RunLibrary(const Library& library, Session& session) {
         library.Copy(context.get(), name.data(), folder.data(), 0, Notify, nullptr, &session) != FALSE;
     if (session.Failure) std::rethrow_exception(session.Failure);
     if (!isDone && error.erfOper == FDIERROR_ALLOC_FAIL) throw std::bad_alloc();
-    if (!isDone && error.erfOper == FDIERROR_BAD_COMPR_TYPE) {
+    if (!isDone && error.erfOper == FDIERROR_BAD_COMPR_TYPE)
         throw ToolError(session.Label + ": this cabinet is packed by a method that the system does not know");
-    }
     if (!isDone || session.Announced != session.Directory.Members.size()) session.Damaged();
 }
 

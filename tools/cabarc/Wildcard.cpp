@@ -16,9 +16,8 @@ bool IsContinuation(char c) {
 // Length in bytes of the UTF-8 character at `at`; stray bytes count as one character each.
 std::size_t CharacterLength(std::string_view text, std::size_t at) {
     std::size_t length = 1;
-    if (!IsContinuation(text[at]) && static_cast<unsigned char>(text[at]) >= 0x80) {
+    if (!IsContinuation(text[at]) && static_cast<unsigned char>(text[at]) >= 0x80)
         while (length < 4 && at + length < text.size() && IsContinuation(text[at + length])) ++length;
-    }
     return length;
 }
 
@@ -67,12 +66,10 @@ bool HasWildcard(std::string_view text) {
 
 bool MatchesPattern(std::string_view pattern, std::string_view name) {
     if (name.find('.') == std::string_view::npos) {
-        for (const std::string_view ending : {".*", "."}) {
+        for (const std::string_view ending : {".*", "."})
             if (pattern.ends_with(ending) &&
-                MatchesPlainly(pattern.substr(0, pattern.size() - ending.size()), name)) {
+                MatchesPlainly(pattern.substr(0, pattern.size() - ending.size()), name))
                 return true;
-            }
-        }
     }
     return MatchesPlainly(pattern, name);
 }
@@ -83,16 +80,16 @@ bool MatchesMember(std::string_view pattern, std::string_view memberPath) {
         return MatchesPattern(
             pattern, folderEnd == std::string_view::npos ? memberPath : memberPath.substr(folderEnd + 1));
     }
-    while (!pattern.empty() && !memberPath.empty()) {
+    while (!pattern.empty() && !memberPath.empty())
         if (!MatchesPattern(TakePart(pattern), TakePart(memberPath))) return false;
-    }
     return pattern.empty() && memberPath.empty();
 }
 
 bool MatchesAnyMember(std::span<const std::string> patterns, std::string_view memberPath) {
-    return patterns.empty() || std::any_of(patterns.begin(), patterns.end(), [&](const std::string& pattern) {
-               return MatchesMember(pattern, memberPath);
-           });
+    return patterns.empty() ||
+           std::any_of(
+               patterns.begin(), patterns.end(),
+               [&](const std::string& pattern) { return MatchesMember(pattern, memberPath); });
 }
 
 }  // namespace tools::cabarc

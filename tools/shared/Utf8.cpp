@@ -115,8 +115,9 @@ std::string UpperAscii(std::string text) {
 }
 
 bool EqualsFolded(std::string_view left, std::string_view right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](char a, char b) { return UpperAscii(a) == UpperAscii(b); });
+    return std::equal(
+        left.begin(), left.end(), right.begin(), right.end(),
+        [](char a, char b) { return UpperAscii(a) == UpperAscii(b); });
 }
 
 bool PrecedesWithoutCase(const std::string& left, const std::string& right) {
