@@ -96,8 +96,8 @@ TEST(CabinetPage, ShowsADataRecordOfMsZip) {
     cabinet[kCabinetSize] = static_cast<std::uint8_t>(cabinet.size());
     cabinet[kMethod] = 1;
     const auto parsed = tools::cabarc::testing::Parse(cabinet);
-    ASSERT_EQ(parsed.Members.size(), 1U);
-    EXPECT_EQ(parsed.Members[0].Contents, (Bytes{'H', 'e', 'l', 'l', 'o'}));
+    ASSERT_EQ(1U, parsed.Members.size());
+    EXPECT_EQ((Bytes{'H', 'e', 'l', 'l', 'o'}), parsed.Members[0].Contents);
 }
 
 TEST(LzxPage, ShowsAStoredFolder) {
@@ -107,7 +107,7 @@ TEST(LzxPage, ShowsAStoredFolder) {
         tools::cabarc::lzx::LzxEncoder encoder(windowBits, {}, frames);
         encoder.Write(Bytes{'H', 'e', 'l', 'l', 'o'});
         encoder.Finish();
-        ASSERT_EQ(frames.Frames.size(), 1U);
+        ASSERT_EQ(1U, frames.Frames.size());
         EXPECT_EQ(Written(frames.Frames[0].Payload, 0, example), example);
         EXPECT_EQ(frames.Frames[0].Payload.size(), example.size());
     }
@@ -119,7 +119,7 @@ TEST(LzxPage, ShowsAFolderOfOneLetter) {
     const FrameCollector::Frame frame{BytesOf(Example("lzx.md", "letters")), letters.size()};
     LzxContents contents;
     EXPECT_EQ(DecodeLzx({frame}, 15, &contents), letters);
-    EXPECT_EQ(contents.Verbatim, 1U);
+    EXPECT_EQ(1U, contents.Verbatim);
     EXPECT_FALSE(contents.Translated);
 }
 

@@ -31,13 +31,13 @@ TEST(BootSector, MustBeExactly512BytesLong) {
     EXPECT_EQ(RefusalOf(longer), reason);
     EXPECT_EQ(RefusalOf(shorter), reason);
     EXPECT_EQ(RefusalOf({}), reason);
-    EXPECT_EQ(RefusalOf(SampleBootSector()), "(no error)");
+    EXPECT_EQ("(no error)", RefusalOf(SampleBootSector()));
 }
 
 TEST(BootSector, MustEndWithItsSignature) {
     Bytes sector = SampleBootSector();
     sector[511] = 0;
-    EXPECT_EQ(RefusalOf(sector), "is not a boot sector: it does not end with the bytes 55 AA");
+    EXPECT_EQ("is not a boot sector: it does not end with the bytes 55 AA", RefusalOf(sector));
 }
 
 TEST(BootSector, MustJumpOverTheDescription) {

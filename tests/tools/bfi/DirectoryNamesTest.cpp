@@ -21,16 +21,15 @@ std::vector<std::string> Stored(const std::vector<std::string>& names) {
 }
 
 TEST(DirectoryNames, LettersBeyondAsciiHaveACaseToo) {
-    EXPECT_EQ(ErrorOf([] {
+    EXPECT_EQ("here/\xC3\x84rger.text and \xC3\xA4rger.TEXT have the same name on a DOS disk", ErrorOf([] {
                   NameEntries("here/", {"\xC3\x84rger.text", "\xC3\xA4rger.TEXT"});
-              }),
-              "here/\xC3\x84rger.text and \xC3\xA4rger.TEXT have the same name on a DOS disk");
+              }));
 }
 
 TEST(DirectoryNames, ANameThatDiffersOnlyByCaseNeedsNoLongName) {
     const auto names = NameEntries("", {"io.sys", "ReadMe.Txt"});
-    EXPECT_EQ(names[0].Slots(), 1U);
-    EXPECT_EQ(names[1].Slots(), 1U);
+    EXPECT_EQ(1U, names[0].Slots());
+    EXPECT_EQ(1U, names[1].Slots());
     EXPECT_THAT(Stored({"io.sys", "ReadMe.Txt"}), ElementsAre("IO      SYS", "README  TXT"));
 }
 
@@ -66,21 +65,21 @@ TEST(DirectoryNames, TheNumberOfAnAliasGrowsIntoTheName) {
     std::vector<std::string> names;
     for (int i = 0; i < 1200; ++i) names.push_back("similar long name " + std::to_string(i));
     const std::vector<std::string> stored = Stored(names);
-    EXPECT_EQ(stored[8], "SIMILA~9   ");
-    EXPECT_EQ(stored[9], "SIMIL~10   ");
-    EXPECT_EQ(stored[99], "SIMI~100   ");
-    EXPECT_EQ(stored[1199], "SIM~1200   ");
+    EXPECT_EQ("SIMILA~9   ", stored[8]);
+    EXPECT_EQ("SIMIL~10   ", stored[9]);
+    EXPECT_EQ("SIMI~100   ", stored[99]);
+    EXPECT_EQ("SIM~1200   ", stored[1199]);
 }
 
 TEST(DirectoryNames, ALongNameTakesOneSlotForThirteenUnits) {
     const auto slots = [](std::size_t length) {
         return NameEntries("", {"+" + std::string(length - 1, 'x')})[0].Slots();
     };
-    EXPECT_EQ(slots(13), 2U);
-    EXPECT_EQ(slots(14), 3U);
-    EXPECT_EQ(slots(26), 3U);
-    EXPECT_EQ(slots(27), 4U);
-    EXPECT_EQ(slots(255), 21U);
+    EXPECT_EQ(2U, slots(13));
+    EXPECT_EQ(3U, slots(14));
+    EXPECT_EQ(3U, slots(26));
+    EXPECT_EQ(4U, slots(27));
+    EXPECT_EQ(21U, slots(255));
 }
 
 TEST(DirectoryNames, RefusesWhatCannotBeStored) {
@@ -102,14 +101,12 @@ TEST(DirectoryNames, RefusesWhatCannotBeStored) {
 }
 
 TEST(DirectoryNames, TwoNamesThatAreOneToDosAreRefused) {
-    EXPECT_EQ(ErrorOf([] {
+    EXPECT_EQ("here/a.txt and A.TXT have the same name on a DOS disk", ErrorOf([] {
                   NameEntries("here/", {"a.txt", "b", "A.TXT"});
-              }),
-              "here/a.txt and A.TXT have the same name on a DOS disk");
-    EXPECT_EQ(ErrorOf([] {
+              }));
+    EXPECT_EQ("Long Name and long name have the same name on a DOS disk", ErrorOf([] {
                   NameEntries("", {"Long Name", "long name"});
-              }),
-              "Long Name and long name have the same name on a DOS disk");
+              }));
 }
 
 }  // namespace

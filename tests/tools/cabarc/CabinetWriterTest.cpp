@@ -23,19 +23,19 @@ CabinetMember Sized(const std::string& name, std::uint32_t size) {
 
 TEST(Checksum, WeighsTheTailFromItsFirstByte) {
     const Bytes payload = {1, 2, 3, 4, 5, 6, 7};
-    EXPECT_EQ(BlockChecksum(payload, 0x8000), 0x04030201U ^ 0x00050607U ^ 0x80000007U);
-    EXPECT_EQ(BlockChecksum(Bytes{9}, 1), 9U ^ 0x00010001U);
-    EXPECT_EQ(BlockChecksum(Bytes{9, 8}, 2), 0x0908U ^ 0x00020002U);
+    EXPECT_EQ(0x04030201U ^ 0x00050607U ^ 0x80000007U, BlockChecksum(payload, 0x8000));
+    EXPECT_EQ(9U ^ 0x00010001U, BlockChecksum(Bytes{9}, 1));
+    EXPECT_EQ(0x0908U ^ 0x00020002U, BlockChecksum(Bytes{9, 8}, 2));
 }
 
 TEST(FolderPlan, PutsEverythingIntoOneFolder) {
     CabinetDirectory directory;
     directory.Members = {Sized("a", 5), Sized("b", 0), Sized("c", 7)};
     PlanFolders(directory, 1);
-    ASSERT_EQ(directory.Folders.size(), 1U);
-    EXPECT_EQ(directory.Folders[0].Type, 1);
-    EXPECT_EQ(directory.Members[1].Offset, 5U);
-    EXPECT_EQ(directory.Members[2].Offset, 5U);
+    ASSERT_EQ(1U, directory.Folders.size());
+    EXPECT_EQ(1, directory.Folders[0].Type);
+    EXPECT_EQ(5U, directory.Members[1].Offset);
+    EXPECT_EQ(5U, directory.Members[2].Offset);
 }
 
 TEST(FolderPlan, BeginsAnotherFolderOnlyWhereOneIsFull) {
@@ -43,20 +43,20 @@ TEST(FolderPlan, BeginsAnotherFolderOnlyWhereOneIsFull) {
     directory.Members = {Sized("a", kMaxFolderBytes - 1), Sized("b", 1), Sized("c", 0), Sized("d", 1),
                          Sized("e", kMaxFolderBytes)};
     PlanFolders(directory, 0);
-    EXPECT_EQ(directory.Folders.size(), 3U);
-    EXPECT_EQ(directory.Members[1].Folder, 0);
-    EXPECT_EQ(directory.Members[2].Folder, 0);
-    EXPECT_EQ(directory.Members[2].Offset, kMaxFolderBytes);
-    EXPECT_EQ(directory.Members[3].Folder, 1);
-    EXPECT_EQ(directory.Members[3].Offset, 0U);
-    EXPECT_EQ(directory.Members[4].Folder, 2);
+    EXPECT_EQ(3U, directory.Folders.size());
+    EXPECT_EQ(0, directory.Members[1].Folder);
+    EXPECT_EQ(0, directory.Members[2].Folder);
+    EXPECT_EQ(kMaxFolderBytes, directory.Members[2].Offset);
+    EXPECT_EQ(1, directory.Members[3].Folder);
+    EXPECT_EQ(0U, directory.Members[3].Offset);
+    EXPECT_EQ(2, directory.Members[4].Folder);
 }
 
 TEST(FolderPlan, CountsMembersUpToTheLimit) {
     CabinetDirectory directory;
     directory.Members.assign(65535, Sized("a", 1));
     PlanFolders(directory, 0);
-    EXPECT_EQ(directory.Folders.size(), 1U);
+    EXPECT_EQ(1U, directory.Folders.size());
     directory.Members.push_back(Sized("a", 1));
     EXPECT_THAT([&] { PlanFolders(directory, 0); },
                 ThrowsMessage<ToolError>("a cabinet holds at most 65535 files, not 65536"));
@@ -84,11 +84,11 @@ TEST_F(CabinetWriterTest, WritesSeveralFoldersOfTheirOwnMethod) {
     writer.Finish();
     output.Commit();
     const ParsedCabinet cabinet = Parse(ReadBytes("two.cab"));
-    EXPECT_EQ(cabinet.Folders[0].Type, 0U);
-    EXPECT_EQ(cabinet.Folders[1].Type, 1U);
+    EXPECT_EQ(0U, cabinet.Folders[0].Type);
+    EXPECT_EQ(1U, cabinet.Folders[1].Type);
     EXPECT_EQ(cabinet.Members[0].Contents, first);
     EXPECT_EQ(cabinet.Members[1].Contents, second);
-    EXPECT_EQ(cabinet.Members[2].Size, 0U);
+    EXPECT_EQ(0U, cabinet.Members[2].Size);
 }
 
 TEST_F(CabinetWriterTest, NoticesAFolderThatGotOtherBytesThanItsMembersNeed) {
@@ -143,7 +143,7 @@ TEST(MsZipCompressor, DeliversTheSameRecordsForCallsOfAnySize) {
         inParts.Write(std::span(data).subspan(at, size));
     }
     inParts.Finish();
-    ASSERT_EQ(whole.All.size(), 7U);
+    ASSERT_EQ(7U, whole.All.size());
     ASSERT_EQ(parts.All.size(), whole.All.size());
     for (std::size_t i = 0; i < whole.All.size(); ++i)
         EXPECT_EQ(parts.All[i].Payload, whole.All[i].Payload) << i;
@@ -157,7 +157,7 @@ TEST(MsZipCompressor, RemembersTheFrameBefore) {
     MsZipCompressor compressor(records);
     compressor.Write(data);
     compressor.Finish();
-    ASSERT_EQ(records.All.size(), 2U);
+    ASSERT_EQ(2U, records.All.size());
     EXPECT_LT(records.All[1].Payload.size(), 1000U);
 }
 
@@ -167,7 +167,7 @@ TEST(MsZipCompressor, NeverExceedsOneStoredBlock) {
         MsZipCompressor compressor(records);
         compressor.Write(NoiseBytes(size));
         compressor.Finish();
-        ASSERT_EQ(records.All.size(), 1U);
+        ASSERT_EQ(1U, records.All.size());
         EXPECT_LE(records.All[0].Payload.size(), size + 7) << size;
     }
 }

@@ -66,14 +66,14 @@ TEST_P(ExtractorOfMethod, GivesBackContentsNamesTimesAndAttributes) {
     ASSERT_TRUE(SetTimeAndAttributes("../in/bin/noise.bin", PackDosTime(2024, 2, 29, 23, 59, 58),
                                      kHidden | kSystem | kArchive));
     PackWith({"-m", GetParam(), "-p", "-r", "-P", "..\\in", "n", "..\\out.cab", "..\\in\\*.*"});
-    EXPECT_EQ(ExtractWith({"x", "..\\out.cab"}), 5U);
+    EXPECT_EQ(5U, ExtractWith({"x", "..\\out.cab"}));
     EXPECT_TRUE(TreeOf(".") == TreeOf("..\\in"));
     const HostFile batch = EntryOf(".", "autoexec.bat");
-    EXPECT_EQ(batch.Modified, PackDosTime(1994, 5, 31, 6, 22, 0));
+    EXPECT_EQ(PackDosTime(1994, 5, 31, 6, 22, 0), batch.Modified);
     EXPECT_EQ(batch.Attributes, EntryOf("..\\in", "autoexec.bat").Attributes);
-    EXPECT_EQ(batch.Attributes & kReadOnly, kReadOnly);
+    EXPECT_EQ(kReadOnly, batch.Attributes & kReadOnly);
     const HostFile noise = EntryOf("bin", "noise.bin");
-    EXPECT_EQ(noise.Modified, PackDosTime(2024, 2, 29, 23, 59, 58));
+    EXPECT_EQ(PackDosTime(2024, 2, 29, 23, 59, 58), noise.Modified);
     EXPECT_EQ(noise.Attributes, EntryOf("..\\in\\bin", "noise.bin").Attributes);
 }
 
@@ -105,11 +105,11 @@ TEST_F(Extractor, TakesDriverFilesOutAsTheBuildAsksForThem) {
     PackWith({"-m", "LZX:21", "n", "drivers\\ndis\\E100B.cab", "source\\*.*"});
     std::filesystem::remove_all("source");
     const ProgramResult one = RunCabarc("-o x drivers\\ndis\\E100B.cab scsi.txt");
-    EXPECT_EQ(one.ExitCode, 0) << one.Errors;
-    EXPECT_EQ(ReadBytes("scsi.txt"), BytesOf("scsi.txt     An adapter\r\n"));
+    EXPECT_EQ(0, one.ExitCode) << one.Errors;
+    EXPECT_EQ(BytesOf("scsi.txt     An adapter\r\n"), ReadBytes("scsi.txt"));
     const ProgramResult several = RunCabarc("-o x drivers\\ndis\\E100B.cab NDIS.*");
-    EXPECT_EQ(several.ExitCode, 0) << several.Errors;
-    EXPECT_EQ(ReadBytes("ndis.dos"), NoiseBytes(20000));
+    EXPECT_EQ(0, several.ExitCode) << several.Errors;
+    EXPECT_EQ(NoiseBytes(20000), ReadBytes("ndis.dos"));
     EXPECT_TRUE(std::filesystem::exists("ndis.txt"));
     EXPECT_FALSE(std::filesystem::exists("other.txt"));
 }
@@ -145,7 +145,7 @@ TEST_F(Extractor, UnpacksFoldersOfDifferentMethods) {
         writer.Finish();
         output.Commit();
     }
-    EXPECT_EQ(ExtractWith({"x", "..\\mixed.cab", "f11", "f30"}), 2U);
+    EXPECT_EQ(2U, ExtractWith({"x", "..\\mixed.cab", "f11", "f30"}));
     EXPECT_TRUE(TreeOf(".") == (Tree{{"f11", expected["f11"]}, {"f30", expected["f30"]}}));
     ExtractWith({"-o", "x", "..\\mixed.cab"});
     EXPECT_TRUE(TreeOf(".") == expected);
@@ -196,7 +196,7 @@ TEST_F(Extractor, MembersThatAlternateBetweenMethodsTakeOneRunForEach) {
     UnpackCabinet("../mixed.cab", "mixed.cab", ReadCabinetFile("../mixed.cab"), recorder);
     EXPECT_THAT(recorder.Order, ::testing::ElementsAre(0, 3, 6, 1, 4, 7, 2, 5, 8));
     for (std::uint32_t i = 0; i < 9; ++i) EXPECT_TRUE(recorder.Contents[i] == ProseBytes(kSize, i)) << i;
-    EXPECT_EQ(ExtractWith({"x", "..\\mixed.cab"}), 9U);
+    EXPECT_EQ(9U, ExtractWith({"x", "..\\mixed.cab"}));
     for (std::uint32_t i = 0; i < 9; ++i)
         EXPECT_TRUE(ReadBytes("f" + std::to_string(i)) == ProseBytes(kSize, i)) << i;
 }
@@ -222,7 +222,7 @@ TEST_F(Extractor, UnpacksACabinetOfAnotherPacker) {
     const auto fileAt = [](const std::string& name, const std::string& folder) {
         return Utf8FromPath(velbooter::testing::BuiltFile("foreign/" + name, folder + "/" + name));
     };
-    EXPECT_EQ(ExtractWith({"x", fileAt("foreign.cab", FOREIGN_CABINET_FOLDER)}), 2U);
+    EXPECT_EQ(2U, ExtractWith({"x", fileAt("foreign.cab", FOREIGN_CABINET_FOLDER)}));
     for (const std::string name : {"ParsedCabinet.cpp", "ParsedCabinet.h"}) {
         EXPECT_EQ(ReadBytes(name), ReadBytes(fileAt(name, FOREIGN_SOURCES))) << name;
     }
@@ -244,13 +244,13 @@ TEST_F(Extractor, RefusesNamesThatLeaveTheFolderAndWritesNothing) {
         EXPECT_TRUE(TreeOf("..") == (Tree{{"evil.cab", ReadBytes("../evil.cab")}})) << name;
         EXPECT_FALSE(std::filesystem::exists("C:\\evil.txt")) << name;
     }
-    EXPECT_EQ(ExtractWith({"x", "..\\evil.cab", "good.txt"}), 1U);
+    EXPECT_EQ(1U, ExtractWith({"x", "..\\evil.cab", "good.txt"}));
 }
 
 TEST_F(Extractor, ForwardSlashesMakeFoldersToo) {
     WriteBytes("../a.cab", HandMade({{"one/two/three.txt", BytesOf("deep")}}));
     ExtractWith({"x", "..\\a.cab"});
-    EXPECT_EQ(ReadBytes("one\\two\\three.txt"), BytesOf("deep"));
+    EXPECT_EQ(BytesOf("deep"), ReadBytes("one\\two\\three.txt"));
 }
 
 TEST_F(Extractor, NamesWithoutTheMarkAreInTheSystemsCodePage) {
@@ -273,15 +273,15 @@ TEST_F(Extractor, ExistingFilesNeedTheOption) {
         ThrowsMessage<ToolError>("old: exists already; -o overwrites it"));
     EXPECT_TRUE(TreeOf(".") == (Tree{{"old", BytesOf("mine")}}));
     ExtractWith({"-o", "x", "..\\a.cab"});
-    EXPECT_EQ(ReadBytes("old"), BytesOf("theirs"));
+    EXPECT_EQ(BytesOf("theirs"), ReadBytes("old"));
 }
 
 TEST_F(Extractor, OverwritesReadOnlyAndHiddenFilesAgainAndAgain) {
     WriteBytes("../a.cab", HandMade({{"a", BytesOf("x"), kReadOnly | kHidden | kSystem}}));
     ExtractWith({"x", "..\\a.cab"});
     ExtractWith({"-o", "x", "..\\a.cab"});
-    EXPECT_EQ(ReadBytes("a"), BytesOf("x"));
-    EXPECT_EQ(KindOf("a"), FileKind::ReadOnly);
+    EXPECT_EQ(BytesOf("x"), ReadBytes("a"));
+    EXPECT_EQ(FileKind::ReadOnly, KindOf("a"));
 }
 
 TEST_F(Extractor, TheLastNameMayBeTheFolder) {
@@ -330,7 +330,7 @@ TEST_F(Extractor, DamagedDataLeavesTheOldFileAsItWas) {
             ThrowsMessage<ToolError>("..\\bad.cab: this cabinet is damaged at the member a"))
             << method;
         EXPECT_TRUE(TreeOf(".") == (Tree{{"a", BytesOf("mine")}})) << method;
-        EXPECT_EQ(KindOf("a"), FileKind::ReadOnly) << method;
+        EXPECT_EQ(FileKind::ReadOnly, KindOf("a")) << method;
         ASSERT_TRUE(SetTimeAndAttributes("a", PackDosTime(2000, 1, 1, 0, 0, 0), kArchive));
     }
 }
@@ -353,23 +353,23 @@ TEST_F(Extractor, AFileWhereAFolderIsNeededIsNamed) {
     WriteBytes("../a.cab", HandMade({{"sub\\a", BytesOf("x")}}));
     WriteBytes("sub", BytesOf("a file"));
     EXPECT_THAT([] { ExtractWith({"-o", "x", "..\\a.cab"}); }, ThrowsMessage<ToolError>(HasSubstr("sub")));
-    EXPECT_EQ(ReadBytes("sub"), BytesOf("a file"));
+    EXPECT_EQ(BytesOf("a file"), ReadBytes("sub"));
 }
 
 TEST_F(Extractor, FailureIsOneLineAndExitCodeOne) {
     WriteBytes("text.cab", BytesOf("no cabinet"));
     const ProgramResult result = RunCabarc("x text.cab");
-    EXPECT_EQ(result.ExitCode, 1);
-    EXPECT_EQ(result.Output, "");
-    EXPECT_EQ(result.Errors, "cabarc: text.cab: this is not a cabinet\n");
+    EXPECT_EQ(1, result.ExitCode);
+    EXPECT_EQ("", result.Output);
+    EXPECT_EQ("cabarc: text.cab: this is not a cabinet\n", result.Errors);
     WriteBytes("a.cab", HandMade({{"a", BytesOf("x")}}));
-    EXPECT_EQ(RunCabarc("x a.cab nothing.*").Errors, "cabarc: a.cab: no member matches nothing.*\n");
-    EXPECT_EQ(RunCabarc("x a.cab").Output, "a.cab: 1 file extracted\n");
+    EXPECT_EQ("cabarc: a.cab: no member matches nothing.*\n", RunCabarc("x a.cab nothing.*").Errors);
+    EXPECT_EQ("a.cab: 1 file extracted\n", RunCabarc("x a.cab").Output);
 }
 
 TEST_F(Extractor, AMemberMayHaveTheNameOfAnUnfinishedFile) {
     WriteBytes("../a.cab", HandMade({{"a.unfinished~", BytesOf("first")}, {"a", BytesOf("second")}}));
-    EXPECT_EQ(ExtractWith({"x", "..\\a.cab"}), 2U);
+    EXPECT_EQ(2U, ExtractWith({"x", "..\\a.cab"}));
     EXPECT_TRUE(TreeOf(".") == (Tree{{"a.unfinished~", BytesOf("first")}, {"a", BytesOf("second")}}));
 }
 
@@ -377,7 +377,7 @@ TEST_F(Extractor, WhatThePackerStoresMayHaveTheLongestName) {
     const std::string name(250, 'n');
     WriteBytes("../in/" + name, BytesOf("long"));
     PackWith({"n", "..\\a.cab", "..\\in\\" + name});
-    EXPECT_EQ(ExtractWith({"x", "..\\a.cab"}), 1U);
+    EXPECT_EQ(1U, ExtractWith({"x", "..\\a.cab"}));
     EXPECT_TRUE(TreeOf(".") == (Tree{{name, BytesOf("long")}}));
 }
 
@@ -395,15 +395,15 @@ TEST_F(Extractor, AnArgumentThatIsNoTextIsNoWildcard) {
     WriteBytes("a.cab", HandMade({{"b", BytesOf("x")}}));
     const std::wstring program = velbooter::testing::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM).wstring();
     const wchar_t half[] = {0xD800, 0};
-    EXPECT_EQ(_wspawnl(_P_WAIT, program.c_str(), L"cabarc", L"x", L"a.cab", half, nullptr), 1);
+    EXPECT_EQ(1, _wspawnl(_P_WAIT, program.c_str(), L"cabarc", L"x", L"a.cab", half, nullptr));
     EXPECT_FALSE(std::filesystem::exists("b"));
-    EXPECT_EQ(_wspawnl(_P_WAIT, program.c_str(), L"cabarc", L"x", L"a.cab", L"?", nullptr), 0);
+    EXPECT_EQ(0, _wspawnl(_P_WAIT, program.c_str(), L"cabarc", L"x", L"a.cab", L"?", nullptr));
     EXPECT_TRUE(std::filesystem::exists("b"));
 }
 
 TEST_F(Extractor, EmptyMembersBecomeEmptyFiles) {
     WriteBytes("../a.cab", HandMade({{"a", {}}, {"sub\\b", {}}}));
-    EXPECT_EQ(ExtractWith({"x", "..\\a.cab"}), 2U);
+    EXPECT_EQ(2U, ExtractWith({"x", "..\\a.cab"}));
     EXPECT_TRUE(TreeOf(".") == (Tree{{"a", {}}, {"sub/b", {}}}));
 }
 

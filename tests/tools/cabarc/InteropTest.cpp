@@ -105,20 +105,20 @@ TEST_P(Interop, OthersUnpackIt) {
     const auto& [tree, method] = GetParam();
     tree.Make();
     const ProgramResult packed = RunCabarc("-m " + method + " -p -r -P in\\ n out.cab in\\*.*");
-    ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;
+    ASSERT_EQ(0, packed.ExitCode) << packed.Errors;
     const auto files = TreeOf("in");
     const auto times = TimesOf("in");
     for (const Unpacker& unpacker : kUnpackers) {
         std::filesystem::remove_all("unpacked");
         std::filesystem::create_directory("unpacked");
         const ProgramResult result = RunLine(unpacker.Command);
-        EXPECT_EQ(result.ExitCode, 0) << unpacker.Name << ": " << result.All();
+        EXPECT_EQ(0, result.ExitCode) << unpacker.Name << ": " << result.All();
         EXPECT_TRUE(TreeOf("unpacked") == files) << unpacker.Name << " gives other files or contents";
         if (!unpacker.RestoresTimes) continue;
         EXPECT_TRUE(TimesOf("unpacked") == times) << unpacker.Name << " gives other times";
     }
     const ProgramResult tested = RunLine("cabextract -t out.cab");
-    EXPECT_EQ(tested.ExitCode, 0) << tested.All();
+    EXPECT_EQ(0, tested.ExitCode) << tested.All();
 }
 
 INSTANTIATE_TEST_SUITE_P(Trees, Interop,
@@ -135,7 +135,7 @@ TEST_F(InteropAttributes, AreSeenByOthers) {
     WriteBytes("in/open", BytesOf("x"));
     WriteBytes("in/shut", BytesOf("y"));
     ASSERT_TRUE(SetTimeAndAttributes("in/shut", PackDosTime(1995, 1, 2, 3, 4, 6), kReadOnly));
-    ASSERT_EQ(RunCabarc("n out.cab in/*").ExitCode, 0);
+    ASSERT_EQ(0, RunCabarc("n out.cab in/*").ExitCode);
     const ProgramResult listed = RunLine("7z l -slt out.cab");
     EXPECT_THAT(listed.Output, HasSubstr("Path = open\nSize = 1\nModified ="));
     EXPECT_THAT(listed.Output, HasSubstr("Attributes = A"));
@@ -154,12 +154,12 @@ TEST_F(InteropMany, ThirtyThousandFilesArePackedAndUnpacked) {
         all.insert(all.end(), contents.begin(), contents.end());
     }
     const ProgramResult packed = RunCabarc("-m LZX:21 -p -r -P in n out.cab in\\*.*");
-    ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;
+    ASSERT_EQ(0, packed.ExitCode) << packed.Errors;
     EXPECT_THAT(packed.Output, HasSubstr("30000 files"));
     const ProgramResult unpacked = RunLine("cabextract -q -p out.cab");
-    EXPECT_EQ(unpacked.ExitCode, 0);
+    EXPECT_EQ(0, unpacked.ExitCode);
     EXPECT_TRUE(BytesOf(unpacked.Output) == all);
-    EXPECT_EQ(RunLine("7z t out.cab").ExitCode, 0);
+    EXPECT_EQ(0, RunLine("7z t out.cab").ExitCode);
 }
 
 }  // namespace
