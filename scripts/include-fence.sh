@@ -23,7 +23,8 @@ layerOf() {
         src/*) layer=9 ;;
         # A program of its own, which has the functions for processes and the exit codes from below.
         console/*) layer=4 ;;
-        resources/*) layer=0 ;;
+        # For the program and the companions alike.
+        resources/* | floppy/*) layer=0 ;;
         tools/shared/*) layer=101 ;;
         tools/*) layer=102 ;;
         *) layer=999 ;;
@@ -43,9 +44,6 @@ folderOf() {
         *) folder=$1 ;;
     esac
 }
-
-# What is true of every floppy: the program foretells with it how the image tool lays a disk out.
-isShared() { case $1 in tools/bfi/Geometry.h | tools/bfi/ShortName.h) true ;; *) false ;; esac; }
 
 # The headers of the C++ standard library.
 standardHeaders=" algorithm any array atomic barrier bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes
@@ -75,7 +73,7 @@ complain() {
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 files=()
-list_sources files 'src/*.h' 'src/*.cpp' 'console/*.h' 'console/*.cpp' 'tools/*.h' 'tools/*.cpp'
+list_sources files 'src/*.h' 'src/*.cpp' 'console/*.h' 'console/*.cpp' 'tools/*.h' 'tools/*.cpp' 'floppy/*.h' 'floppy/*.cpp'
 search "$work/includes" -HZE '^[[:space:]]*#[[:space:]]*include' "${files[@]}"
 declare -A edges
 
@@ -92,8 +90,8 @@ while IFS= read -r -d '' file && IFS= read -r line; do
             from=$layer
             layerOf "$included"
             [[ $included != console/* ]] || complain "$file includes $included, which is velbooter.com's own"
-            [ "$layer" -lt "$from" ] || isShared "$included" || complain "$file includes $included, which is in no layer below"
-            [ $((from / 100)) = $((layer / 100)) ] || [ "$layer" = 0 ] || isShared "$included" ||
+            [ "$layer" -lt "$from" ] || complain "$file includes $included, which is in no layer below"
+            [ $((from / 100)) = $((layer / 100)) ] || [ "$layer" = 0 ] ||
                 complain "$file includes $included: the program and the companions share no code"
         fi
         a=${file%.*}

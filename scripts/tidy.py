@@ -18,7 +18,7 @@ import sys
 import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-SOURCES = ['src/*.cpp', 'console/*.cpp', 'tools/*.cpp']
+SOURCES = ['floppy/*.cpp', 'src/*.cpp', 'console/*.cpp', 'tools/*.cpp']
 GCC = '/usr/lib/gcc/x86_64-w64-mingw32/12-posix/include/c++'
 NATIVE = ['-std=c++20', '-I.']
 WINDOWS = ['--target=x86_64-w64-windows-gnu', '-nostdinc++', '-isystem', GCC, '-isystem', GCC + '/x86_64-w64-mingw32',

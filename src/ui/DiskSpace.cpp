@@ -62,8 +62,7 @@ void MeasureSpace(Application& app) {
 
 void ShowSpace(Application& app) {
     const FrmWizard& wizard = app.Wizard;
-    const tools::bfi::Geometry& geometry =
-        *tools::bfi::GeometryOfType(wizard.OptImage28.Value ? "288" : "144");
+    const floppy::Geometry& geometry = *floppy::GeometryOfType(wizard.OptImage28.Value ? "288" : "144");
     FloppyLayout layout(geometry);
     AddFiles(wizard.LstFiles, layout);
     try {

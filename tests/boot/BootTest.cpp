@@ -7,16 +7,16 @@
 #include <sstream>
 
 #include "tests/boot/Machine.h"
+#include "tests/support/TestFolder.h"
 #include "tests/tools/bfi/FatReader.h"
-#include "tests/tools/shared/TestFolder.h"
 #include "tools/bfi/ImageBuilder.h"
 #include "tools/shared/ByteOrder.h"
 
 namespace boot::testing {
 namespace {
 
+using floppy::Geometry;
 using ::testing::HasSubstr;
-using tools::bfi::Geometry;
 using tools::bfi::testing::FatImage;
 using tools::bfi::testing::ReadFatImage;
 using tools::testing::Bytes;
@@ -42,7 +42,7 @@ Bytes Probe() {
 
 class Boot : public ::testing::TestWithParam<std::string> {
  protected:
-    const Geometry& Format() const { return *tools::bfi::GeometryOfType(GetParam()); }
+    const Geometry& Format() const { return *floppy::GeometryOfType(GetParam()); }
     std::string Image() const { return Files.Text("disk.img"); }
     std::string Report() const { return Files.Text("report"); }
 
@@ -54,7 +54,7 @@ class Boot : public ::testing::TestWithParam<std::string> {
     // Starts the disk, whose IO.SYS is the probe, and returns what that reports.
     std::map<std::string, unsigned> Started() const {
         Machine machine(Image(), Report());
-        EXPECT_EQ(machine.WaitForEnd(), kProbeEnded) << machine.Text();
+        EXPECT_EQ(kProbeEnded, machine.WaitForEnd()) << machine.Text();
         std::map<std::string, unsigned> values;
         std::ifstream report(Report());
         for (std::string line; std::getline(report, line);) {
@@ -114,24 +114,24 @@ TEST_P(Boot, HandsOverToIoSysAsMsDos7NeedsIt) {
     Files.Write("tree/io.sys", Probe());
     BuildDisk();
     std::map<std::string, unsigned> values = Started();
-    EXPECT_EQ(values["CS"], 0x70U);
-    EXPECT_EQ(values["SS"], 0U);
-    EXPECT_EQ(values["BP"], 0x7C00U);
-    EXPECT_EQ(values["SP"], 0x7C00U - 0x0C);
-    EXPECT_EQ(values["DI"], 2U) << "the first cluster";
-    EXPECT_EQ(values["DX"] & 0xFF, 0U) << "the drive";
-    EXPECT_EQ(values["DRIVE"] & 0xFF, 0U);
-    EXPECT_EQ(values["BP-2"], 0U);
+    EXPECT_EQ(0x70U, values["CS"]);
+    EXPECT_EQ(0U, values["SS"]);
+    EXPECT_EQ(0x7C00U, values["BP"]);
+    EXPECT_EQ(0x7C00U - 0x0C, values["SP"]);
+    EXPECT_EQ(2U, values["DI"]) << "the first cluster";
+    EXPECT_EQ(0U, values["DX"] & 0xFF) << "the drive";
+    EXPECT_EQ(0U, values["DRIVE"] & 0xFF);
+    EXPECT_EQ(0U, values["BP-2"]);
     EXPECT_EQ(values["BP-4"], GetParam() == "144" ? 33U : 34U) << "the first data sector";
     EXPECT_GE(values["BP-6"], 0xC000U) << "the firmware's own disk table";
-    EXPECT_EQ(values["BP-A"], 0U);
-    EXPECT_EQ(values["BP-C"], 0x78U);
-    EXPECT_EQ(values["TABLE"], 0x522U);
-    EXPECT_EQ(values["TABLESEGMENT"], 0U);
+    EXPECT_EQ(0U, values["BP-A"]);
+    EXPECT_EQ(0x78U, values["BP-C"]);
+    EXPECT_EQ(0x522U, values["TABLE"]);
+    EXPECT_EQ(0U, values["TABLESEGMENT"]);
     EXPECT_EQ(values["TRACK"] & 0xFF, GetParam() == "144" ? 18U : 36U);
-    EXPECT_EQ(values["SETTLE"] & 0xFF, 0x0FU);
-    EXPECT_EQ(values["MARKER"], 0xBEEFU) << "in the fourth sector";
-    EXPECT_EQ(values["SIGNATURE"], 0xAA55U);
+    EXPECT_EQ(0x0FU, values["SETTLE"] & 0xFF);
+    EXPECT_EQ(0xBEEFU, values["MARKER"]) << "in the fourth sector";
+    EXPECT_EQ(0xAA55U, values["SIGNATURE"]);
     EXPECT_EQ(values["TEXTS"], tools::GetU16(FileAt(BOOT_SECTOR).data() + 0x1EE));
 }
 
@@ -150,8 +150,8 @@ TEST_P(Boot, FindsIoSysFurtherDownInTheRootAndInPieces) {
     EXPECT_EQ(ReadFatImage(image).At("IO.SYS").Content, Probe()) << "still the same file";
     Files.Write("disk.img", image);
     std::map<std::string, unsigned> values = Started();
-    EXPECT_EQ(values["DI"], 341U);
-    EXPECT_EQ(values["MARKER"], 0xBEEFU);
+    EXPECT_EQ(341U, values["DI"]);
+    EXPECT_EQ(0xBEEFU, values["MARKER"]);
 }
 
 TEST_P(Boot, PassesOverALabelThatReadsLikeIoSys) {
@@ -160,7 +160,7 @@ TEST_P(Boot, PassesOverALabelThatReadsLikeIoSys) {
     Bytes image = Files.Read("disk.img");
     SwapRootEntries(image, 0, 1);
     Files.Write("disk.img", image);
-    EXPECT_EQ(Started()["DI"], 2U);
+    EXPECT_EQ(2U, Started()["DI"]);
 }
 
 TEST_P(Boot, SaysThatIoSysIsMissingAndStartsAgainOnAKey) {
@@ -220,7 +220,7 @@ INSTANTIATE_TEST_SUITE_P(Floppy, Boot, ::testing::Values("144", "288"),
 
 TEST(BootSectorFile, GivesIoSysItsMessagesInTheFormThatItReads) {
     const Bytes sector = FileAt(BOOT_SECTOR);
-    ASSERT_EQ(sector.size(), kSector);
+    ASSERT_EQ(kSector, sector.size());
     const std::size_t table = tools::GetU16(sector.data() + 0x1EE) - 0x7C00U;
     std::vector<std::string> texts;
     for (std::size_t i = 0; i < 4; ++i) {
@@ -249,17 +249,17 @@ TEST(StandIns, EveryOneSaysWhichFileItStandsFor) {
         EXPECT_THAT(std::string(content.begin(), content.end()), HasSubstr("stand-in")) << name;
         ++count;
     }
-    EXPECT_EQ(count, 25);
+    EXPECT_EQ(25, count);
 }
 
 TEST(StandIns, TheDriverBeginsWithADeviceHeader) {
     const Bytes driver = FileAt(STANDIN_FOLDER "/HIMEM.SYS");
     ASSERT_GT(driver.size(), 18U);
-    EXPECT_EQ(tools::GetU32(driver.data()), 0xFFFFFFFFU);
-    EXPECT_EQ(tools::GetU16(driver.data() + 4), 0x8000U);
+    EXPECT_EQ(0xFFFFFFFFU, tools::GetU32(driver.data()));
+    EXPECT_EQ(0x8000U, tools::GetU16(driver.data() + 4));
     EXPECT_LT(tools::GetU16(driver.data() + 6), driver.size());
     EXPECT_LT(tools::GetU16(driver.data() + 8), driver.size());
-    EXPECT_EQ(std::string(driver.begin() + 10, driver.begin() + 18), "STANDIN$");
+    EXPECT_EQ("STANDIN$", std::string(driver.begin() + 10, driver.begin() + 18));
 }
 
 }  // namespace

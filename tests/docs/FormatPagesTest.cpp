@@ -8,9 +8,9 @@
 #include <iomanip>
 #include <sstream>
 
+#include "tests/support/TestFolder.h"
 #include "tests/tools/cabarc/ParsedCabinet.h"
 #include "tests/tools/cabarc/lzx/LzxDecoder.h"
-#include "tests/tools/shared/TestFolder.h"
 #include "tools/bfi/ImageBuilder.h"
 #include "tools/cabarc/Packer.h"
 #include "tools/cabarc/lzx/LzxEncoder.h"
@@ -95,9 +95,9 @@ TEST(CabinetPage, ShowsADataRecordOfMsZip) {
     cabinet.insert(cabinet.end(), record.begin(), record.end());
     cabinet[kCabinetSize] = static_cast<std::uint8_t>(cabinet.size());
     cabinet[kMethod] = 1;
-    const auto parsed = tools::cabarc::test::Parse(cabinet);
-    ASSERT_EQ(parsed.Members.size(), 1U);
-    EXPECT_EQ(parsed.Members[0].Contents, (Bytes{'H', 'e', 'l', 'l', 'o'}));
+    const auto parsed = tools::cabarc::testing::Parse(cabinet);
+    ASSERT_EQ(1U, parsed.Members.size());
+    EXPECT_EQ((Bytes{'H', 'e', 'l', 'l', 'o'}), parsed.Members[0].Contents);
 }
 
 TEST(LzxPage, ShowsAStoredFolder) {
@@ -107,7 +107,7 @@ TEST(LzxPage, ShowsAStoredFolder) {
         tools::cabarc::lzx::LzxEncoder encoder(windowBits, {}, frames);
         encoder.Write(Bytes{'H', 'e', 'l', 'l', 'o'});
         encoder.Finish();
-        ASSERT_EQ(frames.Frames.size(), 1U);
+        ASSERT_EQ(1U, frames.Frames.size());
         EXPECT_EQ(Written(frames.Frames[0].Payload, 0, example), example);
         EXPECT_EQ(frames.Frames[0].Payload.size(), example.size());
     }
@@ -119,7 +119,7 @@ TEST(LzxPage, ShowsAFolderOfOneLetter) {
     const FrameCollector::Frame frame{BytesOf(Example("lzx.md", "letters")), letters.size()};
     LzxContents contents;
     EXPECT_EQ(DecodeLzx({frame}, 15, &contents), letters);
-    EXPECT_EQ(contents.Verbatim, 1U);
+    EXPECT_EQ(1U, contents.Verbatim);
     EXPECT_FALSE(contents.Translated);
 }
 
@@ -133,7 +133,7 @@ TEST(Fat12Page, ShowsTheStartsOfBootSectorFatAndRoot) {
     folder.Write("boot.bin", bootSector);
     folder.Write("tree/IO.SYS", Bytes(600), kExampleTime, tools::kArchive);
     folder.Write("tree/Read me.txt", {'H', 'e', 'l', 'l', 'o'}, kExampleTime, tools::kArchive);
-    tools::bfi::BuildImage({folder.Text("boot.bin"), "Velstart", tools::bfi::GeometryOfType("144"),
+    tools::bfi::BuildImage({folder.Text("boot.bin"), "Velstart", floppy::GeometryOfType("144"),
                             folder.Text("disk.img"), folder.Text("tree")});
     const Bytes image = folder.Read("disk.img");
     const std::pair<const char*, std::size_t> examples[] = {

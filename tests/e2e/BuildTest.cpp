@@ -25,7 +25,7 @@ TEST(Build, DemonstrationDiskIsBuiltWithoutAQuestion) {
         EXPECT_THAT(image.Files(), Contains(Key(file)));
     }
     EXPECT_EQ(image.Files().at("LIB\\HELLO.CAB"), folder.Read("modules\\hello.cab"));
-    EXPECT_EQ(image.Files().at("LIB\\DOS.CAB").substr(0, 4), "MSCF");
+    EXPECT_EQ("MSCF", image.Files().at("LIB\\DOS.CAB").substr(0, 4));
     ExpectNoWorkingFiles(folder);
     EXPECT_THAT(folder.Names("out"), ElementsAre("demo.img"));
 }
@@ -94,8 +94,8 @@ TEST(Build, StartsFreshAfterARunThatLeftItsWorkingFiles) {
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
-    EXPECT_EQ(image.Files().count("OLD\\OLD.TXT"), 0u);
-    EXPECT_EQ(image.Files().count("OLD.TXT"), 0u);
+    EXPECT_EQ(0u, image.Files().count("OLD\\OLD.TXT"));
+    EXPECT_EQ(0u, image.Files().count("OLD.TXT"));
     ExpectNoWorkingFiles(folder);
 }
 

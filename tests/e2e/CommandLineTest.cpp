@@ -122,8 +122,8 @@ TEST(CommandLine, ErrorsOfTheSystemOptionAreNoParameterErrors) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest program(folder, " custom -os");
-    EXPECT_EQ(program.Answer("OK"), kNoSystem);
-    EXPECT_EQ(program.Answer("OK"), kInvalidSystem);
+    EXPECT_EQ(kNoSystem, program.Answer("OK"));
+    EXPECT_EQ(kInvalidSystem, program.Answer("OK"));
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
 }
@@ -142,7 +142,7 @@ TEST(CommandLine, UnknownDiskEndsTheProgramWithoutCleaningUp) {
     EXPECT_EQ(
         program.Message(),
         (ShownMessage{"The disk \"Custom\" doesn't exist", "Critical error", {"OK"}, Picture::Critical}));
-    EXPECT_EQ(program.Status(), "Getting Disk Configuration INI file ...");
+    EXPECT_EQ("Getting Disk Configuration INI file ...", program.Status());
     program.Press("OK");
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::UnknownDisk));
     EXPECT_TRUE(folder.Exists("Drivers.ini"));

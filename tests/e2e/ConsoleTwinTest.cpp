@@ -27,7 +27,7 @@ std::string Written(std::string line) {
 void ExpectEnd(const ConsoleTwin& twin, unsigned long code) {
     EXPECT_EQ(twin.ExitCode(), code);
     EXPECT_EQ(twin.Output(), Written(OutcomeLine(code)));
-    EXPECT_EQ(twin.Errors(), "");
+    EXPECT_EQ("", twin.Errors());
 }
 
 void ExpectEnd(const ConsoleTwin& twin, ExitCode code) {
@@ -70,7 +70,7 @@ TEST_F(ConsoleTwinTest, HandsTheTextOnToTheLetter) {
     const std::string text = "\t -x  \"a b\" 'c' \"\" \\\"d\\ \"e  ";
     const ConsoleTwin twin(folder_, text);
     ExpectEnd(twin, ExitCode::Built);
-    EXPECT_EQ(folder_.Read("velbooter.txt"), "\"" + folder_.Path("velbooter.exe") + "\"" + text);
+    EXPECT_EQ("\"" + folder_.Path("velbooter.exe") + "\"" + text, folder_.Read("velbooter.txt"));
 }
 
 TEST_F(ConsoleTwinTest, CommandPromptFindsItFirst) {
@@ -116,7 +116,7 @@ TEST_F(ConsoleTwinTest, PassesTheRefusalOfASecondRunOn) {
     first.Message();
     const ConsoleTwin twin(folder_, " custom");
     ProgramUnderTest second(twin.Program(), false);
-    EXPECT_EQ(second.Answer("OK").Title, "Already Running");
+    EXPECT_EQ("Already Running", second.Answer("OK").Title);
     ExpectEnd(twin, ExitCode::AlreadyRunning);
     first.Press("OK");
     EXPECT_EQ(first.ExitCode(), Number(ExitCode::UnknownDisk));
@@ -151,8 +151,8 @@ TEST_P(WithoutArguments, OpensTheWizardAndDoesNotWaitForIt) {
     ProgramUnderTest program(twin.Program(), true);
     const ShownWizard wizard(program);
     EXPECT_EQ(twin.ExitCode(), Number(ExitCode::Built));
-    EXPECT_EQ(twin.Output(), "");
-    EXPECT_EQ(twin.Errors(), "");
+    EXPECT_EQ("", twin.Output());
+    EXPECT_EQ("", twin.Errors());
     wizard.Close();
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
 }
@@ -163,8 +163,8 @@ TEST_F(ConsoleTwinTest, NamesAProgramThatIsMissing) {
     folder_.Remove("velbooter.exe");
     for (const char* arguments : {"", " custom"}) {
         const ConsoleTwin twin(folder_, arguments);
-        EXPECT_EQ(twin.ExitCode(), kNotStarted);
-        EXPECT_EQ(twin.Output(), "");
+        EXPECT_EQ(kNotStarted, twin.ExitCode());
+        EXPECT_EQ("", twin.Output());
         EXPECT_EQ(twin.Errors(), Written(MissingLine(folder_.Path("velbooter.exe"))));
     }
 }
@@ -172,8 +172,8 @@ TEST_F(ConsoleTwinTest, NamesAProgramThatIsMissing) {
 TEST_F(ConsoleTwinTest, NamesAProgramThatIsNone) {
     folder_.Write("velbooter.exe", "not a program");
     const ConsoleTwin twin(folder_, " custom");
-    EXPECT_EQ(twin.ExitCode(), kNotStarted);
-    EXPECT_EQ(twin.Output(), "");
+    EXPECT_EQ(kNotStarted, twin.ExitCode());
+    EXPECT_EQ("", twin.Output());
     EXPECT_EQ(twin.Errors(), Written(NotStartedLine(folder_.Path("velbooter.exe"), ERROR_BAD_EXE_FORMAT)));
 }
 

@@ -5,8 +5,8 @@
 
 #include "tests/e2e/support/ApplicationFolder.h"
 #include "tests/e2e/support/Expectations.h"
-#include "tests/e2e/support/LockedFile.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
+#include "tests/support/LockedFile.h"
 
 namespace velbooter::e2e {
 namespace {
@@ -19,7 +19,7 @@ TEST(CopyQuestion, AbortCancelsTheBuild) {
     folder.SetCustomDisk(kDiskWithAMissingFile);
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(program.Message(), CopyQuestion("nosuch.sys"));
-    EXPECT_EQ(program.Status(), "Processing custom.ini file ...");
+    EXPECT_EQ("Processing custom.ini file ...", program.Status());
     EXPECT_TRUE(folder.Exists("cabs\\IO.SYS"));
     program.Press("Abort");
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
@@ -34,7 +34,7 @@ TEST(CopyQuestion, IgnoreLeavesTheFileOut) {
     EXPECT_EQ(program.Answer("Ignore"), CopyQuestion("nosuch.sys"));
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
-    EXPECT_EQ(image.Files().count("NOSUCH.SYS"), 0u);
+    EXPECT_EQ(0u, image.Files().count("NOSUCH.SYS"));
     ExpectNoWorkingFiles(folder);
 }
 
@@ -49,7 +49,7 @@ TEST(CopyQuestion, RetryDoesNotSearchAMissingFileAgain) {
     EXPECT_EQ(program.Answer("Ignore"), CopyQuestion("nosuch.sys"));
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
-    EXPECT_EQ(image.Files().count("NOSUCH.SYS"), 0u);
+    EXPECT_EQ(0u, image.Files().count("NOSUCH.SYS"));
 }
 
 TEST(CopyQuestion, RetryCopiesOnceTheDestinationIsFree) {
@@ -66,7 +66,7 @@ TEST(CopyQuestion, RetryCopiesOnceTheDestinationIsFree) {
     program.Press("Retry");
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
-    EXPECT_EQ(image.Files().at("PAYLOAD.TXT"), "new");
+    EXPECT_EQ("new", image.Files().at("PAYLOAD.TXT"));
 }
 
 TEST(CopyQuestion, RetryCopiesOnceTheSourceIsFree) {
@@ -81,7 +81,7 @@ TEST(CopyQuestion, RetryCopiesOnceTheSourceIsFree) {
     program.Press("Retry");
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
-    EXPECT_EQ(image.Files().at("BIN\\HELD.TXT"), "now readable");
+    EXPECT_EQ("now readable", image.Files().at("BIN\\HELD.TXT"));
 }
 
 TEST(CopyQuestion, ComesForABaseFileBeforeTheDiskIsLookedFor) {
@@ -124,10 +124,10 @@ TEST(StagingMessage, MissingSystemFileEndsTheBuild) {
     folder.Write("BootDisk.img", "an old image");
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(program.Message(), UnreadableSource("IO.SYS"));
-    EXPECT_EQ(program.Status(), "Preparing new floppy image ...");
+    EXPECT_EQ("Preparing new floppy image ...", program.Status());
     program.Press("OK");
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
-    EXPECT_EQ(folder.Read("BootDisk.img"), "an old image");
+    EXPECT_EQ("an old image", folder.Read("BootDisk.img"));
     ExpectNoWorkingFiles(folder);
 }
 
@@ -182,7 +182,7 @@ TEST(StagingMessage, RetryGoesOnWithTheSameFile) {
     folder.Write("Temp", "a file in the folder's place");
     ProgramUnderTest program(folder, " custom");
     const ShownMessage first = program.Answer("Retry");
-    EXPECT_EQ(WithoutDescription(first), kStagingQuestion);
+    EXPECT_EQ(kStagingQuestion, WithoutDescription(first));
     EXPECT_GT(first.Text.size(), kStagingQuestion.Text.size()) << "the error is not described";
     EXPECT_EQ(program.Message(), first);
     folder.Remove("Temp");
@@ -198,8 +198,8 @@ TEST(StagingMessage, IgnoreGoesOnWithTheNextFileAndAbortCancels) {
     folder.SetCustomDisk(SmallDisk());
     folder.Write("Temp", "a file in the folder's place");
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(WithoutDescription(program.Answer("Ignore")), kStagingQuestion);
-    EXPECT_EQ(WithoutDescription(program.Answer("Abort")), kStagingQuestion);
+    EXPECT_EQ(kStagingQuestion, WithoutDescription(program.Answer("Ignore")));
+    EXPECT_EQ(kStagingQuestion, WithoutDescription(program.Answer("Abort")));
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
     EXPECT_FALSE(folder.Exists("BootDisk.img"));
     EXPECT_FALSE(folder.Exists("cabs"));

@@ -68,7 +68,7 @@ TEST(DemonstrationSelection, OdiDiskShowsBothGroups) {
     const FloppyImage image = ExpectImage(folder, folder.Path("out\\odi.img"), kSmallImageBytes);
     for (const char* path :
          {"ODI16\\NE2000.CAB", "ODI16\\PCNTNW.CAB", "ODI32\\CE100B.CAB", "ODI32\\PCNTNW.CAB"})
-        EXPECT_EQ(image.Files().count(std::string("LIB\\") + path), 1u) << path;
+        EXPECT_EQ(1u, image.Files().count(std::string("LIB\\") + path)) << path;
 }
 
 TEST(DemonstrationSelection, DiskWithScsiAndNetworkShowsTheNetwork) {
@@ -81,8 +81,8 @@ TEST(DemonstrationSelection, DiskWithScsiAndNetworkShowsTheNetwork) {
     window.Click("OK");
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     const FloppyImage image = ExpectImage(folder, folder.Path("out\\all.img"), kSmallImageBytes);
-    EXPECT_EQ(image.Files().count("LIB\\NDIS\\EL90X.CAB"), 0u);
-    EXPECT_EQ(image.Files().count("LIB\\ASPI\\ASPI8DOS.CAB"), 1u);
+    EXPECT_EQ(0u, image.Files().count("LIB\\NDIS\\EL90X.CAB"));
+    EXPECT_EQ(1u, image.Files().count("LIB\\ASPI\\ASPI8DOS.CAB"));
 }
 
 }  // namespace

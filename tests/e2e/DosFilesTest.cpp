@@ -94,7 +94,7 @@ TEST_F(DosFiles, FolderWithoutTheCdsFilesAsksAgainWithTheCabinetPreset) {
     program.Answer("OK");
     ChooseFile(program, program.FileDialog(), folder_.Path("files\\disklist.ini"));
     const HWND again = program.FileDialog();
-    EXPECT_EQ(FileNameIn(again), "BASE5.CAB");
+    EXPECT_EQ("BASE5.CAB", FileNameIn(again));
     ChooseFile(program, again, Cd("WIN.COM"));
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     ExpectImage(folder_, folder_.Path("BootDisk.img"), kSmallImageBytes);

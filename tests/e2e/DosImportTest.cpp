@@ -105,7 +105,7 @@ class DosImport : public testing::Test {
         std::string line = folder_.Path("cabarc.exe") + " n " + cabinet;
         for (const std::string& name : names) line += " " + name;
         StartedTool cabarc(line, folder_.OutsidePath("files"));
-        ASSERT_EQ(cabarc.ExitCode(), 0u);
+        ASSERT_EQ(0u, cabarc.ExitCode());
     }
 
     // Starts the program and answers it until the folder of `file` is chosen.
@@ -125,7 +125,7 @@ class DosImport : public testing::Test {
     // Expects the wizard, and the texts of the wait window before it.
     void ExpectWizardAfterImport() {
         const ShownWizard wizard(*program_);
-        EXPECT_EQ(program_->WaitWindow(), nullptr);
+        EXPECT_EQ(nullptr, program_->WaitWindow());
         std::vector<std::string> texts = program_->StatusTexts();
         // The window's own first text, and those of the drivers' listing behind the import.
         const auto first = std::find(texts.begin(), texts.end(), ImportStatuses().front());
@@ -166,10 +166,10 @@ TEST_F(DosImport, CabinetsAreUnpackedWithExpandOfWindows) {
                                                    ">Down command 15 data 1420"));
     EXPECT_EQ(Program().Answer("OK"), ImportQuestion());
     const HWND first = Program().FileDialog();
-    EXPECT_EQ(FileNameIn(first), "");
+    EXPECT_EQ("", FileNameIn(first));
     ChooseFile(Program(), first, folder_.Path("files\\disklist.ini"));
     const HWND again = Program().FileDialog();
-    EXPECT_EQ(FileNameIn(again), "BASE5.CAB");
+    EXPECT_EQ("BASE5.CAB", FileNameIn(again));
     // Any file in the folder of the cabinets will do.
     ChooseFile(Program(), again, Cd("SMARTDRV.EXE"));
     ExpectWizardAfterImport();

@@ -81,16 +81,16 @@ class DriverSelection : public testing::Test {
 
 TEST_F(DriverSelection, ShowsTheDriversByTheirDescriptions) {
     const SelectionWindow window = Open();
-    EXPECT_EQ(TextOf(window.Handle()), "Select Drivers");
-    EXPECT_EQ(window.ColumnTitle(0), "NIC");
-    EXPECT_EQ(window.ColumnTitle(1), "Description");
+    EXPECT_EQ("Select Drivers", TextOf(window.Handle()));
+    EXPECT_EQ("NIC", window.ColumnTitle(0));
+    EXPECT_EQ("Description", window.ColumnTitle(1));
     EXPECT_EQ(window.ColumnArrow(0), Arrow::None);
     EXPECT_EQ(window.ColumnArrow(1), Arrow::Up);
     EXPECT_THAT(window.Rows(), ElementsAre(kEtherLink, kIntel, kRealtek));
     EXPECT_THAT(window.Buttons(), ElementsAre("Unselect All", "OK", "Cancel"));
-    EXPECT_EQ(window.FocusedPart(), "list");
-    EXPECT_EQ(window.Selected(), "EL90X");
-    EXPECT_EQ(Program().Status(), "Getting Drivers List ...");
+    EXPECT_EQ("list", window.FocusedPart());
+    EXPECT_EQ("EL90X", window.Selected());
+    EXPECT_EQ("Getting Drivers List ...", Program().Status());
     window.Click("OK");
     EXPECT_THAT(OnDisk(), ElementsAre("E100B.CAB", "EL90X.CAB", "RTL8139.CAB"));
 }
@@ -107,7 +107,7 @@ TEST_F(DriverSelection, ScsiDriversStandUnderTheirOwnTitle) {
     Offer("aspi", "1");
     Offer("ndis", "0");
     const SelectionWindow window = Open();
-    EXPECT_EQ(window.ColumnTitle(0), "ASPI");
+    EXPECT_EQ("ASPI", window.ColumnTitle(0));
     EXPECT_THAT(window.Rows(), ElementsAre(DriverRow{"AHA154X", "Adaptec AHA-154X", true}));
     window.ClickBox(0);
     EXPECT_TRUE(Eventually([&] { return window.Ticked().empty(); }));
@@ -118,7 +118,7 @@ TEST_F(DriverSelection, ScsiDriversStandUnderTheirOwnTitle) {
 TEST_F(DriverSelection, OfBothKindsTheNetworkDriversAreShown) {
     Offer("aspi", "1");
     const SelectionWindow window = Open();
-    EXPECT_EQ(window.ColumnTitle(0), "NIC");
+    EXPECT_EQ("NIC", window.ColumnTitle(0));
     EXPECT_THAT(window.Names(), ElementsAre("EL90X", "E100B", "RTL8139"));
     window.Click("Unselect All");
     EXPECT_TRUE(Eventually([&] { return window.Ticked().empty(); }));
@@ -147,9 +147,9 @@ TEST_F(DriverSelection, BothOdiGroupsAreInOneList) {
 TEST_F(DriverSelection, DiskWithoutDriversShowsAnEmptyList) {
     Offer("ndis", "0");
     const SelectionWindow window = Open();
-    EXPECT_EQ(window.ColumnTitle(0), "DriverName");
+    EXPECT_EQ("DriverName", window.ColumnTitle(0));
     EXPECT_THAT(window.Rows(), IsEmpty());
-    EXPECT_EQ(window.FocusedPart(), "list");
+    EXPECT_EQ("list", window.FocusedPart());
     window.Key(VK_SPACE);
     window.Key(VK_RETURN);
     EXPECT_THAT(OnDisk(), IsEmpty());
@@ -225,7 +225,7 @@ TEST_F(DriverSelection, TicksAndSelectionMoveWithTheirRows) {
     window.ClickColumn(0);
     EXPECT_TRUE(Eventually([&] { return window.ColumnArrow(0) == Arrow::Down; }));
     EXPECT_THAT(window.Rows(), ElementsAre(kRealtek, DriverRow{"EL90X", "3Com EtherLink XL", false}, kIntel));
-    EXPECT_EQ(window.Selected(), "E100B");
+    EXPECT_EQ("E100B", window.Selected());
     window.Key(VK_UP);
     EXPECT_TRUE(Eventually([&] { return window.Selected() == "EL90X"; }));
     window.Click("OK");
@@ -286,7 +286,7 @@ TEST_F(DriverSelection, ContextMenuSortsWithoutAMouse) {
     EXPECT_TRUE(Eventually([&] { return window.ColumnArrow(1) == Arrow::Down; }));
     choose(VK_ESCAPE);
     EXPECT_THAT(window.Names(), ElementsAre("RTL8139", "E100B", "EL90X"));
-    EXPECT_EQ(window.FocusedPart(), "list");
+    EXPECT_EQ("list", window.FocusedPart());
     window.Click("Cancel");
     OnDisk();
 }
@@ -325,7 +325,7 @@ TEST_F(DriverSelection, WithoutTheOptionNothingIsAsked) {
     ProgramUnderTest program(folder_, " custom");
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     const FloppyImage image = ExpectImage(folder_, folder_.Path("BootDisk.img"), kSmallImageBytes);
-    EXPECT_EQ(image.Files().count("LIB\\NDIS\\E100B.CAB"), 1u);
+    EXPECT_EQ(1u, image.Files().count("LIB\\NDIS\\E100B.CAB"));
 }
 
 TEST_F(DriverSelection, LongDescriptionCanBeReached) {

@@ -132,8 +132,8 @@ TEST_F(DriversWindowTest, RowsAppearAsTheyAreLoaded) {
     EXPECT_THAT(seen, Contains(Names{"ONE", "THREE"}));
     EXPECT_THAT(arrows, testing::Each(Arrow::None)) << "they are sorted when they are all there";
     EXPECT_EQ(FindSelection().ColumnArrow(1), Arrow::Up);
-    EXPECT_EQ(FindSelection().Selected(), "ONE");
-    EXPECT_EQ(FindSelection().FocusedPart(), "list");
+    EXPECT_EQ("ONE", FindSelection().Selected());
+    EXPECT_EQ("list", FindSelection().FocusedPart());
 }
 
 TEST_F(DriversWindowTest, ColumnsFitRowsThatComeInTheirOrder) {
@@ -172,7 +172,7 @@ TEST_F(DriversWindowTest, InputIsDroppedWhileTheDriversAreLoaded) {
     ASSERT_NE(window.Handle(), nullptr) << "a click while loading has hidden the selection";
     EXPECT_THAT(window.Ticked(), ElementsAre("ONE", "THREE", "TWO"));
     EXPECT_THAT(window.Buttons(), ElementsAre("Unselect All", "OK", "Cancel"));
-    EXPECT_EQ(app_.Drivers.LV.SortKey, 1);
+    EXPECT_EQ(1, app_.Drivers.LV.SortKey);
 
     window.Click("Cancel");
     HandleMessages();
@@ -195,7 +195,7 @@ TEST_F(DriversWindowTest, FollowsTheFormWhileItIsOpen) {
     EXPECT_THAT(window.Rows(),
                 ElementsAre(DriverRow{"A", "first", false}, DriverRow{"B", "told anew", true},
                             DriverRow{"D", "another", true}, DriverRow{"E", "one more", false}));
-    EXPECT_EQ(window.ColumnTitle(0), "ASPI");
+    EXPECT_EQ("ASPI", window.ColumnTitle(0));
     EXPECT_EQ(window.ColumnArrow(1), Arrow::Down);
     EXPECT_THAT(window.Buttons(), Contains("Select All"));
     form.LV.ListItems.resize(1);
@@ -224,10 +224,10 @@ TEST_F(DriversWindowTest, InputIsInTheFormBeforeAnyHandler) {
 TEST_F(DriversWindowTest, ResizingIsInTheForm) {
     const SelectionWindow window = Show();
     ::SetWindowPos(window.Handle(), nullptr, 0, 0, 600, 400, SWP_NOMOVE | SWP_NOZORDER);
-    EXPECT_EQ(app_.Drivers.Width, 9000);
-    EXPECT_EQ(app_.Drivers.Height, 6000);
-    EXPECT_EQ(app_.Drivers.LV.Width, 8900);
-    EXPECT_EQ(app_.Drivers.CmdOK.Left, 5850);
+    EXPECT_EQ(9000, app_.Drivers.Width);
+    EXPECT_EQ(6000, app_.Drivers.Height);
+    EXPECT_EQ(8900, app_.Drivers.LV.Width);
+    EXPECT_EQ(5850, app_.Drivers.CmdOK.Left);
 }
 
 TEST_F(DriversWindowTest, ReadersOfTheScreenAreToldTheListsName) {
@@ -236,8 +236,8 @@ TEST_F(DriversWindowTest, ReadersOfTheScreenAreToldTheListsName) {
     char className[32] = "";
     ::GetClassNameA(label, className, sizeof className);
     EXPECT_STRCASEEQ(className, "Static");
-    EXPECT_EQ(TextOf(label), "Drivers");
-    EXPECT_EQ(TextOf(window.List()), "Drivers");
+    EXPECT_EQ("Drivers", TextOf(label));
+    EXPECT_EQ("Drivers", TextOf(window.List()));
     // A caption with an access key would clash: the texts have none.
     for (const std::string& caption : window.Buttons()) EXPECT_EQ(caption.find('&'), std::string::npos);
 }
@@ -248,14 +248,14 @@ TEST_F(DriversWindowTest, OpenedAgainItIsTheSameWindowInItsMiddle) {
     ::SetWindowPos(window.Handle(), nullptr, 1, 1, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     window.Click("Unselect All");
     HandleMessages();
-    EXPECT_EQ(window.FocusedPart(), "Select All");
+    EXPECT_EQ("Select All", window.FocusedPart());
     window.Click("OK");
     HandleMessages();
     EXPECT_FALSE(app_.Drivers.Visible);
-    EXPECT_EQ(IniValue("A"), "0");
+    EXPECT_EQ("0", IniValue("A"));
     const SelectionWindow again = Show();
     EXPECT_EQ(again.Handle(), window.Handle());
-    EXPECT_EQ(again.FocusedPart(), "list");
+    EXPECT_EQ("list", again.FocusedPart());
     EXPECT_THAT(again.Buttons(), Contains("Select All"));
     EXPECT_THAT(again.Ticked(), ElementsAre("A", "B"));
     const RECT second = window.PlaceOf(window.Handle());
@@ -281,8 +281,8 @@ TEST_F(DriversWindowTest, WaitingEndsWithOk) {
         window.Click("OK");
     });
     EXPECT_FALSE(app_.Drivers.Visible);
-    EXPECT_EQ(IniValue("B"), "1");
-    EXPECT_EQ(IniValue("C"), "0");
+    EXPECT_EQ("1", IniValue("B"));
+    EXPECT_EQ("0", IniValue("C"));
     ASSERT_NE(owner, nullptr);
     EXPECT_FALSE(ownerTookInput);
     EXPECT_TRUE(::IsWindowEnabled(owner));
@@ -299,11 +299,11 @@ TEST_F(DriversWindowTest, EndOfTheProgramIsCancelAndToldAgain) {
         ::PostThreadMessageA(::GetWindowThreadProcessId(window.Handle(), nullptr), WM_QUIT, 7, 0);
     });
     EXPECT_FALSE(app_.Drivers.Visible);
-    EXPECT_EQ(FindSelection().Handle(), nullptr);
+    EXPECT_EQ(nullptr, FindSelection().Handle());
     EXPECT_FALSE(folder_.Exists("Drivers.ini"));
     MSG message{};
     while (::GetMessageA(&message, nullptr, 0, 0) > 0) continue;
-    EXPECT_EQ(message.wParam, 7u);
+    EXPECT_EQ(7u, message.wParam);
 }
 
 TEST_F(DriversWindowTest, PendingEventsLeaveTheEndOfTheProgramToTheLoop) {
@@ -311,7 +311,7 @@ TEST_F(DriversWindowTest, PendingEventsLeaveTheEndOfTheProgramToTheLoop) {
     desktop_.PendingEvents();
     MSG message{};
     while (::GetMessageA(&message, nullptr, 0, 0) > 0) continue;
-    EXPECT_EQ(message.wParam, 8u);
+    EXPECT_EQ(8u, message.wParam);
 }
 
 TEST_F(DriversWindowTest, FailureOfAHandlerEndsTheWaiting) {
@@ -330,7 +330,7 @@ TEST_F(DriversWindowTest, FailureOfAHandlerEndsTheWaiting) {
         };
         EXPECT_THROW(ShowDriverSelection(press), RuntimeError);
         EXPECT_FALSE(app_.Drivers.Visible);
-        EXPECT_EQ(FindSelection().Handle(), nullptr);
+        EXPECT_EQ(nullptr, FindSelection().Handle());
     }
     for (const WindowInfo& window : TopLevelWindows(::GetCurrentProcessId())) {
         EXPECT_TRUE(window.Class != "FrmWait" || window.Enabled);
@@ -344,7 +344,7 @@ TEST_F(DriversWindowTest, FailureOfAHandlerThatShowsOnHidesTheSelection) {
     EXPECT_THROW(ShowDriverSelection([](const SelectionWindow& window) { window.Click("Unselect All"); }),
                  RuntimeError);
     EXPECT_FALSE(app_.Drivers.Visible);
-    EXPECT_EQ(FindSelection().Handle(), nullptr);
+    EXPECT_EQ(nullptr, FindSelection().Handle());
 }
 
 TEST_F(DriversWindowTest, FailureOfAHandlerLeavesTheProgramsOwnLoop) {
@@ -411,7 +411,7 @@ TEST_F(DriversWindowTest, ListIsToldOfNewColors) {
     int count = 0;
     ::SetWindowSubclass(window.List(), CountColorChanges, 0, reinterpret_cast<DWORD_PTR>(&count));
     ::SendMessageA(window.Handle(), WM_SYSCOLORCHANGE, 0, 0);
-    EXPECT_EQ(count, 1);
+    EXPECT_EQ(1, count);
     ::RemoveWindowSubclass(window.List(), CountColorChanges, 0);
 }
 
@@ -433,7 +433,7 @@ TEST_F(DriversWindowTest, WindowsEndBeforeTheApplicationDoes) {
     for (const WindowInfo& window : TopLevelWindows(::GetCurrentProcessId())) {
         if (window.Visible) shown.push_back(window.Handle);
     }
-    EXPECT_EQ(shown.size(), 2u);
+    EXPECT_EQ(2u, shown.size());
     desktop_.CloseWindows();
     for (const HWND window : shown) EXPECT_FALSE(::IsWindow(window));
     EXPECT_NO_THROW(HandleMessages());
@@ -464,7 +464,7 @@ TEST_F(DriversWindowTest, GoesWithItsOwnerAndIsMadeAgain) {
         EXPECT_EQ(::GetWindow(window.Handle(), GW_OWNER), owner);
         EXPECT_THAT(SelectionWindow(window.Handle()).Ticked(), ElementsAre("A", "B"));
         ::DestroyWindow(owner);
-        EXPECT_EQ(window.Handle(), nullptr);
+        EXPECT_EQ(nullptr, window.Handle());
     }
 }
 

@@ -33,8 +33,8 @@ TEST(Plugin, ProgramRunsInPlaceOfTheBatchFileOfTheSameName) {
     AddProgram(folder, "plugins\\both.exe");
     folder.Write("plugins\\both\\BIN\\TOOL.TXT", "a file of the plugin");
     const FloppyImage image = BuildWithPlugin(folder, "both");
-    EXPECT_EQ(image.Files().count("BATCH.TXT"), 0u);
-    EXPECT_EQ(image.Files().at("BIN\\TOOL.TXT"), "a file of the plugin");
+    EXPECT_EQ(0u, image.Files().count("BATCH.TXT"));
+    EXPECT_EQ("a file of the plugin", image.Files().at("BIN\\TOOL.TXT"));
     // The program is started without quotes or arguments, in a window, in the application folder.
     EXPECT_EQ(image.Files().at("RAN.TXT"),
               folder.Path("plugins\\both.exe") + "\r\n" + folder.Path() + "\r\nshown\r\n");
@@ -45,21 +45,21 @@ TEST(Plugin, BatchFileRunsAloneAndItsFilesComeAlong) {
     folder.Write("plugins\\both.bat", kBatch);
     folder.Write("plugins\\both\\TOOL.TXT", "a file of the plugin");
     const FloppyImage image = BuildWithPlugin(folder, "both");
-    EXPECT_EQ(image.Files().at("BATCH.TXT"), "batch \r\n");
-    EXPECT_EQ(image.Files().at("TOOL.TXT"), "a file of the plugin");
+    EXPECT_EQ("batch \r\n", image.Files().at("BATCH.TXT"));
+    EXPECT_EQ("a file of the plugin", image.Files().at("TOOL.TXT"));
 }
 
 TEST(Plugin, FileReplacesTheDisksOwn) {
     const ApplicationFolder folder;
     folder.Write("plugins\\mine\\AUTOEXEC.BAT", "@echo the plugin's\r\n");
     const FloppyImage image = BuildWithPlugin(folder, "mine");
-    EXPECT_EQ(image.Files().at("AUTOEXEC.BAT"), "@echo the plugin's\r\n");
+    EXPECT_EQ("@echo the plugin's\r\n", image.Files().at("AUTOEXEC.BAT"));
 }
 
 TEST(Plugin, ShippedOneStampsTheDisk) {
     const ApplicationFolder folder;
     const FloppyImage image = BuildWithPlugin(folder, "stamp");
-    ASSERT_EQ(image.Files().count("STAMP.TXT"), 1u);
+    ASSERT_EQ(1u, image.Files().count("STAMP.TXT"));
     EXPECT_NE(image.Files().at("STAMP.TXT").find("This disk was built on"), std::string::npos);
     EXPECT_EQ(image.Files().at("BIN\\STAMP.BAT"), folder.Read("plugins\\stamp\\bin\\STAMP.BAT"));
 }
@@ -70,8 +70,8 @@ TEST(Plugin, WithoutTheOptionNoneIsAdded) {
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
-    EXPECT_EQ(image.Files().count("STAMP.TXT"), 0u);
-    EXPECT_EQ(image.Files().count("BIN\\STAMP.BAT"), 0u);
+    EXPECT_EQ(0u, image.Files().count("STAMP.TXT"));
+    EXPECT_EQ(0u, image.Files().count("BIN\\STAMP.BAT"));
 }
 
 }  // namespace

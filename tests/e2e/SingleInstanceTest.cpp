@@ -21,7 +21,7 @@ TEST(SingleInstance, SecondStartIsRefusedAndTheFirstGoesOn) {
     EXPECT_EQ(first.Message(), CopyQuestion("nosuch.sys"));
     for (const char* arguments : {"", " custom", " -x"}) {
         ProgramUnderTest second(folder, arguments);
-        EXPECT_EQ(second.Answer("OK"), kAlreadyRunning);
+        EXPECT_EQ(kAlreadyRunning, second.Answer("OK"));
         EXPECT_EQ(second.ExitCode(), Number(ExitCode::AlreadyRunning));
     }
     first.Press("Ignore");
@@ -36,7 +36,7 @@ TEST(SingleInstance, IsTestedBeforeTheDosFiles) {
     EXPECT_EQ(first.Message(), CopyQuestion("nosuch.sys"));
     folder.Remove("dos\\XCOPY32.MOD");
     ProgramUnderTest second(folder, " custom");
-    EXPECT_EQ(second.Answer("OK"), kAlreadyRunning);
+    EXPECT_EQ(kAlreadyRunning, second.Answer("OK"));
     EXPECT_EQ(second.ExitCode(), Number(ExitCode::AlreadyRunning));
     first.Press("Abort");
     EXPECT_EQ(first.ExitCode(), Number(ExitCode::Canceled));

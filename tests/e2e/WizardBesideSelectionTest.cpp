@@ -54,11 +54,11 @@ TEST_F(WizardBesideSelection, AnswersThatAreTypedStay) {
     wizard.GoTo(kSetupPage);
     wizard.Enter(IDC_OWNER, "Typed by hand");
     UnselectAll(selection);
-    EXPECT_EQ(wizard.Text(IDC_OWNER), "Typed by hand");
+    EXPECT_EQ("Typed by hand", wizard.Text(IDC_OWNER));
     wizard.Enter(IDC_KEY_PART_5, "ABCDE");
     PressOk(selection);
-    EXPECT_EQ(wizard.Text(IDC_OWNER), "Typed by hand");
-    EXPECT_EQ(wizard.Text(IDC_KEY_PART_5), "ABCDE");
+    EXPECT_EQ("Typed by hand", wizard.Text(IDC_OWNER));
+    EXPECT_EQ("ABCDE", wizard.Text(IDC_KEY_PART_5));
     wizard.Next(kFilesPage);
     EXPECT_NE(folder_.Read("files\\setupwin\\bin\\auto.inf").find("Name=\"Typed by hand\""),
               std::string::npos);

@@ -66,8 +66,8 @@ TEST_F(WizardBuild, TakesTheSelectedFilesAlone) {
     Finish(wizard);
     Leave(wizard, ExitCode::Built);
     const FloppyImage image = ExpectImage(folder_, folder_.Path("BootDisk.img"), kSmallImageBytes);
-    EXPECT_EQ(image.Files().count("AUTOEXEC.BAT"), 0u);
-    EXPECT_EQ(image.Files().count("CONFIG.SYS"), 1u);
+    EXPECT_EQ(0u, image.Files().count("AUTOEXEC.BAT"));
+    EXPECT_EQ(1u, image.Files().count("CONFIG.SYS"));
 }
 
 TEST_F(WizardBuild, AnswersOfTheSetupPageReachTheDisk) {
@@ -89,12 +89,12 @@ TEST_F(WizardBuild, ProgressIsShownWhileTheWorkGoesOn) {
     wizard.WaitForPage(kProgressPage);
     Program().WaitUntil([&] { return tool.IsAtWork(); }, "the image is not written");
     EXPECT_THAT(wizard.Buttons(), ElementsAre(IDC_FINISH, IDC_HELP_BUTTON));
-    EXPECT_EQ(wizard.Text(IDC_STEP_1), "Preparing selected Drivers");
-    EXPECT_EQ(wizard.Text(IDC_STEP_2), "Preparing pre-built drivers cache");
-    EXPECT_EQ(wizard.Text(IDC_STEP_3), "Preparing new floppy image");
-    EXPECT_EQ(wizard.Text(IDC_STEP_4), "Copying files to floppy image");
-    for (const int done : {IDC_MARK_1, IDC_MARK_2, IDC_MARK_3}) EXPECT_EQ(wizard.Text(done), "Done");
-    EXPECT_EQ(wizard.Text(IDC_MARK_4), "");
+    EXPECT_EQ("Preparing selected Drivers", wizard.Text(IDC_STEP_1));
+    EXPECT_EQ("Preparing pre-built drivers cache", wizard.Text(IDC_STEP_2));
+    EXPECT_EQ("Preparing new floppy image", wizard.Text(IDC_STEP_3));
+    EXPECT_EQ("Copying files to floppy image", wizard.Text(IDC_STEP_4));
+    for (const int done : {IDC_MARK_1, IDC_MARK_2, IDC_MARK_3}) EXPECT_EQ("Done", wizard.Text(done));
+    EXPECT_EQ("", wizard.Text(IDC_MARK_4));
     EXPECT_EQ(Ask(wizard.Control(IDC_PROGRESS), PBM_GETPOS), Ask(wizard.Control(IDC_PROGRESS), PBM_GETRANGE));
     EXPECT_GT(Ask(wizard.Control(IDC_PROGRESS), PBM_GETPOS), 0);
     // A press on Finish now is forgotten: the result is seen first.
@@ -102,7 +102,7 @@ TEST_F(WizardBuild, ProgressIsShownWhileTheWorkGoesOn) {
     Ask(wizard.Handle(), WM_NULL);
     tool.Release();
     ExpectTheEnd(wizard, "Operation completed successfully");
-    EXPECT_EQ(wizard.Text(IDC_MARK_4), "Done");
+    EXPECT_EQ("Done", wizard.Text(IDC_MARK_4));
     Leave(wizard, ExitCode::Built);
 }
 
@@ -129,7 +129,7 @@ TEST_F(WizardBuild, FloppyThatIsNotFormattedCancels) {
             "You have select not to format the floppy", "Didn't Format", {"OK"}, Picture::Information}));
     ExpectTheEnd(wizard, "Operation canceled");
     EXPECT_NE(wizard.Text(IDC_MARK_2), "");
-    EXPECT_EQ(wizard.Text(IDC_MARK_3), "");
+    EXPECT_EQ("", wizard.Text(IDC_MARK_3));
     ExpectNoWorkingFiles(folder_);
     Leave(wizard, ExitCode::Canceled);
 }
@@ -174,8 +174,8 @@ class WizardAtWork : public WizardTest {
 
 TEST_F(WizardAtWork, TellsWhereItIs) {
     const ShownWizard wizard = StartLoading();
-    EXPECT_EQ(wizard.Page(), kDiskPage);
-    EXPECT_EQ(wizard.Text(IDC_STATUS), "Please Wait ... Creating CAB files");
+    EXPECT_EQ(kDiskPage, wizard.Page());
+    EXPECT_EQ("Please Wait ... Creating CAB files", wizard.Text(IDC_STATUS));
     tool_.Release();
     wizard.WaitForPage(kDriversPage);
     EXPECT_TRUE(folder_.Exists("cabs\\LIB\\scsi.cab"));
@@ -190,11 +190,11 @@ TEST_F(WizardAtWork, PointerIsBusyOverPageAndFrame) {
         return Ask(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(over),
                    reinterpret_cast<const void*>(static_cast<UINT_PTR>(place)));
     };
-    EXPECT_EQ(setsPointer(wizard.PageWindow(kDiskPage), wizard.Control(IDC_DISKS)), 1);
-    EXPECT_EQ(setsPointer(wizard.Handle(), wizard.Control(IDC_HELP_BUTTON)), 1);
+    EXPECT_EQ(1, setsPointer(wizard.PageWindow(kDiskPage), wizard.Control(IDC_DISKS)));
+    EXPECT_EQ(1, setsPointer(wizard.Handle(), wizard.Control(IDC_HELP_BUTTON)));
     tool_.Release();
     wizard.WaitForPage(kDriversPage);
-    EXPECT_EQ(setsPointer(wizard.PageWindow(kDriversPage), wizard.Control(IDC_NDIS)), 0);
+    EXPECT_EQ(0, setsPointer(wizard.PageWindow(kDriversPage), wizard.Control(IDC_NDIS)));
     wizard.Close();
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
 }
@@ -221,7 +221,7 @@ TEST_F(WizardAtWork, NextAndBackAreNotTaken) {
     Ask(wizard.Handle(), WM_NULL);
     tool_.Release();
     wizard.WaitForPage(kDriversPage);
-    EXPECT_EQ(wizard.Disks().at(static_cast<size_t>(wizard.SelectedDisk())), "minimal");
+    EXPECT_EQ("minimal", wizard.Disks().at(static_cast<size_t>(wizard.SelectedDisk())));
     wizard.Next(kDestinationPage);
     wizard.Close();
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
@@ -231,7 +231,7 @@ TEST_F(WizardAtWork, EscapeInTheFrameWaits) {
     const ShownWizard wizard = StartLoading();
     ::PostMessageA(wizard.Handle(), WM_KEYDOWN, VK_ESCAPE, 1);
     Ask(wizard.Handle(), WM_NULL);
-    EXPECT_EQ(wizard.Page(), kDiskPage);
+    EXPECT_EQ(kDiskPage, wizard.Page());
     tool_.Release();
     ExpectTheEnd(wizard, "Operation canceled");
     wizard.Click(IDC_FINISH);
@@ -256,7 +256,7 @@ TEST_F(WizardAtWork, CancelWaits) {
     const ShownWizard wizard = StartLoading();
     wizard.PressMouseOn(IDCANCEL);
     Ask(wizard.Handle(), WM_NULL);
-    EXPECT_EQ(wizard.Page(), kDiskPage);
+    EXPECT_EQ(kDiskPage, wizard.Page());
     EXPECT_TRUE(folder_.Exists("cabs"));
     tool_.Release();
     ExpectTheEnd(wizard, "Operation canceled");

@@ -81,11 +81,11 @@ TEST_F(WizardControls, DiskWithoutDriversOffersNone) {
 
 TEST_F(WizardControls, OdiDiskSaysSo) {
     const ShownWizard wizard = OpenAt(kDriversPage, "demoodi");
-    EXPECT_EQ(wizard.Text(IDC_NDIS), "Network adapters drivers (ODI16/32)");
+    EXPECT_EQ("Network adapters drivers (ODI16/32)", wizard.Text(IDC_NDIS));
     EXPECT_THAT(wizard.Text(IDC_NDIS_NOTE), testing::HasSubstr("NWLAN"));
     const SelectionWindow selection =
         Select(wizard, IDC_SELECT_NDIS, DriversIn("odi16") + DriversIn("odi32"));
-    EXPECT_EQ(selection.ColumnTitle(0), "NIC");
+    EXPECT_EQ("NIC", selection.ColumnTitle(0));
     selection.Click("Cancel");
     Program().WaitUntilHidden(selection.Handle());
     Leave(wizard);
@@ -95,7 +95,7 @@ TEST_F(WizardControls, NetworkDriversAreSelectedBesideTheWizard) {
     SetDisk("custom", SmallDiskWith({"[DefaultDrivers]", "NDIS\\E100B", "NDIS\\EL90X"}));
     const ShownWizard wizard = OpenAt(kDriversPage);
     const SelectionWindow selection = Select(wizard, IDC_SELECT_NDIS, DriversIn("ndis"));
-    EXPECT_EQ(selection.ColumnTitle(0), "NIC");
+    EXPECT_EQ("NIC", selection.ColumnTitle(0));
     EXPECT_EQ(::GetWindow(selection.Handle(), GW_OWNER), wizard.Handle());
     EXPECT_TRUE(::IsWindowEnabled(wizard.Handle())) << "the wizard can be used meanwhile";
     const Names names = selection.Names();
@@ -145,7 +145,7 @@ TEST_F(WizardControls, DoubleClickOnADiskIsNext) {
     ::PostMessageA(list, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(place.x, place.y));
     ::PostMessageA(list, WM_LBUTTONUP, 0, MAKELPARAM(place.x, place.y));
     wizard.WaitForPage(kDriversPage);
-    EXPECT_EQ(wizard.Text(IDC_STATUS), "Press Next to re-populate the files list");
+    EXPECT_EQ("Press Next to re-populate the files list", wizard.Text(IDC_STATUS));
     wizard.Next(kDestinationPage);
     EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.Path("minimal.img"));
     Leave(wizard);
@@ -153,12 +153,12 @@ TEST_F(WizardControls, DoubleClickOnADiskIsNext) {
 
 TEST_F(WizardControls, OptionsSwitchTheTarget) {
     const ShownWizard wizard = OpenAt(kDriversPage);
-    EXPECT_EQ(wizard.Text(IDC_STEP_3), "Formating Floppy Disk");
+    EXPECT_EQ("Formating Floppy Disk", wizard.Text(IDC_STEP_3));
     wizard.GoTo(kDestinationPage);
     EXPECT_TRUE(wizard.IsTicked(IDC_IMAGE_14));
     // The option that is chosen at first counts as clicked.
-    EXPECT_EQ(wizard.Text(IDC_STEP_3), "Preparing new floppy image");
-    EXPECT_EQ(wizard.Text(IDC_STEP_4), "Copying files to floppy image");
+    EXPECT_EQ("Preparing new floppy image", wizard.Text(IDC_STEP_3));
+    EXPECT_EQ("Copying files to floppy image", wizard.Text(IDC_STEP_4));
     struct Click {
         int Option;
         bool TakesTarget;
@@ -172,8 +172,8 @@ TEST_F(WizardControls, OptionsSwitchTheTarget) {
         for (const int option : {IDC_IMAGE_14, IDC_IMAGE_28, IDC_FLOPPY}) {
             EXPECT_EQ(wizard.IsTicked(option), option == click.Option);
         }
-        EXPECT_EQ(wizard.Text(IDC_STEP_3), "Preparing new floppy image");
-        EXPECT_EQ(wizard.Text(IDC_STEP_4), "Copying files to floppy image");
+        EXPECT_EQ("Preparing new floppy image", wizard.Text(IDC_STEP_3));
+        EXPECT_EQ("Copying files to floppy image", wizard.Text(IDC_STEP_4));
     }
     Leave(wizard);
 }
@@ -182,8 +182,8 @@ TEST_F(WizardControls, BrowseTakesTheChosenFile) {
     const ShownWizard wizard = OpenAt(kDestinationPage);
     wizard.Click(IDC_BROWSE);
     const HWND dialog = Program().FileDialog();
-    EXPECT_EQ(TextOf(dialog), "Select where to save the Floppy Image");
-    EXPECT_EQ(FileNameIn(dialog), "BootDisk.img");
+    EXPECT_EQ("Select where to save the Floppy Image", TextOf(dialog));
+    EXPECT_EQ("BootDisk.img", FileNameIn(dialog));
     EXPECT_EQ(Ask(wizard.Handle(), WM_QUERYENDSESSION), TRUE) << "a question holds no session";
     EXPECT_EQ(::GetWindow(dialog, GW_OWNER), wizard.Handle());
     EXPECT_FALSE(::IsWindowEnabled(wizard.Handle()));
@@ -208,7 +208,7 @@ TEST_F(WizardControls, BrowseFromAFolderBeginsWithTheUsualName) {
     wizard.Enter(IDC_TARGET, folder_.OutsidePath(""));
     wizard.Click(IDC_BROWSE);
     const HWND dialog = Program().FileDialog();
-    EXPECT_EQ(FileNameIn(dialog), "BootDisk.img");
+    EXPECT_EQ("BootDisk.img", FileNameIn(dialog));
     CancelBrowsing(wizard, dialog);
     EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.OutsidePath(""));
     Leave(wizard);
@@ -219,7 +219,7 @@ TEST_F(WizardControls, CancelledBrowsingKeepsTheTarget) {
     wizard.Enter(IDC_TARGET, folder_.Path("mine.img"));
     wizard.Click(IDC_BROWSE);
     const HWND dialog = Program().FileDialog();
-    EXPECT_EQ(FileNameIn(dialog), "mine.img");
+    EXPECT_EQ("mine.img", FileNameIn(dialog));
     CancelBrowsing(wizard, dialog);
     EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.Path("mine.img"));
     Leave(wizard);
@@ -231,10 +231,10 @@ TEST_F(WizardControls, LinksOpenTheirAddresses) {
     wizard.Click(IDCANCEL);
     ExpectTheEnd(wizard, "Operation canceled");
     wizard.Click(IDC_HOME_PAGE);
-    EXPECT_EQ(browser.Next(Program()), kHomePage);
+    EXPECT_EQ(kHomePage, browser.Next(Program()));
     wizard.Click(IDC_FRAMEWORK_SITE);
-    EXPECT_EQ(browser.Next(Program()), kFrameworkSite);
-    EXPECT_EQ(wizard.Page(), kFinishedPage);
+    EXPECT_EQ(kFrameworkSite, browser.Next(Program()));
+    EXPECT_EQ(kFinishedPage, wizard.Page());
     wizard.Click(IDC_FINISH);
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
 }
@@ -294,7 +294,7 @@ TEST_F(WizardHelp, IsCalledByAProcessThatTellsOfDrivesItself) {
     const ShownWizard wizard = Open();
     wizard.Click(IDC_HELP_BUTTON);
     Program().HelpWindow();
-    EXPECT_EQ(folder_.Read("critical-errors.txt"), "the program");
+    EXPECT_EQ("the program", folder_.Read("critical-errors.txt"));
     Leave(wizard);
 }
 
@@ -326,7 +326,7 @@ TEST_F(WizardControls, SystemsViewerShowsTheHelp) {
     const ShownWizard wizard = Open();
     wizard.Click(IDC_HELP_BUTTON);
     const HWND help = Program().HelpWindow();
-    EXPECT_EQ(TextOf(help), "The Corvane Help");
+    EXPECT_EQ("The Corvane Help", TextOf(help));
     wizard.Next(kDiskPage);
     Leave(wizard);
 }

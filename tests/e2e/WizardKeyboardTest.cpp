@@ -154,7 +154,7 @@ TEST_F(WizardKeyboard, AccessKeysOfTheDestination) {
     for (const Choice& choice : {Choice{"alt+2", IDC_IMAGE_28}, Choice{"alt+1", IDC_IMAGE_14},
                                  Choice{"alt+f", IDC_FLOPPY}, Choice{"alt+1", IDC_IMAGE_14}}) {
         Choose(wizard, choice.Key, choice.Option);
-        EXPECT_EQ(wizard.Page(), kDestinationPage);
+        EXPECT_EQ(kDestinationPage, wizard.Page());
         WaitForFocus(wizard, choice.Option);
     }
     Type("alt+r");
@@ -294,11 +294,11 @@ TEST_F(WizardKeyboard, EnterFollowsALink) {
     Type("Tab Tab");
     WaitForFocus(wizard, IDC_HOME_PAGE);
     Type("Return");
-    EXPECT_EQ(browser.Next(Program()), kHomePage);
+    EXPECT_EQ(kHomePage, browser.Next(Program()));
     Type("Tab");
     WaitForFocus(wizard, IDC_FRAMEWORK_SITE);
     Type("Return");
-    EXPECT_EQ(browser.Next(Program()), kFrameworkSite);
+    EXPECT_EQ(kFrameworkSite, browser.Next(Program()));
     Type("alt+f");
     ExpectEnd(ExitCode::Canceled);
 }
@@ -317,7 +317,7 @@ class WizardKeyboardAtWork : public WizardKeyboard {
         Program().WaitUntil([&] { return tool_.IsAtWork(); }, "nothing is packed");
         Type(keys);
         Ask(wizard.Handle(), WM_NULL);
-        EXPECT_EQ(wizard.Page(), kDiskPage);
+        EXPECT_EQ(kDiskPage, wizard.Page());
         EXPECT_TRUE(folder_.Exists("cabs"));
         return wizard;
     }

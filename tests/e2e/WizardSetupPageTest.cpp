@@ -88,7 +88,7 @@ TEST_F(WizardSetupPage, CharactersOutsideTheCodePageStayAsTheyAreTyped) {
         return ::SendMessageW(owner, WM_GETTEXT, 16, reinterpret_cast<LPARAM>(text)) != 0;
     };
     ASSERT_TRUE(Eventually(isThere));
-    EXPECT_EQ(std::wstring(text), L"\x0416");
+    EXPECT_EQ(L"\x0416", std::wstring(text));
     // From the next button on the box shows what the program has taken.
     wizard.Next(kFilesPage);
     wizard.Back(kSetupPage);

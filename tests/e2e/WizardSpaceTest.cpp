@@ -52,7 +52,7 @@ TEST_F(WizardSpace, FollowsTheTicksOfTheFiles) {
     wizard.ClickFile("LARGE.BIN");
     Program().WaitUntil([&] { return wizard.Text(IDC_SPACE_OF_FILES) != with; }, "the line stays as it was");
     const int less = std::stoi(with.substr(16)) - std::stoi(wizard.Text(IDC_SPACE_OF_FILES).substr(16));
-    EXPECT_EQ(less, 600);
+    EXPECT_EQ(600, less);
     wizard.ClickFile("LARGE.BIN");
     ExpectLine(wizard, IDC_SPACE_OF_FILES, with);
     wizard.Next(kDestinationPage);

@@ -96,7 +96,7 @@ TEST_F(WizardTexts, OfEachPage) {
               (Texts{"Choose how to save your generated floppy disk : ", "How to save your ModBoot Disk ?",
                      "&1.44 MB Floppy Image", "&2.88 MB Floppy Image", "1.44 MB &Floppy Disk", "Destination",
                      "Destination : ", folder_.Path("BootDisk.img"), "B&rowse..."}));
-    EXPECT_EQ(TextOf(wizard.Handle()), "The Veltrane");
+    EXPECT_EQ("The Veltrane", TextOf(wizard.Handle()));
     Leave(wizard);
 }
 
@@ -112,10 +112,10 @@ TEST_F(WizardTexts, OfTheButtons) {
 TEST_F(WizardTexts, OfTheColumns) {
     const ShownWizard wizard = OpenAt(kDiskPage);
     const auto header = reinterpret_cast<HWND>(Ask(wizard.Control(IDC_DISKS), LVM_GETHEADER));
-    EXPECT_EQ(TitleOf(header, 0), "Desc");
-    EXPECT_EQ(TitleOf(header, 1), "Velbooter_file");
+    EXPECT_EQ("Desc", TitleOf(header, 0));
+    EXPECT_EQ("Velbooter_file", TitleOf(header, 1));
     EXPECT_NE(::GetWindowLongA(header, GWL_STYLE) & WS_VISIBLE, 0);
-    EXPECT_EQ(::GetWindowLongA(header, GWL_STYLE) & HDS_BUTTONS, 0) << "a click on a title does nothing";
+    EXPECT_EQ(0, ::GetWindowLongA(header, GWL_STYLE) & HDS_BUTTONS) << "a click on a title does nothing";
     Leave(wizard);
 }
 
@@ -128,7 +128,7 @@ TEST_F(WizardTexts, PicturesOfTheDisksAreTheCatalogues) {
     for (int row = 0; row < static_cast<int>(wizard.Disks().size()); ++row)
         pictures.push_back(PictureOf(list, row));
     // The list counts from 0; the custom disk and one whose number is too high have the first.
-    EXPECT_EQ(pictures, (std::vector<int>{0, 7, 6, 5, 4, 3, 2, 1, 0, 0}));
+    EXPECT_EQ((std::vector<int>{0, 7, 6, 5, 4, 3, 2, 1, 0, 0}), pictures);
     Leave(wizard);
 }
 

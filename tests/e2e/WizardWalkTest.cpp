@@ -1,8 +1,8 @@
 // The walk through the wizard's pages: which page follows which, and the ways out of it.
 
-#include "tests/e2e/support/LockedFile.h"
 #include "tests/e2e/support/WindowTree.h"
 #include "tests/e2e/support/WizardTest.h"
+#include "tests/support/LockedFile.h"
 
 namespace velbooter::e2e {
 namespace {
@@ -40,7 +40,7 @@ class WizardWalk : public WizardTest, public testing::WithParamInterface<Walk> {
         if (page < kDriversPage) return;
         EXPECT_TRUE(folder_.Exists("cabs\\COMMAND.COM"));
         if (page == kSetupPage) {
-            EXPECT_EQ(wizard.Text(IDC_OWNER), "Ada Example");
+            EXPECT_EQ("Ada Example", wizard.Text(IDC_OWNER));
         }
         if (page < kFilesPage) return;
         EXPECT_EQ(folder_.Exists("cabs\\Lib\\setupwin.cab"), GetParam().HasSetupPage);
@@ -137,8 +137,8 @@ TEST_F(WizardTest, ClosingTheFinalPageTellsOfTheCancelling) {
 TEST_F(WizardTest, StartPreparesTheFolder) {
     folder_.Write("cabs\\left.txt", "left by a former run");
     const ShownWizard wizard = Open();
-    EXPECT_EQ(TextOf(wizard.Handle()), "The Veltrane");
-    EXPECT_EQ(wizard.Text(IDC_HEADING), "Welcome to The Veltrane v1.5");
+    EXPECT_EQ("The Veltrane", TextOf(wizard.Handle()));
+    EXPECT_EQ("Welcome to The Veltrane v1.5", wizard.Text(IDC_HEADING));
     EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.Path("BootDisk.img"));
     EXPECT_TRUE(folder_.Exists("Drivers.ini"));
     EXPECT_TRUE(folder_.Exists("cabs\\bin"));
@@ -156,10 +156,10 @@ TEST_F(WizardTest, AnotherDiskIsLoadedAnew) {
     EXPECT_FALSE(folder_.Exists("cabs\\Lib"));
     wizard.Back(kDriversPage);
     wizard.Back(kDiskPage);
-    EXPECT_EQ(wizard.Disks().at(static_cast<size_t>(wizard.SelectedDisk())), "minimal");
+    EXPECT_EQ("minimal", wizard.Disks().at(static_cast<size_t>(wizard.SelectedDisk())));
     wizard.SelectDisk("custom");
     wizard.Next(kDriversPage);
-    EXPECT_EQ(wizard.Text(IDC_STATUS), "Press Next to re-populate the files list");
+    EXPECT_EQ("Press Next to re-populate the files list", wizard.Text(IDC_STATUS));
     EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.Path("BootDisk.img"));
     wizard.Next(kSetupPage);
     wizard.Close();
@@ -208,7 +208,7 @@ TEST_F(WizardTest, SecondStartIsRefusedWhileItIsOpen) {
     const ShownWizard wizard = OpenAt(kDriversPage);
     for (const char* arguments : {"", " custom"}) {
         ProgramUnderTest second(folder_, arguments);
-        EXPECT_EQ(second.Answer("OK").Text, "The Veltrane is already running");
+        EXPECT_EQ("The Veltrane is already running", second.Answer("OK").Text);
         EXPECT_EQ(second.ExitCode(), Number(ExitCode::AlreadyRunning));
     }
     EXPECT_TRUE(folder_.Exists("Drivers.ini"));

@@ -103,7 +103,7 @@ std::vector<Bytes> Seeds() {
                              "-t=145|-b=a|-l=b|-f=c|d",
                              "-x=1"}) {
         std::replace(line.begin(), line.end(), '|', '\0');
-        seeds.push_back(tools::cabarc::test::BytesOf(line));
+        seeds.push_back(tools::cabarc::testing::BytesOf(line));
     }
     return seeds;
 }

@@ -11,13 +11,14 @@
 #include "tests/fuzz/FuzzTarget.h"
 #include "tests/fuzz/MspackReader.h"
 #include "tests/fuzz/RandomTree.h"
+#include "tests/support/TestFolder.h"
 #include "tests/tools/cabarc/ParsedCabinet.h"
-#include "tests/tools/shared/TestFolder.h"
 #include "tools/cabarc/CabinetReader.h"
 #include "tools/cabarc/CabinetWriter.h"
 #include "tools/cabarc/Compressors.h"
 #include "tools/cabarc/Packer.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/InputFile.h"
 #include "tools/shared/ToolError.h"
 
 namespace tests::fuzz {
@@ -58,7 +59,7 @@ Bytes ReadAll(const TestFolder& folder, const std::string& name) {
 void CheckCabinet(const Bytes& cabinet, const std::map<std::string, Expected>& expected) {
     std::istringstream stream(std::string(cabinet.begin(), cabinet.end()), std::ios::binary);
     const CabinetDirectory directory = ReadCabinetDirectory(stream, "out.cab");
-    const test::ParsedCabinet parsed = test::Parse(cabinet);
+    const tools::cabarc::testing::ParsedCabinet parsed = tools::cabarc::testing::Parse(cabinet);
     const std::vector<MspackMember> members = ReadWithMspack(cabinet);
     Require(directory.CabinetSize == cabinet.size(), "the cabinet states its size");
     Require(members.size() == expected.size() && directory.Members.size() == expected.size() &&
@@ -168,11 +169,10 @@ void LayOut(Choices& choices) {
 
 void RunInput(std::span<const std::uint8_t> input) {
     Choices choices(input);
-    if (choices.Flag()) {
+    if (choices.Flag())
         LayOut(choices);
-    } else {
+    else
         PackTree(choices);
-    }
 }
 
 std::vector<Bytes> Seeds() {

@@ -8,9 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/Bytes.h"
+
 namespace tests::fuzz {
 
-using Bytes = std::vector<std::uint8_t>;
+using tools::testing::Bytes;
 
 /// A rule of the code under test that an input broke; `what()` says which one.
 class BrokenRule : public std::logic_error {

@@ -13,10 +13,11 @@
 #include "tests/fuzz/Contents.h"
 #include "tests/fuzz/FuzzTarget.h"
 #include "tests/fuzz/RandomTree.h"
+#include "tests/support/RunProgram.h"
 #include "tests/tools/bfi/ImageFixture.h"
-#include "tests/tools/shared/RunProgram.h"
 #include "tools/bfi/ImageBuilder.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/InputFile.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
 
@@ -24,7 +25,7 @@ namespace tests::fuzz {
 
 namespace {
 
-using tools::bfi::Geometry;
+using floppy::Geometry;
 using tools::bfi::testing::FatEntry;
 using tools::bfi::testing::FatImage;
 
@@ -165,7 +166,7 @@ void CheckRefusal(const tools::ToolError& error, const tools::testing::TestFolde
 
 void RunInput(std::span<const std::uint8_t> input) {
     Choices choices(input);
-    const Geometry& geometry = *tools::bfi::GeometryOfType(choices.Flag() ? "288" : "144");
+    const Geometry& geometry = *floppy::GeometryOfType(choices.Flag() ? "288" : "144");
     const tools::testing::TestFolder folder;
     folder.Write("boot.bin", tools::bfi::testing::SampleBootSector());
     folder.MakeFolder("tree");
@@ -186,7 +187,7 @@ void RunInput(std::span<const std::uint8_t> input) {
     Compare(tree, image);
     if (crc32_z(0, input.data(), input.size()) % kCheckerShare == 0) {
         const auto result = tools::testing::RunProgram({"fsck.fat", "-n", folder.Text("out.img")});
-        Require(result.ExitCode == 0, "fsck.fat finds nothing: " + result.Output);
+        Require(result.ExitCode == 0, "fsck.fat finds nothing: " + result.All());
     }
 }
 

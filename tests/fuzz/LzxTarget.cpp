@@ -9,7 +9,7 @@
 #include "tests/fuzz/MspackReader.h"
 #include "tests/tools/cabarc/lzx/LzxDecoder.h"
 #include "tools/cabarc/CabinetDirectory.h"
-#include "tools/cabarc/Checksum.h"
+#include "tools/cabarc/CabinetWriter.h"
 #include "tools/cabarc/lzx/LzxEncoder.h"
 #include "tools/shared/ByteOrder.h"
 

@@ -8,7 +8,6 @@
 #include "tests/fuzz/FuzzTarget.h"
 #include "tests/tools/cabarc/ParsedCabinet.h"
 #include "tools/bfi/DirectoryNames.h"
-#include "tools/cabarc/AsciiCase.h"
 #include "tools/cabarc/MemberName.h"
 #include "tools/cabarc/Wildcard.h"
 #include "tools/shared/ToolError.h"
@@ -18,7 +17,7 @@ namespace tests::fuzz {
 
 namespace {
 
-using tools::cabarc::FoldCase;
+using tools::UpperAscii;
 
 constexpr std::size_t kLongestText = 255;
 
@@ -32,7 +31,7 @@ bool MatchesByTable(const std::string& pattern, const std::string& name) {
             if (c == '*') {
                 next[i] = reached[i] || (i > 0 && next[i - 1]);
             } else {
-                next[i] = i > 0 && reached[i - 1] && (c == '?' || FoldCase(c) == FoldCase(name[i - 1]));
+                next[i] = i > 0 && reached[i - 1] && (c == '?' || UpperAscii(c) == UpperAscii(name[i - 1]));
             }
         }
         reached = next;
@@ -83,13 +82,13 @@ void CheckDirectoryNames(const std::vector<std::string>& names) {
         return;
     }
     Require(stored.size() == names.size(), "every entry has a name");
-    std::set<ShortName> taken;
+    std::set<floppy::ShortName> taken;
     for (std::size_t i = 0; i < names.size(); ++i) {
         const DirectoryName& entry = stored[i];
         Require(taken.insert(entry.Short).second, "no two entries share a short name");
         Require(entry.Short[0] != ' ', "a short name does not begin with a blank");
         Require(std::all_of(entry.Short.begin(), entry.Short.end(),
-                            [](char c) { return c == ' ' || IsShortNameCharacter(c); }),
+                            [](char c) { return c == ' ' || floppy::IsShortNameCharacter(c); }),
                 "a short name has allowed characters");
         const std::string base(entry.Short.begin(), entry.Short.begin() + 8);
         const std::string extension(entry.Short.begin() + 8, entry.Short.end());
@@ -97,7 +96,7 @@ void CheckDirectoryNames(const std::vector<std::string>& names) {
             Require(part.substr(part.find(' ') == std::string::npos ? part.size() : part.find(' '))
                             .find_first_not_of(' ') == std::string::npos,
                     "blanks only fill up");
-        Require(!IsDeviceName(base), "no short name is a device's");
+        Require(!floppy::IsDeviceName(base), "no short name is a device's");
         Require(entry.Long.size() <= 255, "a long name has 255 characters at most");
         Require(entry.Slots() == 1 + (entry.Long.size() + 12) / 13, "a name takes the entries it needs");
         if (!entry.Long.empty())

@@ -103,8 +103,8 @@ void RunInput(std::span<const std::uint8_t> input) {
 }
 
 std::vector<Bytes> Seeds() {
-    using test::BytesOf;
-    using test::HandMade;
+    using tools::cabarc::testing::BytesOf;
+    using tools::cabarc::testing::HandMade;
     std::vector<Bytes> seeds{{}, BytesOf("MSCF")};
     seeds.push_back(HandMade({{"readme.txt", BytesOf("hello")}}));
     seeds.push_back(HandMade({{"a", {}}, {"sub\\b.txt", BytesOf("b"), 0x27}, {"c", BytesOf("c"), 0x20, 1}}));

@@ -185,15 +185,4 @@ std::vector<ToolCall> ApplicationFolder::Calls(const std::string& tail) const {
     return calls;
 }
 
-LockedFile::LockedFile(const std::string& fullPath)
-    : handle_(CreateFileA(fullPath.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                          FILE_ATTRIBUTE_NORMAL, nullptr)) {
-    EXPECT_NE(handle_, INVALID_HANDLE_VALUE) << "cannot lock " << fullPath;
-}
-
-void LockedFile::Release() {
-    if (handle_ != INVALID_HANDLE_VALUE) CloseHandle(handle_);
-    handle_ = INVALID_HANDLE_VALUE;
-}
-
 }  // namespace velbooter::testing

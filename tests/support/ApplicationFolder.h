@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "src/run/Application.h"
+#include "tests/support/LockedFile.h"
 #include "tests/support/ScriptedDesktop.h"
 
 namespace velbooter::testing {
@@ -70,18 +71,7 @@ class ApplicationFolder {
     std::vector<std::string> links_;
 };
 
-/// Holds a file open without sharing, so that nothing else can open it, until Release or its end.
-class LockedFile {
- public:
-    explicit LockedFile(const std::string& fullPath);
-    LockedFile(const LockedFile&) = delete;
-    LockedFile& operator=(const LockedFile&) = delete;
-    ~LockedFile() { Release(); }
-    void Release();
-
- private:
-    void* handle_;
-};
+using tools::testing::LockedFile;
 
 /// Returns the folder in which the running test program lies, without a trailing backslash.
 std::string TestProgramFolder();

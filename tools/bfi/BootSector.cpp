@@ -1,12 +1,12 @@
 #include "tools/bfi/BootSector.h"
 
 #include <algorithm>
-#include <fstream>
 #include <string>
 #include <string_view>
 
 #include "tools/shared/ByteOrder.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/InputFile.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools::bfi {
@@ -25,50 +25,46 @@ constexpr std::uint8_t kExtendedSignature = 0x29;
 bool JumpsOverDescription(const BootSector& sector) {
     std::size_t target = 0;
     if (sector[0] == kShortJump && sector[2] == kNop && sector[1] < 0x80) target = sector[1] + 2U;
-    if (sector[0] == kNearJump) target = tools::GetU16(sector.data() + 1) + 3U;
+    if (sector[0] == kNearJump) target = GetU16(sector.data() + 1) + 3U;
     return target >= kCodeStart && target < kSignatureStart;
 }
 
 }  // namespace
 
 BootSector ReadBootSector(const std::filesystem::path& file) {
-    const std::string name = tools::Utf8FromPath(file);
-    if (tools::KindOf(file) == tools::FileKind::Missing)
-        throw tools::ToolError(name + ": this boot sector file does not exist");
-    if (tools::KindOf(file) == tools::FileKind::Folder || tools::KindOf(file) == tools::FileKind::Special)
-        throw tools::ToolError(name + ": is not a boot sector file");
-    std::ifstream input(tools::LongPath(file), std::ios::binary);
-    if (!input) throw tools::ToolError(name + ": this boot sector file cannot be opened");
+    const std::string name = Utf8FromPath(file);
+    if (KindOf(file) == FileKind::Missing) throw ToolError(name + ": this boot sector file does not exist");
+    if (KindOf(file) == FileKind::Folder || KindOf(file) == FileKind::Special)
+        throw ToolError(name + ": is not a boot sector file");
     // One byte more than is wanted, to notice a longer file.
-    std::array<char, kSectorBytes + 1> bytes{};
-    input.read(bytes.data(), bytes.size());
-    if (static_cast<std::size_t>(input.gcount()) != kSectorBytes)
-        throw tools::ToolError(name + ": a boot sector file must be exactly 512 bytes long");
+    std::array<std::uint8_t, floppy::kSectorBytes + 1> bytes{};
+    if (InputFile(file).Read(bytes) != floppy::kSectorBytes)
+        throw ToolError(name + ": a boot sector file must be exactly 512 bytes long");
     BootSector sector{};
-    std::transform(bytes.begin(), bytes.end() - 1, sector.begin(),
-                   [](char byte) { return static_cast<std::uint8_t>(byte); });
+    std::copy(bytes.begin(), bytes.end() - 1, sector.begin());
     if (sector[kSignatureStart] != 0x55 || sector[kSignatureStart + 1] != 0xAA)
-        throw tools::ToolError(name + ": is not a boot sector: it does not end with the bytes 55 AA");
+        throw ToolError(name + ": is not a boot sector: it does not end with the bytes 55 AA");
     if (!JumpsOverDescription(sector))
-        throw tools::ToolError(
+        throw ToolError(
             name + ": is not a DOS boot sector: it does not begin with a jump over the disk's description");
     return sector;
 }
 
-BootSector DescribeDisk(const BootSector& code, const Geometry& geometry, const ShortName& label) {
+BootSector DescribeDisk(const BootSector& code, const floppy::Geometry& geometry,
+                        const floppy::ShortName& label) {
     BootSector sector = code;
     std::fill(sector.begin() + kDescriptionStart, sector.begin() + kCodeStart, std::uint8_t{0});
     std::uint8_t* const bytes = sector.data();
-    tools::PutU16(bytes + 0x0B, kSectorBytes);
+    PutU16(bytes + 0x0B, floppy::kSectorBytes);
     bytes[0x0D] = static_cast<std::uint8_t>(geometry.SectorsPerCluster);
-    tools::PutU16(bytes + 0x0E, kReservedSectors);
-    bytes[0x10] = kFatCopies;
-    tools::PutU16(bytes + 0x11, geometry.RootEntries);
-    tools::PutU16(bytes + 0x13, geometry.TotalSectors);
-    bytes[0x15] = kMediaByte;
-    tools::PutU16(bytes + 0x16, geometry.SectorsPerFat);
-    tools::PutU16(bytes + 0x18, geometry.SectorsPerTrack);
-    tools::PutU16(bytes + 0x1A, geometry.Heads);
+    PutU16(bytes + 0x0E, floppy::kReservedSectors);
+    bytes[0x10] = floppy::kFatCopies;
+    PutU16(bytes + 0x11, geometry.RootEntries);
+    PutU16(bytes + 0x13, geometry.TotalSectors);
+    bytes[0x15] = floppy::kMediaByte;
+    PutU16(bytes + 0x16, geometry.SectorsPerFat);
+    PutU16(bytes + 0x18, geometry.SectorsPerTrack);
+    PutU16(bytes + 0x1A, geometry.Heads);
     bytes[0x26] = kExtendedSignature;
     std::copy(label.begin(), label.end(), bytes + 0x2B);
     constexpr std::string_view kFileSystem = "FAT12   ";
@@ -77,7 +73,7 @@ BootSector DescribeDisk(const BootSector& code, const Geometry& geometry, const 
 }
 
 void SetSerialNumber(std::span<std::uint8_t> image, std::uint32_t serial) {
-    tools::PutU32(image.data() + kSerialStart, serial);
+    PutU32(image.data() + kSerialStart, serial);
 }
 
 }  // namespace tools::bfi

@@ -6,12 +6,12 @@
 #include <filesystem>
 #include <span>
 
-#include "tools/bfi/Geometry.h"
-#include "tools/bfi/ShortName.h"
+#include "floppy/Geometry.h"
+#include "floppy/ShortName.h"
 
 namespace tools::bfi {
 
-using BootSector = std::array<std::uint8_t, kSectorBytes>;
+using BootSector = std::array<std::uint8_t, floppy::kSectorBytes>;
 
 /// Reads a boot sector file. Throws ToolError naming the file when it cannot be read, is not exactly 512
 /// bytes long, lacks the signature 55 AA, or does not begin with a jump over the bytes 0 to 3Dh, where the
@@ -20,7 +20,8 @@ BootSector ReadBootSector(const std::filesystem::path& file);
 
 /// Returns `code` with the description of the disk filled in; the serial number is 0. The jump, the maker's
 /// name and the code stay as they are.
-BootSector DescribeDisk(const BootSector& code, const Geometry& geometry, const ShortName& label);
+BootSector DescribeDisk(const BootSector& code, const floppy::Geometry& geometry,
+                        const floppy::ShortName& label);
 
 /// Stores the serial number in an image (or a boot sector alone).
 void SetSerialNumber(std::span<std::uint8_t> image, std::uint32_t serial);

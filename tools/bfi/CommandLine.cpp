@@ -14,7 +14,7 @@ constexpr char kUsage[] =
     "  -f=  image file; missing folders on its path are made, an older image is replaced";
 
 [[noreturn]] void FailWithUsage(const std::string& line) {
-    throw tools::ToolError(line + "\n" + kUsage, tools::ExitCode::WrongCall);
+    throw ToolError(line + "\n" + kUsage, ExitCode::WrongCall);
 }
 
 void SetOnce(std::string& value, const std::string& text, const std::string& what) {
@@ -31,26 +31,25 @@ ImageRequest ParseCommandLine(const std::vector<std::string>& arguments) {
     for (const std::string& argument : arguments) {
         const std::string option = argument.substr(0, 3);
         const std::string value = argument.substr(option.size());
-        if (option == "-b=") {
+        if (option == "-b=")
             SetOnce(request.BootSectorFile, value, option);
-        } else if (option == "-l=") {
+        else if (option == "-l=")
             SetOnce(request.Label, value, option);
-        } else if (option == "-t=") {
+        else if (option == "-t=")
             SetOnce(type, value, option);
-        } else if (option == "-f=") {
+        else if (option == "-f=")
             SetOnce(request.ImageFile, value, option);
-        } else if (argument.starts_with("-")) {
+        else if (argument.starts_with("-"))
             FailWithUsage(argument + ": there is no such option");
-        } else {
+        else
             SetOnce(request.Folder, argument, "the folder");
-        }
     }
     if (request.BootSectorFile.empty()) FailWithUsage("the boot sector (-b=) is missing");
     if (request.Label.empty()) FailWithUsage("the label (-l=) is missing");
     if (type.empty()) FailWithUsage("the type (-t=) is missing");
     if (request.ImageFile.empty()) FailWithUsage("the image (-f=) is missing");
     if (request.Folder.empty()) FailWithUsage("the folder is missing");
-    request.Format = GeometryOfType(type);
+    request.Format = floppy::GeometryOfType(type);
     if (request.Format == nullptr) FailWithUsage("-t=" + type + ": the type is 144 or 288");
     return request;
 }

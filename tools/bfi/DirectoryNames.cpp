@@ -17,22 +17,22 @@ constexpr std::string_view kNeverAllowed = "\"*/:<>?\\|";
 
 void RefuseUnstorable(const std::string& folder, const std::string& name) {
     const std::string start = folder + name + ": ";
-    if (tools::HoldsControl(name) || name.find_first_of(kNeverAllowed) != std::string::npos)
-        throw tools::ToolError(start + "the name holds a character that DOS does not allow");
+    if (HoldsControl(name) || name.find_first_of(kNeverAllowed) != std::string::npos)
+        throw ToolError(start + "the name holds a character that DOS does not allow");
     if (name.back() == '.' || name.back() == ' ')
-        throw tools::ToolError(start + "the name ends with a dot or a blank, which DOS drops");
-    if (IsDeviceName(name)) throw tools::ToolError(start + "DOS takes this name for a device");
-    if (tools::Utf16FromUtf8(name).size() > kLongestName)
-        throw tools::ToolError(start + "the name is longer than 255 characters");
+        throw ToolError(start + "the name ends with a dot or a blank, which DOS drops");
+    if (floppy::IsDeviceName(name)) throw ToolError(start + "DOS takes this name for a device");
+    if (Utf16FromUtf8(name).size() > kLongestName)
+        throw ToolError(start + "the name is longer than 255 characters");
 }
 
 // What an alias keeps of a part of a long name: blanks and dots go, what DOS does not allow becomes "_".
 std::string AliasPart(const std::string& part) {
     std::string kept;
-    for (const char character : tools::UpperAscii(part)) {
+    for (const char character : UpperAscii(part)) {
         const bool isContinuation = (static_cast<unsigned char>(character) & 0xC0) == 0x80;
         if (character == ' ' || character == '.' || isContinuation) continue;
-        kept += IsShortNameCharacter(character) ? character : '_';
+        kept += floppy::IsShortNameCharacter(character) ? character : '_';
     }
     return kept;
 }
@@ -40,9 +40,9 @@ std::string AliasPart(const std::string& part) {
 // Hands out aliases that no other entry of the folder has.
 class AliasMaker {
  public:
-    explicit AliasMaker(std::set<ShortName>& taken) : taken_(taken) {}
+    explicit AliasMaker(std::set<floppy::ShortName>& taken) : taken_(taken) {}
 
-    ShortName Make(const std::string& name) {
+    floppy::ShortName Make(const std::string& name) {
         const std::size_t dot = name.find_last_of('.');
         const bool hasExtension = dot != std::string::npos && dot > 0;
         const std::string extension = hasExtension ? AliasPart(name.substr(dot + 1)).substr(0, 3) : "";
@@ -54,13 +54,14 @@ class AliasMaker {
         for (unsigned& number = lastNumber_[base + suffix];;) {
             std::string tail(1, '~');
             tail += std::to_string(++number);
-            const ShortName alias = *ToShortName(base.substr(0, 8 - tail.size()) + tail + suffix);
+            const floppy::ShortName alias =
+                *floppy::ToShortName(base.substr(0, 8 - tail.size()) + tail + suffix);
             if (taken_.insert(alias).second) return alias;
         }
     }
 
  private:
-    std::set<ShortName>& taken_;
+    std::set<floppy::ShortName>& taken_;
     std::map<std::string, unsigned> lastNumber_;
 };
 
@@ -68,20 +69,19 @@ class AliasMaker {
 
 std::vector<DirectoryName> NameEntries(const std::string& folder, const std::vector<std::string>& names) {
     std::map<std::u16string, std::string> seen;
-    std::set<ShortName> taken;
+    std::set<floppy::ShortName> taken;
     std::vector<DirectoryName> stored(names.size());
     for (std::size_t i = 0; i < names.size(); ++i) {
         const std::string& name = names[i];
         RefuseUnstorable(folder, name);
-        const auto [other, isNew] = seen.emplace(tools::FoldedName(name), name);
+        const auto [other, isNew] = seen.emplace(FoldedName(name), name);
         if (!isNew)
-            throw tools::ToolError(folder + other->second + " and " + name +
-                                   " have the same name on a DOS disk");
-        if (const auto shortName = ToShortName(name)) {
+            throw ToolError(folder + other->second + " and " + name + " have the same name on a DOS disk");
+        if (const auto shortName = floppy::ToShortName(name)) {
             stored[i].Short = *shortName;
             taken.insert(*shortName);
         } else {
-            stored[i].Long = tools::Utf16FromUtf8(name);
+            stored[i].Long = Utf16FromUtf8(name);
         }
     }
     AliasMaker aliases(taken);

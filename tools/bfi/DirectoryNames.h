@@ -6,18 +6,18 @@
 #include <string>
 #include <vector>
 
-#include "tools/bfi/Geometry.h"
-#include "tools/bfi/ShortName.h"
+#include "floppy/Geometry.h"
+#include "floppy/ShortName.h"
 
 namespace tools::bfi {
 
 /// How one entry is named on the disk.
 struct DirectoryName {
-    ShortName Short{};
+    floppy::ShortName Short{};
     std::u16string Long;  ///< empty when the short name says it all
 
     /// Number of 32-byte directory entries that the name takes: the short one and the parts of the long name.
-    std::size_t Slots() const { return SlotsOfName(Long.size()); }
+    std::size_t Slots() const { return floppy::SlotsOfName(Long.size()); }
 };
 
 /// Returns the names for `names` (UTF-8, in the order in which they are stored), one for each. Throws

@@ -5,8 +5,8 @@
 #include <span>
 #include <string>
 
+#include "floppy/ShortName.h"
 #include "tools/bfi/DirectoryNames.h"
-#include "tools/bfi/ShortName.h"
 #include "tools/shared/DosTime.h"
 
 namespace tools::bfi {
@@ -17,19 +17,19 @@ constexpr std::uint8_t kFolderAttribute = 0x10;
 /// What an entry says besides its name.
 struct EntryFacts {
     std::uint8_t Attributes = 0;
-    tools::DosTime Modified;
+    DosTime Modified;
     std::uint32_t FirstCluster = 0;  ///< 0 for an empty file and the label
     std::uint32_t Size = 0;          ///< bytes; 0 for a folder and the label
 };
 
-/// Appends entries to a directory. The caller has counted the slots: there is no check for room.
+/// Appends entries to a directory. The caller has counted the slots: there is no check for space.
 class DirectoryTable {
  public:
     /// `bytes` belongs to the caller, is zero-filled and stays valid as long as the table is used.
     explicit DirectoryTable(std::span<std::uint8_t> bytes) : free_(bytes) {}
 
     /// Appends an entry that has only the eleven characters `name`: the label, "." and "..".
-    void Add(const ShortName& name, const EntryFacts& facts);
+    void Add(const floppy::ShortName& name, const EntryFacts& facts);
 
     /// Appends an entry, preceded by those of its long name.
     void Add(const DirectoryName& name, const EntryFacts& facts);

@@ -13,12 +13,12 @@ constexpr std::size_t kGatherBytes = 32UL * 1024;
 
 }  // namespace
 
-FatVolume::FatVolume(const Geometry& geometry, tools::OutputFile& image)
+FatVolume::FatVolume(const floppy::Geometry& geometry, OutputFile& image)
     : geometry_(geometry),
       image_(image),
-      head_(geometry.DataSector() * kSectorBytes),
+      head_(geometry.DataSector() * floppy::kSectorBytes),
       gathered_(kGatherBytes) {
-    SetFatEntry(0, 0xF00U | kMediaByte);
+    SetFatEntry(0, 0xF00U | floppy::kMediaByte);
     SetFatEntry(1, kEndOfChain);
 }
 
@@ -49,14 +49,14 @@ void FatVolume::Store(std::uint32_t cluster, std::size_t size,
 }
 
 std::span<std::uint8_t> FatVolume::RootDirectory() {
-    return std::span(head_).subspan(geometry_.RootSector() * kSectorBytes,
-                                    geometry_.RootEntries * kDirectoryEntryBytes);
+    return std::span(head_).subspan(geometry_.RootSector() * floppy::kSectorBytes,
+                                    geometry_.RootEntries * floppy::kDirectoryEntryBytes);
 }
 
 void FatVolume::Finish(const BootSector& bootSector) {
     WriteGathered();
-    const auto firstFat = head_.begin() + kReservedSectors * kSectorBytes;
-    const auto fatBytes = static_cast<std::ptrdiff_t>(geometry_.SectorsPerFat * kSectorBytes);
+    const auto firstFat = head_.begin() + floppy::kReservedSectors * floppy::kSectorBytes;
+    const auto fatBytes = static_cast<std::ptrdiff_t>(geometry_.SectorsPerFat * floppy::kSectorBytes);
     std::copy(firstFat, firstFat + fatBytes, firstFat + fatBytes);
     std::copy(bootSector.begin(), bootSector.end(), head_.begin());
     contents_.Add(head_);
@@ -66,7 +66,7 @@ void FatVolume::Finish(const BootSector& bootSector) {
 }
 
 std::uint64_t FatVolume::OffsetOf(std::uint32_t cluster) const {
-    return head_.size() + (cluster - kFirstCluster) * geometry_.ClusterBytes();
+    return head_.size() + (cluster - floppy::kFirstCluster) * geometry_.ClusterBytes();
 }
 
 void FatVolume::WriteGathered() {
@@ -76,9 +76,10 @@ void FatVolume::WriteGathered() {
 
 // Entries are 12 bits wide: two share three bytes.
 void FatVolume::SetFatEntry(std::uint32_t cluster, std::uint32_t value) {
-    std::uint8_t* const pair = head_.data() + kReservedSectors * kSectorBytes + cluster + cluster / 2;
-    const std::uint32_t old = tools::GetU16(pair);
-    tools::PutU16(pair, cluster % 2 == 0 ? (old & 0xF000U) | value : (old & 0x000FU) | (value << 4));
+    std::uint8_t* const pair =
+        head_.data() + floppy::kReservedSectors * floppy::kSectorBytes + cluster + cluster / 2;
+    const std::uint32_t old = GetU16(pair);
+    PutU16(pair, cluster % 2 == 0 ? (old & 0xF000U) | value : (old & 0x000FU) | (value << 4));
 }
 
 }  // namespace tools::bfi

@@ -9,9 +9,9 @@
 #include <span>
 #include <vector>
 
+#include "floppy/Geometry.h"
 #include "tools/bfi/BootSector.h"
 #include "tools/bfi/Fingerprint.h"
-#include "tools/bfi/Geometry.h"
 #include "tools/shared/OutputFile.h"
 
 namespace tools::bfi {
@@ -20,10 +20,10 @@ class FatVolume {
  public:
     /// A formatted volume without files, all zero but for the start of its allocation table. `image` is empty
     /// and outlives the volume.
-    FatVolume(const Geometry& geometry, tools::OutputFile& image);
+    FatVolume(const floppy::Geometry& geometry, OutputFile& image);
 
-    /// Reserves room for `bytes` bytes in consecutive clusters and returns the first one's number, or 0 for 0
-    /// bytes. The caller has checked that the volume has room.
+    /// Reserves consecutive clusters for `bytes` bytes and returns the first one's number, or 0 for 0
+    /// bytes. The caller has checked that the volume has so many.
     std::uint32_t Allocate(std::uint64_t bytes);
 
     /// Stores `size` bytes from the start of `cluster` on; `fill` gets the place for them and writes every
@@ -45,10 +45,10 @@ class FatVolume {
     void WriteGathered();
     void SetFatEntry(std::uint32_t cluster, std::uint32_t value);
 
-    const Geometry& geometry_;
-    tools::OutputFile& image_;
+    const floppy::Geometry& geometry_;
+    OutputFile& image_;
     std::vector<std::uint8_t> head_;  // all sectors before the data area
-    std::uint32_t nextCluster_ = kFirstCluster;
+    std::uint32_t nextCluster_ = floppy::kFirstCluster;
     std::vector<std::uint8_t> gathered_;  // its first gatheredBytes_ bytes are still to be written
     std::size_t gatheredBytes_ = 0;       // whole clusters
     std::uint64_t gatheredOffset_ = 0;    // where they go in the image, in bytes

@@ -28,12 +28,12 @@ void Fingerprint::Add(std::span<const std::uint8_t> bytes) {
 // Only what is unrolled stays in registers.
 #pragma GCC unroll 8
         for (std::size_t lane = 0; lane < kLanes; ++lane)
-            lanes[lane] = Mix(lanes[lane], tools::GetU64(place + lane * kWordBytes));
+            lanes[lane] = Mix(lanes[lane], GetU64(place + lane * kWordBytes));
     }
     std::array<std::uint8_t, kGroupBytes> last{};
     std::copy_n(place, bytes.size() % kGroupBytes, last.begin());
     for (std::size_t lane = 0; lane < kLanes; ++lane)
-        lanes[lane] = Mix(lanes[lane], tools::GetU64(last.data() + lane * kWordBytes));
+        lanes[lane] = Mix(lanes[lane], GetU64(last.data() + lane * kWordBytes));
     lanes_ = lanes;
 }
 

@@ -7,22 +7,24 @@
 #include "tools/bfi/DirectoryTable.h"
 #include "tools/bfi/FatVolume.h"
 #include "tools/bfi/SourceTree.h"
+#include "tools/bfi/VolumeLabel.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/InputFile.h"
 #include "tools/shared/OutputFile.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools::bfi {
 namespace {
 
-constexpr ShortName kThisFolder{'.', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' '};
-constexpr ShortName kParentFolder{'.', '.', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' '};
-constexpr std::uint8_t kSystemFileAttributes = tools::kReadOnly | tools::kHidden | tools::kSystem;
+constexpr floppy::ShortName kThisFolder{'.', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' '};
+constexpr floppy::ShortName kParentFolder{'.', '.', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' '};
+constexpr std::uint8_t kSystemFileAttributes = kReadOnly | kHidden | kSystem;
 
-tools::DosTime NewestTime(const SourceTree& tree) {
-    const auto isOlder = [](const tools::DosTime& left, const tools::DosTime& right) {
+DosTime NewestTime(const SourceTree& tree) {
+    const auto isOlder = [](const DosTime& left, const DosTime& right) {
         return std::pair(left.Date, left.Time) < std::pair(right.Date, right.Time);
     };
-    tools::DosTime newest;
+    DosTime newest;
     for (const TreeFolder& folder : tree)
         for (const TreeEntry& entry : folder.Entries) newest = std::max(newest, entry.Host.Modified, isOlder);
     return newest;
@@ -31,7 +33,7 @@ tools::DosTime NewestTime(const SourceTree& tree) {
 // Fills a volume from a tree, folder by folder; space is given out in the order of the directory entries.
 class VolumeFiller {
  public:
-    VolumeFiller(FatVolume& volume, const SourceTree& tree, const ShortName& label)
+    VolumeFiller(FatVolume& volume, const SourceTree& tree, const floppy::ShortName& label)
         : volume_(volume), tree_(tree), label_(label), clusters_(tree.size()) {}
 
     void Fill() {
@@ -87,9 +89,9 @@ class VolumeFiller {
             facts.Size = static_cast<std::uint32_t>(entry.Host.Size);
             facts.FirstCluster = volume_.Allocate(entry.Host.Size);
             if (facts.Size > 0) {
-                const std::filesystem::path file = folder.Path / tools::PathFromUtf8(entry.Host.Name);
+                const std::filesystem::path file = folder.Path / PathFromUtf8(entry.Host.Name);
                 volume_.Store(facts.FirstCluster, facts.Size,
-                              [&](std::span<std::uint8_t> place) { tools::ReadWhole(file, place); });
+                              [&](std::span<std::uint8_t> place) { ReadWhole(file, place); });
             }
         }
         table.Add(entry.Name, facts);
@@ -97,31 +99,31 @@ class VolumeFiller {
 
     FatVolume& volume_;
     const SourceTree& tree_;
-    const ShortName& label_;
+    const floppy::ShortName& label_;
     std::vector<std::uint32_t> clusters_;  // first cluster of each folder of the tree; 0 for the root
 };
 
 // What the image is made from would be gone, and so would be any chance to make it again.
 void RefuseToReplaceInput(const ImageRequest& request) {
-    const std::filesystem::path image = tools::PathFromUtf8(request.ImageFile);
-    if (tools::IsSame(image, tools::PathFromUtf8(request.BootSectorFile)))
-        throw tools::ToolError(request.ImageFile + ": is the boot sector itself, not an image");
-    if (tools::LiesBelow(image, tools::PathFromUtf8(request.Folder)))
-        throw tools::ToolError(request.ImageFile + ": lies in the folder that the image is made of, " +
-                               request.Folder);
+    const std::filesystem::path image = PathFromUtf8(request.ImageFile);
+    if (IsSame(image, PathFromUtf8(request.BootSectorFile)))
+        throw ToolError(request.ImageFile + ": is the boot sector itself, not an image");
+    if (LiesBelow(image, PathFromUtf8(request.Folder)))
+        throw ToolError(request.ImageFile + ": lies in the folder that the image is made of, " +
+                        request.Folder);
 }
 
 }  // namespace
 
 void BuildImage(const ImageRequest& request) {
     RefuseToReplaceInput(request);
-    const Geometry& geometry = *request.Format;
-    const ShortName label = ToVolumeLabel(request.Label);
-    const BootSector code = ReadBootSector(tools::PathFromUtf8(request.BootSectorFile));
-    const SourceTree tree = ReadSourceTree(tools::PathFromUtf8(request.Folder));
-    RequireRoom(tree, geometry);
+    const floppy::Geometry& geometry = *request.Format;
+    const floppy::ShortName label = ToVolumeLabel(request.Label);
+    const BootSector code = ReadBootSector(PathFromUtf8(request.BootSectorFile));
+    const SourceTree tree = ReadSourceTree(PathFromUtf8(request.Folder));
+    RequireSpace(tree, geometry);
 
-    tools::OutputFile image(tools::PathFromUtf8(request.ImageFile));
+    OutputFile image(PathFromUtf8(request.ImageFile));
     FatVolume volume(geometry, image);
     VolumeFiller(volume, tree, label).Fill();
     volume.Finish(DescribeDisk(code, geometry, label));

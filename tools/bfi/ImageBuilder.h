@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "tools/bfi/Geometry.h"
+#include "floppy/Geometry.h"
 
 namespace tools::bfi {
 
@@ -12,7 +12,7 @@ namespace tools::bfi {
 struct ImageRequest {
     std::string BootSectorFile;
     std::string Label;
-    const Geometry* Format = nullptr;  ///< never nullptr in a request that is carried out
+    const floppy::Geometry* Format = nullptr;  ///< never nullptr in a request that is carried out
     std::string ImageFile;
     std::string Folder;
 };

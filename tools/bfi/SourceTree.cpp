@@ -1,9 +1,9 @@
 #include "tools/bfi/SourceTree.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
+#include "floppy/SpaceNeeded.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
 
@@ -11,12 +11,10 @@ namespace tools::bfi {
 namespace {
 
 constexpr std::size_t kOrdinary = 3;
-/// Up to here the sum of clusters is right, and so is the number of bytes in them.
-constexpr std::uint64_t kMostClusters = std::numeric_limits<std::uint64_t>::max() >> 16;
 
 // The place of a file at the top of the root: DOS 6 starts only from files that are the first two entries.
-std::size_t Rank(const tools::HostFile& file) {
-    const std::string name = tools::UpperAscii(file.Name);
+std::size_t Rank(const HostFile& file) {
+    const std::string name = UpperAscii(file.Name);
     if (file.IsFolder) return kOrdinary;
     if (name == "IO.SYS") return 0;
     if (name == "MSDOS.SYS") return 1;
@@ -24,24 +22,23 @@ std::size_t Rank(const tools::HostFile& file) {
     return kOrdinary;
 }
 
-void RefuseWhatIsNoFile(const std::string& folder, const tools::HostFile& file) {
+void RefuseWhatIsNoFile(const std::string& folder, const HostFile& file) {
     // A link to a folder could lead back to a folder above it, and then the tree would have no end.
     if (file.IsLink)
-        throw tools::ToolError(folder + file.Name + ": is a link to a folder, which a DOS disk cannot hold");
-    if (file.IsSpecial) throw tools::ToolError(folder + file.Name + ": is neither a file nor a folder");
+        throw ToolError(folder + file.Name + ": is a link to a folder, which a DOS disk cannot hold");
+    if (file.IsSpecial) throw ToolError(folder + file.Name + ": is neither a file nor a folder");
 }
 
 void ReadFolder(SourceTree& tree, std::size_t index) {
-    const std::string shown = tools::Utf8FromPath(tree[index].Path / "");
-    std::vector<tools::HostFile> found = tools::ListFolder(tree[index].Path);
+    const std::string shown = Utf8FromPath(tree[index].Path / "");
+    std::vector<HostFile> found = ListFolder(tree[index].Path);
     if (index == 0)
-        std::stable_sort(found.begin(), found.end(),
-                         [](const tools::HostFile& left, const tools::HostFile& right) {
-                             return Rank(left) < Rank(right);
-                         });
+        std::stable_sort(found.begin(), found.end(), [](const HostFile& left, const HostFile& right) {
+            return Rank(left) < Rank(right);
+        });
     std::vector<std::string> names;
     names.reserve(found.size());
-    for (const tools::HostFile& file : found) names.push_back(file.Name);
+    for (const HostFile& file : found) names.push_back(file.Name);
     const std::vector<DirectoryName> stored = NameEntries(shown, names);
     for (std::size_t i = 0; i < found.size(); ++i) {
         RefuseWhatIsNoFile(shown, found[i]);
@@ -49,7 +46,7 @@ void ReadFolder(SourceTree& tree, std::size_t index) {
         if (entry.Host.IsFolder) {
             entry.Folder = tree.size();
             tree.push_back(
-                {tree[index].Path / tools::PathFromUtf8(entry.Host.Name), index, entry.Host.Modified, {}});
+                {tree[index].Path / PathFromUtf8(entry.Host.Name), index, entry.Host.Modified, {}});
         }
         tree[index].Entries.push_back(std::move(entry));
     }
@@ -63,7 +60,7 @@ std::size_t TreeFolder::Slots() const {
     return slots;
 }
 
-bool IsSystemFile(const tools::HostFile& file) {
+bool IsSystemFile(const HostFile& file) {
     return Rank(file) < 2;
 }
 
@@ -75,33 +72,28 @@ SourceTree ReadSourceTree(const std::filesystem::path& folder) {
     return tree;
 }
 
-void RequireRoom(const SourceTree& tree, const Geometry& geometry) {
-    const std::string root = tools::Utf8FromPath(tree[0].Path);
-    const std::size_t rootSlots = tree[0].Slots() + 1;
-    if (rootSlots > geometry.RootEntries)
-        throw tools::ToolError(root + ": the root directory of a " + geometry.Name + " disk has room for " +
-                               std::to_string(geometry.RootEntries) + " entries, and " +
-                               std::to_string(rootSlots) +
-                               " are needed (the label takes one, a long name takes several)");
-    std::uint64_t clusters = 0;
+void RequireSpace(const SourceTree& tree, const floppy::Geometry& geometry) {
+    const std::string root = Utf8FromPath(tree[0].Path);
+    floppy::SpaceNeeded space(geometry);
+    space.AddRootNames(tree[0].Slots());
     for (std::size_t index = 0; index < tree.size(); ++index) {
-        if (index > 0) clusters += geometry.ClustersFor(FolderBytes(tree[index]));
-        for (const TreeEntry& entry : tree[index].Entries) {
-            clusters += geometry.ClustersFor(entry.Host.Size);
-            // A few files that are mostly holes can have more bytes than the sum can count.
-            if (clusters > kMostClusters)
-                throw tools::ToolError(root + ": does not fit on a " + geometry.Name + " disk by far");
-        }
+        if (index > 0) space.AddFolder(tree[index].Slots());
+        for (const TreeEntry& entry : tree[index].Entries) space.AddFile(entry.Host.Size);
     }
-    if (clusters > geometry.DataClusters())
-        throw tools::ToolError(
-            root + ": does not fit on a " + geometry.Name +
-            " disk: " + std::to_string((clusters - geometry.DataClusters()) * geometry.ClusterBytes()) +
-            " bytes are missing");
+    if (space.RootSlots() > geometry.RootEntries)
+        throw ToolError(root + ": the root directory of a " + geometry.Name + " disk has room for " +
+                        std::to_string(geometry.RootEntries) + " entries, and " +
+                        std::to_string(space.RootSlots()) +
+                        " are needed (the label takes one, a long name takes several)");
+    if (space.IsBeyondCounting())
+        throw ToolError(root + ": does not fit on a " + geometry.Name + " disk by far");
+    if (space.MissingBytes() > 0)
+        throw ToolError(root + ": does not fit on a " + geometry.Name +
+                        " disk: " + std::to_string(space.MissingBytes()) + " bytes are missing");
 }
 
 std::size_t FolderBytes(const TreeFolder& folder) {
-    return BytesOfFolder(folder.Slots());
+    return floppy::BytesOfFolder(folder.Slots());
 }
 
 }  // namespace tools::bfi

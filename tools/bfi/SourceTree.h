@@ -7,15 +7,15 @@
 #include <string>
 #include <vector>
 
+#include "floppy/Geometry.h"
 #include "tools/bfi/DirectoryNames.h"
-#include "tools/bfi/Geometry.h"
 #include "tools/shared/HostFiles.h"
 
 namespace tools::bfi {
 
 /// One file or folder of the tree.
 struct TreeEntry {
-    tools::HostFile Host;
+    HostFile Host;
     DirectoryName Name;
     std::size_t Folder = 0;  ///< for a folder: its index in the tree
 };
@@ -24,7 +24,7 @@ struct TreeEntry {
 struct TreeFolder {
     std::filesystem::path Path;
     std::size_t Parent = 0;  ///< index of the folder that holds this one; the root is its own parent
-    tools::DosTime Modified;
+    DosTime Modified;
     std::vector<TreeEntry> Entries;
 
     /// Number of 32-byte entries for everything in the folder; neither the label nor "." and ".." are
@@ -36,7 +36,7 @@ struct TreeFolder {
 using SourceTree = std::vector<TreeFolder>;
 
 /// Returns whether an entry of the root is one of the two files that DOS starts from.
-bool IsSystemFile(const tools::HostFile& file);
+bool IsSystemFile(const HostFile& file);
 
 /// Reads the names, sizes, times and attributes of all files below `folder`. In the root IO.SYS, MSDOS.SYS
 /// and COMMAND.COM come first, everything else is sorted by name. Throws ToolError naming what cannot be read
@@ -46,7 +46,7 @@ SourceTree ReadSourceTree(const std::filesystem::path& folder);
 /// Throws ToolError when the tree does not fit: too many entries in the root (the label's included), or too
 /// many bytes, counted in whole clusters and with the folders' own; then the message says how many bytes are
 /// missing.
-void RequireRoom(const SourceTree& tree, const Geometry& geometry);
+void RequireSpace(const SourceTree& tree, const floppy::Geometry& geometry);
 
 /// Number of bytes that the entries of a folder below the root take on the disk.
 std::size_t FolderBytes(const TreeFolder& folder);

@@ -1,12 +1,13 @@
 #include "tools/cabarc/CabinetReader.h"
 
 #include <array>
-#include <fstream>
 #include <span>
+#include <streambuf>
 
 #include "tools/cabarc/FolderCompressor.h"
 #include "tools/shared/ByteOrder.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/InputFile.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools::cabarc {
@@ -14,10 +15,10 @@ namespace tools::cabarc {
 namespace {
 
 constexpr std::uint32_t kCabinetSignature = 0x4643534D;  // "MSCF"
-/// Longest header reserve that the format allows.
+// Longest header reserve that the format allows.
 constexpr std::uint16_t kMaxHeaderReserve = 60000;
 
-/// One pass over the records of a directory.
+// One pass over the records of a directory.
 class Parser {
  public:
     Parser(std::istream& cabinet, const std::string& label) : cabinet_(cabinet), label_(label) {}
@@ -59,12 +60,10 @@ class Parser {
         std::array<std::uint8_t, kHeaderBytes> header{};
         std::size_t present = 0;
         for (int byte = 0;
-             present < header.size() && (byte = cabinet_.get()) != std::char_traits<char>::eof();) {
+             present < header.size() && (byte = cabinet_.get()) != std::char_traits<char>::eof();)
             header[present++] = static_cast<std::uint8_t>(byte);
-        }
-        if (present < 4 || GetU32(header.data()) != kCabinetSignature) {
+        if (present < 4 || GetU32(header.data()) != kCabinetSignature)
             throw ToolError(label_ + ": this is not a cabinet");
-        }
         if (present < header.size()) Damaged("it ends within the header");
         if (header[25] != 1) throw ToolError(label_ + ": this version of the cabinet format is not known");
         directory_.CabinetSize = GetU32(header.data() + 8);
@@ -107,9 +106,8 @@ class Parser {
         for (std::size_t i = 0; i < folderReserve_; ++i) ReadByte("a folder's reserve");
         const CabinetFolder folder{GetU32(record.data()), GetU16(record.data() + 4),
                                    GetU16(record.data() + 6)};
-        if (folder.Blocks > 0 && folder.DataOffset >= directory_.CabinetSize) {
+        if (folder.Blocks > 0 && folder.DataOffset >= directory_.CabinetSize)
             Damaged("the data of a folder lies beyond its end");
-        }
         directory_.Folders.push_back(folder);
     }
 
@@ -159,6 +157,37 @@ class Parser {
     CabinetDirectory directory_;
 };
 
+// A file as a stream that can be read and moved to an absolute place or to the end.
+class Buffer : public std::streambuf {
+ public:
+    explicit Buffer(InputFile& file) : file_(file) {}
+
+ private:
+    int_type underflow() override {
+        const std::size_t count = file_.Read(bytes_);
+        char* const begin = reinterpret_cast<char*>(bytes_.data());
+        setg(begin, begin, begin + count);
+        return count == 0 ? traits_type::eof() : traits_type::to_int_type(*gptr());
+    }
+
+    pos_type seekoff(off_type offset, std::ios::seekdir direction, std::ios::openmode mode) override {
+        // tellg asks for the place without moving from it.
+        if (direction == std::ios::cur && offset == 0)
+            return static_cast<off_type>(file_.Position()) - (egptr() - gptr());
+        if (direction == std::ios::end) offset += static_cast<off_type>(file_.Size());
+        return seekpos(offset, mode);
+    }
+
+    pos_type seekpos(pos_type position, std::ios::openmode) override {
+        file_.Seek(static_cast<std::uint64_t>(static_cast<off_type>(position)));
+        setg(nullptr, nullptr, nullptr);
+        return position;
+    }
+
+    InputFile& file_;
+    std::array<std::uint8_t, 4096> bytes_{};
+};
+
 }  // namespace
 
 CabinetDirectory ReadCabinetDirectory(std::istream& cabinet, const std::string& label) {
@@ -170,8 +199,10 @@ CabinetDirectory ReadCabinetFile(const std::string& path) {
     const FileKind kind = KindOf(file);
     if (kind == FileKind::Missing) throw ToolError(path + ": there is no such file");
     if (kind == FileKind::Folder || kind == FileKind::Special) throw ToolError(path + ": this is not a file");
-    std::ifstream cabinet(LongPath(file), std::ios::binary);
-    if (!cabinet) throw ToolError(path + ": this file cannot be opened");
+    InputFile input(file);
+    Buffer buffer(input);
+    std::istream cabinet(&buffer);
+    cabinet.exceptions(std::ios::badbit);  // passes on what the file throws
     return ReadCabinetDirectory(cabinet, path);
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "tools/cabarc/Checksum.h"
 #include "tools/shared/ByteOrder.h"
 #include "tools/shared/ToolError.h"
 
@@ -53,6 +52,37 @@ std::vector<std::uint8_t> Encode(const CabinetDirectory& directory) {
 
 }  // namespace
 
+std::uint32_t BlockChecksum(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) {
+    std::uint32_t sum =
+        static_cast<std::uint32_t>(payload.size()) | (static_cast<std::uint32_t>(uncompressedSize) << 16);
+    std::size_t at = 0;
+    for (; at + 4 <= payload.size(); at += 4) sum ^= GetU32(payload.data() + at);
+    // The one big-endian corner of the format: of a tail of 1 to 3 bytes the first one weighs most.
+    std::uint32_t tail = 0;
+    for (; at < payload.size(); ++at) tail = (tail << 8) | payload[at];
+    return sum ^ tail;
+}
+
+void PlanFolders(CabinetDirectory& directory, std::uint16_t type) {
+    if (directory.Members.size() > kMaxMembers) {
+        throw ToolError("a cabinet holds at most " + std::to_string(kMaxMembers) + " files, not " +
+                        std::to_string(directory.Members.size()));
+    }
+    directory.Folders.assign(1, CabinetFolder{0, 0, type});
+    std::uint32_t used = 0;
+    for (CabinetMember& member : directory.Members) {
+        if (member.Size > kMaxFolderBytes - used) {
+            if (directory.Folders.size() == kMaxFolders)
+                throw ToolError("the files are too big for one cabinet");
+            directory.Folders.push_back(CabinetFolder{0, 0, type});
+            used = 0;
+        }
+        member.Folder = static_cast<std::uint16_t>(directory.Folders.size() - 1);
+        member.Offset = used;
+        used += member.Size;
+    }
+}
+
 CabinetWriter::CabinetWriter(OutputFile& output, CabinetDirectory directory)
     : output_(output), directory_(std::move(directory)), folderBytes_(directory_.Folders.size()) {
     output_.Write(std::vector<std::uint8_t>(EncodedSize(directory_)));
@@ -84,9 +114,8 @@ void CabinetWriter::PutBlock(std::span<const std::uint8_t> payload, std::uint16_
 void CabinetWriter::Finish() {
     std::vector<std::uint64_t> expected(directory_.Folders.size());
     for (const CabinetMember& member : directory_.Members) expected.at(member.Folder) += member.Size;
-    if (begun_ != expected.size() || folderBytes_ != expected) {
+    if (begun_ != expected.size() || folderBytes_ != expected)
         throw std::logic_error("the data of the cabinet does not fit its directory");
-    }
     directory_.CabinetSize = static_cast<std::uint32_t>(output_.Size());
     output_.WriteAt(0, Encode(directory_));
 }

@@ -1,6 +1,11 @@
 #pragma once
-// Writes the container: the directory records, whose size is known before the data, and the data records as
-// the compressors deliver them. The records that depend on the data are filled in at the end.
+// Writes the container: which member goes into which folder, the directory records, whose size is known
+// before the data, and the data records as the compressors deliver them. The records that depend on the data
+// are filled in at the end.
+
+#include <cstdint>
+#include <span>
+#include <vector>
 
 #include "tools/cabarc/CabinetDirectory.h"
 #include "tools/cabarc/FolderCompressor.h"
@@ -8,10 +13,19 @@
 
 namespace tools::cabarc {
 
+/// Sets Folder and Offset of every member from the sizes, in the order given, and makes the folder records
+/// with `type` as their compression. One folder is best, because its members share one dictionary; another is
+/// begun only where a folder would pass its size limit. Members of up to kMaxFolderBytes are expected. Throws
+/// ToolError when there are more members or folders than a cabinet can count.
+void PlanFolders(CabinetDirectory& directory, std::uint16_t type);
+
+/// Returns the checksum of a CFDATA record: of its payload and of the two size fields before it.
+std::uint32_t BlockChecksum(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize);
+
 class CabinetWriter : private BlockSink {
  public:
-    /// Writes room for the directory to `output`, which must be empty and outlive the writer. `directory`
-    /// comes from PlanFolders; its member names are at most kMaxNameBytes long.
+    /// Leaves the space of the directory free in `output`, which must be empty and outlive the writer.
+    /// `directory` comes from PlanFolders; its member names are at most kMaxNameBytes long.
     CabinetWriter(OutputFile& output, CabinetDirectory directory);
 
     /// Begins the next folder, the first one at the first call, and returns where its data records go until

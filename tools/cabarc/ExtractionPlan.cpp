@@ -38,18 +38,16 @@ void RefuseExisting(const std::filesystem::path& target) {
 std::vector<PlannedMember> PlanExtraction(const CabinetDirectory& directory, const std::string& label,
                                           std::span<const std::string> patterns, const std::string& folder,
                                           bool overwrite) {
-    if ((directory.Flags & (kHasPreviousCabinet | kHasNextCabinet)) != 0) {
+    if ((directory.Flags & (kHasPreviousCabinet | kHasNextCabinet)) != 0)
         throw ToolError(label + ": this cabinet is part of a set; sets cannot be extracted");
-    }
     const std::filesystem::path folderPath = PathFromUtf8(folder);
     std::vector<PlannedMember> plan;
     Neighbours neighbours;
     for (std::size_t i = 0; i < directory.Members.size(); ++i) {
         const std::string name = MemberNameUtf8(directory.Members[i]);
         if (!MatchesAnyMember(patterns, name)) continue;
-        if (const auto problem = NameProblem(name)) {
+        if (const auto problem = NameProblem(name))
             throw ToolError(label + ": the member " + name + " is refused: " + *problem);
-        }
         const std::string written = WrittenName(directory.Members[i]);
         if (const auto clash = neighbours.Add(written, i)) RefuseBoth(directory, label, *clash);
         PlannedMember member{i, folderPath / PathFromUtf8(written)};

@@ -1,9 +1,14 @@
 #pragma once
-// The command "x": extracts members of a cabinet.
+// The command "x": unpacks the members of a cabinet and turns them into files.
 
 #include <cstddef>
+#include <memory>
+#include <span>
 
 #include "tools/cabarc/CommandLine.h"
+#include "tools/cabarc/ExtractionPlan.h"
+#include "tools/cabarc/SystemCabinet.h"
+#include "tools/shared/OutputFile.h"
 
 namespace tools::cabarc {
 
@@ -11,5 +16,28 @@ namespace tools::cabarc {
 /// file appears only when it is complete. Throws ToolError; files that were complete by then stay. Extraction
 /// needs Windows.
 std::size_t Extract(const CommandLine& call);
+
+/// Turns the members that come out of a cabinet into files.
+class MemberFiles : public MemberReceiver {
+ public:
+    /// `directory` and `plan`, whose members are in ascending order, must outlive the object. With
+    /// `overwrite` existing files are replaced, read-only ones too.
+    MemberFiles(const CabinetDirectory& directory, std::span<const PlannedMember> plan, bool overwrite);
+    ~MemberFiles() override;
+    MemberFiles(const MemberFiles&) = delete;
+    MemberFiles& operator=(const MemberFiles&) = delete;
+
+    bool Begin(std::size_t index) override;
+    void Write(std::span<const std::uint8_t> bytes) override;
+    void End() override;
+
+ private:
+    const CabinetDirectory& directory_;
+    std::span<const PlannedMember> plan_;
+    const PlannedMember* open_ = nullptr;  ///< the member whose file is being written
+    bool overwrite_;
+    bool clearedReadOnly_ = false;  ///< of the file that the open one is going to replace
+    std::unique_ptr<OutputFile> file_;
+};
 
 }  // namespace tools::cabarc

@@ -39,7 +39,7 @@ std::string AttributeLetters(std::uint16_t attributes) {
     return letters;
 }
 
-/// The methods of the folders, each once: "LZX:21", or "MSZIP, NONE".
+// The methods of the folders, each once: "LZX:21", or "MSZIP, NONE".
 std::string MethodNames(const CabinetDirectory& directory) {
     std::set<std::string> names;
     for (const CabinetFolder& folder : directory.Folders) names.insert(MethodName(folder.Type));

@@ -6,8 +6,7 @@
 
 int main(int argc, char** argv) {
     const int code = tools::RunTool("cabarc", [&] { tools::cabarc::Run(tools::Arguments(argc, argv)); });
-    if (code == static_cast<int>(tools::ExitCode::WrongCall)) {
+    if (code == static_cast<int>(tools::ExitCode::WrongCall))
         tools::Print(tools::Stream::Error, std::string(tools::cabarc::UsageText()));
-    }
     return code;
 }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tools/cabarc/AsciiCase.h"
+#include "floppy/ShortName.h"
 #include "tools/cabarc/CabinetDirectory.h"
 #include "tools/shared/Utf8.h"
 
@@ -10,7 +10,7 @@ namespace tools::cabarc {
 
 namespace {
 
-/// The parts of a path that are stored: no drive, no empty and no "." part.
+// The parts of a path that are stored: no drive, no empty and no "." part.
 std::vector<std::string_view> MeaningfulParts(std::string_view path) {
     if (path.size() >= 2 && path[1] == ':') path.remove_prefix(2);
     std::vector<std::string_view> parts = PathParts(path);
@@ -24,19 +24,17 @@ bool StartsWith(std::span<const std::string_view> parts, std::span<const std::st
            std::equal(prefix.begin(), prefix.end(), parts.begin(), EqualsFolded);
 }
 
-/// Windows opens a device for these names in any folder and with any extension.
-bool IsDeviceName(std::string_view part) {
+// Windows opens a device for the names of DOS and for some more, in any folder and with any extension.
+bool IsWindowsDeviceName(std::string_view part) {
+    if (floppy::IsDeviceName(part)) return true;
     std::string_view base = part.substr(0, part.find('.'));
     while (base.ends_with(' ')) base.remove_suffix(1);
-    for (const std::string_view device : {"CON", "PRN", "AUX", "NUL", "CLOCK$", "CONIN$", "CONOUT$"}) {
-        if (EqualsFolded(base, device)) return true;
-    }
+    if (EqualsFolded(base, "CONIN$") || EqualsFolded(base, "CONOUT$")) return true;
     if (!EqualsFolded(base.substr(0, 3), "COM") && !EqualsFolded(base.substr(0, 3), "LPT")) return false;
-    const std::string_view number = base.substr(3);
-    constexpr std::string_view kSuperscripts[] = {"\u00B9", "\u00B2",
-                                                  "\u00B3"};  // these count as digits there
-    return (number.size() == 1 && number[0] >= '0' && number[0] <= '9') ||
-           std::find(std::begin(kSuperscripts), std::end(kSuperscripts), number) != std::end(kSuperscripts);
+    // The superscripts 1, 2 and 3 count as digits there.
+    constexpr std::string_view kMoreNumbers[] = {"0", "\u00B9", "\u00B2", "\u00B3"};
+    return std::find(std::begin(kMoreNumbers), std::end(kMoreNumbers), base.substr(3)) !=
+           std::end(kMoreNumbers);
 }
 
 std::optional<std::string> PartProblem(std::string_view part) {
@@ -44,12 +42,10 @@ std::optional<std::string> PartProblem(std::string_view part) {
     if (part == "..") return "it leads out of the folder";
     if (part.ends_with('.') || part.ends_with(' ')) return "a part of the path ends in a dot or a blank";
     if (HoldsControl(part)) return "it holds a control character";
-    for (const char c : part) {
-        if (std::string_view("<>:\"|?*").find(c) != std::string_view::npos) {
+    for (const char c : part)
+        if (std::string_view("<>:\"|?*").find(c) != std::string_view::npos)
             return std::string("it holds the character ") + c;
-        }
-    }
-    if (IsDeviceName(part)) return "it is the name of a device";
+    if (IsWindowsDeviceName(part)) return "it is the name of a device";
     return std::nullopt;
 }
 
@@ -90,9 +86,8 @@ std::optional<std::string> NameProblem(const std::string& name) {
     if (!IsUtf8(name)) return "it is not UTF-8";
     if (name.find_first_of(kPathSeparators) == 0) return "it is an absolute path";
     if (name.size() >= 2 && name[1] == ':') return "it names a drive";
-    for (const std::string_view part : PathParts(name)) {
+    for (const std::string_view part : PathParts(name))
         if (auto problem = PartProblem(part)) return problem;
-    }
     return std::nullopt;
 }
 

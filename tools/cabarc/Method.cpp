@@ -2,8 +2,8 @@
 
 #include <charconv>
 
-#include "tools/cabarc/AsciiCase.h"
 #include "tools/cabarc/lzx/LzxFormat.h"
+#include "tools/shared/Utf8.h"
 
 namespace tools::cabarc {
 

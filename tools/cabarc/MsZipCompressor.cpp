@@ -12,32 +12,30 @@ namespace {
 
 constexpr std::uint8_t kBlockSignature[] = {'C', 'K'};
 constexpr std::size_t kBlockSignatureSize = sizeof(kBlockSignature);
-/// The memory levels that are tried on each frame. The larger makes a frame one deflate block; the smaller
-/// begins a new block, with codes of its own, every 4096 symbols, which suits frames of mixed contents.
+// The memory levels that are tried on each frame. The larger makes a frame one deflate block; the smaller
+// begins a new block, with codes of its own, every 4096 symbols, which suits frames of mixed contents.
 constexpr int kMemoryLevels[] = {9, 6};
 
 }  // namespace
 
-/// A raw deflate stream of zlib.
+// A raw deflate stream of zlib.
 class MsZipCompressor::Deflater {
  public:
     explicit Deflater(int memoryLevel) {
         if (deflateInit2(&stream_, Z_BEST_COMPRESSION, Z_DEFLATED, -MAX_WBITS, memoryLevel,
-                         Z_DEFAULT_STRATEGY) != Z_OK) {
+                         Z_DEFAULT_STRATEGY) != Z_OK)
             throw std::bad_alloc();
-        }
     }
     ~Deflater() { deflateEnd(&stream_); }
     Deflater(const Deflater&) = delete;
     Deflater& operator=(const Deflater&) = delete;
 
-    /// Writes one complete stream to `out`. Returns its size, or 0 when it does not fit.
+    // Writes one complete stream to `out`. Returns its size, or 0 when it does not fit.
     std::size_t Run(std::span<const std::uint8_t> data, std::span<const std::uint8_t> history,
                     std::span<std::uint8_t> out) {
         deflateReset(&stream_);
-        if (!history.empty()) {
+        if (!history.empty())
             deflateSetDictionary(&stream_, history.data(), static_cast<uInt>(history.size()));
-        }
         stream_.next_in =
             const_cast<Bytef*>(data.data());  // zlib only reads; its default interface lacks const
         stream_.avail_in = static_cast<uInt>(data.size());

@@ -1,19 +1,18 @@
 #include "tools/cabarc/Packer.h"
 
 #include <algorithm>
-#include <fstream>
+#include <span>
 #include <string_view>
 #include <unordered_set>
 
-#include "tools/cabarc/AsciiCase.h"
 #include "tools/cabarc/CabinetWriter.h"
 #include "tools/cabarc/Compressors.h"
-#include "tools/cabarc/FolderPlan.h"
 #include "tools/cabarc/MemberName.h"
 #include "tools/cabarc/Neighbours.h"
 #include "tools/cabarc/SourceFiles.h"
 #include "tools/cabarc/Wildcard.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/InputFile.h"
 #include "tools/shared/OutputFile.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
@@ -28,28 +27,28 @@ bool IsAscii(const std::string& text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-/// The extension of the last part of a path, without its dot; empty when there is none.
+// The extension of the last part of a path, without its dot; empty when there is none.
 std::string_view ExtensionOf(std::string_view path) {
     const std::size_t mark = path.find_last_of("/\\.");
     return mark == std::string_view::npos || path[mark] != '.' ? std::string_view() : path.substr(mark + 1);
 }
 
-/// Whether the extension of `a` sorts before that of `b`; ASCII case does not matter.
+// Whether the extension of `a` sorts before that of `b`; ASCII case does not matter.
 bool ExtensionIsLess(const SourceFile& a, const SourceFile& b) {
     const std::string_view left = ExtensionOf(a.Path);
     const std::string_view right = ExtensionOf(b.Path);
     return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
-                                        [](char x, char y) { return FoldCase(x) < FoldCase(y); });
+                                        [](char x, char y) { return UpperAscii(x) < UpperAscii(y); });
 }
 
-/// The same text for every spelling of a path: slashes and ASCII case.
+// The same text for every spelling of a path: slashes and ASCII case.
 std::string Canonical(std::string path) {
     std::replace(path.begin(), path.end(), '/', '\\');
     return UpperAscii(path);
 }
 
-/// Puts files of one kind side by side, as they have most in common. Only files that wildcards or the search
-/// through folders found in a row change places; whoever names files one by one may mean their order.
+// Puts files of one kind side by side, as they have most in common. Only files that wildcards or the search
+// through folders found in a row change places; whoever names files one by one may mean their order.
 void GroupByExtension(std::vector<SourceFile>& files, std::span<const std::string> names) {
     std::unordered_set<std::string> named;
     for (const std::string& name : names)
@@ -68,9 +67,8 @@ void GroupByExtension(std::vector<SourceFile>& files, std::span<const std::strin
 CabinetMember MemberOf(const SourceFile& file, const CommandLine& call) {
     CabinetMember member;
     member.Name = StoredName(file.Path, call.KeepFolders, call.Prefixes);
-    if (const auto problem = NameProblem(member.Name)) {
+    if (const auto problem = NameProblem(member.Name))
         throw ToolError(file.Path + ": the name " + member.Name + " cannot be stored: " + *problem);
-    }
     if (file.Size > kMaxFolderBytes) {
         throw ToolError(file.Path + ": this file is too big for a cabinet, which takes at most " +
                         std::to_string(kMaxFolderBytes) + " bytes of a file");
@@ -99,19 +97,14 @@ std::vector<CabinetMember> MembersOf(std::span<const SourceFile> files, const Co
     return members;
 }
 
-/// Feeds the contents of a file to the compressor; they must have the size that the directory states.
-void PackContents(const SourceFile& file, FolderCompressor& compressor, std::vector<char>& buffer) {
-    std::ifstream input(LongPath(PathFromUtf8(file.Path)), std::ios::binary);
-    if (!input) throw ToolError(file.Path + ": this file cannot be opened");
-    std::vector<std::uint8_t> bytes;
+// Feeds the contents of a file to the compressor; they must have the size that the directory states.
+void PackContents(const SourceFile& file, FolderCompressor& compressor, std::span<std::uint8_t> buffer) {
+    InputFile input(PathFromUtf8(file.Path));
     std::uint64_t read = 0;
-    while (input) {
-        input.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-        if (input.bad()) throw ToolError(file.Path + ": this file cannot be read");
-        read += static_cast<std::uint64_t>(input.gcount());
-        if (read > file.Size) break;
-        bytes.assign(buffer.begin(), buffer.begin() + input.gcount());
-        compressor.Write(bytes);
+    for (std::size_t count = buffer.size(); count == buffer.size() && read <= file.Size;) {
+        count = input.Read(buffer);
+        read += count;
+        if (read <= file.Size) compressor.Write(buffer.first(count));
     }
     if (read != file.Size) throw ToolError(file.Path + ": this file changed while it was read");
 }
@@ -134,7 +127,7 @@ PackReport Pack(const CommandLine& call) {
     OutputFile output(target);
     CabinetWriter writer(output, std::move(directory));
     PackReport report;
-    std::vector<char> buffer(kReadSize);
+    std::vector<std::uint8_t> buffer(kReadSize);
     std::size_t next = 0;
     for (std::size_t folder = 0; folder < folderCount; ++folder) {
         const auto compressor = MakeCompressor(call.Compression, writer.BeginFolder());

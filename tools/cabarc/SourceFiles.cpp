@@ -3,19 +3,19 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "tools/cabarc/AsciiCase.h"
 #include "tools/cabarc/MemberName.h"
 #include "tools/cabarc/Wildcard.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/PartFile.h"
 #include "tools/shared/PartName.h"
 #include "tools/shared/ToolError.h"
+#include "tools/shared/Utf8.h"
 
 namespace tools::cabarc {
 
 namespace {
 
-/// One walk over the folders of one pattern after the other.
+// One walk over the folders of one pattern after the other.
 class Search {
  public:
     Search(bool recurse, const std::filesystem::path& cabinet) : recurse_(recurse), cabinet_(cabinet) {}
@@ -29,9 +29,8 @@ class Search {
         if (HasWildcard(folder))
             throw ToolError(pattern + ": wildcards may stand in the last part of a path only");
         const std::filesystem::path folderPath = PathFromUtf8(folder.empty() ? "." : folder);
-        if (KindOf(PathFromUtf8(pattern)) == FileKind::Folder && !HasWildcard(namePattern_)) {
+        if (KindOf(PathFromUtf8(pattern)) == FileKind::Folder && !HasWildcard(namePattern_))
             throw ToolError(pattern + ": this is a folder; to pack its files, name them, as with *.*");
-        }
         matched_ = false;
         if (KindOf(folderPath) == FileKind::Folder) Walk(folder, folderPath);
         if (!matched_) throw ToolError(pattern + ": there is no such file");
@@ -42,10 +41,9 @@ class Search {
  private:
     void Walk(const std::string& folder, const std::filesystem::path& folderPath) {
         const std::vector<HostFile> entries = ListFolder(folderPath);
-        for (const HostFile& entry : entries) {
+        for (const HostFile& entry : entries)
             if (!entry.IsFolder && MatchesPattern(namePattern_, entry.Name))
                 AddFile(folder + entry.Name, entry);
-        }
         if (!recurse_) return;
         for (const HostFile& entry : entries) {
             if (!entry.IsFolder) continue;
@@ -63,15 +61,13 @@ class Search {
         matched_ = true;
         std::string key = path;
         std::replace(key.begin(), key.end(), '/', '\\');
-        if (seen_.insert(std::move(key)).second) {
+        if (seen_.insert(std::move(key)).second)
             files_.push_back({path, entry.Size, entry.Modified, entry.Attributes});
-        }
     }
 
     static void CheckName(const HostFile& entry, const std::string& path) {
-        if (entry.Name.find('\\') != std::string::npos) {
+        if (entry.Name.find('\\') != std::string::npos)
             throw ToolError(path + ": this name cannot be stored: it holds the character \\");
-        }
     }
 
     // Returns whether a file is the cabinet that is to be written, or what a killed run has left of it.

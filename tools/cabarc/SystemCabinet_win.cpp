@@ -6,14 +6,17 @@
 #include <charconv>
 #include <cstdlib>
 #include <exception>
-#include <fstream>
+#include <limits>
 #include <memory>
 #include <new>
+#include <optional>
 #include <set>
 
 #include "tools/cabarc/MemberName.h"
 #include "tools/cabarc/SystemCabinet.h"
+#include "tools/shared/Handle.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/InputFile.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools::cabarc {
@@ -22,23 +25,23 @@ namespace {
 
 constexpr INT_PTR kFailed = -1;
 
-/// Returns the method of a member's folder, without its parameters.
+// Returns the method of a member's folder, without its parameters.
 int MethodOf(const CabinetDirectory& directory, std::size_t index) {
     return directory.Folders.at(directory.Members[index].Folder).Type & tcompMASK_TYPE;
 }
 
-/// One run of the library over one cabinet, from which it unpacks the members of one method. No exception may
-/// pass through the library: the callbacks keep it here, make the library stop, and it is thrown again
-/// outside.
+// One run of the library over one cabinet, from which it unpacks the members of one method. No exception may
+// pass through the library: the callbacks keep it here, make the library stop, and it is thrown again
+// outside.
 struct Session {
     const std::filesystem::path& File;
     const std::string& Label;
     const CabinetDirectory& Directory;
     MemberReceiver& Receiver;
-    int Method;  ///< as a folder's type names it, without parameters
+    int Method;  // as a folder's type names it, without parameters
     std::exception_ptr Failure;
-    std::size_t Announced = 0;  ///< number of members that the library has come to
-    std::uint64_t Written = 0;  ///< bytes of the member that is being unpacked
+    std::size_t Announced = 0;  // number of members that the library has come to
+    std::uint64_t Written = 0;  // bytes of the member that is being unpacked
 
     const CabinetMember& Current() const { return Directory.Members[Announced - 1]; }
 
@@ -58,11 +61,11 @@ struct Session {
     }
 };
 
-/// What the library knows as a file: the cabinet, which it may open several times, or the member that is
-/// being unpacked.
+// What the library knows as a file: the cabinet, which it may open several times, or the member that is
+// being unpacked.
 struct OpenFile {
     Session* Owner;
-    std::ifstream Cabinet;
+    std::optional<InputFile> Cabinet;
 };
 
 OpenFile* OpenFileOf(INT_PTR handle) {
@@ -77,8 +80,8 @@ void DIAMONDAPI Release(void* memory) {
     std::free(memory);
 }
 
-/// The library hands nothing but a name to this callback, so the name of the cabinet is the session's
-/// address.
+// The library hands nothing but a name to this callback, so the name of the cabinet is the session's
+// address.
 INT_PTR DIAMONDAPI Open(char* name, int, int) {
     std::uintptr_t address = 0;
     const std::string_view text(name);
@@ -87,17 +90,16 @@ INT_PTR DIAMONDAPI Open(char* name, int, int) {
     return session->Guarded(kFailed, [&] {
         auto stream = std::make_unique<OpenFile>();
         stream->Owner = session;
-        stream->Cabinet.open(LongPath(session->File), std::ios::binary);
-        if (!stream->Cabinet) throw ToolError(session->Label + ": this file cannot be opened");
+        stream->Cabinet.emplace(session->File);
         return reinterpret_cast<INT_PTR>(stream.release());
     });
 }
 
 UINT DIAMONDAPI Read(INT_PTR handle, void* memory, UINT size) {
-    std::ifstream& cabinet = OpenFileOf(handle)->Cabinet;
-    cabinet.clear();
-    cabinet.read(static_cast<char*>(memory), size);
-    return cabinet.bad() ? static_cast<UINT>(kFailed) : static_cast<UINT>(cabinet.gcount());
+    OpenFile& stream = *OpenFileOf(handle);
+    return stream.Owner->Guarded(static_cast<UINT>(kFailed), [&] {
+        return static_cast<UINT>(stream.Cabinet->Read({static_cast<std::uint8_t*>(memory), size}));
+    });
 }
 
 UINT DIAMONDAPI Write(INT_PTR handle, void* memory, UINT size) {
@@ -116,15 +118,20 @@ int DIAMONDAPI Close(INT_PTR handle) {
 }
 
 long DIAMONDAPI Seek(INT_PTR handle, long distance, int origin) {
-    std::ifstream& cabinet = OpenFileOf(handle)->Cabinet;
-    cabinet.clear();
-    cabinet.seekg(distance, origin == SEEK_SET   ? std::ios::beg
-                            : origin == SEEK_CUR ? std::ios::cur
-                                                 : std::ios::end);
-    return cabinet ? static_cast<long>(cabinet.tellg()) : -1L;
+    OpenFile& stream = *OpenFileOf(handle);
+    return stream.Owner->Guarded(-1L, [&] {
+        const std::uint64_t start = origin == SEEK_SET   ? 0
+                                    : origin == SEEK_CUR ? stream.Cabinet->Position()
+                                                         : stream.Cabinet->Size();
+        // A cabinet has less than 2 GiB, so that a place in it fits into a long.
+        const std::int64_t place = static_cast<std::int64_t>(start) + distance;
+        if (place < 0 || place > std::numeric_limits<long>::max()) return -1L;
+        stream.Cabinet->Seek(static_cast<std::uint64_t>(place));
+        return static_cast<long>(place);
+    });
 }
 
-/// Returns the handle that the member's bytes go to, or 0 to skip it.
+// Returns the handle that the member's bytes go to, or 0 to skip it.
 INT_PTR BeginMember(Session& session, const FDINOTIFICATION& notice) {
     // The library must see the members that were read and checked before: the file may have changed.
     if (session.Announced == session.Directory.Members.size()) session.Damaged();
@@ -162,9 +169,9 @@ INT_PTR DIAMONDAPI Notify(FDINOTIFICATIONTYPE type, FDINOTIFICATION* notice) {
     });
 }
 
-/// The cabinet library of the system's folder. It is loaded by its full path: were it imported, Windows would
-/// take a file of its name that lies beside the program. A path holds on a Windows 7 without updates, too,
-/// which cannot be told to look in one folder alone.
+// The cabinet library of the system's folder. It is loaded by its full path: were it imported, Windows would
+// take a file of its name that lies beside the program. A path holds on a Windows 7 without updates, too,
+// which cannot be told to look in one folder alone.
 class Library {
  public:
     Library() : module_(Load()) {
@@ -172,34 +179,36 @@ class Library {
         Copy = Find<decltype(FDICopy)>("FDICopy");
         Destroy = Find<decltype(FDIDestroy)>("FDIDestroy");
     }
-    ~Library() { FreeLibrary(module_); }
-    Library(const Library&) = delete;
-    Library& operator=(const Library&) = delete;
 
     decltype(FDICreate)* Create;
     decltype(FDICopy)* Copy;
     decltype(FDIDestroy)* Destroy;
 
  private:
-    static HMODULE Load() {
+    struct Module {
+        using Value = HMODULE;
+        static Value None() { return nullptr; }
+        static void Close(Value module) { FreeLibrary(module); }
+    };
+
+    static UniqueHandle<Module> Load() {
         std::wstring file(MAX_PATH, L'\0');
         file.resize(GetSystemDirectoryW(file.data(), MAX_PATH));
-        const HMODULE module =
-            LoadLibraryExW((file + L"\\cabinet.dll").c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
-        if (module == nullptr)
-            throw ToolError("cabinet.dll: cannot be loaded: " + SystemReason(GetLastError()));
+        UniqueHandle<Module> module(
+            LoadLibraryExW((file + L"\\cabinet.dll").c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
+        if (!module) throw ToolError("cabinet.dll: cannot be loaded: " + SystemReason(GetLastError()));
         return module;
     }
 
     template <typename Function>
     Function* Find(const char* name) const {
         auto* const found =
-            reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
+            reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module_.Get(), name)));
         if (found == nullptr) throw ToolError(std::string("cabinet.dll: has no function ") + name);
         return found;
     }
 
-    HMODULE module_;
+    UniqueHandle<Module> module_;
 };
 
 void RunLibrary(const Library& library, Session& session) {
@@ -214,9 +223,8 @@ void RunLibrary(const Library& library, Session& session) {
         library.Copy(context.get(), name.data(), folder.data(), 0, Notify, nullptr, &session) != FALSE;
     if (session.Failure) std::rethrow_exception(session.Failure);
     if (!isDone && error.erfOper == FDIERROR_ALLOC_FAIL) throw std::bad_alloc();
-    if (!isDone && error.erfOper == FDIERROR_BAD_COMPR_TYPE) {
+    if (!isDone && error.erfOper == FDIERROR_BAD_COMPR_TYPE)
         throw ToolError(session.Label + ": this cabinet is packed by a method that the system does not know");
-    }
     if (!isDone || session.Announced != session.Directory.Members.size()) session.Damaged();
 }
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "tools/cabarc/AsciiCase.h"
 #include "tools/cabarc/MemberName.h"
+#include "tools/shared/Utf8.h"
 
 namespace tools::cabarc {
 
@@ -13,17 +13,16 @@ bool IsContinuation(char c) {
     return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
 }
 
-/// Length in bytes of the UTF-8 character at `at`; stray bytes count as one character each.
+// Length in bytes of the UTF-8 character at `at`; stray bytes count as one character each.
 std::size_t CharacterLength(std::string_view text, std::size_t at) {
     std::size_t length = 1;
-    if (!IsContinuation(text[at]) && static_cast<unsigned char>(text[at]) >= 0x80) {
+    if (!IsContinuation(text[at]) && static_cast<unsigned char>(text[at]) >= 0x80)
         while (length < 4 && at + length < text.size() && IsContinuation(text[at + length])) ++length;
-    }
     return length;
 }
 
-/// The plain meaning of "*" and "?". Only the last star is ever tried again, so the time is the product of
-/// the lengths.
+// The plain meaning of "*" and "?". Only the last star is ever tried again, so the time is the product of
+// the lengths.
 bool MatchesPlainly(std::string_view pattern, std::string_view name) {
     constexpr std::size_t kNone = std::string_view::npos;
     std::size_t p = 0;
@@ -37,7 +36,7 @@ bool MatchesPlainly(std::string_view pattern, std::string_view name) {
         } else if (p < pattern.size() && pattern[p] == '?') {
             n += CharacterLength(name, n);
             ++p;
-        } else if (p < pattern.size() && FoldCase(pattern[p]) == FoldCase(name[n])) {
+        } else if (p < pattern.size() && UpperAscii(pattern[p]) == UpperAscii(name[n])) {
             ++n;
             ++p;
         } else if (afterStar != kNone) {
@@ -51,7 +50,7 @@ bool MatchesPlainly(std::string_view pattern, std::string_view name) {
     return pattern.find_first_not_of('*', p) == kNone;
 }
 
-/// Takes the first part of a path off its front.
+// Takes the first part of a path off its front.
 std::string_view TakePart(std::string_view& path) {
     const std::size_t end = path.find_first_of(kPathSeparators);
     const std::string_view part = path.substr(0, end);
@@ -67,12 +66,10 @@ bool HasWildcard(std::string_view text) {
 
 bool MatchesPattern(std::string_view pattern, std::string_view name) {
     if (name.find('.') == std::string_view::npos) {
-        for (const std::string_view ending : {".*", "."}) {
+        for (const std::string_view ending : {".*", "."})
             if (pattern.ends_with(ending) &&
-                MatchesPlainly(pattern.substr(0, pattern.size() - ending.size()), name)) {
+                MatchesPlainly(pattern.substr(0, pattern.size() - ending.size()), name))
                 return true;
-            }
-        }
     }
     return MatchesPlainly(pattern, name);
 }
@@ -83,9 +80,8 @@ bool MatchesMember(std::string_view pattern, std::string_view memberPath) {
         return MatchesPattern(
             pattern, folderEnd == std::string_view::npos ? memberPath : memberPath.substr(folderEnd + 1));
     }
-    while (!pattern.empty() && !memberPath.empty()) {
+    while (!pattern.empty() && !memberPath.empty())
         if (!MatchesPattern(TakePart(pattern), TakePart(memberPath))) return false;
-    }
     return pattern.empty() && memberPath.empty();
 }
 

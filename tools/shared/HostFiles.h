@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -97,10 +96,6 @@ void CreateFolders(const std::filesystem::path& folder);
 /// order decides between names that are equal so). Throws ToolError naming the folder when it cannot be read,
 /// and naming the entry when its name cannot be expressed in Unicode.
 std::vector<HostFile> ListFolder(const std::filesystem::path& folder);
-
-/// Fills `bytes` from the start of `file`. Throws ToolError naming the file when it cannot be opened or read,
-/// and when it does not hold exactly that many bytes (because it changed since it was listed).
-void ReadWhole(const std::filesystem::path& file, std::span<std::uint8_t> bytes);
 
 /// Sets the modification time (local time) and the DOS attributes of a closed file; POSIX sets what it can
 /// express. A time that there is not becomes the nearest one, and one that the file system refuses stays out:

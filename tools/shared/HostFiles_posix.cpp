@@ -1,18 +1,17 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/uio.h>
 #include <unistd.h>
 #include <wctype.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <ctime>
 #include <limits>
 #include <system_error>
 
+#include "tools/shared/Handle.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
@@ -29,25 +28,10 @@ DosTime LocalDosTime(std::time_t moment) {
                        local.tm_sec);
 }
 
-// Owns a descriptor or a folder stream for the length of one function.
-struct Descriptor {
-    int Number;
-    explicit Descriptor(int number) : Number(number) {}
-    ~Descriptor() {
-        if (Number >= 0) close(Number);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-};
-
-struct FolderStream {
-    DIR* Handle;
-    explicit FolderStream(DIR* handle) : Handle(handle) {}
-    ~FolderStream() {
-        if (Handle != nullptr) closedir(Handle);
-    }
-    FolderStream(const FolderStream&) = delete;
-    FolderStream& operator=(const FolderStream&) = delete;
+struct OpenFolder {
+    using Value = DIR*;
+    static Value None() { return nullptr; }
+    static void Close(Value folder) { closedir(folder); }
 };
 
 HostFile Describe(int folder, const std::filesystem::path& folderPath, const char* name) {
@@ -165,40 +149,22 @@ void CreateFolders(const std::filesystem::path& folder) {
 }
 
 std::vector<HostFile> ListFolder(const std::filesystem::path& folder) {
-    const FolderStream stream(opendir(folder.c_str()));
-    if (stream.Handle == nullptr)
+    const UniqueHandle<OpenFolder> opened(opendir(folder.c_str()));
+    if (!opened)
         throw ToolError(Utf8FromPath(folder) + ": this folder cannot be read: " + SystemReason(errno));
     std::vector<HostFile> entries;
     for (;;) {
         errno = 0;
-        const dirent* const found = readdir(stream.Handle);
+        const dirent* const found = readdir(opened.Get());
         if (found == nullptr) break;
         if (std::strcmp(found->d_name, ".") == 0 || std::strcmp(found->d_name, "..") == 0) continue;
-        entries.push_back(Describe(dirfd(stream.Handle), folder, found->d_name));
+        entries.push_back(Describe(dirfd(opened.Get()), folder, found->d_name));
     }
     if (errno != 0)
         throw ToolError(Utf8FromPath(folder) + ": this folder cannot be read: " + SystemReason(errno));
     std::sort(entries.begin(), entries.end(),
               [](const HostFile& a, const HostFile& b) { return PrecedesWithoutCase(a.Name, b.Name); });
     return entries;
-}
-
-void ReadWhole(const std::filesystem::path& file, std::span<std::uint8_t> bytes) {
-    const Descriptor input(open(file.c_str(), O_RDONLY | O_CLOEXEC));
-    if (input.Number < 0) throw ToolError(Utf8FromPath(file) + ": cannot be opened: " + SystemReason(errno));
-    // One byte more than expected is asked for, so that a file that has grown is noticed, mostly in one call.
-    std::size_t done = 0;
-    do {
-        std::uint8_t surplus = 0;
-        const auto rest = bytes.subspan(done);
-        const std::array<iovec, 2> places{iovec{rest.data(), rest.size()}, iovec{&surplus, 1}};
-        const ssize_t count = readv(input.Number, places.data(), static_cast<int>(places.size()));
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) throw ToolError(Utf8FromPath(file) + ": cannot be read: " + SystemReason(errno));
-        done += static_cast<std::size_t>(count);
-        if (done > bytes.size() || count == 0) break;
-    } while (done < bytes.size());
-    if (done != bytes.size()) throw ToolError(Utf8FromPath(file) + ": changed while it was being read");
 }
 
 bool SetTimeAndAttributes(const std::filesystem::path& file, DosTime stored, std::uint8_t attributes) {

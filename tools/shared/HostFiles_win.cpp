@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "tools/shared/ByteOrder.h"
+#include "tools/shared/Handle.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
@@ -21,7 +22,6 @@ constexpr wchar_t kLongPrefix[] = L"\\\\?\\";
 constexpr wchar_t kLongNetworkPrefix[] = L"\\\\?\\UNC\\";
 constexpr std::size_t kLongPrefixLength = 4;
 constexpr std::size_t kLongNetworkPrefixLength = 8;
-constexpr DWORD kLargestRead = 1U << 30;
 
 // Returns whether `wide` could be expressed, which names with half a surrogate pair cannot.
 bool ConvertToUtf8(const std::wstring& wide, std::string& text) {
@@ -48,34 +48,12 @@ std::wstring WideFromUtf8(const std::string& text) {
     return {wide.begin(), wide.end()};
 }
 
-class Handle {
- public:
-    explicit Handle(HANDLE value) : value_(value) {}
-    ~Handle() {
-        if (IsOpen()) CloseHandle(value_);
-    }
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-    bool IsOpen() const { return value_ != INVALID_HANDLE_VALUE; }
-    HANDLE Value() const { return value_; }
-
- private:
-    HANDLE value_;
-};
-
-class Search {
- public:
-    explicit Search(HANDLE value) : value_(value) {}
-    ~Search() {
-        if (IsOpen()) FindClose(value_);
-    }
-    Search(const Search&) = delete;
-    Search& operator=(const Search&) = delete;
-    bool IsOpen() const { return value_ != INVALID_HANDLE_VALUE; }
-    HANDLE Value() const { return value_; }
-
- private:
-    HANDLE value_;
+// Memory that the system has allocated for an array of `Element`.
+template <typename Element>
+struct LocalMemory {
+    using Value = Element*;
+    static Value None() { return nullptr; }
+    static void Close(Value memory) { LocalFree(memory); }
 };
 
 // Converts by the rules that were in force at the time itself, as the file manager shows it. The rules of a
@@ -140,9 +118,9 @@ HostFile Describe(const WIN32_FIND_DATAW& found, const fs::path& folder, LocalCl
 
 bool Identify(const fs::path& path, BY_HANDLE_FILE_INFORMATION& status) {
     constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const Handle file(CreateFileW(LongPath(path).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
-                                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-    return file.IsOpen() && GetFileInformationByHandle(file.Value(), &status);
+    const FileHandle file(CreateFileW(LongPath(path).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
+                                      OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    return file && GetFileInformationByHandle(file.Get(), &status);
 }
 
 // Returns the number of characters of a long path that name its drive or share, with the backslash behind it.
@@ -159,10 +137,11 @@ void FollowFileLink(const fs::path& file, const WIN32_FIND_DATAW& found, HostFil
     if (entry.IsFolder || (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0 ||
         found.dwReserved0 != IO_REPARSE_TAG_SYMLINK)
         return;
-    const Handle target(CreateFileW(file.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const FileHandle target(CreateFileW(file.c_str(), FILE_READ_ATTRIBUTES,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr));
     BY_HANDLE_FILE_INFORMATION status{};
-    if (!target.IsOpen() || !GetFileInformationByHandle(target.Value(), &status)) {
+    if (!target || !GetFileInformationByHandle(target.Get(), &status)) {
         entry.IsSpecial = true;
         return;
     }
@@ -183,9 +162,8 @@ std::string SystemReason(std::int64_t error) {
 
 std::vector<std::string> Arguments(int, char**) {
     int count = 0;
-    wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
-    const std::vector<std::wstring> wide(words + (words != nullptr ? 1 : 0), words + count);
-    LocalFree(words);
+    const UniqueHandle<LocalMemory<wchar_t*>> words(CommandLineToArgvW(GetCommandLineW(), &count));
+    const std::vector<std::wstring> wide(words.Get() + (words ? 1 : 0), words.Get() + count);
     std::vector<std::string> arguments(wide.size());
     for (std::size_t i = 0; i < wide.size(); ++i)
         // Its question marks would be wildcards.
@@ -329,9 +307,10 @@ void CreateFolders(const fs::path& folder) {
 std::vector<HostFile> ListFolder(const fs::path& folder) {
     const fs::path longFolder = LongPath(folder);
     WIN32_FIND_DATAW found{};
-    const Search search(FindFirstFileExW((longFolder / L"*").c_str(), FindExInfoBasic, &found,
-                                         FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH));
-    if (!search.IsOpen()) {
+    const UniqueHandle<handles::Search> search(FindFirstFileExW((longFolder / L"*").c_str(), FindExInfoBasic,
+                                                                &found, FindExSearchNameMatch, nullptr,
+                                                                FIND_FIRST_EX_LARGE_FETCH));
+    if (!search) {
         // The root of an empty drive has not even the entries "." and "..".
         const DWORD error = GetLastError();
         const DWORD attributes = GetFileAttributesW(longFolder.c_str());
@@ -347,7 +326,7 @@ std::vector<HostFile> ListFolder(const fs::path& folder) {
         HostFile entry = Describe(found, folder, clock);
         FollowFileLink(longFolder / found.cFileName, found, entry, clock);
         entries.push_back(std::move(entry));
-    } while (FindNextFileW(search.Value(), &found));
+    } while (FindNextFileW(search.Get(), &found));
     if (GetLastError() != ERROR_NO_MORE_FILES)
         throw ToolError(Utf8FromPath(folder) +
                         ": this folder cannot be read: " + SystemReason(GetLastError()));
@@ -356,36 +335,14 @@ std::vector<HostFile> ListFolder(const fs::path& folder) {
     return entries;
 }
 
-void ReadWhole(const fs::path& file, std::span<std::uint8_t> bytes) {
-    const Handle input(CreateFileW(LongPath(file).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                   OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
-    if (!input.IsOpen())
-        throw ToolError(Utf8FromPath(file) + ": cannot be opened: " + SystemReason(GetLastError()));
-    std::size_t done = 0;
-    for (;;) {
-        // Once all bytes are there, one more is asked for, so that a file that has grown is noticed.
-        std::uint8_t surplus = 0;
-        const bool isFull = done == bytes.size();
-        const auto piece = static_cast<DWORD>(std::min<std::size_t>(bytes.size() - done, kLargestRead));
-        DWORD count = 0;
-        if (!ReadFile(input.Value(), isFull ? &surplus : bytes.data() + done, isFull ? 1 : piece, &count,
-                      nullptr))
-            throw ToolError(Utf8FromPath(file) + ": cannot be read: " + SystemReason(GetLastError()));
-        if (isFull ? count > 0 : count == 0)
-            throw ToolError(Utf8FromPath(file) + ": changed while it was being read");
-        if (isFull) return;
-        done += count;
-    }
-}
-
 bool SetTimeAndAttributes(const fs::path& file, DosTime modified, std::uint8_t attributes) {
     const fs::path longFile = LongPath(file);
     FILETIME moment{};
     if (LocalClock().ToFileTime(NearestMoment(modified), moment)) {
-        const Handle target(CreateFileW(longFile.c_str(), FILE_WRITE_ATTRIBUTES,
-                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-        if (target.IsOpen()) SetFileTime(target.Value(), nullptr, nullptr, &moment);
+        const FileHandle target(CreateFileW(longFile.c_str(), FILE_WRITE_ATTRIBUTES,
+                                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                            OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+        if (target) SetFileTime(target.Get(), nullptr, nullptr, &moment);
     }
     constexpr DWORD kOrdinary = kReadOnly | kHidden | kSystem | kArchive;
     const DWORD wanted = attributes & kOrdinary;

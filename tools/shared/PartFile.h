@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <span>
 
+#include "tools/shared/Handle.h"
+
 namespace tools {
 
 /// The file beside a target that holds what will replace it. Only one process at a time can have it open. It
@@ -39,7 +41,7 @@ class PartFile {
  private:
     std::filesystem::path target_;
     std::filesystem::path part_;
-    std::intptr_t handle_;  // HANDLE or file descriptor; -1 once it is closed
+    FileHandle handle_;  // none once the part is the target
 };
 
 /// Returns whether `file` is a part: one that is being written, or one that a killed run left.

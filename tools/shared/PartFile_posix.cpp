@@ -5,6 +5,7 @@
 
 #include <cerrno>
 
+#include "tools/shared/DeviceWrite.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/PartFile.h"
 #include "tools/shared/PartName.h"
@@ -24,45 +25,45 @@ bool IsNamed(const std::filesystem::path& part, const struct stat& opened) {
     return lstat(part.c_str(), &named) == 0 && named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
 }
 
-// Returns the descriptor of a part that is locked and empty, or -1 and sets errno: EEXIST when the name is
-// the user's, EWOULDBLOCK when another run writes under it.
-int TakePart(const std::filesystem::path& part) {
+// Returns a part that is locked and empty, or none and sets errno: EEXIST when the name is the user's,
+// EWOULDBLOCK when another run writes under it.
+FileHandle TakePart(const std::filesystem::path& part) {
     for (;;) {
-        int file = open(part.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666 | kMark);
-        if (file < 0 && errno != EEXIST) return -1;
-        const bool isNew = file >= 0;
+        FileHandle file(open(part.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666 | kMark));
+        if (!file && errno != EEXIST) return {};
+        const bool isNew = static_cast<bool>(file);
         // Not waiting, because it may be a pipe.
-        if (!isNew) file = open(part.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
-        if (file < 0 && errno == ENOENT) continue;
-        if (file < 0) {
+        if (!isNew) file.Reset(open(part.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+        if (!file && errno == ENOENT) continue;
+        if (!file) {
             errno = EEXIST;
-            return -1;
+            return {};
         }
         struct stat opened {};
-        const bool isOurs = fstat(file, &opened) == 0 && (isNew || IsMarked(opened));
-        const bool isLocked = isOurs && flock(file, LOCK_EX | LOCK_NB) == 0;
+        const bool isOurs = fstat(file.Get(), &opened) == 0 && (isNew || IsMarked(opened));
+        const bool isLocked = isOurs && flock(file.Get(), LOCK_EX | LOCK_NB) == 0;
         const int lockError = errno;
         // The other run may have renamed or removed the part between our open and our lock.
         const bool isNamed = IsNamed(part, opened);
         // A new file is left as it is: some file systems write a file that was cut short to the device when
         // it is closed.
-        if (isLocked && isNamed && (opened.st_size == 0 || ftruncate(file, 0) == 0)) return file;
+        if (isLocked && isNamed && (opened.st_size == 0 || SetSize(file, 0))) return file;
         const int error = !isOurs ? EEXIST : !isLocked ? lockError : errno;
         // Where nothing can be locked, the next run shall not meet what this one leaves.
         if (isNew && isNamed && error != EWOULDBLOCK) unlink(part.c_str());
-        close(file);
+        file.Reset();
         errno = error;
-        if (isNamed) return -1;
+        if (isNamed) return {};
     }
 }
 
 }  // namespace
 
-PartFile::PartFile(const std::filesystem::path& target) : target_(target), handle_(-1) {
+PartFile::PartFile(const std::filesystem::path& target) : target_(target) {
     for (unsigned number = 1; number <= kPartNames; ++number) {
         part_ = PartName(target, number);
         handle_ = TakePart(part_);
-        if (handle_ >= 0) return;
+        if (handle_) return;
         if (errno == EWOULDBLOCK) throw ToolError(Utf8FromPath(target) + ": is being written by another run");
         if (errno != EEXIST) break;
     }
@@ -70,40 +71,35 @@ PartFile::PartFile(const std::filesystem::path& target) : target_(target), handl
 }
 
 PartFile::~PartFile() {
-    if (handle_ < 0) return;
-    unlink(part_.c_str());
-    close(static_cast<int>(handle_));
+    if (handle_) unlink(part_.c_str());
 }
 
 void PartFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {
-        const ssize_t count =
-            pwrite(static_cast<int>(handle_), bytes.data(), bytes.size(), static_cast<off_t>(offset));
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(errno));
-        offset += static_cast<std::uint64_t>(count);
-        bytes = bytes.subspan(static_cast<std::size_t>(count));
+        const std::size_t count = WriteSome(handle_, offset, bytes);
+        if (count == 0)
+            throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(errno));
+        offset += count;
+        bytes = bytes.subspan(count);
     }
 }
 
 void PartFile::Resize(std::uint64_t size) {
-    if (ftruncate(static_cast<int>(handle_), static_cast<off_t>(size)) != 0)
+    if (!SetSize(handle_, size))
         throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(errno));
 }
 
 void PartFile::MoveToTarget() {
     // A file system may keep the renaming and lose the contents when the power fails. Some kinds of it, for
     // which there is nothing to wait for, answer EINVAL.
-    if (fsync(static_cast<int>(handle_)) != 0 && errno != EINVAL)
+    if (fsync(handle_.Get()) != 0 && errno != EINVAL)
         throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(errno));
     if (rename(part_.c_str(), target_.c_str()) != 0)
         throw ToolError(Utf8FromPath(target_) + ": cannot be replaced: " + SystemReason(errno));
     struct stat status {};
-    if (fstat(static_cast<int>(handle_), &status) == 0)
-        fchmod(static_cast<int>(handle_), status.st_mode & 07777U & ~kMark);
+    if (fstat(handle_.Get(), &status) == 0) fchmod(handle_.Get(), status.st_mode & 07777U & ~kMark);
     // Closed last: the lock must hold until the name is gone, or another run could take the part over.
-    close(static_cast<int>(handle_));
-    handle_ = -1;
+    handle_.Reset();
 }
 
 bool IsPart(const std::filesystem::path& file) {

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <vector>
 
+#include "tools/shared/DeviceWrite.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/PartFile.h"
 #include "tools/shared/PartName.h"
@@ -13,16 +14,12 @@ namespace tools {
 namespace {
 
 constexpr DWORD kMark = FILE_ATTRIBUTE_SYSTEM;
-constexpr DWORD kLargestWrite = 1U << 30;
 constexpr ULONGLONG kReplacePatience = 5000;  // milliseconds
 constexpr DWORD kReplaceStep = 50;            // milliseconds
 
 bool IsListed(const std::filesystem::path& file) {
     WIN32_FIND_DATAW found{};
-    const HANDLE search = FindFirstFileW(file.c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return false;
-    FindClose(search);
-    return true;
+    return static_cast<bool>(UniqueHandle<handles::Search>(FindFirstFileW(file.c_str(), &found)));
 }
 
 bool MarkForDeletion(HANDLE file, bool isMarked) {
@@ -63,10 +60,6 @@ bool RenameOnceTargetIsFree(HANDLE file, const std::wstring& target, DWORD& erro
     }
 }
 
-HANDLE AsHandle(std::intptr_t value) {
-    return reinterpret_cast<HANDLE>(value);
-}
-
 bool IsMarked(HANDLE file) {
     BY_HANDLE_FILE_INFORMATION status{};
     constexpr DWORD kNoPart = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
@@ -80,45 +73,43 @@ void RemoveMark(HANDLE file) {
     SetFileInformationByHandle(file, FileBasicInfo, &basics, sizeof basics);
 }
 
-HANDLE OpenPart(const std::filesystem::path& part, DWORD access, DWORD share, DWORD disposition,
-                DWORD attributes) {
-    return CreateFileW(part.c_str(), access | FILE_READ_ATTRIBUTES, share, nullptr, disposition,
-                       attributes | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+FileHandle OpenPart(const std::filesystem::path& part, DWORD access, DWORD share, DWORD disposition,
+                    DWORD attributes) {
+    return FileHandle(CreateFileW(part.c_str(), access | FILE_READ_ATTRIBUTES, share, nullptr, disposition,
+                                  attributes | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
 }
 
-// Returns the handle of a part that is empty. Otherwise INVALID_HANDLE_VALUE, and `error` says why:
-// ERROR_FILE_EXISTS when the name is the user's.
-HANDLE TakePart(const std::filesystem::path& part, DWORD& error) {
-    const HANDLE fresh = OpenPart(part, GENERIC_WRITE | DELETE, 0, CREATE_NEW, kMark);
+// Returns a part that is empty. Otherwise none, and `error` says why: ERROR_FILE_EXISTS when the name is the
+// user's.
+FileHandle TakePart(const std::filesystem::path& part, DWORD& error) {
+    FileHandle fresh = OpenPart(part, GENERIC_WRITE | DELETE, 0, CREATE_NEW, kMark);
     error = GetLastError();
-    if (fresh != INVALID_HANDLE_VALUE || error != ERROR_FILE_EXISTS) return fresh;
+    if (fresh || error != ERROR_FILE_EXISTS) return fresh;
     // Not opened for writing unless it bears the mark: another program may be at work on a file of the
     // user's. A part that waits to be deleted has no attributes.
     const DWORD attributes = GetFileAttributesW(part.c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & kMark) == 0) return INVALID_HANDLE_VALUE;
-    const HANDLE left = OpenPart(part, GENERIC_WRITE | DELETE, 0, OPEN_EXISTING, 0);
-    if (left == INVALID_HANDLE_VALUE) {
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & kMark) == 0) return {};
+    FileHandle left = OpenPart(part, GENERIC_WRITE | DELETE, 0, OPEN_EXISTING, 0);
+    if (!left) {
         error = GetLastError();
         // The other run has ended meanwhile.
-        return error == ERROR_FILE_NOT_FOUND ? TakePart(part, error) : left;
+        return error == ERROR_FILE_NOT_FOUND ? TakePart(part, error) : FileHandle();
     }
-    if (IsMarked(left) && SetEndOfFile(left)) return left;
-    CloseHandle(left);
-    return INVALID_HANDLE_VALUE;
+    if (IsMarked(left.Get()) && SetSize(left, 0)) return left;
+    return {};
 }
 
 }  // namespace
 
-PartFile::PartFile(const std::filesystem::path& target) : target_(target), handle_(-1) {
+PartFile::PartFile(const std::filesystem::path& target) : target_(target) {
     const std::filesystem::path longTarget = LongPath(target);
     DWORD error = ERROR_FILE_EXISTS;
     for (unsigned number = 1; number <= kPartNames && error == ERROR_FILE_EXISTS; ++number) {
         part_ = PartName(longTarget, number);
-        const HANDLE file = TakePart(part_, error);
-        if (file == INVALID_HANDLE_VALUE) continue;
-        handle_ = reinterpret_cast<std::intptr_t>(file);
+        handle_ = TakePart(part_, error);
+        if (!handle_) continue;
         // Where the file system cannot do this, a killed run leaves its part and the next run writes over it.
-        MarkForDeletion(file, true);
+        MarkForDeletion(handle_.Get(), true);
         return;
     }
     // A part that waits to be deleted answers "access denied"; only a search still sees it.
@@ -128,47 +119,39 @@ PartFile::PartFile(const std::filesystem::path& target) : target_(target), handl
 }
 
 PartFile::~PartFile() {
-    if (handle_ == -1) return;
-    const bool isMarked = MarkForDeletion(AsHandle(handle_), true);
-    CloseHandle(AsHandle(handle_));
+    if (!handle_) return;
+    const bool isMarked = MarkForDeletion(handle_.Get(), true);
+    handle_.Reset();
     if (!isMarked) DeleteFileW(part_.c_str());
 }
 
 void PartFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
-    LARGE_INTEGER position{};
-    position.QuadPart = static_cast<LONGLONG>(offset);
-    bool isDone = SetFilePointerEx(AsHandle(handle_), position, nullptr, FILE_BEGIN) != 0;
-    while (isDone && !bytes.empty()) {
-        const auto piece = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), kLargestWrite));
-        DWORD count = 0;
-        isDone = WriteFile(AsHandle(handle_), bytes.data(), piece, &count, nullptr) && count > 0;
+    while (!bytes.empty()) {
+        const std::size_t count = WriteSome(handle_, offset, bytes);
+        if (count == 0)
+            throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(GetLastError()));
+        offset += count;
         bytes = bytes.subspan(count);
     }
-    if (!isDone)
-        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(GetLastError()));
 }
 
 void PartFile::Resize(std::uint64_t size) {
-    LARGE_INTEGER end{};
-    end.QuadPart = static_cast<LONGLONG>(size);
-    if (SetFilePointerEx(AsHandle(handle_), end, nullptr, FILE_BEGIN) == 0 ||
-        SetEndOfFile(AsHandle(handle_)) == 0)
+    if (!SetSize(handle_, size))
         throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(GetLastError()));
 }
 
 void PartFile::MoveToTarget() {
     // A file system may keep the renaming and lose the contents when the power fails. Network file systems
     // need not know this function.
-    if (!FlushFileBuffers(AsHandle(handle_)) && GetLastError() != ERROR_INVALID_FUNCTION &&
+    if (!FlushFileBuffers(handle_.Get()) && GetLastError() != ERROR_INVALID_FUNCTION &&
         GetLastError() != ERROR_NOT_SUPPORTED)
         throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(GetLastError()));
     const std::filesystem::path longTarget = LongPath(target_);
     DWORD error = ERROR_SUCCESS;
-    bool isMoved = RenameOnceTargetIsFree(AsHandle(handle_), longTarget.native(), error);
+    bool isMoved = RenameOnceTargetIsFree(handle_.Get(), longTarget.native(), error);
     if (!isMoved && !MeansInUse(error)) {
         // Some network file systems do not rename an open file.
-        CloseHandle(AsHandle(handle_));
-        handle_ = -1;
+        handle_.Reset();
         isMoved = MoveFileExW(part_.c_str(), longTarget.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
         error = GetLastError();
         if (isMoved) SetFileAttributesW(longTarget.c_str(), FILE_ATTRIBUTE_ARCHIVE);
@@ -179,20 +162,14 @@ void PartFile::MoveToTarget() {
             Utf8FromPath(target_) + ": cannot be replaced: " +
             (MeansInUse(error) ? "another program is using it, or it is protected" : SystemReason(error)));
     }
-    if (handle_ != -1) {
-        RemoveMark(AsHandle(handle_));
-        CloseHandle(AsHandle(handle_));
-    }
-    handle_ = -1;
+    if (handle_) RemoveMark(handle_.Get());
+    handle_.Reset();
 }
 
 bool IsPart(const std::filesystem::path& file) {
-    const HANDLE part =
+    const FileHandle part =
         OpenPart(LongPath(file), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING, 0);
-    if (part == INVALID_HANDLE_VALUE) return false;
-    const bool isMarked = IsMarked(part);
-    CloseHandle(part);
-    return isMarked;
+    return part && IsMarked(part.Get());
 }
 
 }  // namespace tools

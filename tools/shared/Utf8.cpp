@@ -29,10 +29,6 @@ char32_t NextCharacter(std::string_view text, std::size_t& position) {
     return character;
 }
 
-char UpperLetter(char letter) {
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
-
 bool IsControl(char32_t character) {
     return character < 0x20 || (character >= 0x7F && character <= 0x9F);
 }
@@ -114,13 +110,18 @@ std::string Shown(const std::string& text) {
 }
 
 std::string UpperAscii(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), UpperLetter);
+    std::transform(text.begin(), text.end(), text.begin(), floppy::UpperAscii);
     return text;
+}
+
+bool EqualsFolded(std::string_view left, std::string_view right) {
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](char a, char b) { return UpperAscii(a) == UpperAscii(b); });
 }
 
 bool PrecedesWithoutCase(const std::string& left, const std::string& right) {
     const auto isLess = [](char a, char b) {
-        return static_cast<std::uint8_t>(UpperLetter(a)) < static_cast<std::uint8_t>(UpperLetter(b));
+        return static_cast<std::uint8_t>(UpperAscii(a)) < static_cast<std::uint8_t>(UpperAscii(b));
     };
     if (std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(), isLess))
         return true;

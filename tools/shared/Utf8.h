@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "floppy/ShortName.h"
+
 namespace tools {
 
 /// Returns true when `text` is well-formed UTF-8 (no overlong forms, no surrogates).
@@ -26,8 +28,14 @@ bool HoldsControl(std::string_view text);
 /// shown as \uNNNN; bytes that are no UTF-8 as \xNN.
 std::string Shown(const std::string& text);
 
-/// Returns the text with a-z turned to A-Z; other characters stay.
+/// A letter or a text with a-z turned to A-Z; other characters stay: their case depends on a code page that
+/// neither a floppy nor a cabinet names.
+using floppy::UpperAscii;
 std::string UpperAscii(std::string text);
+
+/// Returns whether the two texts differ in nothing but ASCII case, as DOS and the members of a cabinet are
+/// compared.
+bool EqualsFolded(std::string_view left, std::string_view right);
 
 /// The order of names in everything the tools write: without regard to ASCII case first, by bytes among
 /// equals.

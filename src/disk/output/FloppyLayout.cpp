@@ -1,7 +1,7 @@
 #include "src/disk/output/FloppyLayout.h"
 
+#include "floppy/ShortName.h"
 #include "src/common/Text.h"
-#include "tools/bfi/ShortName.h"
 
 namespace velbooter {
 
@@ -11,19 +11,11 @@ void FloppyLayout::Add(const std::string& path, std::uint64_t bytes) {
 }
 
 std::uint64_t FloppyLayout::Bytes() const {
-    std::uint64_t clusters = 0;
-    for (const auto& [path, bytes] : files_) clusters += geometry_.ClustersFor(bytes);
-    for (const auto& [path, slots] : folders_) {
-        if (!path.empty()) clusters += geometry_.ClustersFor(tools::bfi::BytesOfFolder(slots));
-    }
-    return clusters * geometry_.ClusterBytes();
+    return Sum().Bytes();
 }
 
 bool FloppyLayout::Fits() const {
-    const auto root = folders_.find("");
-    const size_t rootSlots = 1 + (root == folders_.end() ? 0 : root->second);  // the label takes one
-    return rootSlots <= geometry_.RootEntries &&
-           Bytes() <= std::uint64_t{geometry_.DataClusters()} * geometry_.ClusterBytes();
+    return Sum().Fits();
 }
 
 void FloppyLayout::AddToFolder(const std::string& path) {
@@ -33,8 +25,20 @@ void FloppyLayout::AddToFolder(const std::string& path) {
     const auto [found, isNew] = folders_.try_emplace(UpperCase(folder), 0);
     // A character of the code page is one unit of UTF-16 nearly everywhere; where two bytes make one, the
     // name counts as longer than it is.
-    found->second += tools::bfi::SlotsOfName(tools::bfi::ToShortName(name) ? 0 : name.size());
+    found->second += floppy::SlotsOfName(floppy::ToShortName(name) ? 0 : name.size());
     if (isNew && !folder.empty()) AddToFolder(folder);
+}
+
+floppy::SpaceNeeded FloppyLayout::Sum() const {
+    floppy::SpaceNeeded space(geometry_);
+    for (const auto& [path, bytes] : files_) space.AddFile(bytes);
+    for (const auto& [path, slots] : folders_) {
+        if (path.empty())
+            space.AddRootNames(slots);
+        else
+            space.AddFolder(slots);
+    }
+    return space;
 }
 
 }  // namespace velbooter

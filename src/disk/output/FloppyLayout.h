@@ -6,14 +6,15 @@
 #include <map>
 #include <string>
 
-#include "tools/bfi/Geometry.h"
+#include "floppy/Geometry.h"
+#include "floppy/SpaceNeeded.h"
 
 namespace velbooter {
 
 class FloppyLayout {
  public:
     /// An empty disk of the format `geometry`, which outlives the layout.
-    explicit FloppyLayout(const tools::bfi::Geometry& geometry) : geometry_(geometry) {}
+    explicit FloppyLayout(const floppy::Geometry& geometry) : geometry_(geometry) {}
 
     /// Puts a file of `bytes` bytes at `path` ("bin\\a.cab"), its folders with it. Of several files at one
     /// path, whatever their case, the last counts, under the name of the first.
@@ -22,13 +23,14 @@ class FloppyLayout {
     /// Returns how many bytes of the disk's data area are taken, whole clusters.
     std::uint64_t Bytes() const;
 
-    /// Returns whether everything has room, the names in the root directory included.
+    /// Returns whether everything fits, the names in the root directory included.
     bool Fits() const;
 
  private:
     void AddToFolder(const std::string& path);
+    floppy::SpaceNeeded Sum() const;
 
-    const tools::bfi::Geometry& geometry_;
+    const floppy::Geometry& geometry_;
     // By path in upper case: the bytes of a file, and the directory entries of the names in a folder ("" is
     // the root).
     std::map<std::string, std::uint64_t> files_;

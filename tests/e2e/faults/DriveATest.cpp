@@ -87,7 +87,7 @@ TEST_F(TargetOnDriveA, FullDriveKeepsItsOldImage) {
     WriteFileAt("A:\\disk.img", kOldImage);
     RemountDriveA("size=600k");
     ExpectBuild(ExitCode::NoImage);
-    EXPECT_EQ(ReadFileAt("A:\\disk.img"), kOldImage);
+    EXPECT_EQ(kOldImage, ReadFileAt("A:\\disk.img"));
     EXPECT_THAT(NamesOnDrive(), ElementsAre("disk.img"));
 }
 
@@ -95,7 +95,7 @@ TEST_F(TargetOnDriveA, WriteProtectedDriveKeepsItsOldImage) {
     WriteFileAt("A:\\disk.img", kOldImage);
     RemountDriveA(kReadOnly);
     ExpectBuild(ExitCode::NoImage);
-    EXPECT_EQ(ReadFileAt("A:\\disk.img"), kOldImage);
+    EXPECT_EQ(kOldImage, ReadFileAt("A:\\disk.img"));
     EXPECT_THAT(NamesOnDrive(), ElementsAre("disk.img"));
 }
 
@@ -119,7 +119,7 @@ class ApplicationInTheRootOfDriveA : public DriveA {
 TEST_F(ApplicationInTheRootOfDriveA, BuildsFromAnotherFolderOfTheDrive) {
     EXPECT_EQ(StartedTool("\"A:\\velbooter.exe\" custom two.img", "A:\\work").ExitCode(),
               Number(ExitCode::Built));
-    EXPECT_EQ(FloppyImage("A:\\two.img").Files().count("IO.SYS"), 1U);
+    EXPECT_EQ(1U, FloppyImage("A:\\two.img").Files().count("IO.SYS"));
     EXPECT_THAT(NamesOnDrive(), testing::Not(testing::Contains("cabs")));
     EXPECT_TRUE(fs::is_empty("A:\\work"));
 }
@@ -150,7 +150,7 @@ TEST_F(ApplicationOnDriveA, WriteProtectedFolderShowsTheWizardsLastPage) {
     ProgramUnderTest program(folder_, "");
     EXPECT_EQ(program.Answer("OK"), error_);
     const ShownWizard wizard(program, kFinishedPage);
-    EXPECT_EQ(wizard.Text(IDC_OUTCOME), "Operation canceled");
+    EXPECT_EQ("Operation canceled", wizard.Text(IDC_OUTCOME));
     wizard.Click(IDC_FINISH);
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
     ExpectOldImage(folder_);

@@ -19,7 +19,7 @@ void PutOldImage(const ApplicationFolder& folder) {
 
 void ExpectOldImage(const ApplicationFolder& folder) {
     EXPECT_THAT(folder.Names("out"), ElementsAre("disk.img"));
-    EXPECT_EQ(folder.Read(kTarget), kOldImage);
+    EXPECT_EQ(kOldImage, folder.Read(kTarget));
 }
 
 void ExpectRunWithoutImage(const ApplicationFolder& folder) {

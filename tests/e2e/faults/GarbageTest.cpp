@@ -125,7 +125,7 @@ TEST_P(GarbledCatalogue, HasTheCustomDiskAlone) {
     folder_.Write("files\\disklist.ini", GetParam().Contents());
     {
         ProgramUnderTest program(folder_, " minimal");
-        EXPECT_EQ(program.Answer("OK").Text, "The disk \"minimal\" doesn't exist");
+        EXPECT_EQ("The disk \"minimal\" doesn't exist", program.Answer("OK").Text);
         EXPECT_EQ(program.ExitCode(), Number(ExitCode::UnknownDisk));
     }
     ExpectOldImage(folder_);

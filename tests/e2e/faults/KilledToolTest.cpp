@@ -59,7 +59,7 @@ TEST(Kill, ProgramAndArchiverKilledWhilePackingHinderNoLaterRun) {
     folder.Write("files\\keyb\\LONG.TXT", LongText());
     ProgramUnderTest program(folder, " custom out\\disk.img");
     WaitUntilItWrites(folder, "cabs\\LIB");
-    EXPECT_EQ(program.Status(), "Processing custom.ini file ...");
+    EXPECT_EQ("Processing custom.ini file ...", program.Status());
     program.Kill();
     ASSERT_TRUE(KillChild(program.ProcessId(), "cabarc.exe"));
     EXPECT_THAT(folder.Names("cabs\\LIB"), IsEmpty());
@@ -121,7 +121,7 @@ class KilledTool {
     DWORD RunToTheEnd() {
         folder_.Write("out\\" + target_, kOldImage);
         const ULONGLONG begin = ::GetTickCount64();
-        EXPECT_EQ(StartedTool(commandLine_, folder_.Path()).ExitCode(), 0u);
+        EXPECT_EQ(0u, StartedTool(commandLine_, folder_.Path()).ExitCode());
         return static_cast<DWORD>(::GetTickCount64() - begin);
     }
 

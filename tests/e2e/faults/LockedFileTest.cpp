@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "tests/e2e/faults/FaultExpectations.h"
-#include "tests/e2e/support/LockedFile.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 #include "tests/e2e/support/Programs.h"
+#include "tests/support/LockedFile.h"
 
 namespace velbooter::e2e {
 namespace {
@@ -95,7 +95,7 @@ TEST_F(Locked, StagedFileMakesNoImage) {
         ProgramUnderTest program(folder_, kBuild);
         program.WaitUntil([&] { return tool.IsAtWork(); }, "the image is not written");
         const std::vector<std::string> staging = folder_.Names("Temp");
-        ASSERT_EQ(staging.size(), 1u);
+        ASSERT_EQ(1u, staging.size());
         const LockedFile lock(folder_.Path("Temp\\" + staging.front() + "\\AUTOEXEC.BAT"));
         tool.Release();
         EXPECT_EQ(program.ExitCode(), Number(ExitCode::NoImage));

@@ -81,7 +81,7 @@ TEST(Names, PluginMayHaveAnyNameWithoutABlank) {
     ProgramUnderTest program(folder, " -plugin " + StrangeWord() + " custom out\\disk.img");
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
     const FloppyImage image = ExpectImage(folder, folder.Path(kTarget), kSmallImageBytes);
-    EXPECT_EQ(image.Files().at("PLUGIN.TXT"), "a file of the plugin");
+    EXPECT_EQ("a file of the plugin", image.Files().at("PLUGIN.TXT"));
 }
 
 TEST(Names, FilesOfTheDiskMayHaveAnyName) {
@@ -97,9 +97,9 @@ TEST(Names, FilesOfTheDiskMayHaveAnyName) {
     for (const auto& [name, content] : image.Files()) contents.push_back(content);
     EXPECT_THAT(contents, Contains("copied"));
     folder.Write("keyb.cab", image.Files().at("LIB\\KEYB.CAB"));
-    EXPECT_EQ(StartedTool(folder.Path("cabarc.exe") + " x keyb.cab unpacked\\", folder.Path()).ExitCode(),
-              0u);
-    EXPECT_EQ(folder.Read("unpacked\\" + file), "packed");
+    EXPECT_EQ(0u,
+              StartedTool(folder.Path("cabarc.exe") + " x keyb.cab unpacked\\", folder.Path()).ExitCode());
+    EXPECT_EQ("packed", folder.Read("unpacked\\" + file));
 }
 
 }  // namespace

@@ -124,8 +124,8 @@ TEST_F(Painting, WaitWindowComesBackWhileAPluginWorks) {
     ExpectPaintsItselfAgain(program, program.WaitWindow());
     plugin.Release();
     EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
-    EXPECT_EQ(ExpectImage(folder_, folder_.Path(kTarget), kSmallImageBytes).Files().at("SLOW.TXT"),
-              "a file of the plugin");
+    EXPECT_EQ("a file of the plugin",
+              ExpectImage(folder_, folder_.Path(kTarget), kSmallImageBytes).Files().at("SLOW.TXT"));
 }
 
 TEST_F(Painting, WizardComesBackWhileTheImageIsWritten) {

@@ -6,8 +6,8 @@
 
 #include "tests/e2e/faults/FaultExpectations.h"
 #include "tests/e2e/support/HarnessFailure.h"
-#include "tests/e2e/support/LockedFile.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
+#include "tests/support/LockedFile.h"
 #include "tests/support/Patience.h"
 
 namespace velbooter::e2e {
@@ -68,7 +68,7 @@ TEST_F(Target, FolderThatIsMissingIsMade) {
 TEST_F(Target, FileInPlaceOfItsFolderIsKept) {
     folder_.Write("out", "a file");
     ExpectRunWithoutImage(folder_);
-    EXPECT_EQ(folder_.Read("out"), "a file");
+    EXPECT_EQ("a file", folder_.Read("out"));
     folder_.Remove("out");
     ExpectRunWorks(folder_);
 }
@@ -76,7 +76,7 @@ TEST_F(Target, FileInPlaceOfItsFolderIsKept) {
 TEST_F(Target, FolderInItsPlaceIsKept) {
     folder_.Write("out\\disk.img\\KEPT.TXT", "a file");
     ExpectRunWithoutImage(folder_);
-    EXPECT_EQ(folder_.Read("out\\disk.img\\KEPT.TXT"), "a file");
+    EXPECT_EQ("a file", folder_.Read("out\\disk.img\\KEPT.TXT"));
     folder_.Remove("out");
     ExpectRunWorks(folder_);
 }

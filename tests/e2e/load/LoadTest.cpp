@@ -49,7 +49,7 @@ TEST_F(Load, AllOf200DisksAreListedAndTheLastIsBuilt) {
     wizard.Click(IDC_FINISH);
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
     const FloppyImage image = ExpectImage(folder_, folder_.Path("disk0200.img"), kSmallImageBytes);
-    EXPECT_EQ(image.Files().count("LAST.TXT"), 1U);
+    EXPECT_EQ(1U, image.Files().count("LAST.TXT"));
 }
 
 TEST_F(Load, AllOf500DriversAreListedAndWritten) {
@@ -108,7 +108,7 @@ TEST_F(Load, AllOf2000FilesAreListedTickedAndWritten) {
     const std::vector<std::string> files = wizard.SelectedFiles();
     EXPECT_EQ(Ask(wizard.Control(IDC_FILES), LB_GETCOUNT), static_cast<LRESULT>(files.size()));
     for (int i = 1; i <= kFiles; ++i)
-        ASSERT_EQ(std::count(files.begin(), files.end(), PathOfFile(i)), 1) << PathOfFile(i);
+        ASSERT_EQ(1, std::count(files.begin(), files.end(), PathOfFile(i))) << PathOfFile(i);
 
     const std::string left = PathOfFile(kFiles);
     wizard.ClickFile(left);
@@ -121,7 +121,7 @@ TEST_F(Load, AllOf2000FilesAreListedTickedAndWritten) {
     const auto built = ExpectImage(folder_, folder_.Path("BootDisk.img"), kLargeImageBytes).Files();
     // The build adds the two lists of network drivers.
     EXPECT_EQ(built.size(), files.size() - 1 + 2);
-    EXPECT_EQ(built.count(left), 0U);
+    EXPECT_EQ(0U, built.count(left));
     for (int i = 1; i < kFiles; ++i) ASSERT_EQ(built.at(PathOfFile(i)), PathOfFile(i));
 }
 

@@ -37,7 +37,7 @@ void ExpectNoWorkingFiles(const ApplicationFolder& folder) {
 FloppyImage ExpectImage(const ApplicationFolder& folder, const std::string& path, size_t bytes) {
     FloppyImage image(path);
     EXPECT_EQ(image.Size(), bytes);
-    EXPECT_EQ(image.Label(), "VELSTART");
+    EXPECT_EQ("VELSTART", image.Label());
     const auto contents = [&](const std::string& name) {
         const auto found = image.Files().find(name);
         return found == image.Files().end() ? "not in the image" : found->second;

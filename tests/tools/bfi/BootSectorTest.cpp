@@ -4,8 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "tests/tools/bfi/ImageFixture.h"
+#include "tools/bfi/VolumeLabel.h"
 
-namespace tools::bfi {
+namespace tools::bfi::testing {
 namespace {
 
 using testing::SampleBootSector;
@@ -30,13 +31,13 @@ TEST(BootSector, MustBeExactly512BytesLong) {
     EXPECT_EQ(RefusalOf(longer), reason);
     EXPECT_EQ(RefusalOf(shorter), reason);
     EXPECT_EQ(RefusalOf({}), reason);
-    EXPECT_EQ(RefusalOf(SampleBootSector()), "(no error)");
+    EXPECT_EQ("(no error)", RefusalOf(SampleBootSector()));
 }
 
 TEST(BootSector, MustEndWithItsSignature) {
     Bytes sector = SampleBootSector();
     sector[511] = 0;
-    EXPECT_EQ(RefusalOf(sector), "is not a boot sector: it does not end with the bytes 55 AA");
+    EXPECT_EQ("is not a boot sector: it does not end with the bytes 55 AA", RefusalOf(sector));
 }
 
 TEST(BootSector, MustJumpOverTheDescription) {
@@ -71,7 +72,7 @@ TEST(BootSector, KeepsTheJumpTheMakersNameAndTheCode) {
     const Bytes file = SampleBootSector();
     BootSector code{};
     std::copy(file.begin(), file.end(), code.begin());
-    const BootSector sector = DescribeDisk(code, *GeometryOfType("144"), ToVolumeLabel("label"));
+    const BootSector sector = DescribeDisk(code, *floppy::GeometryOfType("144"), ToVolumeLabel("label"));
     EXPECT_TRUE(std::equal(file.begin(), file.begin() + 0x0B, sector.begin()));
     EXPECT_TRUE(std::equal(file.begin() + 0x3E, file.end(), sector.begin() + 0x3E));
 }
@@ -88,7 +89,7 @@ TEST(BootSector, DescribesEachFormat) {
     of288[9] = 0x16;
     of288[13] = 0x24;
     const auto described = [](const char* type) {
-        const BootSector sector = DescribeDisk({}, *GeometryOfType(type), ToVolumeLabel("label"));
+        const BootSector sector = DescribeDisk({}, *floppy::GeometryOfType(type), ToVolumeLabel("label"));
         return Bytes(sector.begin() + 0x0B, sector.begin() + 0x3E);
     };
     EXPECT_EQ(described("144"), of144);
@@ -96,4 +97,4 @@ TEST(BootSector, DescribesEachFormat) {
 }
 
 }  // namespace
-}  // namespace tools::bfi
+}  // namespace tools::bfi::testing

@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/RunProgram.h"
 #include "tests/tools/bfi/ImageFixture.h"
-#include "tests/tools/shared/RunProgram.h"
 #include "tools/shared/HostFiles.h"
 
 namespace tools::bfi::testing {
@@ -33,9 +33,9 @@ class Checker : public ImageTest {
 
     void ExpectSound() const {
         const ProgramResult check = RunProgram({"fsck.fat", "-n", "-v", Image()});
-        EXPECT_EQ(check.ExitCode, 0) << check.Output;
+        EXPECT_EQ(0, check.ExitCode) << check.All();
         const ProgramResult archiver = RunProgram({"7z", "t", Image()});
-        EXPECT_EQ(archiver.ExitCode, 0) << archiver.Output;
+        EXPECT_EQ(0, archiver.ExitCode) << archiver.All();
     }
 };
 
@@ -53,7 +53,7 @@ TEST_P(Checker, FsckFindsNothingOnAnEmptyAndOnAFullDisk) {
     ExpectSound();
     const ProgramResult check = RunProgram({"fsck.fat", "-n", Image()});
     const std::string clusters = std::to_string(Format().DataClusters());
-    EXPECT_THAT(check.Output, HasSubstr(clusters + "/" + clusters + " clusters"));
+    EXPECT_THAT(check.All(), HasSubstr(clusters + "/" + clusters + " clusters"));
 }
 
 TEST_P(Checker, FsckFindsNothingInAFullRootAndALargeFolder) {
@@ -69,17 +69,17 @@ TEST_P(Checker, McopyGivesEveryFileBack) {
     Files.MakeFolder("back");
     const ProgramResult copy =
         RunProgram({"mcopy", "-s", "-m", "-n", "-i", Image(), "::*", Files.Text("back")});
-    ASSERT_EQ(copy.ExitCode, 0) << copy.Output;
+    ASSERT_EQ(0, copy.ExitCode) << copy.All();
     EXPECT_THAT(Files.Names("back"), ElementsAre("COMMAND.COM", "IO.SYS", "LIB", "LOCKED.TXT", "NOTHING"));
-    EXPECT_EQ(Files.Read("back/IO.SYS"), NoiseBytes(3000, 1));
-    EXPECT_EQ(Files.Read("back/COMMAND.COM"), NoiseBytes(93'812, 2));
-    EXPECT_EQ(Files.Read("back/LOCKED.TXT"), NoiseBytes(10, 3));
-    EXPECT_EQ(Files.Read("back/LIB/NET.CAB"), NoiseBytes(200'000, 4));
-    EXPECT_EQ(Files.Read("back/LIB/A long name.text"), NoiseBytes(777, 5));
-    EXPECT_EQ(Files.Read("back/LIB/DEEP/EMPTY"), Bytes{});
+    EXPECT_EQ(NoiseBytes(3000, 1), Files.Read("back/IO.SYS"));
+    EXPECT_EQ(NoiseBytes(93'812, 2), Files.Read("back/COMMAND.COM"));
+    EXPECT_EQ(NoiseBytes(10, 3), Files.Read("back/LOCKED.TXT"));
+    EXPECT_EQ(NoiseBytes(200'000, 4), Files.Read("back/LIB/NET.CAB"));
+    EXPECT_EQ(NoiseBytes(777, 5), Files.Read("back/LIB/A long name.text"));
+    EXPECT_EQ(Bytes{}, Files.Read("back/LIB/DEEP/EMPTY"));
     for (const tools::HostFile& file : tools::ListFolder(Files.Path("back")))
         if (!file.IsFolder) {
-            EXPECT_EQ(file.Modified, PackDosTime(1998, 5, 11, 20, 1, 2)) << file.Name;
+            EXPECT_EQ(PackDosTime(1998, 5, 11, 20, 1, 2), file.Modified) << file.Name;
         }
 }
 
@@ -87,8 +87,8 @@ TEST_P(Checker, MtypePrintsAFile) {
     Files.Write("tree/autoexec.bat", "@echo off\r\n");
     Build();
     const ProgramResult type = RunProgram({"mtype", "-i", Image(), "::AUTOEXEC.BAT"});
-    EXPECT_EQ(type.ExitCode, 0);
-    EXPECT_EQ(type.Output, "@echo off\r\n");
+    EXPECT_EQ(0, type.ExitCode);
+    EXPECT_EQ("@echo off\r\n", type.All());
 }
 
 TEST_P(Checker, MattribShowsTheAttributes) {
@@ -96,23 +96,23 @@ TEST_P(Checker, MattribShowsTheAttributes) {
     Build();
     const ProgramResult attributes =
         RunProgram({"mattrib", "-i", Image(), "::IO.SYS", "::COMMAND.COM", "::LOCKED.TXT"});
-    EXPECT_EQ(attributes.ExitCode, 0) << attributes.Output;
-    EXPECT_THAT(attributes.Output, HasSubstr("  A  SHR     ::/IO.SYS"));
-    EXPECT_THAT(attributes.Output, HasSubstr("  A          ::/COMMAND.COM"));
-    EXPECT_THAT(attributes.Output, HasSubstr("       R     ::/LOCKED.TXT"));
+    EXPECT_EQ(0, attributes.ExitCode) << attributes.All();
+    EXPECT_THAT(attributes.All(), HasSubstr("  A  SHR     ::/IO.SYS"));
+    EXPECT_THAT(attributes.All(), HasSubstr("  A          ::/COMMAND.COM"));
+    EXPECT_THAT(attributes.All(), HasSubstr("       R     ::/LOCKED.TXT"));
 }
 
 TEST_P(Checker, MinfoShowsTheGeometryAndTheLabel) {
     Build();
     const ProgramResult info = RunProgram({"minfo", "-i", Image(), "::"});
-    EXPECT_EQ(info.ExitCode, 0) << info.Output;
+    EXPECT_EQ(0, info.ExitCode) << info.All();
     const bool is144 = GetParam() == "144";
     for (const char* line :
          {"cylinders: 80", is144 ? "sectors per track: 18" : "sectors per track: 36",
           is144 ? "small size: 2880 sectors" : "small size: 5760 sectors",
           is144 ? "max available root directory slots: 224" : "max available root directory slots: 240",
           "media descriptor byte: 0xf0", "sectors per fat: 9", "\nfats: 2\n", "disk label=\"VELSTART   \""})
-        EXPECT_THAT(info.Output, HasSubstr(line));
+        EXPECT_THAT(info.All(), HasSubstr(line));
 }
 
 VELBOOTER_BOTH_FORMATS(Checker);

@@ -5,7 +5,7 @@
 
 #include "tools/shared/ToolError.h"
 
-namespace tools::bfi {
+namespace tools::bfi::testing {
 namespace {
 
 using ::testing::HasSubstr;
@@ -27,11 +27,11 @@ std::string WrongCall(const std::vector<std::string>& arguments) {
 TEST(BfiCommandLine, TakesTheOptionsInAnyOrder) {
     const ImageRequest request = ParseCommandLine(
         {"Temp\\Velbooter12", "-t=288", "-f=D:\\a b.img", "-l=Velstart", "-b=files\\bootsect.bin"});
-    EXPECT_EQ(request.BootSectorFile, "files\\bootsect.bin");
-    EXPECT_EQ(request.Label, "Velstart");
-    EXPECT_EQ(request.Format, GeometryOfType("288"));
-    EXPECT_EQ(request.ImageFile, "D:\\a b.img");
-    EXPECT_EQ(request.Folder, "Temp\\Velbooter12");
+    EXPECT_EQ("files\\bootsect.bin", request.BootSectorFile);
+    EXPECT_EQ("Velstart", request.Label);
+    EXPECT_EQ(request.Format, floppy::GeometryOfType("288"));
+    EXPECT_EQ("D:\\a b.img", request.ImageFile);
+    EXPECT_EQ("Temp\\Velbooter12", request.Folder);
 }
 
 TEST(BfiCommandLine, EachPartIsNeeded) {
@@ -63,4 +63,4 @@ TEST(BfiCommandLine, UnknownOptionsAndTypesAreNamed) {
 }
 
 }  // namespace
-}  // namespace tools::bfi
+}  // namespace tools::bfi::testing

@@ -11,6 +11,64 @@ void Require(bool isSound, const std::string& what) {
     if (!isSound) throw std::runtime_error(what);
 }
 
+std::uint16_t WordAt(const std::uint8_t* raw, std::size_t offset) {
+    return static_cast<std::uint16_t>(raw[offset] | raw[offset + 1] << 8);
+}
+
+// A long name, which comes before the short one in parts, the last part first.
+class LongName {
+ public:
+    explicit LongName(const std::string& prefix) : prefix_(prefix) {}
+
+    void AddPart(const std::uint8_t* raw) {
+        const int number = raw[0] & 0x3F;
+        if ((raw[0] & 0x40) != 0) {
+            Require(partsLeft_ == 0, prefix_ + ": a long name without its short one");
+            name_.clear();
+            checksum_ = raw[13];
+        } else {
+            Require(number == partsLeft_ && raw[13] == checksum_,
+                    prefix_ + ": parts of a long name out of order");
+        }
+        Require(raw[12] == 0 && WordAt(raw, 26) == 0, prefix_ + ": a long name with odd fields");
+        partsLeft_ = number == 1 ? kComplete : number - 1;
+        std::u16string part;
+        for (const std::size_t offset : {1, 3, 5, 7, 9, 14, 16, 18, 20, 22, 24, 28, 30})
+            part += static_cast<char16_t>(WordAt(raw, offset));
+        name_ = part + name_;
+    }
+
+    // Returns the long name that belongs to the short one; empty when there is none.
+    std::u16string TakeFor(const std::string& shortName) {
+        if (partsLeft_ == 0) return {};
+        Require(partsLeft_ == kComplete && checksum_ == Checksum(shortName),
+                prefix_ + shortName + ": not the long name's");
+        const std::size_t end = name_.find(u'\0');
+        if (end != std::u16string::npos)
+            Require(name_.find_first_not_of(char16_t{0xFFFF}, end + 1) == std::u16string::npos,
+                    prefix_ + shortName + ": a long name with odd padding");
+        partsLeft_ = 0;
+        return name_.substr(0, end);
+    }
+
+    void RequireNone() const { Require(partsLeft_ == 0, prefix_ + ": a long name at the end"); }
+
+ private:
+    static constexpr int kComplete = -1;
+
+    static unsigned Checksum(const std::string& raw) {
+        unsigned sum = 0;
+        for (const char letter : raw)
+            sum = (((sum & 1) << 7) + (sum >> 1) + static_cast<std::uint8_t>(letter)) & 0xFF;
+        return sum;
+    }
+
+    const std::string& prefix_;
+    std::u16string name_;
+    int partsLeft_ = 0;  // before the short name; 0 between names
+    unsigned checksum_ = 0;
+};
+
 class Reader {
  public:
     explicit Reader(const std::vector<std::uint8_t>& image) : bytes_(image) {}
@@ -19,7 +77,7 @@ class Reader {
         ReadBootSector();
         ReadTable();
         const std::vector<std::uint8_t> root(bytes_.begin() + rootStart_, bytes_.begin() + dataStart_);
-        ReadDirectory(root, "", 0, 0);
+        ReadDirectory({root, "", 0, 0});
         for (std::uint32_t cluster = 2; cluster < table_.size(); ++cluster) {
             Require(table_[cluster] == 0 || used_.count(cluster) == 1,
                     "lost cluster " + std::to_string(cluster));
@@ -100,101 +158,86 @@ class Reader {
         return extension.empty() ? base : base + "." + extension;
     }
 
-    static unsigned Checksum(const std::string& raw) {
-        unsigned sum = 0;
-        for (const char letter : raw)
-            sum = (((sum & 1) << 7) + (sum >> 1) + static_cast<std::uint8_t>(letter)) & 0xFF;
-        return sum;
-    }
+    // One directory: the root with the cluster 0, or a folder.
+    struct Directory {
+        std::vector<std::uint8_t> Table;
+        std::string Prefix;  // of the paths in it
+        std::uint32_t Self = 0;
+        std::uint32_t Parent = 0;
+    };
 
-    void ReadDirectory(const std::vector<std::uint8_t>& table, const std::string& prefix, std::uint32_t self,
-                       std::uint32_t parent) {
+    void ReadDirectory(const Directory& directory) {
         std::set<std::string> names;
-        std::u16string longName;
-        int partsLeft = 0;
-        unsigned checksum = 0;
+        LongName longName(directory.Prefix);
         bool isEnded = false;
-        for (std::size_t at = 0; at < table.size(); at += 32) {
-            const std::uint8_t* const raw = table.data() + at;
+        for (std::size_t at = 0; at < directory.Table.size(); at += 32) {
+            const std::uint8_t* const raw = directory.Table.data() + at;
             if (isEnded || raw[0] == 0) {
                 Require(std::all_of(raw, raw + 32, [](std::uint8_t byte) { return byte == 0; }),
-                        prefix + ": entries behind the end");
+                        directory.Prefix + ": entries behind the end");
                 isEnded = true;
-                continue;
+            } else if (raw[11] == 0x0F) {
+                longName.AddPart(raw);
+            } else if (directory.Self != 0 && at < 64) {
+                RequireOwnEntry(directory, raw, at == 0);
+            } else {
+                FatEntry entry = EntryOf(raw, directory.Prefix);
+                const std::string shortName(raw, raw + 11);
+                entry.Long = longName.TakeFor(shortName);
+                Require(names.insert(shortName).second || entry.IsLabel(),
+                        directory.Prefix + shortName + ": two of that name");
+                Add(directory, std::move(entry), shortName, WordAt(raw, 26));
             }
-            const auto word = [&](std::size_t offset) {
-                return static_cast<std::uint16_t>(raw[offset] | raw[offset + 1] << 8);
-            };
-            if (raw[11] == 0x0F) {
-                const int number = raw[0] & 0x3F;
-                if ((raw[0] & 0x40) != 0) {
-                    Require(partsLeft == 0, prefix + ": a long name without its short one");
-                    longName.clear();
-                    checksum = raw[13];
-                } else {
-                    Require(number == partsLeft && raw[13] == checksum,
-                            prefix + ": parts of a long name out of order");
-                }
-                Require(raw[12] == 0 && word(26) == 0, prefix + ": a long name with odd fields");
-                partsLeft = number - 1;
-                if (partsLeft == 0) partsLeft = -1;
-                std::u16string part;
-                for (const std::size_t offset : {1, 3, 5, 7, 9, 14, 16, 18, 20, 22, 24, 28, 30})
-                    part += static_cast<char16_t>(word(offset));
-                longName = part + longName;
-                continue;
-            }
-            FatEntry entry;
-            const std::string shortName(raw, raw + 11);
-            entry.Attributes = raw[11];
-            entry.Time = word(22);
-            entry.Date = word(24);
-            entry.Size = static_cast<std::uint32_t>(word(28)) | static_cast<std::uint32_t>(word(30)) << 16;
-            const std::uint32_t first = word(26);
-            Require(word(20) == 0 && raw[12] == 0, prefix + shortName + ": fields that DOS leaves 0");
-            if (self != 0 && at < 64) {
-                Require(shortName == (at == 0 ? ".          " : "..         "), prefix + ": no . and ..");
-                Require(entry.IsFolder() && first == (at == 0 ? self : parent) && entry.Size == 0,
-                        prefix + ": wrong . or ..");
-                continue;
-            }
-            if (partsLeft != 0) {
-                Require(partsLeft == -1 && checksum == Checksum(shortName),
-                        prefix + shortName + ": not the long name's");
-                const std::size_t end = longName.find(u'\0');
-                entry.Long = longName.substr(0, end);
-                if (end != std::u16string::npos)
-                    Require(longName.find_first_not_of(char16_t{0xFFFF}, end + 1) == std::u16string::npos,
-                            prefix + shortName + ": a long name with odd padding");
-                partsLeft = 0;
-            }
-            Require(names.insert(shortName).second || entry.IsLabel(),
-                    prefix + shortName + ": two of that name");
-            if (entry.IsLabel()) {
-                Require(self == 0 && first == 0 && entry.Size == 0, "a label out of place");
-                entry.Path = shortName;
-                result_.Entries.push_back(entry);
-                continue;
-            }
-            entry.Path = prefix + DottedName(shortName);
-            entry.Clusters = Chain(first, entry.Path);
-            if (entry.IsFolder()) {
-                Require(entry.Size == 0 && !entry.Clusters.empty(),
-                        entry.Path + ": a folder with a size or without room");
-                result_.Entries.push_back(entry);
-                ReadDirectory(Bytes(entry.Clusters), entry.Path + "/", first, self);
-                continue;
-            }
-            const std::size_t needed = (entry.Size + result_.ClusterBytes - 1) / result_.ClusterBytes;
-            Require(entry.Clusters.size() == needed, entry.Path + ": the chain does not match the size");
-            entry.Content = Bytes(entry.Clusters);
-            Require(std::all_of(entry.Content.begin() + entry.Size, entry.Content.end(),
-                                [](auto byte) { return byte == 0; }),
-                    entry.Path + ": bytes behind the end of the file");
-            entry.Content.resize(entry.Size);
-            result_.Entries.push_back(entry);
         }
-        Require(partsLeft == 0, prefix + ": a long name at the end");
+        longName.RequireNone();
+    }
+
+    static FatEntry EntryOf(const std::uint8_t* raw, const std::string& prefix) {
+        FatEntry entry;
+        entry.Attributes = raw[11];
+        entry.Time = WordAt(raw, 22);
+        entry.Date = WordAt(raw, 24);
+        entry.Size = static_cast<std::uint32_t>(WordAt(raw, 28)) | static_cast<std::uint32_t>(WordAt(raw, 30))
+                                                                       << 16;
+        Require(WordAt(raw, 20) == 0 && raw[12] == 0,
+                prefix + std::string(raw, raw + 11) + ": fields that DOS leaves 0");
+        return entry;
+    }
+
+    // Checks "." (the first entry of a folder) or "..".
+    static void RequireOwnEntry(const Directory& directory, const std::uint8_t* raw, bool isFirst) {
+        const FatEntry entry = EntryOf(raw, directory.Prefix);
+        Require(std::string(raw, raw + 11) == (isFirst ? ".          " : "..         "),
+                directory.Prefix + ": no . and ..");
+        Require(entry.IsFolder() && entry.Size == 0 &&
+                    WordAt(raw, 26) == (isFirst ? directory.Self : directory.Parent),
+                directory.Prefix + ": wrong . or ..");
+    }
+
+    void Add(const Directory& directory, FatEntry entry, const std::string& shortName, std::uint32_t first) {
+        if (entry.IsLabel()) {
+            Require(directory.Self == 0 && first == 0 && entry.Size == 0, "a label out of place");
+            entry.Path = shortName;
+            result_.Entries.push_back(std::move(entry));
+            return;
+        }
+        entry.Path = directory.Prefix + DottedName(shortName);
+        entry.Clusters = Chain(first, entry.Path);
+        if (entry.IsFolder()) {
+            Require(entry.Size == 0 && !entry.Clusters.empty(),
+                    entry.Path + ": a folder with a size or without a cluster");
+            result_.Entries.push_back(entry);
+            ReadDirectory({Bytes(entry.Clusters), entry.Path + "/", first, directory.Self});
+            return;
+        }
+        const std::size_t needed = (entry.Size + result_.ClusterBytes - 1) / result_.ClusterBytes;
+        Require(entry.Clusters.size() == needed, entry.Path + ": the chain does not match the size");
+        entry.Content = Bytes(entry.Clusters);
+        Require(std::all_of(entry.Content.begin() + entry.Size, entry.Content.end(),
+                            [](auto byte) { return byte == 0; }),
+                entry.Path + ": bytes behind the end of the file");
+        entry.Content.resize(entry.Size);
+        result_.Entries.push_back(std::move(entry));
     }
 
     const std::vector<std::uint8_t>& bytes_;

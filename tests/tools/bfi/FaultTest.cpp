@@ -29,8 +29,8 @@ class Fault : public ImageTest {
 
     void ExpectOldImage() const {
         const Bytes bytes = Files.Read("out.img");
-        EXPECT_EQ(std::string(bytes.begin(), bytes.end()), "older image");
-        EXPECT_EQ(Files.Names().size(), 3U) << "nothing else is left";
+        EXPECT_EQ("older image", std::string(bytes.begin(), bytes.end()));
+        EXPECT_EQ(3U, Files.Names().size()) << "nothing else is left";
     }
 };
 
@@ -82,7 +82,7 @@ TEST_P(Fault, AnIllegalLabelChangesNothing) {
 }
 
 TEST_P(Fault, AnOldImageIsReplacedWhenNothingIsWrong) {
-    EXPECT_EQ(Build().At("A.TXT").Content, Bytes{'a'});
+    EXPECT_EQ(Bytes{'a'}, Build().At("A.TXT").Content);
 }
 
 TEST_P(Fault, TheBootSectorIsNotReplaced) {
@@ -105,8 +105,8 @@ TEST_P(Fault, NothingIsReplacedOrMadeInTheTree) {
             tools::testing::ErrorOf([&] { BuildImage(request); }),
             request.ImageFile + ": lies in the folder that the image is made of, " + Files.Text("tree"));
     }
-    EXPECT_EQ(Files.Read("tree/a.txt"), Bytes{'a'});
-    EXPECT_EQ(Files.Names("tree").size(), 2U);
+    EXPECT_EQ(Bytes{'a'}, Files.Read("tree/a.txt"));
+    EXPECT_EQ(2U, Files.Names("tree").size());
     ExpectOldImage();
 }
 
@@ -115,7 +115,7 @@ TEST_P(Fault, AFolderWhosePathBeginsAsTheTreesIsAnother) {
     for (const std::string name : {"tree2/new.img", "tree/../new.img"}) {
         request.ImageFile = Files.Text(name);
         BuildImage(request);
-        EXPECT_EQ(ReadFatImage(Files.Read(name)).At("A.TXT").Content, Bytes{'a'});
+        EXPECT_EQ(Bytes{'a'}, ReadFatImage(Files.Read(name)).At("A.TXT").Content);
     }
 }
 
@@ -123,7 +123,7 @@ TEST_P(Fault, MissingParentFoldersOfTheImageAreMade) {
     ImageRequest request = Request();
     request.ImageFile = Files.Text("one/two/disk.img");
     BuildImage(request);
-    EXPECT_EQ(ReadFatImage(Files.Read("one/two/disk.img")).At("A.TXT").Content, Bytes{'a'});
+    EXPECT_EQ(Bytes{'a'}, ReadFatImage(Files.Read("one/two/disk.img")).At("A.TXT").Content);
 }
 
 TEST_P(Fault, EitherSlashLeadsToTheSameFiles) {
@@ -153,7 +153,7 @@ TEST_P(Fault, ALinkToAFolderIsRefusedAndNotFollowedInCircles) {
 }
 
 TEST_P(Fault, APipeIsRefusedAndNotWaitedFor) {
-    ASSERT_EQ(mkfifo(Files.Path("tree/pipe").c_str(), 0600), 0);
+    ASSERT_EQ(0, mkfifo(Files.Path("tree/pipe").c_str(), 0600));
     ExpectRefusal(Files.Text("tree/") + "pipe: is neither a file nor a folder");
 }
 

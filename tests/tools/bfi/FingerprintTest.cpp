@@ -2,13 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Bytes.h"
+
 #include <set>
 #include <vector>
 
-namespace tools::bfi {
+namespace tools::bfi::testing {
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
+using tools::testing::Bytes;
 
 std::uint32_t Of(const Bytes& bytes) {
     Fingerprint print;
@@ -58,4 +60,4 @@ TEST(Fingerprint, TheNumberIsFixed) {
 }
 
 }  // namespace
-}  // namespace tools::bfi
+}  // namespace tools::bfi::testing

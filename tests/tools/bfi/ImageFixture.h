@@ -6,8 +6,8 @@
 
 #include <string>
 
+#include "tests/support/TestFolder.h"
 #include "tests/tools/bfi/FatReader.h"
-#include "tests/tools/shared/TestFolder.h"
 #include "tools/bfi/ImageBuilder.h"
 
 namespace tools::bfi::testing {
@@ -33,7 +33,7 @@ class ImageTest : public ::testing::TestWithParam<std::string> {
         Files.MakeFolder("tree");
     }
 
-    const Geometry& Format() const { return *GeometryOfType(GetParam()); }
+    const floppy::Geometry& Format() const { return *floppy::GeometryOfType(GetParam()); }
 
     ImageRequest Request() const {
         return {Files.Text("boot.bin"), "Velstart", &Format(), Files.Text("out.img"), Files.Text("tree")};

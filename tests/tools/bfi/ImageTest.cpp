@@ -30,10 +30,10 @@ TEST_P(ImageTest, GivesEveryFileBackWithItsTimeAndAttributes) {
     EXPECT_THAT(Paths(image),
                 ElementsAre("VELSTART   ", "CONFIG.SYS", "LIB", "LIB/DEEP", "LIB/DEEP/EMPTY.TXT",
                             "LIB/DEEP/ER", "LIB/DEEP/ER/X", "LIB/NET.CAB"));
-    EXPECT_EQ(image.At("CONFIG.SYS").Content, NoiseBytes(1, 1));
-    EXPECT_EQ(image.At("LIB/NET.CAB").Content, NoiseBytes(300'001, 2));
-    EXPECT_EQ(image.At("LIB/DEEP/ER/X").Content, NoiseBytes(1024, 3));
-    EXPECT_EQ(image.At("LIB/DEEP/EMPTY.TXT").Content, Bytes{});
+    EXPECT_EQ(NoiseBytes(1, 1), image.At("CONFIG.SYS").Content);
+    EXPECT_EQ(NoiseBytes(300'001, 2), image.At("LIB/NET.CAB").Content);
+    EXPECT_EQ(NoiseBytes(1024, 3), image.At("LIB/DEEP/ER/X").Content);
+    EXPECT_EQ(Bytes{}, image.At("LIB/DEEP/EMPTY.TXT").Content);
     EXPECT_EQ(image.At("CONFIG.SYS").Date, time.Date);
     EXPECT_EQ(image.At("CONFIG.SYS").Time, time.Time);
     EXPECT_EQ(image.At("LIB/NET.CAB").Date, other.Date);
@@ -42,8 +42,8 @@ TEST_P(ImageTest, GivesEveryFileBackWithItsTimeAndAttributes) {
         if (!staged.IsFolder) {
             EXPECT_EQ(image.At("LIB/NET.CAB").Attributes, staged.Attributes);
         }
-    EXPECT_EQ(image.At("LIB/NET.CAB").Attributes & 0x01, 0x01);
-    EXPECT_EQ(image.At("CONFIG.SYS").Attributes, 0x20);
+    EXPECT_EQ(0x01, image.At("LIB/NET.CAB").Attributes & 0x01);
+    EXPECT_EQ(0x20, image.At("CONFIG.SYS").Attributes);
 }
 
 TEST_P(ImageTest, TheSystemFilesComeFirstThenTheLabelThenCommandComThenTheRestByName) {
@@ -58,10 +58,10 @@ TEST_P(ImageTest, TheSystemFilesAreReadOnlyHiddenAndSystemInTheRootOnly) {
     for (const char* name : {"io.sys", "msdos.sys", "command.com", "sub/io.sys"})
         Files.Write(std::string("tree/") + name, NoiseBytes(600, 1));
     const FatImage image = Build();
-    EXPECT_EQ(image.At("IO.SYS").Attributes, 0x27);
-    EXPECT_EQ(image.At("MSDOS.SYS").Attributes, 0x27);
-    EXPECT_EQ(image.At("COMMAND.COM").Attributes, 0x20);
-    EXPECT_EQ(image.At("SUB/IO.SYS").Attributes, 0x20);
+    EXPECT_EQ(0x27, image.At("IO.SYS").Attributes);
+    EXPECT_EQ(0x27, image.At("MSDOS.SYS").Attributes);
+    EXPECT_EQ(0x20, image.At("COMMAND.COM").Attributes);
+    EXPECT_EQ(0x20, image.At("SUB/IO.SYS").Attributes);
 }
 
 TEST_P(ImageTest, AFolderCalledLikeASystemFileIsAFolder) {
@@ -69,14 +69,14 @@ TEST_P(ImageTest, AFolderCalledLikeASystemFileIsAFolder) {
     Files.Write("tree/a", "1");
     const FatImage image = Build();
     EXPECT_THAT(Paths(image), ElementsAre("VELSTART   ", "A", "IO.SYS", "IO.SYS/X"));
-    EXPECT_EQ(image.At("IO.SYS").Attributes & 0x17, 0x10);
+    EXPECT_EQ(0x10, image.At("IO.SYS").Attributes & 0x17);
 }
 
 TEST_P(ImageTest, EveryFileLiesInOnePieceAndIoSysStartsTheDataArea) {
     for (const char* name : {"a", "io.sys", "m/b", "m/c", "msdos.sys", "z"})
         Files.Write(std::string("tree/") + name, NoiseBytes(2500, 1));
     const FatImage image = Build();
-    EXPECT_EQ(image.At("IO.SYS").Clusters.front(), 2U);
+    EXPECT_EQ(2U, image.At("IO.SYS").Clusters.front());
     EXPECT_EQ(image.At("MSDOS.SYS").Clusters.front(), image.At("IO.SYS").Clusters.back() + 1);
     for (const FatEntry& entry : image.Entries)
         for (std::size_t i = 1; i < entry.Clusters.size(); ++i)
@@ -86,9 +86,9 @@ TEST_P(ImageTest, EveryFileLiesInOnePieceAndIoSysStartsTheDataArea) {
 TEST_P(ImageTest, TheLabelIsTheSameInTheBootSectorAndInTheRoot) {
     Files.Write("tree/a", NoiseBytes(1, 1), PackDosTime(1999, 2, 3, 4, 5, 6), tools::kArchive);
     const FatImage image = Build();
-    EXPECT_EQ(image.Label, "VELSTART   ");
-    EXPECT_EQ(image.At("VELSTART   ").Attributes, 0x08);
-    EXPECT_EQ(image.At("VELSTART   ").Date, PackDosTime(1999, 2, 3, 4, 5, 6).Date) << "the newest file's";
+    EXPECT_EQ("VELSTART   ", image.Label);
+    EXPECT_EQ(0x08, image.At("VELSTART   ").Attributes);
+    EXPECT_EQ(PackDosTime(1999, 2, 3, 4, 5, 6).Date, image.At("VELSTART   ").Date) << "the newest file's";
 }
 
 TEST_P(ImageTest, AnEmptyTreeGivesAnEmptyDisk) {
@@ -104,12 +104,12 @@ TEST_P(ImageTest, AnEmptyFolderTakesOneCluster) {
 }
 
 TEST_P(ImageTest, FillsTheDataAreaToTheLastCluster) {
-    const std::size_t room = Format().DataClusters() * Format().ClusterBytes();
+    const std::size_t capacity = Format().DataClusters() * Format().ClusterBytes();
     EXPECT_EQ(Format().DataClusters(), GetParam() == "144" ? 2847U : 2863U);
-    Files.Write("tree/all", NoiseBytes(room, 1));
+    Files.Write("tree/all", NoiseBytes(capacity, 1));
     const FatImage image = Build();
-    EXPECT_EQ(image.FreeClusters, 0U);
-    EXPECT_EQ(image.At("ALL").Content, NoiseBytes(room, 1));
+    EXPECT_EQ(0U, image.FreeClusters);
+    EXPECT_EQ(NoiseBytes(capacity, 1), image.At("ALL").Content);
 }
 
 TEST_P(ImageTest, FillsTheDataAreaWithFoldersAndSmallFiles) {
@@ -118,16 +118,16 @@ TEST_P(ImageTest, FillsTheDataAreaWithFoldersAndSmallFiles) {
     const auto folderClusters = static_cast<std::size_t>(Format().ClustersFor(102 * 32));
     const std::size_t rest = Format().DataClusters() - 100 - folderClusters;
     Files.Write("tree/rest", NoiseBytes(rest * Format().ClusterBytes(), 1));
-    EXPECT_EQ(Build().FreeClusters, 0U);
+    EXPECT_EQ(0U, Build().FreeClusters);
     Files.Write("tree/sub/one-more", "x");
     EXPECT_EQ(Refusal(), Files.Text("tree") + ": does not fit on a " + Format().Name +
                              " disk: " + std::to_string(Format().ClusterBytes()) + " bytes are missing");
 }
 
 TEST_P(ImageTest, OneClusterTooManyIsRefusedWithTheMissingBytes) {
-    const std::size_t room = Format().DataClusters() * Format().ClusterBytes();
+    const std::size_t capacity = Format().DataClusters() * Format().ClusterBytes();
     const std::string start = Files.Text("tree") + ": does not fit on a " + Format().Name + " disk: ";
-    Files.Write("tree/all", NoiseBytes(room + 1, 1));
+    Files.Write("tree/all", NoiseBytes(capacity + 1, 1));
     EXPECT_EQ(Refusal(), start + std::to_string(Format().ClusterBytes()) + " bytes are missing");
     Files.Write("tree/more", NoiseBytes(10'000, 1));
     EXPECT_EQ(Refusal(), start + std::to_string(Format().ClusterBytes() + 10'240) + " bytes are missing");
@@ -135,8 +135,8 @@ TEST_P(ImageTest, OneClusterTooManyIsRefusedWithTheMissingBytes) {
 }
 
 TEST_P(ImageTest, AFoldersOwnClusterCountsToo) {
-    const std::size_t room = Format().DataClusters() * Format().ClusterBytes();
-    Files.Write("tree/all", NoiseBytes(room, 1));
+    const std::size_t capacity = Format().DataClusters() * Format().ClusterBytes();
+    Files.Write("tree/all", NoiseBytes(capacity, 1));
     Files.MakeFolder("tree/folder");
     EXPECT_EQ(Refusal(), Files.Text("tree") + ": does not fit on a " + Format().Name +
                              " disk: " + std::to_string(Format().ClusterBytes()) + " bytes are missing");
@@ -156,7 +156,7 @@ TEST_P(ImageTest, TheRootHoldsAsManyEntriesAsItHas) {
 TEST_P(ImageTest, AFolderBelowTheRootHoldsMoreEntriesThanTheRoot) {
     for (int i = 0; i < 500; ++i) Files.Write("tree/sub/f" + std::to_string(i), "");
     const FatImage image = Build();
-    EXPECT_EQ(image.Entries.size(), 502U);
+    EXPECT_EQ(502U, image.Entries.size());
     EXPECT_EQ(image.At("SUB").Clusters.size(), Format().ClustersFor(502 * 32));
 }
 
@@ -168,7 +168,7 @@ TEST_P(ImageTest, FoldersMayBeNestedDeeply) {
         stored += "D" + std::to_string(i) + "/";
     }
     Files.Write(path + "/file", "deep");
-    EXPECT_EQ(Build().At(stored + "FILE").Content, (Bytes{'d', 'e', 'e', 'p'}));
+    EXPECT_EQ((Bytes{'d', 'e', 'e', 'p'}), Build().At(stored + "FILE").Content);
 }
 
 TEST_P(ImageTest, LongNamesAreKeptBesideTheirAliases) {
@@ -176,10 +176,10 @@ TEST_P(ImageTest, LongNamesAreKeptBesideTheirAliases) {
     Files.Write("tree/sub folder/exactly 13 un", "2");
     Files.Write("tree/sub folder/" + std::string(120, 'n') + ".x", "3");
     const FatImage image = Build();
-    EXPECT_EQ(image.At("ALONGN~1.TEX").Long, u"A long name with \u00E4 and \u20AC.text");
-    EXPECT_EQ(image.At("SUBFOL~1").Long, u"sub folder");
-    EXPECT_EQ(image.At("SUBFOL~1/EXACTL~1").Long, u"exactly 13 un");
-    EXPECT_EQ(image.At("SUBFOL~1/NNNNNN~1.X").Long.size(), 122U);
+    EXPECT_EQ(u"A long name with \u00E4 and \u20AC.text", image.At("ALONGN~1.TEX").Long);
+    EXPECT_EQ(u"sub folder", image.At("SUBFOL~1").Long);
+    EXPECT_EQ(u"exactly 13 un", image.At("SUBFOL~1/EXACTL~1").Long);
+    EXPECT_EQ(122U, image.At("SUBFOL~1/NNNNNN~1.X").Long.size());
 }
 
 TEST_P(ImageTest, TheSameContentsGiveTheSameImageAndOthersAnotherSerialNumber) {
@@ -202,7 +202,7 @@ TEST_P(ImageTest, SizesWhoseSumCannotBeCountedDoNotFit) {
     tree[0].Path = "tree";
     // The sum of their clusters is 2 to the power of 65 or 64.
     tree[1].Entries.assign(4096, entry);
-    EXPECT_EQ(tools::testing::ErrorOf([&] { RequireRoom(tree, Format()); }),
+    EXPECT_EQ(tools::testing::ErrorOf([&] { RequireSpace(tree, Format()); }),
               std::string("tree: does not fit on a ") + Format().Name + " disk by far");
 }
 

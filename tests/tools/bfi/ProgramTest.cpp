@@ -12,8 +12,8 @@ extern char** environ;
 #endif
 
 #include "tests/support/BuiltFile.h"
+#include "tests/support/RunProgram.h"
 #include "tests/tools/bfi/ImageFixture.h"
-#include "tests/tools/shared/RunProgram.h"
 #include "tools/shared/HostFiles.h"
 
 namespace tools::bfi::testing {
@@ -26,7 +26,7 @@ using tools::testing::RunProgram;
 using tools::testing::TestFolder;
 
 std::string BfiPath() {
-    return Utf8FromPath(velbooter::tests::BuiltFile("demo/bfi.exe", BFI_PROGRAM));
+    return Utf8FromPath(velbooter::testing::BuiltFile("demo/bfi.exe", BFI_PROGRAM));
 }
 
 class BfiProgram : public ::testing::Test {
@@ -46,29 +46,29 @@ class BfiProgram : public ::testing::Test {
 
 TEST_F(BfiProgram, IsSilentAndGives0WhenTheImageIsWritten) {
     const ProgramResult result = RunProgram(Words("a b.img"));
-    EXPECT_EQ(result.ExitCode, 0);
-    EXPECT_EQ(result.Output, "");
-    EXPECT_EQ(ReadFatImage(Files.Read("a b.img")).At("A.TXT").Content, (Bytes{'h', 'e', 'l', 'l', 'o'}));
+    EXPECT_EQ(0, result.ExitCode);
+    EXPECT_EQ("", result.All());
+    EXPECT_EQ((Bytes{'h', 'e', 'l', 'l', 'o'}), ReadFatImage(Files.Read("a b.img")).At("A.TXT").Content);
 }
 
 TEST_F(BfiProgram, AWrongCallShowsTheUsageAndGives2) {
     const ProgramResult result = RunProgram({BfiPath()});
-    EXPECT_EQ(result.ExitCode, 2);
-    EXPECT_THAT(result.Output, StartsWith("bfi: the boot sector (-b=) is missing\nUsage: bfi "));
+    EXPECT_EQ(2, result.ExitCode);
+    EXPECT_THAT(result.All(), StartsWith("bfi: the boot sector (-b=) is missing\nUsage: bfi "));
 }
 
 TEST_F(BfiProgram, AFailureIsOneLineAndGives1) {
     Files.Write("boot.bin", "short");
     const ProgramResult result = RunProgram(Words("a.img"));
-    EXPECT_EQ(result.ExitCode, 1);
-    EXPECT_EQ(result.Output,
-              "bfi: " + Files.Text("boot.bin") + ": a boot sector file must be exactly 512 bytes long\n");
+    EXPECT_EQ(1, result.ExitCode);
+    EXPECT_EQ("bfi: " + Files.Text("boot.bin") + ": a boot sector file must be exactly 512 bytes long\n",
+              result.All());
     EXPECT_FALSE(Files.Exists("a.img"));
 }
 
 TEST_F(BfiProgram, TakesNamesThatAreNotAscii) {
     const std::string name = "\xD0\x94\xD0\xB8\xD1\x81\xD0\xBA \xE2\x82\xAC.img";
-    EXPECT_EQ(RunProgram(Words(name)).ExitCode, 0);
+    EXPECT_EQ(0, RunProgram(Words(name)).ExitCode);
     EXPECT_TRUE(Files.Exists(name));
 }
 
@@ -76,14 +76,14 @@ TEST_F(BfiProgram, WildcardsInAnArgumentAreLeftAlone) {
     std::vector<std::string> words = Words("a.img");
     words.back() = Files.Text() + "/t*";
     const ProgramResult result = RunProgram(words);
-    EXPECT_EQ(result.ExitCode, 1);
-    EXPECT_THAT(result.Output, HasSubstr("/t*: this folder cannot be read: "));
+    EXPECT_EQ(1, result.ExitCode);
+    EXPECT_THAT(result.All(), HasSubstr("/t*: this folder cannot be read: "));
 }
 
 #ifndef _WIN32
 TEST_F(BfiProgram, KilledAtAnyMomentItLeavesTheOldImageOrTheNewOne) {
     Files.Write("tree/big.bin", NoiseBytes(1'400'000, 1));
-    ASSERT_EQ(RunProgram(Words("new.img")).ExitCode, 0);
+    ASSERT_EQ(0, RunProgram(Words("new.img")).ExitCode);
     const Bytes complete = Files.Read("new.img");
     const Bytes old = NoiseBytes(1000, 2);
     for (int run = 0; run < 60; ++run) {
@@ -93,7 +93,7 @@ TEST_F(BfiProgram, KilledAtAnyMomentItLeavesTheOldImageOrTheNewOne) {
         for (std::string& word : words) arguments.push_back(word.data());
         arguments.push_back(nullptr);
         pid_t process = 0;
-        ASSERT_EQ(posix_spawn(&process, BfiPath().c_str(), nullptr, nullptr, arguments.data(), environ), 0);
+        ASSERT_EQ(0, posix_spawn(&process, BfiPath().c_str(), nullptr, nullptr, arguments.data(), environ));
         usleep(static_cast<useconds_t>(run * 150));
         kill(process, SIGKILL);
         int status = 0;
@@ -101,7 +101,7 @@ TEST_F(BfiProgram, KilledAtAnyMomentItLeavesTheOldImageOrTheNewOne) {
         const Bytes left = Files.Read("out.img");
         EXPECT_TRUE(left == old || left == complete) << "killed after " << run * 150 << " microseconds";
     }
-    EXPECT_EQ(RunProgram(Words("out.img")).ExitCode, 0);
+    EXPECT_EQ(0, RunProgram(Words("out.img")).ExitCode);
     EXPECT_EQ(Files.Read("out.img"), complete);
     EXPECT_FALSE(Files.Exists("out.img.unfinished~"));
 }

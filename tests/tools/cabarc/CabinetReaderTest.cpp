@@ -8,7 +8,7 @@
 #include "tests/tools/cabarc/ParsedCabinet.h"
 #include "tools/shared/ToolError.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::HasSubstr;
@@ -26,7 +26,7 @@ std::string Refusal(const Bytes& bytes) {
     } catch (const ToolError& error) {
         EXPECT_EQ(error.Code, ExitCode::Failed);
         EXPECT_EQ(std::string(error.what()).find('\n'), std::string::npos);
-        EXPECT_EQ(std::string(error.what()).rfind("some.cab: ", 0), 0U) << error.what();
+        EXPECT_EQ(0U, std::string(error.what()).rfind("some.cab: ", 0)) << error.what();
         return error.what();
     }
 }
@@ -39,7 +39,7 @@ Bytes With(Bytes bytes, std::size_t offset, const Bytes& replacement) {
 
 Bytes Sample() {
     return HandMade({{"a.txt", BytesOf("alpha"), 0x21, 0},
-                     {"sub\\b.bin", NoiseOf(40000), 0x20, 0},
+                     {"sub\\b.bin", NoiseBytes(40000), 0x20, 0},
                      {"caf\xC3\xA9", BytesOf("x"), 0xA0, 1}});
 }
 
@@ -49,19 +49,19 @@ constexpr std::size_t kMemberRecords = 36 + 2 * 8;
 TEST(CabinetReader, ReadsEveryField) {
     const CabinetDirectory directory = ReadFrom(Sample());
     EXPECT_EQ(directory.CabinetSize, Sample().size());
-    ASSERT_EQ(directory.Folders.size(), 2U);
-    EXPECT_EQ(directory.Folders[0].Blocks, 2);
-    EXPECT_EQ(directory.Folders[0].Type, 0);
-    ASSERT_EQ(directory.Members.size(), 3U);
+    ASSERT_EQ(2U, directory.Folders.size());
+    EXPECT_EQ(2, directory.Folders[0].Blocks);
+    EXPECT_EQ(0, directory.Folders[0].Type);
+    ASSERT_EQ(3U, directory.Members.size());
     const CabinetMember& second = directory.Members[1];
-    EXPECT_EQ(second.Name, "sub\\b.bin");
-    EXPECT_EQ(second.Size, 40000U);
-    EXPECT_EQ(second.Offset, 5U);
-    EXPECT_EQ(second.Folder, 0);
-    EXPECT_EQ(second.Modified, PackDosTime(2003, 4, 5, 6, 7, 8));
-    EXPECT_EQ(second.Attributes, 0x20);
-    EXPECT_EQ(directory.Members[2].Folder, 1);
-    EXPECT_EQ(directory.Members[2].Attributes, 0xA0);
+    EXPECT_EQ("sub\\b.bin", second.Name);
+    EXPECT_EQ(40000U, second.Size);
+    EXPECT_EQ(5U, second.Offset);
+    EXPECT_EQ(0, second.Folder);
+    EXPECT_EQ(PackDosTime(2003, 4, 5, 6, 7, 8), second.Modified);
+    EXPECT_EQ(0x20, second.Attributes);
+    EXPECT_EQ(1, directory.Members[2].Folder);
+    EXPECT_EQ(0xA0, directory.Members[2].Attributes);
 }
 
 TEST(CabinetReader, SkipsReservesAndNeighboursNames) {
@@ -77,25 +77,25 @@ TEST(CabinetReader, SkipsReservesAndNeighboursNames) {
         cabinet.insert(cabinet.begin() + end, folderReserve.begin(), folderReserve.end());
     cabinet[16] = static_cast<std::uint8_t>(36 + 15 + 2 * (8 + 2));
     const CabinetDirectory directory = ReadFrom(cabinet);
-    EXPECT_EQ(directory.Flags, 7);
-    ASSERT_EQ(directory.Folders.size(), 2U);
+    EXPECT_EQ(7, directory.Flags);
+    ASSERT_EQ(2U, directory.Folders.size());
     EXPECT_EQ(directory.Folders[1].DataOffset, secondFolder);
-    ASSERT_EQ(directory.Members.size(), 2U);
-    EXPECT_EQ(directory.Members[0].Name, "a.txt");
-    EXPECT_EQ(directory.Members[1].Name, "b.txt");
+    ASSERT_EQ(2U, directory.Members.size());
+    EXPECT_EQ("a.txt", directory.Members[0].Name);
+    EXPECT_EQ("b.txt", directory.Members[1].Name);
 }
 
 TEST(CabinetReader, AcceptsBytesBehindTheCabinet) {
     Bytes cabinet = Sample();
     cabinet.resize(cabinet.size() + 100);
-    EXPECT_EQ(Refusal(cabinet), "accepted");
+    EXPECT_EQ("accepted", Refusal(cabinet));
 }
 
 TEST(CabinetReader, SaysWhatIsNoCabinet) {
-    EXPECT_EQ(Refusal({}), "some.cab: this is not a cabinet");
-    EXPECT_EQ(Refusal(BytesOf("MSC")), "some.cab: this is not a cabinet");
-    EXPECT_EQ(Refusal(With(Sample(), 0, {'m'})), "some.cab: this is not a cabinet");
-    EXPECT_EQ(Refusal(Bytes(100000)), "some.cab: this is not a cabinet");
+    EXPECT_EQ("some.cab: this is not a cabinet", Refusal({}));
+    EXPECT_EQ("some.cab: this is not a cabinet", Refusal(BytesOf("MSC")));
+    EXPECT_EQ("some.cab: this is not a cabinet", Refusal(With(Sample(), 0, {'m'})));
+    EXPECT_EQ("some.cab: this is not a cabinet", Refusal(Bytes(100000)));
 }
 
 TEST(CabinetReader, RefusesEveryCutOffCabinet) {
@@ -129,7 +129,7 @@ TEST(CabinetReader, RefusesRecordsThatContradictTheFormat) {
 }
 
 TEST(CabinetReader, RefusesNamesThatAreTooLong) {
-    EXPECT_EQ(Refusal(HandMade({{std::string(255, 'n'), BytesOf("x")}})), "accepted");
+    EXPECT_EQ("accepted", Refusal(HandMade({{std::string(255, 'n'), BytesOf("x")}})));
     EXPECT_THAT(Refusal(HandMade({{std::string(256, 'n'), BytesOf("x")}})), HasSubstr("too long"));
 }
 
@@ -140,7 +140,7 @@ TEST(CabinetReader, MembersOfASetMayBelongToAnotherCabinet) {
     const Bytes next = {'n', 0, 'd', 0};
     cabinet.insert(cabinet.begin() + 36, next.begin(), next.end());
     cabinet[16] = static_cast<std::uint8_t>(cabinet[16] + next.size());
-    EXPECT_EQ(Refusal(cabinet), "accepted");
+    EXPECT_EQ("accepted", Refusal(cabinet));
 }
 
 // Whatever the bytes are, they are read or refused; the sanitizers watch.
@@ -166,8 +166,8 @@ TEST_F(ReadCabinetFileTest, NamesWhatCannotBeRead) {
     EXPECT_THAT([] { ReadCabinetFile("folder"); },
                 ::testing::ThrowsMessage<ToolError>("folder: this is not a file"));
     WriteBytes("sub/a.cab", Sample());
-    EXPECT_EQ(ReadCabinetFile("sub\\a.cab").Members.size(), 3U);
+    EXPECT_EQ(3U, ReadCabinetFile("sub\\a.cab").Members.size());
 }
 
 }  // namespace
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

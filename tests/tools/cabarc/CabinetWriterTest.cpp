@@ -3,13 +3,11 @@
 #include <gmock/gmock.h>
 
 #include "tests/tools/cabarc/ParsedCabinet.h"
-#include "tools/cabarc/Checksum.h"
-#include "tools/cabarc/FolderPlan.h"
 #include "tools/cabarc/MsZipCompressor.h"
 #include "tools/cabarc/StoredCompressor.h"
 #include "tools/shared/ToolError.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::HasSubstr;
@@ -25,19 +23,19 @@ CabinetMember Sized(const std::string& name, std::uint32_t size) {
 
 TEST(Checksum, WeighsTheTailFromItsFirstByte) {
     const Bytes payload = {1, 2, 3, 4, 5, 6, 7};
-    EXPECT_EQ(BlockChecksum(payload, 0x8000), 0x04030201U ^ 0x00050607U ^ 0x80000007U);
-    EXPECT_EQ(BlockChecksum(Bytes{9}, 1), 9U ^ 0x00010001U);
-    EXPECT_EQ(BlockChecksum(Bytes{9, 8}, 2), 0x0908U ^ 0x00020002U);
+    EXPECT_EQ(0x04030201U ^ 0x00050607U ^ 0x80000007U, BlockChecksum(payload, 0x8000));
+    EXPECT_EQ(9U ^ 0x00010001U, BlockChecksum(Bytes{9}, 1));
+    EXPECT_EQ(0x0908U ^ 0x00020002U, BlockChecksum(Bytes{9, 8}, 2));
 }
 
 TEST(FolderPlan, PutsEverythingIntoOneFolder) {
     CabinetDirectory directory;
     directory.Members = {Sized("a", 5), Sized("b", 0), Sized("c", 7)};
     PlanFolders(directory, 1);
-    ASSERT_EQ(directory.Folders.size(), 1U);
-    EXPECT_EQ(directory.Folders[0].Type, 1);
-    EXPECT_EQ(directory.Members[1].Offset, 5U);
-    EXPECT_EQ(directory.Members[2].Offset, 5U);
+    ASSERT_EQ(1U, directory.Folders.size());
+    EXPECT_EQ(1, directory.Folders[0].Type);
+    EXPECT_EQ(5U, directory.Members[1].Offset);
+    EXPECT_EQ(5U, directory.Members[2].Offset);
 }
 
 TEST(FolderPlan, BeginsAnotherFolderOnlyWhereOneIsFull) {
@@ -45,20 +43,20 @@ TEST(FolderPlan, BeginsAnotherFolderOnlyWhereOneIsFull) {
     directory.Members = {Sized("a", kMaxFolderBytes - 1), Sized("b", 1), Sized("c", 0), Sized("d", 1),
                          Sized("e", kMaxFolderBytes)};
     PlanFolders(directory, 0);
-    EXPECT_EQ(directory.Folders.size(), 3U);
-    EXPECT_EQ(directory.Members[1].Folder, 0);
-    EXPECT_EQ(directory.Members[2].Folder, 0);
-    EXPECT_EQ(directory.Members[2].Offset, kMaxFolderBytes);
-    EXPECT_EQ(directory.Members[3].Folder, 1);
-    EXPECT_EQ(directory.Members[3].Offset, 0U);
-    EXPECT_EQ(directory.Members[4].Folder, 2);
+    EXPECT_EQ(3U, directory.Folders.size());
+    EXPECT_EQ(0, directory.Members[1].Folder);
+    EXPECT_EQ(0, directory.Members[2].Folder);
+    EXPECT_EQ(kMaxFolderBytes, directory.Members[2].Offset);
+    EXPECT_EQ(1, directory.Members[3].Folder);
+    EXPECT_EQ(0U, directory.Members[3].Offset);
+    EXPECT_EQ(2, directory.Members[4].Folder);
 }
 
 TEST(FolderPlan, CountsMembersUpToTheLimit) {
     CabinetDirectory directory;
     directory.Members.assign(65535, Sized("a", 1));
     PlanFolders(directory, 0);
-    EXPECT_EQ(directory.Folders.size(), 1U);
+    EXPECT_EQ(1U, directory.Folders.size());
     directory.Members.push_back(Sized("a", 1));
     EXPECT_THAT([&] { PlanFolders(directory, 0); },
                 ThrowsMessage<ToolError>("a cabinet holds at most 65535 files, not 65536"));
@@ -67,8 +65,8 @@ TEST(FolderPlan, CountsMembersUpToTheLimit) {
 class CabinetWriterTest : public InTestFolder {};
 
 TEST_F(CabinetWriterTest, WritesSeveralFoldersOfTheirOwnMethod) {
-    const Bytes first = ProseOf(70000);
-    const Bytes second = NoiseOf(40000);
+    const Bytes first = ProseBytes(70000);
+    const Bytes second = NoiseBytes(40000);
     CabinetDirectory directory;
     directory.Folders = {{0, 0, 0}, {0, 0, 1}};
     directory.Members = {Sized("a", 70000), Sized("sub\\b", 40000), Sized("empty", 0)};
@@ -86,11 +84,11 @@ TEST_F(CabinetWriterTest, WritesSeveralFoldersOfTheirOwnMethod) {
     writer.Finish();
     output.Commit();
     const ParsedCabinet cabinet = Parse(ReadBytes("two.cab"));
-    EXPECT_EQ(cabinet.Folders[0].Type, 0U);
-    EXPECT_EQ(cabinet.Folders[1].Type, 1U);
+    EXPECT_EQ(0U, cabinet.Folders[0].Type);
+    EXPECT_EQ(1U, cabinet.Folders[1].Type);
     EXPECT_EQ(cabinet.Members[0].Contents, first);
     EXPECT_EQ(cabinet.Members[1].Contents, second);
-    EXPECT_EQ(cabinet.Members[2].Size, 0U);
+    EXPECT_EQ(0U, cabinet.Members[2].Size);
 }
 
 TEST_F(CabinetWriterTest, NoticesAFolderThatGotOtherBytesThanItsMembersNeed) {
@@ -133,7 +131,7 @@ std::size_t SizeOf(const Records& records) {
 }
 
 TEST(MsZipCompressor, DeliversTheSameRecordsForCallsOfAnySize) {
-    const Bytes data = ProseOf(200000);
+    const Bytes data = ProseBytes(200000);
     Records whole;
     MsZipCompressor atOnce(whole);
     atOnce.Write(data);
@@ -145,21 +143,21 @@ TEST(MsZipCompressor, DeliversTheSameRecordsForCallsOfAnySize) {
         inParts.Write(std::span(data).subspan(at, size));
     }
     inParts.Finish();
-    ASSERT_EQ(whole.All.size(), 7U);
+    ASSERT_EQ(7U, whole.All.size());
     ASSERT_EQ(parts.All.size(), whole.All.size());
     for (std::size_t i = 0; i < whole.All.size(); ++i)
         EXPECT_EQ(parts.All[i].Payload, whole.All[i].Payload) << i;
 }
 
 TEST(MsZipCompressor, RemembersTheFrameBefore) {
-    Bytes data = NoiseOf(32768);
+    Bytes data = NoiseBytes(32768);
     const Bytes half(data.begin() + 16384, data.end());
     data.insert(data.end(), half.begin(), half.end());
     Records records;
     MsZipCompressor compressor(records);
     compressor.Write(data);
     compressor.Finish();
-    ASSERT_EQ(records.All.size(), 2U);
+    ASSERT_EQ(2U, records.All.size());
     EXPECT_LT(records.All[1].Payload.size(), 1000U);
 }
 
@@ -167,9 +165,9 @@ TEST(MsZipCompressor, NeverExceedsOneStoredBlock) {
     for (const std::size_t size : {1U, 2U, 100U, 32767U, 32768U}) {
         Records records;
         MsZipCompressor compressor(records);
-        compressor.Write(NoiseOf(size));
+        compressor.Write(NoiseBytes(size));
         compressor.Finish();
-        ASSERT_EQ(records.All.size(), 1U);
+        ASSERT_EQ(1U, records.All.size());
         EXPECT_LE(records.All[0].Payload.size(), size + 7) << size;
     }
 }
@@ -177,7 +175,7 @@ TEST(MsZipCompressor, NeverExceedsOneStoredBlock) {
 TEST(MsZipCompressor, StaysFarBelowTheInputOnText) {
     Records records;
     MsZipCompressor compressor(records);
-    compressor.Write(ProseOf(300000));
+    compressor.Write(ProseBytes(300000));
     compressor.Finish();
     EXPECT_LT(SizeOf(records), 150000U);
 }
@@ -204,4 +202,4 @@ TEST(FrameCompressor, CutsAtFullFramesOnly) {
 }
 
 }  // namespace
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

@@ -4,7 +4,7 @@
 
 #include "tools/shared/ToolError.h"
 
-namespace tools::cabarc {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::ElementsAre;
@@ -25,7 +25,7 @@ TEST(CommandLine, ReadsThePackingCall) {
     EXPECT_TRUE(call.Recurse);
     EXPECT_FALSE(call.Overwrite);
     EXPECT_THAT(call.Prefixes, ElementsAre("files\\net\\"));
-    EXPECT_EQ(call.Cabinet, "cabs\\lib\\net.cab");
+    EXPECT_EQ("cabs\\lib\\net.cab", call.Cabinet);
     EXPECT_THAT(call.Names, ElementsAre("files\\net\\*.*"));
 }
 
@@ -33,9 +33,9 @@ TEST(CommandLine, ReadsTheExtractingCalls) {
     const CommandLine one = Parsed({"-o", "x", "drivers\\aspi\\AHA154X.CAB", "scsi.txt"});
     EXPECT_EQ(one.Action, Command::Extract);
     EXPECT_TRUE(one.Overwrite);
-    EXPECT_EQ(one.Cabinet, "drivers\\aspi\\AHA154X.CAB");
+    EXPECT_EQ("drivers\\aspi\\AHA154X.CAB", one.Cabinet);
     EXPECT_THAT(one.Names, ElementsAre("scsi.txt"));
-    EXPECT_EQ(one.TargetFolder, "");
+    EXPECT_EQ("", one.TargetFolder);
     const CommandLine several = Parsed({"-o", "x", "drivers\\ndis\\E100B.cab", "ndis.*"});
     EXPECT_THAT(several.Names, ElementsAre("ndis.*"));
 }
@@ -63,15 +63,15 @@ TEST(CommandLine, OptionsMayStandBehindTheCommandButNotBehindTheCabinet) {
 
 TEST(CommandLine, SlashIsAnOptionOnlyBeforeTheCommandAndWhereAsked) {
     EXPECT_TRUE(Parsed({"/r", "n", "/a.cab", "x"}, true).Recurse);
-    EXPECT_EQ(Parsed({"/r", "n", "/a.cab", "x"}, true).Cabinet, "/a.cab");
+    EXPECT_EQ("/a.cab", Parsed({"/r", "n", "/a.cab", "x"}, true).Cabinet);
     EXPECT_THROW(Parsed({"/r", "n", "a.cab", "x"}, false), ToolError);
 }
 
 TEST(CommandLine, TheLastNameOfAnExtractionMayBeItsFolder) {
     const CommandLine call = Parsed({"x", "a.cab", "*.txt", "out\\"});
-    EXPECT_EQ(call.TargetFolder, "out\\");
+    EXPECT_EQ("out\\", call.TargetFolder);
     EXPECT_THAT(call.Names, ElementsAre("*.txt"));
-    EXPECT_EQ(Parsed({"x", "a.cab", "out/"}).TargetFolder, "out/");
+    EXPECT_EQ("out/", Parsed({"x", "a.cab", "out/"}).TargetFolder);
     EXPECT_THAT(Parsed({"l", "a.cab", "out/"}).Names, ElementsAre("out/"));
 }
 
@@ -128,14 +128,14 @@ TEST(Method, ReadsItsNames) {
 }
 
 TEST(Method, HasTheNumbersOfTheFormat) {
-    EXPECT_EQ(MethodCode({Method::Kind::Stored, 0}), 0);
-    EXPECT_EQ(MethodCode({Method::Kind::MsZip, 0}), 1);
-    EXPECT_EQ(MethodCode({Method::Kind::Lzx, 21}), 0x1503);
-    EXPECT_EQ(MethodCode({Method::Kind::Lzx, 15}), 0x0F03);
-    EXPECT_EQ(MethodName(0x1503), "LZX:21");
-    EXPECT_EQ(MethodName(0x1472), "QUANTUM:20");
-    EXPECT_EQ(MethodName(7), "method 7");
+    EXPECT_EQ(0, MethodCode({Method::Kind::Stored, 0}));
+    EXPECT_EQ(1, MethodCode({Method::Kind::MsZip, 0}));
+    EXPECT_EQ(0x1503, MethodCode({Method::Kind::Lzx, 21}));
+    EXPECT_EQ(0x0F03, MethodCode({Method::Kind::Lzx, 15}));
+    EXPECT_EQ("LZX:21", MethodName(0x1503));
+    EXPECT_EQ("QUANTUM:20", MethodName(0x1472));
+    EXPECT_EQ("method 7", MethodName(7));
 }
 
 }  // namespace
-}  // namespace tools::cabarc
+}  // namespace tools::cabarc::testing

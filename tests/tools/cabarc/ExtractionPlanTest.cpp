@@ -2,12 +2,12 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/tools/cabarc/TestFolder.h"
-#include "tools/cabarc/MemberFiles.h"
+#include "tests/tools/cabarc/InTestFolder.h"
+#include "tools/cabarc/Extractor.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::AllOf;
@@ -46,8 +46,8 @@ TEST_F(ExtractionPlan, TakesTheMembersThatMatch) {
     EXPECT_THAT(Targets(PlanExtraction(directory, "c.cab", {}, "out\\", false)),
                 ElementsAre("out/NDIS.TXT", "out/sub/ndis.dos", "out/sub/other.bin", "out/readme"));
     const auto plan = PlanExtraction(directory, "c.cab", Names{"sub\\o*", "readme"}, "", false);
-    EXPECT_EQ(plan.front().Index, 2U);
-    EXPECT_EQ(plan.back().Index, 3U);
+    EXPECT_EQ(2U, plan.front().Index);
+    EXPECT_EQ(3U, plan.back().Index);
 }
 
 TEST_F(ExtractionPlan, EveryPatternMustFindSomething) {
@@ -65,7 +65,7 @@ TEST_F(ExtractionPlan, RefusesUnsafeNamesBeforeAnythingIsWritten) {
         EXPECT_THAT(
             [&] { PlanExtraction(directory, "c.cab", {}, "", true); },
             ThrowsMessage<ToolError>(HasSubstr(std::string("c.cab: the member ") + name + " is refused: ")));
-        EXPECT_EQ(PlanExtraction(directory, "c.cab", Names{"good"}, "", true).size(), 1U);
+        EXPECT_EQ(1U, PlanExtraction(directory, "c.cab", Names{"good"}, "", true).size());
     }
 }
 
@@ -74,8 +74,8 @@ TEST_F(ExtractionPlan, RefusesExistingFilesUnlessOverwritten) {
     const CabinetDirectory directory = DirectoryOf({"a", "sub\\b"});
     EXPECT_THAT([&] { PlanExtraction(directory, "c.cab", {}, "", false); },
                 ThrowsMessage<ToolError>(HasSubstr("exists already; -o overwrites it")));
-    EXPECT_EQ(PlanExtraction(directory, "c.cab", {}, "", true).size(), 2U);
-    EXPECT_EQ(PlanExtraction(directory, "c.cab", Names{"a"}, "", false).size(), 1U);
+    EXPECT_EQ(2U, PlanExtraction(directory, "c.cab", {}, "", true).size());
+    EXPECT_EQ(1U, PlanExtraction(directory, "c.cab", Names{"a"}, "", false).size());
 }
 
 TEST_F(ExtractionPlan, RefusesMembersThatWouldBeOneFile) {
@@ -88,8 +88,8 @@ TEST_F(ExtractionPlan, RefusesMembersThatWouldBeOneFile) {
                                                EndsWith(" would be one file"))));
         }
     }
-    EXPECT_EQ(PlanExtraction(DirectoryOf({"A.TXT", "b", "a.txt"}), "c.cab", Names{"b"}, "", false).size(),
-              1U);
+    EXPECT_EQ(1U,
+              PlanExtraction(DirectoryOf({"A.TXT", "b", "a.txt"}), "c.cab", Names{"b"}, "", false).size());
 }
 
 TEST_F(ExtractionPlan, RefusesAMemberThatWouldBeTheFolderOfAnother) {
@@ -97,7 +97,7 @@ TEST_F(ExtractionPlan, RefusesAMemberThatWouldBeTheFolderOfAnother) {
         EXPECT_THAT([&] { PlanExtraction(DirectoryOf(names), "c.cab", {}, "", true); },
                     ThrowsMessage<ToolError>(HasSubstr(" would be the folder of ")));
     }
-    EXPECT_EQ(PlanExtraction(DirectoryOf({"x\\a", "x\\b", "xy", "y\\x"}), "c.cab", {}, "", true).size(), 4U);
+    EXPECT_EQ(4U, PlanExtraction(DirectoryOf({"x\\a", "x\\b", "xy", "y\\x"}), "c.cab", {}, "", true).size());
 }
 
 TEST_F(ExtractionPlan, RefusesSets) {
@@ -135,12 +135,12 @@ TEST_F(MemberFilesTest, WritePlannedMembersWithTheirTime) {
     files.Write(BytesOf("two"));
     EXPECT_FALSE(std::filesystem::exists("a"));
     files.End();
-    EXPECT_EQ(ReadBytes("a"), BytesOf("onetwo"));
+    EXPECT_EQ(BytesOf("onetwo"), ReadBytes("a"));
     EXPECT_TRUE(files.Begin(1));
     files.End();
     EXPECT_FALSE(files.Begin(2));
     EXPECT_EQ(ReadBytes("sub/b"), Bytes());
-    EXPECT_EQ(ListFolder(".")[0].Modified, PackDosTime(1998, 7, 6, 5, 4, 2));
+    EXPECT_EQ(PackDosTime(1998, 7, 6, 5, 4, 2), ListFolder(".")[0].Modified);
 }
 
 TEST_F(MemberFilesTest, ATimeThatThereIsNotBecomesTheNearestOne) {
@@ -154,9 +154,9 @@ TEST_F(MemberFilesTest, ATimeThatThereIsNotBecomesTheNearestOne) {
         ASSERT_TRUE(files.Begin(i));
         files.End();
     }
-    EXPECT_EQ(ListFolder(".").at(0).Modified, PackDosTime(1980, 1, 1, 0, 0, 0));
-    EXPECT_EQ(ListFolder(".").at(1).Modified, PackDosTime(2107, 12, 31, 23, 59, 58));
-    EXPECT_EQ(ListFolder(".").at(2).Modified, PackDosTime(1999, 2, 28, 0, 0, 58));
+    EXPECT_EQ(PackDosTime(1980, 1, 1, 0, 0, 0), ListFolder(".").at(0).Modified);
+    EXPECT_EQ(PackDosTime(2107, 12, 31, 23, 59, 58), ListFolder(".").at(1).Modified);
+    EXPECT_EQ(PackDosTime(1999, 2, 28, 0, 0, 58), ListFolder(".").at(2).Modified);
 }
 
 TEST_F(MemberFilesTest, UnfinishedMemberLeavesTheOldFileAsItWas) {
@@ -169,15 +169,15 @@ TEST_F(MemberFilesTest, UnfinishedMemberLeavesTheOldFileAsItWas) {
         EXPECT_TRUE(files.Begin(0));
         files.Write(BytesOf("half"));
     }
-    EXPECT_EQ(ReadBytes("a"), BytesOf("old"));
-    EXPECT_EQ(KindOf("a"), FileKind::ReadOnly);
-    EXPECT_EQ(TreeOf(".").size(), 1U);
+    EXPECT_EQ(BytesOf("old"), ReadBytes("a"));
+    EXPECT_EQ(FileKind::ReadOnly, KindOf("a"));
+    EXPECT_EQ(1U, TreeOf(".").size());
     MemberFiles files(directory, plan, true);
     EXPECT_TRUE(files.Begin(0));
     files.Write(BytesOf("new"));
     files.End();
-    EXPECT_EQ(ReadBytes("a"), BytesOf("new"));
-    EXPECT_EQ(KindOf("a"), FileKind::Writable);
+    EXPECT_EQ(BytesOf("new"), ReadBytes("a"));
+    EXPECT_EQ(FileKind::Writable, KindOf("a"));
 }
 
 TEST_F(MemberFilesTest, AFileThatAppearsMeanwhileIsNotReplaced) {
@@ -186,8 +186,8 @@ TEST_F(MemberFilesTest, AFileThatAppearsMeanwhileIsNotReplaced) {
     WriteBytes("a", BytesOf("mine"));
     MemberFiles files(directory, plan, false);
     EXPECT_THROW(files.Begin(0), ToolError);
-    EXPECT_EQ(ReadBytes("a"), BytesOf("mine"));
+    EXPECT_EQ(BytesOf("mine"), ReadBytes("a"));
 }
 
 }  // namespace
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

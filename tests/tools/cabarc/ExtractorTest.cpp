@@ -8,7 +8,6 @@
 
 #include "tests/support/BuiltFile.h"
 #include "tests/tools/cabarc/ParsedCabinet.h"
-#include "tests/tools/cabarc/RunProgram.h"
 #include "tools/cabarc/CabinetReader.h"
 #include "tools/cabarc/CabinetWriter.h"
 #include "tools/cabarc/Compressors.h"
@@ -19,7 +18,7 @@
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::AnyOf;
@@ -57,30 +56,30 @@ class Extractor : public InTestFolder {
 class ExtractorOfMethod : public Extractor, public ::testing::WithParamInterface<std::string> {};
 
 TEST_P(ExtractorOfMethod, GivesBackContentsNamesTimesAndAttributes) {
-    WriteBytes("../in/autoexec.bat", ProseOf(3000));
+    WriteBytes("../in/autoexec.bat", ProseBytes(3000));
     WriteBytes("../in/empty", {});
-    WriteBytes("../in/bin/noise.bin", NoiseOf(150001));
-    WriteBytes("../in/bin/deep/er/prose.txt", ProseOf(400000, 7));
+    WriteBytes("../in/bin/noise.bin", NoiseBytes(150001));
+    WriteBytes("../in/bin/deep/er/prose.txt", ProseBytes(400000, 7));
     WriteBytes("../in/caf\xC3\xA9/\xE6\xBC\xA2.txt", BytesOf("unicode"));
     ASSERT_TRUE(
         SetTimeAndAttributes("../in/autoexec.bat", PackDosTime(1994, 5, 31, 6, 22, 0), kReadOnly | kArchive));
     ASSERT_TRUE(SetTimeAndAttributes("../in/bin/noise.bin", PackDosTime(2024, 2, 29, 23, 59, 58),
                                      kHidden | kSystem | kArchive));
     PackWith({"-m", GetParam(), "-p", "-r", "-P", "..\\in", "n", "..\\out.cab", "..\\in\\*.*"});
-    EXPECT_EQ(ExtractWith({"x", "..\\out.cab"}), 5U);
+    EXPECT_EQ(5U, ExtractWith({"x", "..\\out.cab"}));
     EXPECT_TRUE(TreeOf(".") == TreeOf("..\\in"));
     const HostFile batch = EntryOf(".", "autoexec.bat");
-    EXPECT_EQ(batch.Modified, PackDosTime(1994, 5, 31, 6, 22, 0));
+    EXPECT_EQ(PackDosTime(1994, 5, 31, 6, 22, 0), batch.Modified);
     EXPECT_EQ(batch.Attributes, EntryOf("..\\in", "autoexec.bat").Attributes);
-    EXPECT_EQ(batch.Attributes & kReadOnly, kReadOnly);
+    EXPECT_EQ(kReadOnly, batch.Attributes & kReadOnly);
     const HostFile noise = EntryOf("bin", "noise.bin");
-    EXPECT_EQ(noise.Modified, PackDosTime(2024, 2, 29, 23, 59, 58));
+    EXPECT_EQ(PackDosTime(2024, 2, 29, 23, 59, 58), noise.Modified);
     EXPECT_EQ(noise.Attributes, EntryOf("..\\in\\bin", "noise.bin").Attributes);
 }
 
 TEST_P(ExtractorOfMethod, UnpacksFarRepetitions) {
-    Bytes data = NoiseOf(1500000, 3);
-    const Bytes prose = ProseOf(1200000, 4);
+    Bytes data = NoiseBytes(1500000, 3);
+    const Bytes prose = ProseBytes(1200000, 4);
     data.insert(data.end(), prose.begin(), prose.end());
     const Bytes again(data.begin() + 700000, data.begin() + 1000000);
     data.insert(data.end(), again.begin(), again.end());
@@ -100,17 +99,17 @@ INSTANTIATE_TEST_SUITE_P(Methods, ExtractorOfMethod,
 
 TEST_F(Extractor, TakesDriverFilesOutAsTheBuildAsksForThem) {
     WriteBytes("source/scsi.txt", BytesOf("scsi.txt     An adapter\r\n"));
-    WriteBytes("source/ndis.dos", NoiseOf(20000));
+    WriteBytes("source/ndis.dos", NoiseBytes(20000));
     WriteBytes("source/ndis.txt", BytesOf("ndis.txt     A card\r\n"));
     WriteBytes("source/other.txt", BytesOf("left"));
     PackWith({"-m", "LZX:21", "n", "drivers\\ndis\\E100B.cab", "source\\*.*"});
     std::filesystem::remove_all("source");
     const ProgramResult one = RunCabarc("-o x drivers\\ndis\\E100B.cab scsi.txt");
-    EXPECT_EQ(one.ExitCode, 0) << one.Errors;
-    EXPECT_EQ(ReadBytes("scsi.txt"), BytesOf("scsi.txt     An adapter\r\n"));
+    EXPECT_EQ(0, one.ExitCode) << one.Errors;
+    EXPECT_EQ(BytesOf("scsi.txt     An adapter\r\n"), ReadBytes("scsi.txt"));
     const ProgramResult several = RunCabarc("-o x drivers\\ndis\\E100B.cab NDIS.*");
-    EXPECT_EQ(several.ExitCode, 0) << several.Errors;
-    EXPECT_EQ(ReadBytes("ndis.dos"), NoiseOf(20000));
+    EXPECT_EQ(0, several.ExitCode) << several.Errors;
+    EXPECT_EQ(NoiseBytes(20000), ReadBytes("ndis.dos"));
     EXPECT_TRUE(std::filesystem::exists("ndis.txt"));
     EXPECT_FALSE(std::filesystem::exists("other.txt"));
 }
@@ -130,7 +129,7 @@ TEST_F(Extractor, UnpacksFoldersOfDifferentMethods) {
             member.Size = 50000;
             member.Offset = part * 50000;
             member.Folder = i;
-            expected[member.Name] = ProseOf(50000, i * 10 + part);
+            expected[member.Name] = ProseBytes(50000, i * 10 + part);
             directory.Members.push_back(member);
         }
     }
@@ -146,7 +145,7 @@ TEST_F(Extractor, UnpacksFoldersOfDifferentMethods) {
         writer.Finish();
         output.Commit();
     }
-    EXPECT_EQ(ExtractWith({"x", "..\\mixed.cab", "f11", "f30"}), 2U);
+    EXPECT_EQ(2U, ExtractWith({"x", "..\\mixed.cab", "f11", "f30"}));
     EXPECT_TRUE(TreeOf(".") == (Tree{{"f11", expected["f11"]}, {"f30", expected["f30"]}}));
     ExtractWith({"-o", "x", "..\\mixed.cab"});
     EXPECT_TRUE(TreeOf(".") == expected);
@@ -187,7 +186,7 @@ TEST_F(Extractor, MembersThatAlternateBetweenMethodsTakeOneRunForEach) {
         CabinetWriter writer(output, directory);
         for (std::uint32_t folder = 0; folder < 3; ++folder) {
             const auto compressor = MakeCompressor(methods[folder], writer.BeginFolder());
-            for (std::uint32_t i = folder; i < 9; i += 3) compressor->Write(ProseOf(kSize, i));
+            for (std::uint32_t i = folder; i < 9; i += 3) compressor->Write(ProseBytes(kSize, i));
             compressor->Finish();
         }
         writer.Finish();
@@ -196,10 +195,10 @@ TEST_F(Extractor, MembersThatAlternateBetweenMethodsTakeOneRunForEach) {
     Recorder recorder;
     UnpackCabinet("../mixed.cab", "mixed.cab", ReadCabinetFile("../mixed.cab"), recorder);
     EXPECT_THAT(recorder.Order, ::testing::ElementsAre(0, 3, 6, 1, 4, 7, 2, 5, 8));
-    for (std::uint32_t i = 0; i < 9; ++i) EXPECT_TRUE(recorder.Contents[i] == ProseOf(kSize, i)) << i;
-    EXPECT_EQ(ExtractWith({"x", "..\\mixed.cab"}), 9U);
+    for (std::uint32_t i = 0; i < 9; ++i) EXPECT_TRUE(recorder.Contents[i] == ProseBytes(kSize, i)) << i;
+    EXPECT_EQ(9U, ExtractWith({"x", "..\\mixed.cab"}));
     for (std::uint32_t i = 0; i < 9; ++i)
-        EXPECT_TRUE(ReadBytes("f" + std::to_string(i)) == ProseOf(kSize, i)) << i;
+        EXPECT_TRUE(ReadBytes("f" + std::to_string(i)) == ProseBytes(kSize, i)) << i;
 }
 
 // The members overlap: each is the whole of a folder that claims to be as long as a folder can be.
@@ -221,9 +220,9 @@ TEST_F(Extractor, MoreThanTheDriveHoldsIsRefusedBeforeAnythingIsWritten) {
 
 TEST_F(Extractor, UnpacksACabinetOfAnotherPacker) {
     const auto fileAt = [](const std::string& name, const std::string& folder) {
-        return Utf8FromPath(velbooter::tests::BuiltFile("foreign/" + name, folder + "/" + name));
+        return Utf8FromPath(velbooter::testing::BuiltFile("foreign/" + name, folder + "/" + name));
     };
-    EXPECT_EQ(ExtractWith({"x", fileAt("foreign.cab", FOREIGN_CABINET_FOLDER)}), 2U);
+    EXPECT_EQ(2U, ExtractWith({"x", fileAt("foreign.cab", FOREIGN_CABINET_FOLDER)}));
     for (const std::string name : {"ParsedCabinet.cpp", "ParsedCabinet.h"}) {
         EXPECT_EQ(ReadBytes(name), ReadBytes(fileAt(name, FOREIGN_SOURCES))) << name;
     }
@@ -245,13 +244,13 @@ TEST_F(Extractor, RefusesNamesThatLeaveTheFolderAndWritesNothing) {
         EXPECT_TRUE(TreeOf("..") == (Tree{{"evil.cab", ReadBytes("../evil.cab")}})) << name;
         EXPECT_FALSE(std::filesystem::exists("C:\\evil.txt")) << name;
     }
-    EXPECT_EQ(ExtractWith({"x", "..\\evil.cab", "good.txt"}), 1U);
+    EXPECT_EQ(1U, ExtractWith({"x", "..\\evil.cab", "good.txt"}));
 }
 
 TEST_F(Extractor, ForwardSlashesMakeFoldersToo) {
     WriteBytes("../a.cab", HandMade({{"one/two/three.txt", BytesOf("deep")}}));
     ExtractWith({"x", "..\\a.cab"});
-    EXPECT_EQ(ReadBytes("one\\two\\three.txt"), BytesOf("deep"));
+    EXPECT_EQ(BytesOf("deep"), ReadBytes("one\\two\\three.txt"));
 }
 
 TEST_F(Extractor, NamesWithoutTheMarkAreInTheSystemsCodePage) {
@@ -274,15 +273,15 @@ TEST_F(Extractor, ExistingFilesNeedTheOption) {
         ThrowsMessage<ToolError>("old: exists already; -o overwrites it"));
     EXPECT_TRUE(TreeOf(".") == (Tree{{"old", BytesOf("mine")}}));
     ExtractWith({"-o", "x", "..\\a.cab"});
-    EXPECT_EQ(ReadBytes("old"), BytesOf("theirs"));
+    EXPECT_EQ(BytesOf("theirs"), ReadBytes("old"));
 }
 
 TEST_F(Extractor, OverwritesReadOnlyAndHiddenFilesAgainAndAgain) {
     WriteBytes("../a.cab", HandMade({{"a", BytesOf("x"), kReadOnly | kHidden | kSystem}}));
     ExtractWith({"x", "..\\a.cab"});
     ExtractWith({"-o", "x", "..\\a.cab"});
-    EXPECT_EQ(ReadBytes("a"), BytesOf("x"));
-    EXPECT_EQ(KindOf("a"), FileKind::ReadOnly);
+    EXPECT_EQ(BytesOf("x"), ReadBytes("a"));
+    EXPECT_EQ(FileKind::ReadOnly, KindOf("a"));
 }
 
 TEST_F(Extractor, TheLastNameMayBeTheFolder) {
@@ -292,7 +291,7 @@ TEST_F(Extractor, TheLastNameMayBeTheFolder) {
 }
 
 TEST_F(Extractor, CutOffCabinetWritesNothing) {
-    const Bytes whole = HandMade({{"a", ProseOf(40000)}, {"b", ProseOf(40000)}});
+    const Bytes whole = HandMade({{"a", ProseBytes(40000)}, {"b", ProseBytes(40000)}});
     for (std::size_t size = 0; size < whole.size(); size += size < 120 ? 13 : 4999) {
         WriteBytes("../cut.cab", {whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)});
         EXPECT_THROW(ExtractWith({"x", "..\\cut.cab"}), ToolError) << size;
@@ -302,7 +301,7 @@ TEST_F(Extractor, CutOffCabinetWritesNothing) {
 
 // The header may lie about the size, so that only the library notices that data is missing.
 TEST_F(Extractor, MissingDataLeavesNoHalfMember) {
-    Bytes cut = HandMade({{"a", ProseOf(1000), 0x20, 0}, {"b", ProseOf(90000), 0x20, 1}});
+    Bytes cut = HandMade({{"a", ProseBytes(1000), 0x20, 0}, {"b", ProseBytes(90000), 0x20, 1}});
     cut.resize(cut.size() - 30000);
     for (int i = 0; i < 4; ++i)
         cut[8 + static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(cut.size() >> (8 * i));
@@ -312,12 +311,12 @@ TEST_F(Extractor, MissingDataLeavesNoHalfMember) {
             ExtractWith({"x", "..\\cut.cab"});
         },
         ThrowsMessage<ToolError>("..\\cut.cab: this cabinet is damaged at the member b"));
-    EXPECT_TRUE(TreeOf(".") == (Tree{{"a", ProseOf(1000)}}));
+    EXPECT_TRUE(TreeOf(".") == (Tree{{"a", ProseBytes(1000)}}));
 }
 
 TEST_F(Extractor, DamagedDataLeavesTheOldFileAsItWas) {
     for (const char* method : {"NONE", "MSZIP", "LZX:21"}) {
-        WriteBytes("../in/a", ProseOf(100000));
+        WriteBytes("../in/a", ProseBytes(100000));
         PackWith({"-m", method, "n", "..\\bad.cab", "..\\in\\a"});
         Bytes bad = ReadBytes("../bad.cab");
         bad[bad.size() - 100] ^= 0x40U;
@@ -331,13 +330,13 @@ TEST_F(Extractor, DamagedDataLeavesTheOldFileAsItWas) {
             ThrowsMessage<ToolError>("..\\bad.cab: this cabinet is damaged at the member a"))
             << method;
         EXPECT_TRUE(TreeOf(".") == (Tree{{"a", BytesOf("mine")}})) << method;
-        EXPECT_EQ(KindOf("a"), FileKind::ReadOnly) << method;
+        EXPECT_EQ(FileKind::ReadOnly, KindOf("a")) << method;
         ASSERT_TRUE(SetTimeAndAttributes("a", PackDosTime(2000, 1, 1, 0, 0, 0), kArchive));
     }
 }
 
 TEST_F(Extractor, UnknownMethodIsRefused) {
-    Bytes odd = HandMade({{"a", ProseOf(100)}});
+    Bytes odd = HandMade({{"a", ProseBytes(100)}});
     odd[36 + 6] = 7;
     WriteBytes("../odd.cab", odd);
     EXPECT_THAT(
@@ -354,23 +353,23 @@ TEST_F(Extractor, AFileWhereAFolderIsNeededIsNamed) {
     WriteBytes("../a.cab", HandMade({{"sub\\a", BytesOf("x")}}));
     WriteBytes("sub", BytesOf("a file"));
     EXPECT_THAT([] { ExtractWith({"-o", "x", "..\\a.cab"}); }, ThrowsMessage<ToolError>(HasSubstr("sub")));
-    EXPECT_EQ(ReadBytes("sub"), BytesOf("a file"));
+    EXPECT_EQ(BytesOf("a file"), ReadBytes("sub"));
 }
 
 TEST_F(Extractor, FailureIsOneLineAndExitCodeOne) {
     WriteBytes("text.cab", BytesOf("no cabinet"));
     const ProgramResult result = RunCabarc("x text.cab");
-    EXPECT_EQ(result.ExitCode, 1);
-    EXPECT_EQ(result.Output, "");
-    EXPECT_EQ(result.Errors, "cabarc: text.cab: this is not a cabinet\n");
+    EXPECT_EQ(1, result.ExitCode);
+    EXPECT_EQ("", result.Output);
+    EXPECT_EQ("cabarc: text.cab: this is not a cabinet\n", result.Errors);
     WriteBytes("a.cab", HandMade({{"a", BytesOf("x")}}));
-    EXPECT_EQ(RunCabarc("x a.cab nothing.*").Errors, "cabarc: a.cab: no member matches nothing.*\n");
-    EXPECT_EQ(RunCabarc("x a.cab").Output, "a.cab: 1 file extracted\n");
+    EXPECT_EQ("cabarc: a.cab: no member matches nothing.*\n", RunCabarc("x a.cab nothing.*").Errors);
+    EXPECT_EQ("a.cab: 1 file extracted\n", RunCabarc("x a.cab").Output);
 }
 
 TEST_F(Extractor, AMemberMayHaveTheNameOfAnUnfinishedFile) {
     WriteBytes("../a.cab", HandMade({{"a.unfinished~", BytesOf("first")}, {"a", BytesOf("second")}}));
-    EXPECT_EQ(ExtractWith({"x", "..\\a.cab"}), 2U);
+    EXPECT_EQ(2U, ExtractWith({"x", "..\\a.cab"}));
     EXPECT_TRUE(TreeOf(".") == (Tree{{"a.unfinished~", BytesOf("first")}, {"a", BytesOf("second")}}));
 }
 
@@ -378,7 +377,7 @@ TEST_F(Extractor, WhatThePackerStoresMayHaveTheLongestName) {
     const std::string name(250, 'n');
     WriteBytes("../in/" + name, BytesOf("long"));
     PackWith({"n", "..\\a.cab", "..\\in\\" + name});
-    EXPECT_EQ(ExtractWith({"x", "..\\a.cab"}), 1U);
+    EXPECT_EQ(1U, ExtractWith({"x", "..\\a.cab"}));
     EXPECT_TRUE(TreeOf(".") == (Tree{{name, BytesOf("long")}}));
 }
 
@@ -394,19 +393,19 @@ TEST_F(Extractor, MembersThatWouldBeOneFileAreRefusedBeforeAnythingIsWritten) {
 
 TEST_F(Extractor, AnArgumentThatIsNoTextIsNoWildcard) {
     WriteBytes("a.cab", HandMade({{"b", BytesOf("x")}}));
-    const std::wstring program = velbooter::tests::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM).wstring();
+    const std::wstring program = velbooter::testing::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM).wstring();
     const wchar_t half[] = {0xD800, 0};
-    EXPECT_EQ(_wspawnl(_P_WAIT, program.c_str(), L"cabarc", L"x", L"a.cab", half, nullptr), 1);
+    EXPECT_EQ(1, _wspawnl(_P_WAIT, program.c_str(), L"cabarc", L"x", L"a.cab", half, nullptr));
     EXPECT_FALSE(std::filesystem::exists("b"));
-    EXPECT_EQ(_wspawnl(_P_WAIT, program.c_str(), L"cabarc", L"x", L"a.cab", L"?", nullptr), 0);
+    EXPECT_EQ(0, _wspawnl(_P_WAIT, program.c_str(), L"cabarc", L"x", L"a.cab", L"?", nullptr));
     EXPECT_TRUE(std::filesystem::exists("b"));
 }
 
 TEST_F(Extractor, EmptyMembersBecomeEmptyFiles) {
     WriteBytes("../a.cab", HandMade({{"a", {}}, {"sub\\b", {}}}));
-    EXPECT_EQ(ExtractWith({"x", "..\\a.cab"}), 2U);
+    EXPECT_EQ(2U, ExtractWith({"x", "..\\a.cab"}));
     EXPECT_TRUE(TreeOf(".") == (Tree{{"a", {}}, {"sub/b", {}}}));
 }
 
 }  // namespace
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

@@ -6,11 +6,10 @@
 #include <functional>
 #include <ostream>
 
-#include "tests/tools/cabarc/RunProgram.h"
-#include "tests/tools/cabarc/TestFolder.h"
+#include "tests/tools/cabarc/InTestFolder.h"
 #include "tools/shared/HostFiles.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::HasSubstr;
@@ -22,10 +21,10 @@ struct Unpacker {
 };
 
 const Unpacker kUnpackers[] = {
-    {"cabextract", "LC_ALL=C.UTF-8 cabextract -q -d unpacked out.cab", true},
-    {"7z", "LC_ALL=C.UTF-8 7z x -y -ounpacked out.cab", true},
-    {"gcab", "LC_ALL=C.UTF-8 gcab -x -n -C unpacked out.cab", false},
-    {"bsdtar", "LC_ALL=C.UTF-8 bsdtar -x -C unpacked -f out.cab", true},
+    {"cabextract", "env LC_ALL=C.UTF-8 cabextract -q -d unpacked out.cab", true},
+    {"7z", "env LC_ALL=C.UTF-8 7z x -y -ounpacked out.cab", true},
+    {"gcab", "env LC_ALL=C.UTF-8 gcab -x -n -C unpacked out.cab", false},
+    {"bsdtar", "env LC_ALL=C.UTF-8 bsdtar -x -C unpacked -f out.cab", true},
 };
 
 struct Tree {
@@ -36,11 +35,11 @@ struct Tree {
 };
 
 void MakeMixedTree() {
-    WriteBytes("in/autoexec.bat", ProseOf(3000));
+    WriteBytes("in/autoexec.bat", ProseBytes(3000));
     WriteBytes("in/empty", {});
-    WriteBytes("in/bin/noise.bin", NoiseOf(150001));
+    WriteBytes("in/bin/noise.bin", NoiseBytes(150001));
     WriteBytes("in/bin/zeros", Bytes(100000));
-    WriteBytes("in/bin/deep/er/prose.txt", ProseOf(400000, 7));
+    WriteBytes("in/bin/deep/er/prose.txt", ProseBytes(400000, 7));
     WriteBytes("in/one", {0});
     WriteBytes("in/zz-last-empty", {});
     SetTime("in/autoexec.bat", 1994, 5, 31, 6, 22, 0);
@@ -49,8 +48,8 @@ void MakeMixedTree() {
 
 void MakeFarMatches() {
     // Longer than the biggest window, with repetitions from one end to the other.
-    Bytes data = NoiseOf(1500000, 3);
-    const Bytes prose = ProseOf(1200000, 4);
+    Bytes data = NoiseBytes(1500000, 3);
+    const Bytes prose = ProseBytes(1200000, 4);
     data.insert(data.end(), prose.begin(), prose.end());
     const Bytes again(data.begin() + 700000, data.begin() + 1000000);
     data.insert(data.end(), again.begin(), again.end());
@@ -60,8 +59,8 @@ void MakeFarMatches() {
 
 void MakeBorders() {
     for (const std::size_t size : {1U, 32767U, 32768U, 32769U, 65535U, 65536U, 98304U}) {
-        WriteBytes("in/p" + std::to_string(size), ProseOf(size, static_cast<std::uint32_t>(size)));
-        WriteBytes("in/n" + std::to_string(size), NoiseOf(size, static_cast<std::uint32_t>(size)));
+        WriteBytes("in/p" + std::to_string(size), ProseBytes(size, static_cast<std::uint32_t>(size)));
+        WriteBytes("in/n" + std::to_string(size), NoiseBytes(size, static_cast<std::uint32_t>(size)));
     }
 }
 
@@ -105,21 +104,21 @@ class Interop : public InTestFolder, public ::testing::WithParamInterface<std::t
 TEST_P(Interop, OthersUnpackIt) {
     const auto& [tree, method] = GetParam();
     tree.Make();
-    const ProgramResult packed = RunCabarc("-m " + method + " -p -r -P 'in\\' n out.cab 'in\\*.*'");
-    ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;
+    const ProgramResult packed = RunCabarc("-m " + method + " -p -r -P in\\ n out.cab in\\*.*");
+    ASSERT_EQ(0, packed.ExitCode) << packed.Errors;
     const auto files = TreeOf("in");
     const auto times = TimesOf("in");
     for (const Unpacker& unpacker : kUnpackers) {
         std::filesystem::remove_all("unpacked");
         std::filesystem::create_directory("unpacked");
-        const ProgramResult result = RunCommand(unpacker.Command);
-        EXPECT_EQ(result.ExitCode, 0) << unpacker.Name << ": " << result.Output << result.Errors;
+        const ProgramResult result = RunLine(unpacker.Command);
+        EXPECT_EQ(0, result.ExitCode) << unpacker.Name << ": " << result.All();
         EXPECT_TRUE(TreeOf("unpacked") == files) << unpacker.Name << " gives other files or contents";
         if (!unpacker.RestoresTimes) continue;
         EXPECT_TRUE(TimesOf("unpacked") == times) << unpacker.Name << " gives other times";
     }
-    const ProgramResult tested = RunCommand("cabextract -t out.cab");
-    EXPECT_EQ(tested.ExitCode, 0) << tested.Output << tested.Errors;
+    const ProgramResult tested = RunLine("cabextract -t out.cab");
+    EXPECT_EQ(0, tested.ExitCode) << tested.All();
 }
 
 INSTANTIATE_TEST_SUITE_P(Trees, Interop,
@@ -136,8 +135,8 @@ TEST_F(InteropAttributes, AreSeenByOthers) {
     WriteBytes("in/open", BytesOf("x"));
     WriteBytes("in/shut", BytesOf("y"));
     ASSERT_TRUE(SetTimeAndAttributes("in/shut", PackDosTime(1995, 1, 2, 3, 4, 6), kReadOnly));
-    ASSERT_EQ(RunCabarc("n out.cab 'in/*'").ExitCode, 0);
-    const ProgramResult listed = RunCommand("7z l -slt out.cab");
+    ASSERT_EQ(0, RunCabarc("n out.cab in/*").ExitCode);
+    const ProgramResult listed = RunLine("7z l -slt out.cab");
     EXPECT_THAT(listed.Output, HasSubstr("Path = open\nSize = 1\nModified ="));
     EXPECT_THAT(listed.Output, HasSubstr("Attributes = A"));
     EXPECT_THAT(listed.Output, HasSubstr("Path = shut\nSize = 1\nModified = 1995-01-02 03:04:06"));
@@ -154,13 +153,14 @@ TEST_F(InteropMany, ThirtyThousandFilesArePackedAndUnpacked) {
         WriteBytes("in/" + number.substr(0, 3) + "/" + number + ".txt", contents);
         all.insert(all.end(), contents.begin(), contents.end());
     }
-    const ProgramResult packed = RunCabarc("-m LZX:21 -p -r -P in n out.cab 'in\\*.*'");
-    ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;
+    const ProgramResult packed = RunCabarc("-m LZX:21 -p -r -P in n out.cab in\\*.*");
+    ASSERT_EQ(0, packed.ExitCode) << packed.Errors;
     EXPECT_THAT(packed.Output, HasSubstr("30000 files"));
-    EXPECT_EQ(RunCommand("cabextract -q -p out.cab").ExitCode, 0);
-    EXPECT_TRUE(ReadBytes("stdout.txt") == all);
-    EXPECT_EQ(RunCommand("7z t out.cab").ExitCode, 0);
+    const ProgramResult unpacked = RunLine("cabextract -q -p out.cab");
+    EXPECT_EQ(0, unpacked.ExitCode);
+    EXPECT_TRUE(BytesOf(unpacked.Output) == all);
+    EXPECT_EQ(0, RunLine("7z t out.cab").ExitCode);
 }
 
 }  // namespace
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

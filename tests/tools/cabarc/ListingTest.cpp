@@ -4,10 +4,10 @@
 
 #include "tools/shared/HostFiles.h"
 
-namespace tools::cabarc {
+namespace tools::cabarc::testing {
 namespace {
 
-CabinetDirectory Sample() {
+CabinetDirectory ListedSample() {
     CabinetDirectory directory;
     directory.CabinetSize = 4321;
     directory.Folders = {{100, 1, 0x1503}, {200, 1, 0x0001}, {300, 1, 0x1503}};
@@ -21,25 +21,27 @@ CabinetDirectory Sample() {
 }
 
 TEST(Listing, ShowsEveryMemberInATable) {
-    EXPECT_EQ(ListingOf(Sample(), "a.cab", {}),
-              "a.cab: 4321 bytes, 3 folders, LZX:21, MSZIP\n"
-              "\n"
-              "      Size  Date       Time      Attr  Name\n"
-              "      1234  2001-02-03 04:05:06  ---a  net.bat\n"
-              "4000000000  1999-12-31 23:59:58  rhs-  bin\\IO.SYS\n"
-              "         0  1980-01-01 00:00:00  ---a  evil?[2J?\\u009B31m\\u202E\n"
-              "4000001234  in 3 files\n");
+    EXPECT_EQ(
+        "a.cab: 4321 bytes, 3 folders, LZX:21, MSZIP\n"
+        "\n"
+        "      Size  Date       Time      Attr  Name\n"
+        "      1234  2001-02-03 04:05:06  ---a  net.bat\n"
+        "4000000000  1999-12-31 23:59:58  rhs-  bin\\IO.SYS\n"
+        "         0  1980-01-01 00:00:00  ---a  evil?[2J?\\u009B31m\\u202E\n"
+        "4000001234  in 3 files\n",
+        ListingOf(ListedSample(), "a.cab", {}));
 }
 
 TEST(Listing, ShowsOnlyWhatMatches) {
     const std::string patterns[] = {"io.*"};
-    EXPECT_EQ(ListingOf(Sample(), "a.cab", patterns),
-              "a.cab: 4321 bytes, 3 folders, LZX:21, MSZIP\n"
-              "\n"
-              "      Size  Date       Time      Attr  Name\n"
-              "4000000000  1999-12-31 23:59:58  rhs-  bin\\IO.SYS\n"
-              "4000000000  in 1 file\n");
+    EXPECT_EQ(
+        "a.cab: 4321 bytes, 3 folders, LZX:21, MSZIP\n"
+        "\n"
+        "      Size  Date       Time      Attr  Name\n"
+        "4000000000  1999-12-31 23:59:58  rhs-  bin\\IO.SYS\n"
+        "4000000000  in 1 file\n",
+        ListingOf(ListedSample(), "a.cab", patterns));
 }
 
 }  // namespace
-}  // namespace tools::cabarc
+}  // namespace tools::cabarc::testing

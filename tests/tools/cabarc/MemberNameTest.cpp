@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-namespace tools::cabarc {
+namespace tools::cabarc::testing {
 namespace {
 
 struct StoredCase {
@@ -12,10 +12,10 @@ struct StoredCase {
 };
 
 TEST(StoredName, IsTheFileNameAloneWithoutFolders) {
-    EXPECT_EQ(StoredName("files\\net\\sub\\a.txt", false, {}), "a.txt");
-    EXPECT_EQ(StoredName("C:a.txt", false, {}), "a.txt");
+    EXPECT_EQ("a.txt", StoredName("files\\net\\sub\\a.txt", false, {}));
+    EXPECT_EQ("a.txt", StoredName("C:a.txt", false, {}));
     const std::string prefixes[] = {"files\\"};
-    EXPECT_EQ(StoredName("files/net/a.txt", false, prefixes), "a.txt");
+    EXPECT_EQ("a.txt", StoredName("files/net/a.txt", false, prefixes));
 }
 
 TEST(StoredName, LosesDriveLeadingSeparatorsAndPrefix) {
@@ -118,4 +118,4 @@ TEST(NameProblem, RefusesWhateverCouldLeaveTheFolderOrIsNoFile) {
 }
 
 }  // namespace
-}  // namespace tools::cabarc
+}  // namespace tools::cabarc::testing

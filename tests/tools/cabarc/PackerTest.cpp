@@ -6,7 +6,7 @@
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/ToolError.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::ElementsAre;
@@ -28,27 +28,27 @@ Words NamesIn(const std::string& cabinet) {
 class Packer : public InTestFolder {};
 
 TEST_F(Packer, PacksAModuleAsTheBuildAsksForIt) {
-    WriteBytes("files/net/net.bat", ProseOf(5000));
-    WriteBytes("files/net/bin/tcp.exe", NoiseOf(70000));
+    WriteBytes("files/net/net.bat", ProseBytes(5000));
+    WriteBytes("files/net/bin/tcp.exe", NoiseBytes(70000));
     SetTime("files/net/net.bat", 2001, 2, 3, 4, 5, 6);
     const PackReport report = PackWith(
         {"-m", "LZX:21", "-p", "-r", "-P", "files\\net\\", "n", "cabs\\lib\\net.cab", "files\\net\\*.*"});
-    EXPECT_EQ(report.Files, 2U);
-    EXPECT_EQ(report.BytesIn, 75000U);
+    EXPECT_EQ(2U, report.Files);
+    EXPECT_EQ(75000U, report.BytesIn);
     const Bytes bytes = ReadBytes("cabs/lib/net.cab");
     EXPECT_EQ(report.BytesOut, bytes.size());
     const ParsedCabinet cabinet = Parse(bytes);
-    ASSERT_EQ(cabinet.Folders.size(), 1U);
-    EXPECT_EQ(cabinet.Folders[0].Type, 0x1503U);
+    ASSERT_EQ(1U, cabinet.Folders.size());
+    EXPECT_EQ(0x1503U, cabinet.Folders[0].Type);
     ASSERT_THAT(NamesIn("cabs/lib/net.cab"), ElementsAre("net.bat", "bin\\tcp.exe"));
-    EXPECT_EQ(cabinet.Members[0].Date, 21U << 9 | 2U << 5 | 3U);
-    EXPECT_EQ(cabinet.Members[0].Time, 4U << 11 | 5U << 5 | 3U);
-    EXPECT_EQ(cabinet.Members[0].Attributes, 0x20U);
+    EXPECT_EQ(21U << 9 | 2U << 5 | 3U, cabinet.Members[0].Date);
+    EXPECT_EQ(4U << 11 | 5U << 5 | 3U, cabinet.Members[0].Time);
+    EXPECT_EQ(0x20U, cabinet.Members[0].Attributes);
 }
 
 TEST_F(Packer, StoresContentsByteForByte) {
-    const Bytes prose = ProseOf(100001);
-    const Bytes noise = NoiseOf(65536);
+    const Bytes prose = ProseBytes(100001);
+    const Bytes noise = NoiseBytes(65536);
     WriteBytes("a", prose);
     WriteBytes("b", {});
     WriteBytes("c", noise);
@@ -56,17 +56,17 @@ TEST_F(Packer, StoresContentsByteForByte) {
     for (const char* method : {"NONE", "MSZIP"}) {
         PackWith({"-m", method, "n", "out.cab", "a", "b", "c", "d"});
         const ParsedCabinet cabinet = Parse(ReadBytes("out.cab"));
-        ASSERT_EQ(cabinet.Members.size(), 4U);
+        ASSERT_EQ(4U, cabinet.Members.size());
         EXPECT_EQ(cabinet.Members[0].Contents, prose) << method;
         EXPECT_EQ(cabinet.Members[1].Contents, Bytes()) << method;
         EXPECT_EQ(cabinet.Members[2].Contents, noise) << method;
-        EXPECT_EQ(cabinet.Members[3].Contents, Bytes{7}) << method;
+        EXPECT_EQ(Bytes{7}, cabinet.Members[3].Contents) << method;
     }
 }
 
 TEST_F(Packer, SameInputGivesSameBytes) {
-    WriteBytes("in/a", ProseOf(50000));
-    WriteBytes("in/b", NoiseOf(50000));
+    WriteBytes("in/a", ProseBytes(50000));
+    WriteBytes("in/b", NoiseBytes(50000));
     for (const char* method : {"NONE", "MSZIP", "LZX:16"}) {
         PackWith({"-m", method, "n", "one.cab", "in\\*"});
         PackWith({"-m", method, "n", "two.cab", "in/*.*"});
@@ -81,7 +81,7 @@ TEST_F(Packer, WhatAWildcardFindsIsStoredByExtension) {
     EXPECT_THAT(NamesIn("out.cab"),
                 ElementsAre("c", "sub\\f", "sub.dir\\g", "b.EXE", "sub\\e.exe", "a.txt", "d.TXT"));
     const ParsedCabinet cabinet = Parse(ReadBytes("out.cab"));
-    EXPECT_EQ(cabinet.Members[4].Contents, BytesOf("sub/e.exe"));
+    EXPECT_EQ(BytesOf("sub/e.exe"), cabinet.Members[4].Contents);
 }
 
 TEST_F(Packer, FilesNamedOneByOneKeepTheirPlaces) {
@@ -117,15 +117,15 @@ TEST_F(Packer, NamesBeyondAsciiAreMarkedAsUtf8) {
     PackWith({"n", "out.cab", "in\\*"});
     const ParsedCabinet cabinet = Parse(ReadBytes("out.cab"));
     EXPECT_THAT(NamesIn("out.cab"), ElementsAre("caf\xC3\xA9.txt", "plain.txt"));
-    EXPECT_EQ(cabinet.Members[0].Attributes, 0xA0U);
-    EXPECT_EQ(cabinet.Members[1].Attributes, 0x20U);
+    EXPECT_EQ(0xA0U, cabinet.Members[0].Attributes);
+    EXPECT_EQ(0x20U, cabinet.Members[1].Attributes);
 }
 
 TEST_F(Packer, ReadOnlyIsStored) {
     WriteBytes("a", BytesOf("x"));
     ASSERT_TRUE(SetTimeAndAttributes("a", PackDosTime(2000, 1, 1, 0, 0, 0), kReadOnly));
     PackWith({"n", "out.cab", "a"});
-    EXPECT_EQ(Parse(ReadBytes("out.cab")).Members[0].Attributes & 1U, 1U);
+    EXPECT_EQ(1U, Parse(ReadBytes("out.cab")).Members[0].Attributes & 1U);
 }
 
 TEST_F(Packer, TwoFilesOfOneStoredNameAreRefused) {
@@ -137,7 +137,7 @@ TEST_F(Packer, TwoFilesOfOneStoredNameAreRefused) {
             PackWith({"n", "out.cab", "one\\*", "two\\*"});
         },
         ThrowsMessage<ToolError>("two\\A.TXT and one\\a.txt would both be stored as A.TXT"));
-    EXPECT_EQ(ReadBytes("out.cab"), BytesOf("old"));
+    EXPECT_EQ(BytesOf("old"), ReadBytes("out.cab"));
     PackWith({"-p", "n", "out.cab", "one\\*", "two\\*"});
     EXPECT_THAT(NamesIn("out.cab"), ElementsAre("one\\a.txt", "two\\A.TXT"));
 }
@@ -191,14 +191,14 @@ TEST_F(Packer, NamesOf255BytesFitAndLongerOnesAreRefused) {
     const std::string folder = std::string(120, 'f') + "\\" + std::string(100, 'g') + "\\";
     WriteBytes(folder + std::string(33, 'n'), BytesOf("fits"));
     PackWith({"-p", "-r", "n", "out.cab", folder + "*"});
-    EXPECT_EQ(NamesIn("out.cab")[0].size(), 255U);
+    EXPECT_EQ(255U, NamesIn("out.cab")[0].size());
     WriteBytes(folder + std::string(34, 'n'), BytesOf("does not"));
     EXPECT_THAT(
         [&] {
             PackWith({"-p", "-r", "n", "out.cab", folder + "*"});
         },
         ThrowsMessage<ToolError>(HasSubstr("cannot be stored: it has more than 255 bytes")));
-    EXPECT_EQ(NamesIn("out.cab").size(), 1U);
+    EXPECT_EQ(1U, NamesIn("out.cab").size());
 }
 
 TEST_F(Packer, FileThatIsTooBigIsRefusedUnread) {
@@ -217,7 +217,7 @@ TEST_F(Packer, FailureLeavesTheOldCabinetAndNoOtherFile) {
     WriteBytes("a", BytesOf("x"));
     std::filesystem::create_directory("out.cab");
     EXPECT_THROW(PackWith({"n", "out.cab", "a"}), ToolError);
-    EXPECT_EQ(TreeOf(".").size(), 1U);
+    EXPECT_EQ(1U, TreeOf(".").size());
 }
 
 TEST_F(Packer, TakesThreeThousandFilesInManyFolders) {
@@ -227,7 +227,7 @@ TEST_F(Packer, TakesThreeThousandFilesInManyFolders) {
     }
     PackWith({"-p", "-r", "-P", "in", "n", "out.cab", "in\\*.*"});
     const ParsedCabinet cabinet = Parse(ReadBytes("out.cab"));
-    ASSERT_EQ(cabinet.Members.size(), 3000U);
+    ASSERT_EQ(3000U, cabinet.Members.size());
     for (const ParsedMember& member : cabinet.Members) {
         const long long number = std::stoll(member.Name.substr(member.Name.find("file") + 4));
         EXPECT_EQ(member.Contents, BytesOf(std::to_string(number * number)));
@@ -235,4 +235,4 @@ TEST_F(Packer, TakesThreeThousandFilesInManyFolders) {
 }
 
 }  // namespace
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

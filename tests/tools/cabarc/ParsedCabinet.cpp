@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 
 namespace {
 
@@ -250,4 +250,4 @@ Bytes HandMade(const std::vector<HandMember>& members) {
     return cabinet;
 }
 
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

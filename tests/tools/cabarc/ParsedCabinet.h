@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/tools/cabarc/TestFolder.h"
+#include "tests/tools/cabarc/InTestFolder.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 
 struct ParsedRecord {
     Bytes Payload;
@@ -54,4 +54,4 @@ struct HandMember {
 /// 0).
 Bytes HandMade(const std::vector<HandMember>& members);
 
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

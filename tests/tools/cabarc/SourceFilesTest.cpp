@@ -4,11 +4,11 @@
 
 #include <fstream>
 
-#include "tests/tools/cabarc/TestFolder.h"
-#include "tests/tools/shared/LeftPart.h"
+#include "tests/support/LeftPart.h"
+#include "tests/tools/cabarc/InTestFolder.h"
 #include "tools/shared/ToolError.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 namespace {
 
 using ::testing::ElementsAre;
@@ -57,9 +57,9 @@ TEST_F(SourceFiles, FollowTheOrderOfThePatternsAndComeOnce) {
 TEST_F(SourceFiles, BringSizeTimeAndAttributes) {
     SetTime("top.txt", 1999, 12, 31, 23, 58, 58);
     const std::vector<SourceFile> files = FindSourceFiles(Names{"top.txt"}, false, "out.cab");
-    ASSERT_EQ(files.size(), 1U);
-    EXPECT_EQ(files[0].Size, 7U);
-    EXPECT_EQ(files[0].Modified, PackDosTime(1999, 12, 31, 23, 58, 58));
+    ASSERT_EQ(1U, files.size());
+    EXPECT_EQ(7U, files[0].Size);
+    EXPECT_EQ(PackDosTime(1999, 12, 31, 23, 58, 58), files[0].Modified);
 }
 
 TEST_F(SourceFiles, NeverHoldTheCabinetItself) {
@@ -128,4 +128,4 @@ TEST_F(SourceFiles, NamesWithABackslashAreRefused) {
 #endif
 
 }  // namespace
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

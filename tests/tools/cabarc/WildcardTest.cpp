@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tools::cabarc {
+namespace tools::cabarc::testing {
 namespace {
 
 struct PatternCase {
@@ -84,4 +84,4 @@ TEST(Wildcard, NoPatternIsEveryMember) {
 }
 
 }  // namespace
-}  // namespace tools::cabarc
+}  // namespace tools::cabarc::testing

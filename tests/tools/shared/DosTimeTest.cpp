@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tools {
+namespace tools::testing {
 namespace {
 
 TEST(DosTime, PacksDateAndTimeIntoTheirFields) {
@@ -24,7 +24,7 @@ TEST(DosTime, IsHeldWithinTheRangeOfTheFields) {
     const DosTime first = PackDosTime(1980, 1, 1, 0, 0, 0);
     EXPECT_EQ(PackDosTime(1979, 12, 31, 23, 59, 59), first);
     EXPECT_EQ(DosTime{}, first);
-    EXPECT_EQ(first.Date, 0x21);
+    EXPECT_EQ(0x21, first.Date);
     EXPECT_EQ(PackDosTime(2108, 1, 1, 0, 0, 0), PackDosTime(2107, 12, 31, 23, 59, 58));
     EXPECT_EQ(PackDosTime(2107, 12, 31, 23, 59, 58).Date, 0xFF9F);
 }
@@ -46,15 +46,15 @@ TEST(NearestMoment, BringsEachFieldIntoItsRange) {
         return DosTime{static_cast<std::uint16_t>(((year - 1980) << 9) | (month << 5) | day),
                        static_cast<std::uint16_t>((hour << 11) | (minute << 5) | pair)};
     };
-    EXPECT_EQ(NearestMoment({0, 0}), PackDosTime(1980, 1, 1, 0, 0, 0));
-    EXPECT_EQ(NearestMoment({0xFFFF, 0xFFFF}), PackDosTime(2107, 12, 31, 23, 59, 58));
-    EXPECT_EQ(NearestMoment(stored(1998, 0, 7, 1, 2, 3)), PackDosTime(1998, 1, 7, 1, 2, 6));
-    EXPECT_EQ(NearestMoment(stored(1998, 13, 0, 24, 60, 30)), PackDosTime(1998, 12, 1, 23, 59, 58));
-    EXPECT_EQ(NearestMoment(stored(1999, 2, 31, 1, 2, 31)), PackDosTime(1999, 2, 28, 1, 2, 58));
-    EXPECT_EQ(NearestMoment(stored(2000, 2, 30, 1, 2, 3)), PackDosTime(2000, 2, 29, 1, 2, 6));
-    EXPECT_EQ(NearestMoment(stored(2100, 2, 29, 1, 2, 3)), PackDosTime(2100, 2, 28, 1, 2, 6));
-    EXPECT_EQ(NearestMoment(stored(1999, 4, 31, 1, 2, 3)), PackDosTime(1999, 4, 30, 1, 2, 6));
+    EXPECT_EQ(PackDosTime(1980, 1, 1, 0, 0, 0), NearestMoment({0, 0}));
+    EXPECT_EQ(PackDosTime(2107, 12, 31, 23, 59, 58), NearestMoment({0xFFFF, 0xFFFF}));
+    EXPECT_EQ(PackDosTime(1998, 1, 7, 1, 2, 6), NearestMoment(stored(1998, 0, 7, 1, 2, 3)));
+    EXPECT_EQ(PackDosTime(1998, 12, 1, 23, 59, 58), NearestMoment(stored(1998, 13, 0, 24, 60, 30)));
+    EXPECT_EQ(PackDosTime(1999, 2, 28, 1, 2, 58), NearestMoment(stored(1999, 2, 31, 1, 2, 31)));
+    EXPECT_EQ(PackDosTime(2000, 2, 29, 1, 2, 6), NearestMoment(stored(2000, 2, 30, 1, 2, 3)));
+    EXPECT_EQ(PackDosTime(2100, 2, 28, 1, 2, 6), NearestMoment(stored(2100, 2, 29, 1, 2, 3)));
+    EXPECT_EQ(PackDosTime(1999, 4, 30, 1, 2, 6), NearestMoment(stored(1999, 4, 31, 1, 2, 3)));
 }
 
 }  // namespace
-}  // namespace tools
+}  // namespace tools::testing

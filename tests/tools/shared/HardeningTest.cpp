@@ -7,7 +7,7 @@
 #include <cstring>
 #include <vector>
 
-namespace tools {
+namespace tools::testing {
 namespace {
 
 using ::testing::AnyOf;
@@ -50,4 +50,4 @@ TEST(Hardening, AnOverwrittenStackFrameEndsTheProgram) {
 }
 
 }  // namespace
-}  // namespace tools
+}  // namespace tools::testing

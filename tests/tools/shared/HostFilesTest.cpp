@@ -12,10 +12,10 @@
 #include <sys/stat.h>
 #endif
 
-#include "tests/tools/shared/TestFolder.h"
+#include "tests/support/TestFolder.h"
 #include "tools/shared/ToolError.h"
 
-namespace tools {
+namespace tools::testing {
 namespace {
 
 using ::testing::ElementsAre;
@@ -36,13 +36,13 @@ TEST(ListFolder, TellsFilesFromFoldersAndTheirSizes) {
     folder.MakeFolder("inner");
     folder.Write("some", NoiseBytes(1234, 1));
     const std::vector<HostFile> found = ListFolder(folder.Path());
-    ASSERT_EQ(found.size(), 2U);
+    ASSERT_EQ(2U, found.size());
     EXPECT_TRUE(found[0].IsFolder);
     EXPECT_FALSE(found[0].IsLink);
-    EXPECT_EQ(found[0].Size, 0U);
+    EXPECT_EQ(0U, found[0].Size);
     EXPECT_FALSE(found[1].IsFolder);
     EXPECT_FALSE(found[1].IsSpecial);
-    EXPECT_EQ(found[1].Size, 1234U);
+    EXPECT_EQ(1234U, found[1].Size);
 }
 
 TEST(ListFolder, GivesLocalTimesOfSummerAndWinter) {
@@ -52,7 +52,7 @@ TEST(ListFolder, GivesLocalTimesOfSummerAndWinter) {
     folder.Write("summer", NoiseBytes(1, 1), summer, kArchive);
     folder.Write("winter", NoiseBytes(1, 1), winter, kArchive);
     const std::vector<HostFile> found = ListFolder(folder.Path());
-    ASSERT_EQ(found.size(), 2U);
+    ASSERT_EQ(2U, found.size());
     EXPECT_EQ(found[0].Modified, summer);
     EXPECT_EQ(found[1].Modified, winter);
 }
@@ -62,10 +62,10 @@ TEST(ListFolder, GivesAttributes) {
     folder.Write("locked", NoiseBytes(1, 1), DosTime{}, kReadOnly);
     folder.Write("plain", NoiseBytes(1, 1), DosTime{}, kArchive);
     const std::vector<HostFile> found = ListFolder(folder.Path());
-    ASSERT_EQ(found.size(), 2U);
+    ASSERT_EQ(2U, found.size());
     // Wine gives every file the archive attribute.
-    EXPECT_EQ(found[0].Attributes & ~kArchive, kReadOnly);
-    EXPECT_EQ(found[1].Attributes, kArchive);
+    EXPECT_EQ(kReadOnly, found[0].Attributes & ~kArchive);
+    EXPECT_EQ(kArchive, found[1].Attributes);
 }
 
 #ifdef _WIN32
@@ -101,10 +101,10 @@ TEST(ListFolder, MarksWhatIsReachedThroughLinksAndWhatIsNoFile) {
     std::filesystem::create_symlink("file", folder.Path("link to file"));
     std::filesystem::create_directory_symlink(".", folder.Path("link to folder"));
     std::filesystem::create_symlink("nowhere", folder.Path("lost link"));
-    ASSERT_EQ(mkfifo(folder.Path("pipe").c_str(), 0600), 0);
+    ASSERT_EQ(0, mkfifo(folder.Path("pipe").c_str(), 0600));
     const std::vector<HostFile> found = ListFolder(folder.Path());
-    ASSERT_EQ(found.size(), 5U);
-    EXPECT_EQ(found[1].Size, 77U);
+    ASSERT_EQ(5U, found.size());
+    EXPECT_EQ(77U, found[1].Size);
     EXPECT_FALSE(found[1].IsLink || found[1].IsFolder || found[1].IsSpecial);
     EXPECT_TRUE(found[2].IsFolder && found[2].IsLink);
     EXPECT_TRUE(found[3].IsSpecial);
@@ -118,41 +118,15 @@ TEST(ListFolder, ANameThatIsNotUtf8IsShownInBytes) {
 }
 #endif
 
-TEST(ReadWhole, FillsTheBuffer) {
-    const TestFolder folder;
-    const testing::Bytes content = NoiseBytes(100'000, 3);
-    folder.Write("file", content);
-    testing::Bytes read(content.size());
-    ReadWhole(folder.Path("file"), read);
-    EXPECT_EQ(read, content);
-}
-
-TEST(ReadWhole, AFileOfAnotherSizeHasChanged) {
-    const TestFolder folder;
-    folder.Write("file", "abc");
-    for (const std::size_t size : {0U, 2U, 4U}) {
-        testing::Bytes read(size);
-        EXPECT_EQ(ErrorOf([&] { ReadWhole(folder.Path("file"), read); }),
-                  folder.Text("file") + ": changed while it was being read");
-    }
-}
-
-TEST(ReadWhole, AMissingFileIsNamed) {
-    const TestFolder folder;
-    testing::Bytes read(1);
-    EXPECT_THAT(ErrorOf([&] { ReadWhole(folder.Path("none"), read); }),
-                StartsWith(folder.Text("none") + ": cannot be opened: "));
-}
-
 TEST(PathFromUtf8, TakesEitherSlash) {
     const TestFolder folder;
     folder.Write("a/b/c.txt", "x");
-    EXPECT_EQ(KindOf(folder.Path("a\\b\\c.txt")), FileKind::Writable);
-    EXPECT_EQ(KindOf(folder.Path("a/b\\c.txt")), FileKind::Writable);
+    EXPECT_EQ(FileKind::Writable, KindOf(folder.Path("a\\b\\c.txt")));
+    EXPECT_EQ(FileKind::Writable, KindOf(folder.Path("a/b\\c.txt")));
 }
 
 TEST(PathFromUtf8, RefusesWhatIsNoText) {
-    EXPECT_EQ(ErrorOf([] { PathFromUtf8("a\xFF"); }), "this name is not UTF-8: a\\xFF");
+    EXPECT_EQ("this name is not UTF-8: a\\xFF", ErrorOf([] { PathFromUtf8("a\xFF"); }));
 }
 
 TEST(KindOf, TellsWhatStandsUnderAName) {
@@ -161,10 +135,10 @@ TEST(KindOf, TellsWhatStandsUnderAName) {
     folder.Write("file", "x");
     folder.Write("locked", "x");
     folder.SetReadOnly("locked", true);
-    EXPECT_EQ(KindOf(folder.Path("none")), FileKind::Missing);
-    EXPECT_EQ(KindOf(folder.Path("folder")), FileKind::Folder);
-    EXPECT_EQ(KindOf(folder.Path("file")), FileKind::Writable);
-    EXPECT_EQ(KindOf(folder.Path("locked")), FileKind::ReadOnly);
+    EXPECT_EQ(FileKind::Missing, KindOf(folder.Path("none")));
+    EXPECT_EQ(FileKind::Folder, KindOf(folder.Path("folder")));
+    EXPECT_EQ(FileKind::Writable, KindOf(folder.Path("file")));
+    EXPECT_EQ(FileKind::ReadOnly, KindOf(folder.Path("locked")));
 }
 
 TEST(LiesBelow, LooksAtPlacesAndNotAtNames) {
@@ -200,9 +174,9 @@ TEST(FreeSpace, IsThatOfTheDriveOfAFolderThatNeedNotExist) {
 TEST(SizeOf, IsThatOfAFile) {
     const TestFolder folder;
     folder.Write("file", NoiseBytes(1234, 1));
-    EXPECT_EQ(SizeOf(folder.Path("file")), 1234U);
-    EXPECT_EQ(SizeOf(folder.Path("none")), 0U);
-    EXPECT_EQ(SizeOf(folder.Path()), 0U);
+    EXPECT_EQ(1234U, SizeOf(folder.Path("file")));
+    EXPECT_EQ(0U, SizeOf(folder.Path("none")));
+    EXPECT_EQ(0U, SizeOf(folder.Path()));
 }
 
 TEST(IsSame, KnowsAFileByAnyOfItsNames) {
@@ -219,7 +193,7 @@ TEST(CreateFolders, MakesParentsAndAcceptsWhatIsThere) {
     const TestFolder folder;
     CreateFolders(folder.Path("a/b/c"));
     CreateFolders(folder.Path("a/b/c"));
-    EXPECT_EQ(KindOf(folder.Path("a/b/c")), FileKind::Folder);
+    EXPECT_EQ(FileKind::Folder, KindOf(folder.Path("a/b/c")));
 }
 
 TEST(CreateFolders, AFileInTheWayIsAnError) {
@@ -255,13 +229,13 @@ class CreateFoldersBelowARoot : public ::testing::Test {
 };
 
 TEST_F(CreateFoldersBelowARoot, AreMade) {
-    EXPECT_EQ(ErrorOf([&] { CreateFolders(Folder()); }), "(no error)");
-    EXPECT_EQ(KindOf(Folder()), FileKind::Folder);
+    EXPECT_EQ("(no error)", ErrorOf([&] { CreateFolders(Folder()); }));
+    EXPECT_EQ(FileKind::Folder, KindOf(Folder()));
 }
 
 TEST_F(CreateFoldersBelowARoot, AreMadeWithWhatIsBelowThem) {
-    EXPECT_EQ(ErrorOf([&] { CreateFolders(Folder() / "inner" / ""); }), "(no error)");
-    EXPECT_EQ(KindOf(Folder() / "inner"), FileKind::Folder);
+    EXPECT_EQ("(no error)", ErrorOf([&] { CreateFolders(Folder() / "inner" / ""); }));
+    EXPECT_EQ(FileKind::Folder, KindOf(Folder() / "inner"));
 }
 
 TEST(CreateFolders, OnAShareThatIsMissingTheFolderIsNamed) {
@@ -276,11 +250,9 @@ TEST(LongPath, ReachesBeyondTheUsualLimit) {
     for (int i = 0; i < 8; ++i) deep += std::string(60, static_cast<char>('a' + i)) + "/";
     folder.Write(deep + "file.txt", "far down");
     EXPECT_THAT(folder.Names(deep), ElementsAre("file.txt"));
-    testing::Bytes read(8);
-    ReadWhole(folder.Path(deep + "file.txt"), read);
-    EXPECT_EQ(std::string(read.begin(), read.end()), "far down");
+    EXPECT_EQ(8U, SizeOf(folder.Path(deep + "file.txt")));
     EXPECT_EQ(Utf8FromPath(LongPath(folder.Path("x"))), folder.Text("x")) << "shown as a user writes it";
 }
 
 }  // namespace
-}  // namespace tools
+}  // namespace tools::testing

@@ -20,8 +20,8 @@
 #include <optional>
 #include <thread>
 
-#include "tests/tools/shared/LeftPart.h"
-#include "tests/tools/shared/TestFolder.h"
+#include "tests/support/LeftPart.h"
+#include "tests/support/TestFolder.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/PartName.h"
 #include "tools/shared/ToolError.h"
@@ -40,7 +40,7 @@ extern "C" int fsync(int file) {
 }
 #endif
 
-namespace tools {
+namespace tools::testing {
 namespace {
 
 using testing::Bytes;
@@ -69,7 +69,7 @@ TEST(OutputFile, AGapThatIsLeftReadsAsZeros) {
     file.WriteAt(3, Bytes{'d'});
     file.WriteAt(0, Bytes{'a'});
     file.Commit();
-    EXPECT_EQ(folder.Read("new.bin"), (Bytes{'a', 0, 0, 'd'}));
+    EXPECT_EQ((Bytes{'a', 0, 0, 'd'}), folder.Read("new.bin"));
 }
 
 TEST(OutputFile, ResizingExtendsWithZerosAndCutsOff) {
@@ -82,8 +82,8 @@ TEST(OutputFile, ResizingExtendsWithZerosAndCutsOff) {
     shorter.WriteAt(0, Bytes{'a', 'b'});
     shorter.Resize(1);
     shorter.Commit();
-    EXPECT_EQ(folder.Read("longer"), (Bytes{'a', 'b', 0, 0}));
-    EXPECT_EQ(folder.Read("shorter"), Bytes{'a'});
+    EXPECT_EQ((Bytes{'a', 'b', 0, 0}), folder.Read("longer"));
+    EXPECT_EQ(Bytes{'a'}, folder.Read("shorter"));
 }
 
 TEST(OutputFile, MakesMissingParentFolders) {
@@ -99,9 +99,9 @@ TEST(OutputFile, ReplacesAnOlderFileOnlyAtTheCommit) {
     folder.Write("target", "old");
     OutputFile file(folder.Path("target"));
     file.Write(Bytes{'n', 'e', 'w', '!'});
-    EXPECT_EQ(folder.Read("target"), (Bytes{'o', 'l', 'd'}));
+    EXPECT_EQ((Bytes{'o', 'l', 'd'}), folder.Read("target"));
     file.Commit();
-    EXPECT_EQ(folder.Read("target"), (Bytes{'n', 'e', 'w', '!'}));
+    EXPECT_EQ((Bytes{'n', 'e', 'w', '!'}), folder.Read("target"));
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
 }
 
@@ -112,7 +112,7 @@ TEST(OutputFile, WithoutACommitNothingChangesAndNothingIsLeft) {
         OutputFile file(folder.Path("target"));
         file.Write(NoiseBytes(5000, 1));
     }
-    EXPECT_EQ(folder.Read("target"), (Bytes{'o', 'l', 'd'}));
+    EXPECT_EQ((Bytes{'o', 'l', 'd'}), folder.Read("target"));
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
 }
 
@@ -121,11 +121,11 @@ TEST(OutputFile, WriteAtChangesEarlierBytesAndTheAppendingGoesOn) {
     OutputFile file(folder.Path("target"));
     file.Write(Bytes{1, 2, 3, 4});
     file.WriteAt(1, Bytes{9, 8});
-    EXPECT_EQ(file.Size(), 4U);
+    EXPECT_EQ(4U, file.Size());
     file.Write(Bytes{5});
-    EXPECT_EQ(file.Size(), 5U);
+    EXPECT_EQ(5U, file.Size());
     file.Commit();
-    EXPECT_EQ(folder.Read("target"), (Bytes{1, 9, 8, 4, 5}));
+    EXPECT_EQ((Bytes{1, 9, 8, 4, 5}), folder.Read("target"));
 }
 
 TEST(OutputFile, AReadOnlyTargetIsRefusedAtOnce) {
@@ -145,7 +145,7 @@ TEST(OutputFile, ATargetThatBecameReadOnlyIsRefusedAtTheCommit) {
         folder.SetReadOnly("target", true);
         EXPECT_EQ(ErrorOf([&] { file.Commit(); }), folder.Text("target") + ": is read-only");
     }
-    EXPECT_EQ(folder.Read("target"), (Bytes{'o', 'l', 'd'}));
+    EXPECT_EQ((Bytes{'o', 'l', 'd'}), folder.Read("target"));
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
 }
 
@@ -166,7 +166,7 @@ TEST(OutputFile, OfTwoRunsTheSecondIsRefusedAndTheFirstGoesOn) {
               folder.Text("target") + ": is being written by another run");
     first.Write(Bytes{2});
     first.Commit();
-    EXPECT_EQ(folder.Read("target"), (Bytes{1, 2}));
+    EXPECT_EQ((Bytes{1, 2}), folder.Read("target"));
 }
 
 TEST(OutputFile, TakesOverWhatAKilledRunLeft) {
@@ -176,7 +176,7 @@ TEST(OutputFile, TakesOverWhatAKilledRunLeft) {
     OutputFile file(folder.Path("target"));
     file.Write(Bytes{1, 2, 3});
     file.Commit();
-    EXPECT_EQ(folder.Read("target"), (Bytes{1, 2, 3}));
+    EXPECT_EQ((Bytes{1, 2, 3}), folder.Read("target"));
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
 }
 
@@ -192,10 +192,10 @@ TEST(OutputFile, AFileOfTheUsersUnderThePartsNameIsKept) {
     EXPECT_EQ(ErrorOf([&] { OutputFile second(folder.Path("target")); }),
               folder.Text("target") + ": is being written by another run");
     file.Commit();
-    EXPECT_EQ(folder.Read("target"), (Bytes{1, 2, 3}));
+    EXPECT_EQ((Bytes{1, 2, 3}), folder.Read("target"));
     EXPECT_EQ(folder.Read("target.unfinished~"), theirs);
     EXPECT_EQ(folder.Read("target.unfinished~2"), theirs);
-    EXPECT_EQ(folder.Names().size(), 4U);
+    EXPECT_EQ(4U, folder.Names().size());
 }
 
 TEST(OutputFile, AHardLinkUnderThePartsNameIsNotWrittenTo) {
@@ -206,8 +206,8 @@ TEST(OutputFile, AHardLinkUnderThePartsNameIsNotWrittenTo) {
     OutputFile file(folder.Path("target"));
     file.Write(Bytes{1, 2, 3});
     file.Commit();
-    EXPECT_EQ(folder.Read("target"), (Bytes{1, 2, 3}));
-    EXPECT_EQ(folder.Read("victim"), (Bytes{'t', 'h', 'e', 'i', 'r', 's'}));
+    EXPECT_EQ((Bytes{1, 2, 3}), folder.Read("target"));
+    EXPECT_EQ((Bytes{'t', 'h', 'e', 'i', 'r', 's'}), folder.Read("victim"));
     EXPECT_THAT(folder.Names(), ElementsAre("target", "target.unfinished~", "victim"));
 }
 
@@ -218,9 +218,9 @@ TEST(OutputFile, ATargetMayHaveTheLongestName) {
         OutputFile file(folder.Path(name));
         file.Write(Bytes{1, 2, 3});
         file.Commit();
-        EXPECT_EQ(folder.Read(name), (Bytes{1, 2, 3})) << length;
+        EXPECT_EQ((Bytes{1, 2, 3}), folder.Read(name)) << length;
     }
-    EXPECT_EQ(folder.Names().size(), 3U);
+    EXPECT_EQ(3U, folder.Names().size());
 }
 
 TEST(OutputFile, ACompleteFileIsAnOrdinaryOne) {
@@ -228,18 +228,18 @@ TEST(OutputFile, ACompleteFileIsAnOrdinaryOne) {
     OutputFile file(folder.Path("target"));
     file.Commit();
     EXPECT_FALSE(IsPart(folder.Path("target")));
-    EXPECT_EQ(ListFolder(folder.Path()).at(0).Attributes, kArchive);
+    EXPECT_EQ(kArchive, ListFolder(folder.Path()).at(0).Attributes);
 }
 
 TEST(PartName, IsCutWhereItWouldBeTooLong) {
     const auto name = [](const std::string& target, unsigned number) {
         return Utf8FromPath(PartName(PathFromUtf8("folder/" + target), number).filename());
     };
-    EXPECT_EQ(name("a.img", 1), "a.img.unfinished~");
-    EXPECT_EQ(name("a.img", 12), "a.img.unfinished~12");
-    EXPECT_EQ(name(std::string(243, 'n'), 1), std::string(243, 'n') + ".unfinished~");
-    EXPECT_EQ(name(std::string(244, 'n'), 1), std::string(243, 'n') + ".unfinished~");
-    EXPECT_EQ(name(std::string(255, 'n'), 99), std::string(241, 'n') + ".unfinished~99");
+    EXPECT_EQ("a.img.unfinished~", name("a.img", 1));
+    EXPECT_EQ("a.img.unfinished~12", name("a.img", 12));
+    EXPECT_EQ(std::string(243, 'n') + ".unfinished~", name(std::string(243, 'n'), 1));
+    EXPECT_EQ(std::string(243, 'n') + ".unfinished~", name(std::string(244, 'n'), 1));
+    EXPECT_EQ(std::string(241, 'n') + ".unfinished~99", name(std::string(255, 'n'), 99));
     // The last character that is kept is a whole one: two units on either system.
     const std::string disk = "\xF0\x9F\x92\xBE";
     std::string disks;
@@ -313,23 +313,23 @@ TEST_F(KilledRun, LeavesTheOldTargetAndDoesNotHinderTheNext) {
             Die();
         },
         IsKilled, "");
-    EXPECT_EQ(std::filesystem::file_size(target), 3U);
+    EXPECT_EQ(3U, std::filesystem::file_size(target));
 #ifdef _WIN32
-    EXPECT_EQ(ListFolder(Folder()).size(), 1U) << "the system removes the part with the process";
+    EXPECT_EQ(1U, ListFolder(Folder()).size()) << "the system removes the part with the process";
 #endif
     OutputFile file(target);
     file.Write(Bytes{1, 2});
     file.Commit();
-    EXPECT_EQ(std::filesystem::file_size(target), 2U);
-    EXPECT_EQ(ListFolder(Folder()).size(), 1U);
+    EXPECT_EQ(2U, std::filesystem::file_size(target));
+    EXPECT_EQ(1U, ListFolder(Folder()).size());
 }
 
 #ifdef _WIN32
 TEST(OutputFile, AStreamIsRefused) {
     const TestFolder folder;
     for (const std::string name : {"target:stream", "target::$DATA"}) {
-        EXPECT_EQ(ErrorOf([&] { OutputFile file(folder.Path(name)); }),
-                  "\"" + folder.Text(name) + "\": is not the name of a file");
+        EXPECT_EQ("\"" + folder.Text(name) + "\": is not the name of a file",
+                  ErrorOf([&] { OutputFile file(folder.Path(name)); }));
     }
     EXPECT_THAT(folder.Names(), IsEmpty());
 }
@@ -360,8 +360,8 @@ TEST(OutputFile, ATargetInUseForAMomentIsWaitedFor) {
     });
     const std::string error = ErrorOf([&] { file.Commit(); });
     release.join();
-    EXPECT_EQ(error, "(no error)");
-    EXPECT_EQ(folder.Read("target"), (Bytes{'n', 'e', 'w'}));
+    EXPECT_EQ("(no error)", error);
+    EXPECT_EQ((Bytes{'n', 'e', 'w'}), folder.Read("target"));
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
 }
 
@@ -377,7 +377,7 @@ TEST(OutputFile, ATargetInUseStaysAsItIs) {
             folder.Text("target") + ": cannot be replaced: another program is using it, or it is protected");
     }
     CloseHandle(reader);
-    EXPECT_EQ(folder.Read("target"), (Bytes{'o', 'l', 'd'}));
+    EXPECT_EQ((Bytes{'o', 'l', 'd'}), folder.Read("target"));
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
 }
 #else
@@ -398,7 +398,7 @@ TEST(OutputFile, IsOnTheDeviceBeforeItTakesThePlaceOfTheTarget) {
     onFlush = nullptr;
     EXPECT_THAT(targets, ElementsAre(Bytes{'o', 'l', 'd'}));
     EXPECT_THAT(sizes, ElementsAre(100));
-    EXPECT_EQ(folder.Read("target"), NoiseBytes(100, 1));
+    EXPECT_EQ(NoiseBytes(100, 1), folder.Read("target"));
 }
 
 TEST(OutputFile, ALinkOrAPipeUnderThePartsNameIsNotWrittenTo) {
@@ -406,12 +406,12 @@ TEST(OutputFile, ALinkOrAPipeUnderThePartsNameIsNotWrittenTo) {
     folder.Write("victim", "theirs");
     std::filesystem::create_symlink("victim", folder.Path("target.unfinished~"));
     std::filesystem::create_symlink("nowhere", folder.Path("target.unfinished~2"));
-    ASSERT_EQ(mkfifo(folder.Path("target.unfinished~3").c_str(), 0600), 0);
+    ASSERT_EQ(0, mkfifo(folder.Path("target.unfinished~3").c_str(), 0600));
     OutputFile file(folder.Path("target"));
     file.Write(Bytes{1, 2, 3});
     file.Commit();
-    EXPECT_EQ(folder.Read("target"), (Bytes{1, 2, 3}));
-    EXPECT_EQ(folder.Read("victim"), (Bytes{'t', 'h', 'e', 'i', 'r', 's'}));
+    EXPECT_EQ((Bytes{1, 2, 3}), folder.Read("target"));
+    EXPECT_EQ((Bytes{'t', 'h', 'e', 'i', 'r', 's'}), folder.Read("victim"));
     EXPECT_FALSE(folder.Exists("nowhere"));
 }
 
@@ -433,9 +433,9 @@ TEST(OutputFile, AWriteThatFailsNamesTheTargetAndLeavesNothing) {
 }
 
 TEST(OutputFile, ADeviceIsRefused) {
-    EXPECT_EQ(ErrorOf([] { OutputFile file("/dev/null"); }), "/dev/null: is not an ordinary file");
+    EXPECT_EQ("/dev/null: is not an ordinary file", ErrorOf([] { OutputFile file("/dev/null"); }));
 }
 #endif
 
 }  // namespace
-}  // namespace tools
+}  // namespace tools::testing

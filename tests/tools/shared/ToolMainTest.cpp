@@ -7,7 +7,7 @@
 
 #include <filesystem>
 
-#include "tests/tools/shared/TestFolder.h"
+#include "tests/support/TestFolder.h"
 #endif
 
 #include <new>
@@ -15,7 +15,7 @@
 
 #include "tools/shared/ToolError.h"
 
-namespace tools {
+namespace tools::testing {
 namespace {
 
 // Runs `work` as a program named "tool" and returns what it printed.
@@ -26,33 +26,32 @@ std::string Printed(const std::function<void()>& work, int expectedCode) {
 }
 
 TEST(ToolMain, SuccessIsSilentAndGivesCode0) {
-    EXPECT_EQ(Printed([] {}, 0), "");
+    EXPECT_EQ("", Printed([] {}, 0));
 }
 
 TEST(ToolMain, AFailureIsOneLineWithTheProgramsNameAndGivesItsCode) {
-    EXPECT_EQ(Printed([] { throw ToolError("a.txt: is missing"); }, 1), "tool: a.txt: is missing\n");
-    EXPECT_EQ(Printed([] { throw ToolError("no such option", ExitCode::WrongCall); }, 2),
-              "tool: no such option\n");
+    EXPECT_EQ("tool: a.txt: is missing\n", Printed([] { throw ToolError("a.txt: is missing"); }, 1));
+    EXPECT_EQ("tool: no such option\n",
+              Printed([] { throw ToolError("no such option", ExitCode::WrongCall); }, 2));
 }
 
 TEST(ToolMain, ANameWithControlCharactersStillMakesOneHarmlessLine) {
-    EXPECT_EQ(Printed([] { throw ToolError("a\nb\r\x1B[2J\x7F.txt: is missing"); }, 1),
-              "tool: a?b??[2J?.txt: is missing\n");
-    EXPECT_EQ(Printed(
-                  [] {
-                      throw ToolError(
-                          "a\xC2\x9B"
-                          "31m\xE2\x80\xAE.txt: is missing");
-                  },
-                  1),
-              "tool: a\\u009B31m\\u202E.txt: is missing\n");
-    EXPECT_EQ(Printed([] { throw ToolError("no\toption\nusage: tool", ExitCode::WrongCall); }, 2),
-              "tool: no?option\nusage: tool\n");
+    EXPECT_EQ("tool: a?b??[2J?.txt: is missing\n",
+              Printed([] { throw ToolError("a\nb\r\x1B[2J\x7F.txt: is missing"); }, 1));
+    EXPECT_EQ("tool: a\\u009B31m\\u202E.txt: is missing\n", Printed(
+                                                                [] {
+                                                                    throw ToolError(
+                                                                        "a\xC2\x9B"
+                                                                        "31m\xE2\x80\xAE.txt: is missing");
+                                                                },
+                                                                1));
+    EXPECT_EQ("tool: no?option\nusage: tool\n",
+              Printed([] { throw ToolError("no\toption\nusage: tool", ExitCode::WrongCall); }, 2));
 }
 
 TEST(ToolMain, AnyOtherFailureGivesCode1) {
-    EXPECT_EQ(Printed([] { throw std::bad_alloc(); }, 1), "tool: there is not enough memory\n");
-    EXPECT_EQ(Printed([] { throw std::runtime_error("odd"); }, 1), "tool: odd\n");
+    EXPECT_EQ("tool: there is not enough memory\n", Printed([] { throw std::bad_alloc(); }, 1));
+    EXPECT_EQ("tool: odd\n", Printed([] { throw std::runtime_error("odd"); }, 1));
 }
 
 #ifdef _WIN32
@@ -65,9 +64,9 @@ TEST(ToolMain, ALibraryOfTheWorkingFolderIsNotLoaded) {
     const std::filesystem::path before = std::filesystem::current_path();
     std::filesystem::current_path(folder.Path());
     HMODULE byName = nullptr;
-    EXPECT_EQ(RunTool("tool", [&] { byName = LoadLibraryW(kName); }), 0);
+    EXPECT_EQ(0, RunTool("tool", [&] { byName = LoadLibraryW(kName); }));
     std::filesystem::current_path(before);
-    EXPECT_EQ(byName, nullptr);
+    EXPECT_EQ(nullptr, byName);
     if (byName != nullptr) FreeLibrary(byName);
     const HMODULE byPath = LoadLibraryW((folder.Path() / kName).c_str());
     EXPECT_NE(byPath, nullptr) << "the file can be loaded";
@@ -76,4 +75,4 @@ TEST(ToolMain, ALibraryOfTheWorkingFolderIsNotLoaded) {
 #endif
 
 }  // namespace
-}  // namespace tools
+}  // namespace tools::testing

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tools {
+namespace tools::testing {
 namespace {
 
 TEST(Utf8, AcceptsWhatIsWellFormed) {
@@ -19,34 +19,32 @@ TEST(Utf8, RefusesWhatIsMalformed) {
 }
 
 TEST(Utf8, BecomesUtf16WithSurrogatePairs) {
-    EXPECT_EQ(Utf16FromUtf8("a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x92\xBE"), u"a\u00E4\u20AC\U0001F4BE");
+    EXPECT_EQ(u"a\u00E4\u20AC\U0001F4BE", Utf16FromUtf8("a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x92\xBE"));
 }
 
 TEST(Utf8, ShowsBytesThatAreNoText) {
-    EXPECT_EQ(PrintableBytes("a\xE4\n"), "a\\xE4\\x0A");
+    EXPECT_EQ("a\\xE4\\x0A", PrintableBytes("a\xE4\n"));
 }
 
 TEST(Shown, CannotSteerATerminal) {
-    EXPECT_EQ(Shown("a\x1B[2Jb\n\x7F"), "a?[2Jb??");
-    EXPECT_EQ(Shown("a\xC2\x80\xC2\x9B"
-                    "31mred\xC2\x9F"),
-              "a\\u0080\\u009B31mred\\u009F");
-    EXPECT_EQ(Shown("a\x9B"
-                    "31m\xC2"),
-              "a\\x9B31m\\xC2");
+    EXPECT_EQ("a?[2Jb??", Shown("a\x1B[2Jb\n\x7F"));
+    EXPECT_EQ("a\\u0080\\u009B31mred\\u009F", Shown("a\xC2\x80\xC2\x9B"
+                                                    "31mred\xC2\x9F"));
+    EXPECT_EQ("a\\x9B31m\\xC2", Shown("a\x9B"
+                                      "31m\xC2"));
 }
 
 TEST(Shown, ShowsWhatTurnsTheDirectionOrBreaksTheLine) {
-    EXPECT_EQ(Shown("a\xE2\x80\xAEgpj.exe"), "a\\u202Egpj.exe");
-    EXPECT_EQ(Shown("\xD8\x9C\xE2\x80\x8E\xE2\x80\x8F\xE2\x80\xA8\xE2\x80\xA9\xE2\x81\xA6\xE2\x81\xA9"),
-              "\\u061C\\u200E\\u200F\\u2028\\u2029\\u2066\\u2069");
+    EXPECT_EQ("a\\u202Egpj.exe", Shown("a\xE2\x80\xAEgpj.exe"));
+    EXPECT_EQ("\\u061C\\u200E\\u200F\\u2028\\u2029\\u2066\\u2069",
+              Shown("\xD8\x9C\xE2\x80\x8E\xE2\x80\x8F\xE2\x80\xA8\xE2\x80\xA9\xE2\x81\xA6\xE2\x81\xA9"));
 }
 
 TEST(Shown, LeavesTextAsItIs) {
     for (const char* text : {"", "a b.txt", "caf\xC3\xA9", "\xC2\xA0", "\xE2\x80\x90\xE2\x80\xA7\xE2\x80\xAF",
                              "\xD7\x90\xD8\xA7", "\xF0\x9F\x92\xBE"})
         EXPECT_EQ(Shown(text), text);
-    EXPECT_EQ(Shown("caf\xE9s"), "caf\\xE9s");
+    EXPECT_EQ("caf\\xE9s", Shown("caf\xE9s"));
 }
 
 TEST(HoldsControl, KnowsBothGroups) {
@@ -57,7 +55,7 @@ TEST(HoldsControl, KnowsBothGroups) {
 }
 
 TEST(Utf8, UpperCaseChangesAsciiLettersOnly) {
-    EXPECT_EQ(UpperAscii("az-\xC3\xA4.1"), "AZ-\xC3\xA4.1");
+    EXPECT_EQ("AZ-\xC3\xA4.1", UpperAscii("az-\xC3\xA4.1"));
 }
 
 TEST(Utf8, NamesAreOrderedWithoutCaseAndThenByBytes) {
@@ -70,5 +68,13 @@ TEST(Utf8, NamesAreOrderedWithoutCaseAndThenByBytes) {
     EXPECT_TRUE(PrecedesWithoutCase("z", "\xC3\xA4"));
 }
 
+TEST(EqualsFolded, OnlyTheCaseOfAsciiLettersIsPassedOver) {
+    EXPECT_TRUE(EqualsFolded("", ""));
+    EXPECT_TRUE(EqualsFolded("Read Me.txt", "rEAD mE.TXT"));
+    EXPECT_FALSE(EqualsFolded("a", "ab"));
+    EXPECT_FALSE(EqualsFolded("[", "{")) << "no letters, though their codes differ as those of letters do";
+    EXPECT_FALSE(EqualsFolded("\xC3\xA4", "\xC3\x84"));
+}
+
 }  // namespace
-}  // namespace tools
+}  // namespace tools::testing

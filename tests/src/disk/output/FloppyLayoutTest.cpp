@@ -12,8 +12,8 @@ class FloppyLayouts : public ::testing::Test {
     static constexpr std::uint64_t kSmallDisk = 2847 * kSmallCluster;
     static constexpr std::uint64_t kLargeDisk = 2863 * kLargeCluster;
 
-    FloppyLayout Small{*tools::bfi::GeometryOfType("144")};
-    FloppyLayout Large{*tools::bfi::GeometryOfType("288")};
+    FloppyLayout Small{*floppy::GeometryOfType("144")};
+    FloppyLayout Large{*floppy::GeometryOfType("288")};
 };
 
 TEST_F(FloppyLayouts, NothingTakesNothing) {
@@ -81,7 +81,7 @@ TEST_F(FloppyLayouts, ADiskIsFullToItsLastCluster) {
     EXPECT_FALSE(Large.Fits());
 }
 
-TEST_F(FloppyLayouts, TheRootHasRoomForSoManyNamesAndTheLabel) {
+TEST_F(FloppyLayouts, TheRootTakesSoManyNamesAndTheLabel) {
     for (int i = 0; i < 223; ++i) Small.Add("F" + std::to_string(i), 0);
     EXPECT_TRUE(Small.Fits());
     Small.Add("F223", 0);

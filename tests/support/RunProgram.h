@@ -8,7 +8,11 @@ namespace tools::testing {
 
 struct ProgramResult {
     int ExitCode = -1;   ///< -1 when the program did not start or was killed
-    std::string Output;  ///< standard output and error, as they came
+    std::string Output;  ///< what it wrote to standard output
+    std::string Errors;  ///< what it wrote to standard error
+
+    /// Both, for what says things on either.
+    std::string All() const { return Output + Errors; }
 };
 
 /// Runs `words[0]` (searched on the path) with the other words as its arguments, all UTF-8, and no input.

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-namespace tools::bfi {
+namespace floppy {
 
 constexpr std::size_t kSectorBytes = 512;
 constexpr std::size_t kDirectoryEntryBytes = 32;
@@ -54,4 +54,4 @@ constexpr std::size_t BytesOfFolder(std::size_t slots) {
 /// Returns the format that the type "144" or "288" names, or nullptr for any other text.
 const Geometry* GeometryOfType(const std::string& type);
 
-}  // namespace tools::bfi
+}  // namespace floppy

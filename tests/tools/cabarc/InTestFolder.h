@@ -1,28 +1,20 @@
 #pragma once
-// A folder of its own for each test, and plain ways to put files into it and to look at them.
+// The fixture of tests that work in a folder of their own, and plain ways to put files into it, to look at
+// them and to run cabarc there.
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <string>
-#include <vector>
 
-#include "tools/shared/DosTime.h"
+#include "tests/support/Bytes.h"
+#include "tests/support/RunProgram.h"
+#include "tests/support/TestFolder.h"
 
-namespace tools::cabarc::test {
+namespace tools::cabarc::testing {
 
-using Bytes = std::vector<std::uint8_t>;
-
-/// Returns the bytes of `text`.
-Bytes BytesOf(const std::string& text);
-
-/// Returns `size` bytes that no method compresses, the same for the same seed.
-Bytes NoiseOf(std::size_t size, std::uint32_t seed = 1);
-
-/// Returns `size` bytes of words and numbers, which compress well, the same for the same seed.
-Bytes ProseOf(std::size_t size, std::uint32_t seed = 1);
+using namespace tools::testing;
 
 /// Writes a file (name in UTF-8, either slash) with its missing folders; reads one, which must exist.
 void WriteBytes(const std::string& file, const Bytes& contents);
@@ -34,6 +26,12 @@ void SetTime(const std::string& file, int year, int month, int day, int hour, in
 /// Returns every file below `folder` with its contents; names are relative, with "/".
 std::map<std::string, Bytes> TreeOf(const std::string& folder);
 
+/// Runs a program in the working folder: `line` is its name and its arguments with one space between them.
+ProgramResult RunLine(const std::string& line);
+
+/// Runs the cabarc that was built with the tests; `arguments` as in RunLine.
+ProgramResult RunCabarc(const std::string& arguments);
+
 /// Makes an empty folder and the working folder of it for the length of a test; both are gone after it.
 class InTestFolder : public ::testing::Test {
  protected:
@@ -42,10 +40,14 @@ class InTestFolder : public ::testing::Test {
     InTestFolder(const InTestFolder&) = delete;
     InTestFolder& operator=(const InTestFolder&) = delete;
 
-    std::filesystem::path Folder;
+ private:
+    TestFolder files_;
+
+ protected:
+    const std::filesystem::path Folder = files_.Path();
 
  private:
     std::filesystem::path before_;
 };
 
-}  // namespace tools::cabarc::test
+}  // namespace tools::cabarc::testing

@@ -1,4 +1,4 @@
-#include "tests/tools/shared/TestFolder.h"
+#include "tests/support/TestFolder.h"
 
 #ifdef _WIN32
 #include <io.h>
@@ -24,8 +24,10 @@ namespace {
 void RemoveTree(const fs::path& folder) {
     for (const HostFile& entry : ListFolder(folder)) {
         const fs::path path = LongPath(folder / PathFromUtf8(entry.Name));
-        if (entry.IsFolder) {
+        if (entry.IsFolder && !entry.IsLink) {
             RemoveTree(path);
+        } else if (entry.IsFolder) {
+            _wrmdir(path.c_str());
         } else {
             _wchmod(path.c_str(), _S_IWRITE);
             _wremove(path.c_str());
@@ -41,11 +43,17 @@ void RemoveTree(const fs::path& folder) {
 
 }  // namespace
 
-Bytes NoiseBytes(std::size_t count, std::uint32_t seed) {
-    std::mt19937 random(seed);
-    Bytes bytes(count);
-    for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random());
-    return bytes;
+void WriteFileAt(const fs::path& file, const Bytes& content) {
+    if (file.has_parent_path()) CreateFolders(file.parent_path());
+    std::ofstream stream(LongPath(file), std::ios::binary);
+    std::copy(content.begin(), content.end(), std::ostreambuf_iterator<char>(stream));
+    if (!stream.flush()) throw std::runtime_error("the test cannot write " + Utf8FromPath(file));
+}
+
+Bytes ReadFileAt(const fs::path& file) {
+    std::ifstream stream(LongPath(file), std::ios::binary);
+    if (!stream) throw std::runtime_error("the test cannot read " + Utf8FromPath(file));
+    return Bytes(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
 }
 
 TestFolder::TestFolder() {
@@ -76,14 +84,11 @@ void TestFolder::MakeFolder(const std::string& name) const {
 }
 
 void TestFolder::Write(const std::string& name, const Bytes& content) const {
-    CreateFolders(Path(name).parent_path());
-    std::ofstream file(LongPath(Path(name)), std::ios::binary);
-    std::copy(content.begin(), content.end(), std::ostreambuf_iterator<char>(file));
-    if (!file.flush()) throw std::runtime_error("cannot write " + Text(name));
+    WriteFileAt(Path(name), content);
 }
 
 void TestFolder::Write(const std::string& name, const std::string& content) const {
-    Write(name, Bytes(content.begin(), content.end()));
+    Write(name, BytesOf(content));
 }
 
 void TestFolder::Write(const std::string& name, const Bytes& content, DosTime modified,
@@ -94,9 +99,7 @@ void TestFolder::Write(const std::string& name, const Bytes& content, DosTime mo
 }
 
 Bytes TestFolder::Read(const std::string& name) const {
-    std::ifstream file(LongPath(Path(name)), std::ios::binary);
-    if (!file) throw std::runtime_error("cannot read " + Text(name));
-    return Bytes(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    return ReadFileAt(Path(name));
 }
 
 bool TestFolder::Exists(const std::string& name) const {

@@ -1,22 +1,17 @@
+#include "tools/bfi/DirectoryNames.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/tools/shared/TestFolder.h"
-#include "tools/bfi/DirectoryNames.h"
-#include "tools/bfi/ShortName.h"
+#include "tests/support/TestFolder.h"
 #include "tools/shared/Utf8.h"
 
-namespace tools::bfi {
+namespace tools::bfi::testing {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using tools::testing::ErrorOf;
-
-std::string Packed(const std::string& name) {
-    const auto shortName = ToShortName(name);
-    return shortName ? std::string(shortName->begin(), shortName->end()) : "(none)";
-}
 
 std::vector<std::string> Stored(const std::vector<std::string>& names) {
     std::vector<std::string> stored;
@@ -25,56 +20,16 @@ std::vector<std::string> Stored(const std::vector<std::string>& names) {
     return stored;
 }
 
-TEST(ShortName, IsUpperCasedAndPadded) {
-    EXPECT_EQ(Packed("io.sys"), "IO      SYS");
-    EXPECT_EQ(Packed("A"), "A          ");
-    EXPECT_EQ(Packed("Autoexec.Bat"), "AUTOEXECBAT");
-    EXPECT_EQ(Packed("_msnet.nic"), "_MSNET  NIC");
-    EXPECT_EQ(Packed("A!#$%&'("), "A!#$%&'(   ");
-    EXPECT_EQ(Packed(")-@^`{}~._1"), ")-@^`{}~_1 ");
-}
-
-TEST(ShortName, HoldsOnlyWhatDosAllows) {
-    for (const char* name : {"", ".", "..", ".txt", "a.", "ninechars", "a.text", "a.b.c", "a b", "a+b", "a,b",
-                             "a;b", "a=b", "a[b", "a]b", "\xC3\xA4", "a.b c"})
-        EXPECT_EQ(Packed(name), "(none)") << name;
-}
-
-TEST(ShortName, DevicesAreKnownWhateverTheirExtension) {
-    for (const char* name :
-         {"con", "PRN", "Aux.txt", "NUL.tar.gz", "CLOCK$", "com1", "COM9.x", "lpt1", "LPT9", "con .txt"})
-        EXPECT_TRUE(IsDeviceName(name)) << name;
-    for (const char* name : {"CONS", "COM", "COM0", "COM10", "LPT", "LPTX", "NULL", "AUX1", "ACON", "CLOCK"})
-        EXPECT_FALSE(IsDeviceName(name)) << name;
-}
-
-TEST(NameEntries, LettersBeyondAsciiHaveACaseToo) {
-    EXPECT_EQ(ErrorOf([] {
+TEST(DirectoryNames, LettersBeyondAsciiHaveACaseToo) {
+    EXPECT_EQ("here/\xC3\x84rger.text and \xC3\xA4rger.TEXT have the same name on a DOS disk", ErrorOf([] {
                   NameEntries("here/", {"\xC3\x84rger.text", "\xC3\xA4rger.TEXT"});
-              }),
-              "here/\xC3\x84rger.text and \xC3\xA4rger.TEXT have the same name on a DOS disk");
-}
-
-TEST(VolumeLabel, IsUpperCasedAndPadded) {
-    const ShortName label = ToVolumeLabel("Velstart");
-    EXPECT_EQ(std::string(label.begin(), label.end()), "VELSTART   ");
-    const ShortName longest = ToVolumeLabel("my disk no1");
-    EXPECT_EQ(std::string(longest.begin(), longest.end()), "MY DISK NO1");
-}
-
-TEST(VolumeLabel, RefusesWhatDosWouldNotShow) {
-    EXPECT_THAT(ErrorOf([] { ToVolumeLabel(""); }), HasSubstr("the volume label is empty"));
-    EXPECT_THAT(ErrorOf([] { ToVolumeLabel("twelve chars"); }),
-                HasSubstr("-l=twelve chars: a volume label has at most 11"));
-    EXPECT_THAT(ErrorOf([] { ToVolumeLabel(" A"); }), HasSubstr("cannot begin with a blank"));
-    for (const char* label : {"A.B", "A/B", "A*", "A\"", "A+B", "\xC3\xA4"})
-        EXPECT_THAT(ErrorOf([&] { ToVolumeLabel(label); }), HasSubstr("a volume label holds only")) << label;
+              }));
 }
 
 TEST(DirectoryNames, ANameThatDiffersOnlyByCaseNeedsNoLongName) {
     const auto names = NameEntries("", {"io.sys", "ReadMe.Txt"});
-    EXPECT_EQ(names[0].Slots(), 1U);
-    EXPECT_EQ(names[1].Slots(), 1U);
+    EXPECT_EQ(1U, names[0].Slots());
+    EXPECT_EQ(1U, names[1].Slots());
     EXPECT_THAT(Stored({"io.sys", "ReadMe.Txt"}), ElementsAre("IO      SYS", "README  TXT"));
 }
 
@@ -110,21 +65,21 @@ TEST(DirectoryNames, TheNumberOfAnAliasGrowsIntoTheName) {
     std::vector<std::string> names;
     for (int i = 0; i < 1200; ++i) names.push_back("similar long name " + std::to_string(i));
     const std::vector<std::string> stored = Stored(names);
-    EXPECT_EQ(stored[8], "SIMILA~9   ");
-    EXPECT_EQ(stored[9], "SIMIL~10   ");
-    EXPECT_EQ(stored[99], "SIMI~100   ");
-    EXPECT_EQ(stored[1199], "SIM~1200   ");
+    EXPECT_EQ("SIMILA~9   ", stored[8]);
+    EXPECT_EQ("SIMIL~10   ", stored[9]);
+    EXPECT_EQ("SIMI~100   ", stored[99]);
+    EXPECT_EQ("SIM~1200   ", stored[1199]);
 }
 
 TEST(DirectoryNames, ALongNameTakesOneSlotForThirteenUnits) {
     const auto slots = [](std::size_t length) {
         return NameEntries("", {"+" + std::string(length - 1, 'x')})[0].Slots();
     };
-    EXPECT_EQ(slots(13), 2U);
-    EXPECT_EQ(slots(14), 3U);
-    EXPECT_EQ(slots(26), 3U);
-    EXPECT_EQ(slots(27), 4U);
-    EXPECT_EQ(slots(255), 21U);
+    EXPECT_EQ(2U, slots(13));
+    EXPECT_EQ(3U, slots(14));
+    EXPECT_EQ(3U, slots(26));
+    EXPECT_EQ(4U, slots(27));
+    EXPECT_EQ(21U, slots(255));
 }
 
 TEST(DirectoryNames, RefusesWhatCannotBeStored) {
@@ -146,15 +101,13 @@ TEST(DirectoryNames, RefusesWhatCannotBeStored) {
 }
 
 TEST(DirectoryNames, TwoNamesThatAreOneToDosAreRefused) {
-    EXPECT_EQ(ErrorOf([] {
+    EXPECT_EQ("here/a.txt and A.TXT have the same name on a DOS disk", ErrorOf([] {
                   NameEntries("here/", {"a.txt", "b", "A.TXT"});
-              }),
-              "here/a.txt and A.TXT have the same name on a DOS disk");
-    EXPECT_EQ(ErrorOf([] {
+              }));
+    EXPECT_EQ("Long Name and long name have the same name on a DOS disk", ErrorOf([] {
                   NameEntries("", {"Long Name", "long name"});
-              }),
-              "Long Name and long name have the same name on a DOS disk");
+              }));
 }
 
 }  // namespace
-}  // namespace tools::bfi
+}  // namespace tools::bfi::testing

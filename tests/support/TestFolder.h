@@ -6,14 +6,14 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/Bytes.h"
 #include "tools/shared/DosTime.h"
 
 namespace tools::testing {
 
-using Bytes = std::vector<std::uint8_t>;
-
-/// Returns `count` bytes that look random and are the same for the same `seed`.
-Bytes NoiseBytes(std::size_t count, std::uint32_t seed);
+/// Writes a file with its missing folders; reads one. Throw std::runtime_error.
+void WriteFileAt(const std::filesystem::path& file, const Bytes& content);
+Bytes ReadFileAt(const std::filesystem::path& file);
 
 /// An empty folder under the system's temporary folder; removed with everything in it at the end, even
 /// read-only files. Names are UTF-8 with "/" between folders, relative to the folder.

@@ -1,6 +1,6 @@
-#include "tools/bfi/Geometry.h"
+#include "floppy/Geometry.h"
 
-namespace tools::bfi {
+namespace floppy {
 namespace {
 
 constexpr Geometry kFloppy144{"1.44 MB", 2880, 1, 224, 9, 18, 2};
@@ -17,4 +17,4 @@ const Geometry* GeometryOfType(const std::string& type) {
     return nullptr;
 }
 
-}  // namespace tools::bfi
+}  // namespace floppy

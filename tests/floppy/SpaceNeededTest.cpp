@@ -1,0 +1,75 @@
+#include "floppy/SpaceNeeded.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace floppy::testing {
+namespace {
+
+class SpaceNeededTest : public ::testing::TestWithParam<std::string> {
+ protected:
+    const Geometry& Format = *GeometryOfType(GetParam());
+    const std::uint64_t Cluster = Format.ClusterBytes();
+    SpaceNeeded Space{Format};
+};
+
+TEST_P(SpaceNeededTest, AnEmptyDiskHoldsTheLabelAlone) {
+    EXPECT_EQ(0U, Space.Bytes());
+    EXPECT_EQ(1U, Space.RootSlots());
+    EXPECT_TRUE(Space.Fits());
+}
+
+TEST_P(SpaceNeededTest, FilesTakeWholeClusters) {
+    Space.AddFile(0);
+    EXPECT_EQ(0U, Space.Bytes());
+    Space.AddFile(1);
+    Space.AddFile(Cluster);
+    Space.AddFile(Cluster + 1);
+    EXPECT_EQ(4 * Cluster, Space.Bytes());
+}
+
+TEST_P(SpaceNeededTest, AFolderTakesItsDirectoryWithTwoEntriesOfItsOwn) {
+    const std::size_t slots = Cluster / 32 - 2;
+    Space.AddFolder(0);
+    Space.AddFolder(slots);
+    EXPECT_EQ(2 * Cluster, Space.Bytes());
+    Space.AddFolder(slots + 1);
+    EXPECT_EQ(4 * Cluster, Space.Bytes());
+}
+
+TEST_P(SpaceNeededTest, TheDataAreaIsFullToItsLastCluster) {
+    Space.AddFile((Format.DataClusters() - 1) * Cluster);
+    Space.AddFolder(1);
+    EXPECT_TRUE(Space.Fits());
+    EXPECT_EQ(0U, Space.MissingBytes());
+    Space.AddFile(1);
+    EXPECT_FALSE(Space.Fits());
+    EXPECT_EQ(Cluster, Space.MissingBytes());
+}
+
+TEST_P(SpaceNeededTest, TheRootTakesSoManyNamesAndTheLabel) {
+    Space.AddRootNames(Format.RootEntries - 1);
+    EXPECT_TRUE(Space.Fits());
+    Space.AddRootNames(1);
+    EXPECT_FALSE(Space.Fits());
+    EXPECT_EQ(0U, Space.MissingBytes()) << "the names of the root take nothing of the data area";
+}
+
+TEST_P(SpaceNeededTest, ASumThatCannotBeCountedStaysTooLarge) {
+    for (int i = 0; i < 4096; ++i) {
+        Space.AddFile(~std::uint64_t{0});
+        EXPECT_GT(Space.MissingBytes(), 0U);
+    }
+    EXPECT_TRUE(Space.IsBeyondCounting());
+    EXPECT_FALSE(Space.Fits());
+    SpaceNeeded countable(Format);
+    countable.AddFile(std::uint64_t{1} << 40);
+    EXPECT_FALSE(countable.IsBeyondCounting());
+}
+
+INSTANTIATE_TEST_SUITE_P(Floppy, SpaceNeededTest, ::testing::Values("144", "288"),
+                         [](const auto& info) { return info.param; });
+
+}  // namespace
+}  // namespace floppy::testing
