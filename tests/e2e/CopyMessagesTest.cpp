@@ -11,6 +11,8 @@
 namespace velbooter::e2e {
 namespace {
 
+using tools::testing::LockedFile;
+
 const std::vector<std::string> kDiskWithAMissingFile = {"[Copy_Files]", "io.sys=IO.SYS",
                                                         "nosuch.sys=NOSUCH.SYS", "command.com=COMMAND.COM"};
 

@@ -15,7 +15,7 @@ namespace velbooter::e2e {
 namespace {
 
 void ReplaceTheProgram(const ApplicationFolder& folder, const std::string& with) {
-    tests::CopyOver(with, folder.Path("velbooter.exe"));
+    tools::testing::CopyOver(with, folder.Path("velbooter.exe"));
 }
 
 TEST(Harness, SeesAProgramThatEndsInsteadOfShowingAMessage) {

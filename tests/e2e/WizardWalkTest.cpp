@@ -7,6 +7,8 @@
 namespace velbooter::e2e {
 namespace {
 
+using tools::testing::LockedFile;
+
 using testing::ElementsAre;
 using Pages = std::vector<int>;
 

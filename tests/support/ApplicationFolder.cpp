@@ -168,7 +168,7 @@ std::vector<std::string> ApplicationFolder::Tree(const std::string& tail) const 
 void ApplicationFolder::MakeTool(const std::string& tail, const std::string& instructions) const {
     const std::string path = At(tail);
     fs::create_directories(fs::path(path).parent_path());
-    tests::CopyOver(TestProgramFolder() + "\\recorder.exe", path);
+    tools::testing::CopyOver(TestProgramFolder() + "\\recorder.exe", path);
     Write(WithoutExtension(tail) + ".do", instructions);
 }
 

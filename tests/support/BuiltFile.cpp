@@ -6,7 +6,7 @@
 
 #include <cstdlib>
 
-namespace velbooter::testing {
+namespace tools::testing {
 
 namespace fs = std::filesystem;
 
@@ -35,4 +35,4 @@ fs::path BuiltFile(const std::string& /*packed*/, const std::string& built) {
 }
 #endif
 
-}  // namespace velbooter::testing
+}  // namespace tools::testing

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-namespace velbooter::testing {
+namespace tools::testing {
 
 /// Returns whether the tests were unpacked from their ZIP: run-tests.bat says so to the programs that it
 /// runs.
@@ -20,4 +20,4 @@ std::filesystem::path BuiltFile(const std::string& packed, const std::string& bu
 /// refuses that on Windows when both lie on one drive: it takes them for the same file.
 void CopyOver(const std::filesystem::path& source, const std::filesystem::path& target);
 
-}  // namespace velbooter::testing
+}  // namespace tools::testing

@@ -11,6 +11,8 @@
 namespace velbooter::e2e {
 namespace {
 
+using tools::testing::LockedFile;
+
 class Locked : public testing::Test {
  protected:
     void SetUp() override {

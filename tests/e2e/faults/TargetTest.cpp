@@ -13,6 +13,8 @@
 namespace velbooter::e2e {
 namespace {
 
+using tools::testing::LockedFile;
+
 using testing::IsEmpty;
 
 class Target : public testing::Test {

@@ -27,7 +27,7 @@ std::string WindowsPath(std::string path) {
 std::string DemoFolder() {
     const char* given = std::getenv("VELBOOTER_DEMO_FOLDER");
     if (given != nullptr) return WindowsPath(given);
-    return Ansi(tests::BuiltFile("demo", VELBOOTER_DEMO_FOLDER).wstring());
+    return Ansi(tools::testing::BuiltFile("demo", VELBOOTER_DEMO_FOLDER).wstring());
 }
 
 std::string NewTestFolder() {

@@ -57,7 +57,7 @@ std::string TestProgram(const std::string& name) {
 }
 
 void CopyTestProgram(const std::string& name, const std::string& target) {
-    tests::CopyOver(TestProgram(name), target);
+    tools::testing::CopyOver(TestProgram(name), target);
 }
 
 HeldTool::HeldTool(const ApplicationFolder& folder, const std::string& name) : folder_(folder), name_(name) {

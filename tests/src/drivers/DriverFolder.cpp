@@ -30,7 +30,8 @@ WriteProtectedFile::~WriteProtectedFile() {
 }
 
 void DriversTest::InstallArchiver() const {
-    tests::CopyOver(tests::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM), Folder.At("cabarc.exe"));
+    tools::testing::CopyOver(tools::testing::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM),
+                             Folder.At("cabarc.exe"));
 }
 
 void DriversTest::MakeCabinet(const std::string& cabinet, const Members& members,

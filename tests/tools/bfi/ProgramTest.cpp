@@ -26,7 +26,7 @@ using tools::testing::RunProgram;
 using tools::testing::TestFolder;
 
 std::string BfiPath() {
-    return Utf8FromPath(velbooter::testing::BuiltFile("demo/bfi.exe", BFI_PROGRAM));
+    return Utf8FromPath(tools::testing::BuiltFile("demo/bfi.exe", BFI_PROGRAM));
 }
 
 class BfiProgram : public ::testing::Test {

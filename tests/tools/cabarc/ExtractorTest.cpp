@@ -220,7 +220,7 @@ TEST_F(Extractor, MoreThanTheDriveHoldsIsRefusedBeforeAnythingIsWritten) {
 
 TEST_F(Extractor, UnpacksACabinetOfAnotherPacker) {
     const auto fileAt = [](const std::string& name, const std::string& folder) {
-        return Utf8FromPath(velbooter::testing::BuiltFile("foreign/" + name, folder + "/" + name));
+        return Utf8FromPath(tools::testing::BuiltFile("foreign/" + name, folder + "/" + name));
     };
     EXPECT_EQ(2U, ExtractWith({"x", fileAt("foreign.cab", FOREIGN_CABINET_FOLDER)}));
     for (const std::string name : {"ParsedCabinet.cpp", "ParsedCabinet.h"}) {
@@ -393,7 +393,7 @@ TEST_F(Extractor, MembersThatWouldBeOneFileAreRefusedBeforeAnythingIsWritten) {
 
 TEST_F(Extractor, AnArgumentThatIsNoTextIsNoWildcard) {
     WriteBytes("a.cab", HandMade({{"b", BytesOf("x")}}));
-    const std::wstring program = velbooter::testing::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM).wstring();
+    const std::wstring program = tools::testing::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM).wstring();
     const wchar_t half[] = {0xD800, 0};
     EXPECT_EQ(1, _wspawnl(_P_WAIT, program.c_str(), L"cabarc", L"x", L"a.cab", half, nullptr));
     EXPECT_FALSE(std::filesystem::exists("b"));

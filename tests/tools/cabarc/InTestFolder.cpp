@@ -57,8 +57,7 @@ ProgramResult RunLine(const std::string& line) {
 }
 
 ProgramResult RunCabarc(const std::string& arguments) {
-    return RunWith({Utf8FromPath(velbooter::testing::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM))},
-                   arguments);
+    return RunWith({Utf8FromPath(tools::testing::BuiltFile("demo/cabarc.exe", CABARC_PROGRAM))}, arguments);
 }
 
 InTestFolder::InTestFolder() : before_(fs::current_path()) {
