@@ -12,7 +12,7 @@ add_custom_command(OUTPUT "${guide}" COMMAND "${PROJECT_SOURCE_DIR}/help/guide.p
 configure_file("${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_BINARY_DIR}/LICENSE.txt" @ONLY NEWLINE_STYLE DOS)
 configure_file("${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${PROJECT_BINARY_DIR}/CHANGELOG.txt" @ONLY NEWLINE_STYLE DOS)
 
-get_target_property(bootSector bootsect BOOT_SECTOR)
+get_target_property(bootSector bootsect PROGRAM)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/data/" DESTINATION .)
 install(TARGETS velbooter velbooter_com bfi cabarc RUNTIME DESTINATION .)
 install(FILES "${bootSector}" DESTINATION files)

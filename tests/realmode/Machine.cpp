@@ -1,4 +1,4 @@
-#include "tests/boot/Machine.h"
+#include "tests/realmode/Machine.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -14,7 +14,7 @@
 
 extern char** environ;
 
-namespace boot::testing {
+namespace realmode::testing {
 namespace {
 
 constexpr double kLimitSeconds = 20;
@@ -116,4 +116,4 @@ void Machine::Press(char key) {
     if (write(input_, &key, 1) != 1) throw std::runtime_error("the machine takes no key");
 }
 
-}  // namespace boot::testing
+}  // namespace realmode::testing

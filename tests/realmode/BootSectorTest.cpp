@@ -6,13 +6,13 @@
 #include <map>
 #include <sstream>
 
-#include "tests/boot/Machine.h"
+#include "tests/realmode/Machine.h"
 #include "tests/tools/bfi/FatReader.h"
 #include "tests/tools/shared/TestFolder.h"
 #include "tools/bfi/ImageBuilder.h"
 #include "tools/shared/ByteOrder.h"
 
-namespace boot::testing {
+namespace realmode::testing {
 namespace {
 
 using ::testing::HasSubstr;
@@ -263,4 +263,4 @@ TEST(StandIns, TheDriverBeginsWithADeviceHeader) {
 }
 
 }  // namespace
-}  // namespace boot::testing
+}  // namespace realmode::testing

@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace boot::testing {
+namespace realmode::testing {
 
 class Machine {
  public:
@@ -43,4 +43,4 @@ class Machine {
     std::string text_;
 };
 
-}  // namespace boot::testing
+}  // namespace realmode::testing
