@@ -16,8 +16,9 @@ namespace {
 
 // program/dos.asm
 constexpr std::size_t kGivenAt = 0x1000;
-constexpr std::size_t kTailAt = 6;
-constexpr std::size_t kTailBytes = 58;
+constexpr std::size_t kHooksAt = 6;
+constexpr std::size_t kTailAt = 7;
+constexpr std::size_t kTailBytes = 57;
 constexpr std::size_t kDisksAt = 64;
 constexpr std::size_t kDiskBytes = 32;
 constexpr std::size_t kProgramAt = 0x400;
@@ -45,6 +46,7 @@ Bytes ImageOf(const ProgramRun& run) {
     given[0] = static_cast<std::uint8_t>(run.DosVersion);
     given[1] = run.File ? 1 : 0;
     tools::PutU16(given + 2, run.ReadsFailAt);
+    given[kHooksAt] = static_cast<std::uint8_t>(run.Hooks);
     const std::string tail = run.Tail + "\r";
     EXPECT_LE(tail.size(), kTailBytes);
     std::copy(tail.begin(), tail.end(), given + kTailAt);
@@ -98,11 +100,15 @@ ProgramOutcome OutcomeOf(const Bytes& report) {
 
 }  // namespace
 
-ProgramOutcome RunProgramOfDos(const tools::testing::TestFolder& files, const ProgramRun& run) {
+Bytes ReportOfProgramOfDos(const tools::testing::TestFolder& files, const ProgramRun& run) {
     files.Write("disk.img", ImageOf(run));
     Machine machine(files.Text("disk.img"), files.Text("report"), Machine::Display::Mirrored, run.Machine);
     EXPECT_EQ(machine.WaitForEnd(), 99) << machine.Text();
-    const ProgramOutcome outcome = OutcomeOf(files.Read("report"));
+    return files.Read("report");
+}
+
+ProgramOutcome RunProgramOfDos(const tools::testing::TestFolder& files, const ProgramRun& run) {
+    const ProgramOutcome outcome = OutcomeOf(ReportOfProgramOfDos(files, run));
     EXPECT_EQ(outcome.Faults, "");
     return outcome;
 }

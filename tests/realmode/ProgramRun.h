@@ -23,6 +23,14 @@ struct DosDrive {
     unsigned SectorsPerCluster = 4;
 };
 
+/// What that DOS has taken from the firmware and how it tells; bits.
+enum Hooks : unsigned {
+    kTakesInterrupts = 1,
+    kHasTable = 2,      ///< at 0070:0100, with an INT 19h that gives back all
+    kAnswersInt2F = 4,  ///< AH = 13h
+    kRunsInVirtualMode = 8,
+};
+
 struct ProgramRun {
     std::string Program = {};  ///< the program's file
     std::string Tail = {};     ///< of the command line
@@ -30,7 +38,8 @@ struct ProgramRun {
     std::map<char, DosDrive> Drives = {};            ///< by their letters
     std::optional<tools::testing::Bytes> File = {};  ///< the one file that can be opened, under any name
     unsigned ReadsFailAt = 0xFFFF;                   ///< from which position on it cannot be read
-    std::vector<std::string> Machine = {};           ///< further words for QEMU
+    unsigned Hooks = 0;
+    std::vector<std::string> Machine = {};  ///< further words for QEMU
 };
 
 struct ProgramOutcome {
@@ -43,6 +52,9 @@ struct ProgramOutcome {
     bool HasWrittenBack = false;  ///< the buffers of the disks
     std::string Faults;           ///< empty when the program kept the rules
 };
+
+/// Runs the program, and what it may start, until the machine ends; returns all that was reported.
+tools::testing::Bytes ReportOfProgramOfDos(const tools::testing::TestFolder& files, const ProgramRun& run);
 
 /// Runs the program to its end; the image and the report are left in `files`.
 ProgramOutcome RunProgramOfDos(const tools::testing::TestFolder& files, const ProgramRun& run);

@@ -22,12 +22,18 @@ kFile           equ     5               ; the handle of the opened file
 .fileThere:     resb    1               ; 0: the file cannot be opened
 .failsAt:       resw    1               ; the position from which on the file cannot be read
 .fileBytes:     resw    1
-.tail:          resb    58              ; of the command line, up to CR
+.hooks:         resb    1               ; of the bits below
+.tail:          resb    57              ; of the command line, up to CR
 .disks:         resb    kDrives * 32
                 resb    400h - 64 - kDrives * 32
 .program:       resb    2000h
 .file:
         endstruc
+
+kTakes          equ     1               ; this DOS takes interrupts that the firmware had,
+kTable          equ     2               ; has the table of the firmware's addresses and an INT 19h that gives all back,
+kAnswers13      equ     4               ; answers INT 2Fh, AH = 13h
+kVirtual        equ     8               ; runs the program in virtual mode
 
         struc   disk
 .there:         resb    1               ; 0: no such drive
@@ -50,23 +56,29 @@ kFile           equ     5               ; the handle of the opened file
         mov     es, ax
         mov     word [es:21h * 4], int21
         mov     [es:21h * 4 + 2], cs
+        call    takeInterrupts
         sti
         mov     ax, kProgram
         mov     es, ax
         mov     word [es:0], 20CDh      ; INT 20h, as in every prefix
+        mov     word [es:2], 9000h      ; the end of the program's memory
         mov     si, kGiven + given.tail
         mov     di, 81h
-        mov     cx, 58
+        mov     cx, 57
         rep movsb
         mov     si, kGiven + given.program
         mov     di, 100h
         mov     cx, 2000h / 2
         rep movsw
+        test    byte [kGiven + given.hooks], kVirtual
+        jnz     startVirtual
         mov     ds, ax
         mov     ss, ax
         xor     sp, sp
         push    word 0
         jmp     kProgram:100h
+
+%include "program/hooks.inc"
 
 int21:
         cmp     ah, 25h
