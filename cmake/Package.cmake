@@ -16,9 +16,15 @@ get_target_property(bootSector bootsect PROGRAM)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/data/" DESTINATION .)
 install(TARGETS velbooter velbooter_com bfi cabarc RUNTIME DESTINATION .)
 install(FILES "${bootSector}" DESTINATION files)
+get_property(realmodeTargets GLOBAL PROPERTY VELBOOTER_REALMODE)
+foreach(target IN LISTS realmodeTargets)
+    get_target_property(program ${target} PROGRAM)
+    get_target_property(folder ${target} SHIPPED_IN)
+    install(FILES "${program}" DESTINATION "${folder}")
+endforeach()
 install(FILES "${helpFile}" "${guide}" "${PROJECT_BINARY_DIR}/LICENSE.txt" "${PROJECT_BINARY_DIR}/CHANGELOG.txt"
         DESTINATION .)
-add_custom_target(shipped DEPENDS velbooter velbooter_com bfi cabarc bootsect "${helpFile}" "${guide}")
+add_custom_target(shipped DEPENDS velbooter velbooter_com bfi cabarc bootsect ${realmodeTargets} "${helpFile}" "${guide}")
 
 # With what the programs are made, as it is when the build is configured.
 set(CPACK_VELBOOTER_TOOLCHAIN "${PROJECT_BINARY_DIR}/toolchain.txt")
