@@ -91,6 +91,11 @@ TEST_F(PciFind, FindsACardBehindABridge) {
     EXPECT_EQ(outcome.Output, "RTL8029\r\n");
 }
 
+TEST_F(PciFind, FindsACardThatIsOneOfSeveralInADevice) {
+    const std::string map = "10EC 8139 RTL8139\r\n";
+    ExpectDriver({"vmxnet3,addr=9.0,multifunction=on", "rtl8139,addr=9.3"}, map, "RTL8139");
+}
+
 TEST_F(PciFind, ReadsALongMapWhoseLinesComeInAnyForm) {
     std::string lines;
     for (int i = 0; i < 400; ++i)
