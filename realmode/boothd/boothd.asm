@@ -4,7 +4,7 @@
 ; to the sector at 0000:7C00 with DL = 80h. When that cannot be, it says so in one line on the error output and DOS goes on:
 ;
 ;   1  there is no hard disk, or it cannot be read
-;   2  its first sector does not end with the mark of a sector that can be started
+;   2  its first sector does not end with the mark of a sector that can be started, or has no code
 ;   3  the processor is in virtual mode, where no system can be started: EMM386.EXE or the like is loaded
 ;   4  this DOS does not say where the firmware's disk functions are
 ;
@@ -49,9 +49,11 @@ kMostLinks      equ     16
         mov     al, 1
         jc      complain
         cmp     word [bx + kSectorBytes - 2], 0AA55h
-        mov     dx, textNoMark
+        mov     dx, textNoStart
         mov     al, 2
         jne     complain
+        cmp     word [bx], 0            ; no code, as a table of partitions alone has it
+        je      complain
         call    findFirmware
         mov     dx, textNoFirmware
         mov     al, 4
@@ -388,7 +390,7 @@ interrupts:
 interruptsEnd:
 textNoDisk:
         db      "BOOTHD: no hard disk can be read", 13, 10, "$"
-textNoMark:
+textNoStart:
         db      "BOOTHD: nothing can be started from the hard disk", 13, 10, "$"
 textVirtual:
         db      "BOOTHD: not with EMM386 or the like in memory: take the disk out and restart", 13, 10, "$"

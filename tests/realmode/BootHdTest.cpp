@@ -3,6 +3,7 @@
 
 #include "tests/realmode/DiskTest.h"
 #include "tests/realmode/ProgramRun.h"
+#include "tools/shared/ByteOrder.h"
 
 namespace realmode::testing {
 namespace {
@@ -98,6 +99,10 @@ TEST_F(BootHd, SaysThatTheHardDiskStartsNothing) {
     WriteHardDisk(disk);
     ExpectComplaint(RunWith(0), 2, "BOOTHD: nothing can be started from the hard disk");
     WriteHardDisk({});
+    ExpectComplaint(RunWith(0), 2, "BOOTHD: nothing can be started from the hard disk");
+    disk.assign(kSector, 0);
+    tools::PutU16(disk.data() + 510, 0xAA55);
+    WriteHardDisk(disk);
     ExpectComplaint(RunWith(0), 2, "BOOTHD: nothing can be started from the hard disk");
 }
 
