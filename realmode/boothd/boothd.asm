@@ -17,14 +17,14 @@
 ;   - What then still leads into the memory of DOS gets the address that it has had in the firmware of every PC.
 ; Other resident programs end with DOS, whatever they have taken.
 ;
-; 8086 instructions only, but for one behind a test of the processor. Memory: 1 KB at the end of what DOS gives the program is
+; 8086 instructions only, but for one after a test of the processor. Memory: 1 KB at the end of what DOS gives the program is
 ; left when the sector starts, and is free then.
 
         cpu     8086
         bits    16
         org     100h
 
-kMemoryEnd      equ     2               ; in the program's prefix: the segment behind its memory
+kMemoryEnd      equ     2               ; in the program's prefix: the segment after its memory
 kDisk           equ     80h
 kSectorBytes    equ     512
 kStart          equ     7C00h

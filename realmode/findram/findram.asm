@@ -118,7 +118,7 @@ argumentsBad:
 argumentsDone:
         ret
 
-; Returns the next character at SI that is no space in AL, SI behind it, and the zero flag set when it is the line's end. The
+; Returns the next character at SI that is no space in AL, SI after it, and the zero flag set when it is the line's end. The
 ; carry flag is clear then.
 skipSpace:
         lodsb

@@ -7,7 +7,7 @@
 ; and the driver's name, at most eight letters, digits and _ ~ ! # $ & @ -. What follows it counts as a remark. Other lines are
 ; passed over; of several lines for one card the first counts.
 ;
-; The cards are those on the PCI buses, in their order, as the firmware (INT 1Ah, AH = B1h) tells them. The driver of the first
+; The cards are those on the PCI buses, in their order, as the firmware (INT 1Ah, AH = B1h) lists them. The driver of the first
 ; one that the map knows is taken, whatever kind of card it is. Exit codes; from 1 on a line on the error output says so:
 ;
 ;   0  a driver was found
@@ -379,7 +379,7 @@ isCard:
 lineDone:
         ret
 
-; Returns the number of four hexadecimal digits at SI, which spaces may precede and have to follow, in DX and SI behind it; the
+; Returns the number of four hexadecimal digits at SI, which spaces may precede and have to follow, in DX and SI after it; the
 ; carry flag is set when there is none.
 readHex:
         call    skipSpace

@@ -566,7 +566,7 @@ writeEmpty:
 formatted:
         ret
 
-; Writes the sector at BX behind the one before; returns with the carry flag set when that fails.
+; Writes the sector at BX after the one before; returns with the carry flag set when that fails.
 writeNext:
         mov     ax, [next]
         inc     word [next]

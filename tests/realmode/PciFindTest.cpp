@@ -26,7 +26,7 @@ constexpr char kMap[] =
     "10EC 8029 RTL8029 ; Realtek RTL8029(AS)\r\n"
     "10EC 8139 RTL8139 ; Realtek RTL8139\r\n";
 
-/// QEMU's cards by their names there; the later one is behind the earlier on the bus.
+/// QEMU's cards by their names there; the later one follows the earlier on the bus.
 Words Cards(const Words& names) {
     Words words;
     for (const std::string& name : names) words.insert(words.end(), {"-device", name + ",romfile="});

@@ -23,7 +23,7 @@ struct DosDrive {
     unsigned SectorsPerCluster = 4;
 };
 
-/// What that DOS has taken from the firmware and how it tells; bits.
+/// What that DOS has taken from the firmware, and how it can be asked about that; bits.
 enum Hooks : unsigned {
     kTakesInterrupts = 1,
     kHasTable = 2,      ///< at 0070:0100, with an INT 19h that gives back all

@@ -190,7 +190,7 @@ class VelRam : public ::testing::Test {
         EXPECT_EQ(outcome.Word(0, 0x10), kDriverSegment);
     }
 
-    /// The drive as it is after loading, all of it: what lies behind the root directory is empty.
+    /// The drive as it is after loading, all of it: what follows the root directory is empty.
     void ExpectSoundDrive(const Outcome& outcome, unsigned kilobytes, const std::string& type) {
         Bytes drive;
         for (const Bytes& dump : outcome.Dumps) drive.insert(drive.end(), dump.begin(), dump.end());

@@ -1,7 +1,7 @@
 ; A stand-in for a DOS that loads VELRAM.SYS and for an XMS manager: gives the driver the requests that the test wrote into
 ; the image, and reports on port E9h what becomes of them. It judges nothing; the test does.
 ;
-; From the test, at kGiven: see `given`. The script behind the driver is a list of actions:
+; From the test, at kGiven: see `given`. The script after the driver is a list of actions:
 ;   1, 32 bytes           a request, which the driver gets      -> "R", the 32 bytes afterwards
 ;   2, word, word         fills a number of bytes of the buffer, a pattern that begins with a word
 ;   3, word               reports that many bytes of the buffer -> "D", the word, the bytes
@@ -23,7 +23,7 @@ kHandle         equ     1234h
 .free:          resw    1               ; KB that it has
 .fails:         resb    1               ; the function that fails, or 0
 .version:       resb    1               ; the major version of DOS
-.arguments:     resb    58              ; the line of CONFIG.SYS behind "DEVICE="
+.arguments:     resb    58              ; the line of CONFIG.SYS after "DEVICE="
 .driver:        resb    2000h
 .script:
         endstruc
