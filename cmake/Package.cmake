@@ -12,13 +12,19 @@ add_custom_command(OUTPUT "${guide}" COMMAND "${PROJECT_SOURCE_DIR}/help/guide.p
 configure_file("${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_BINARY_DIR}/LICENSE.txt" @ONLY NEWLINE_STYLE DOS)
 configure_file("${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${PROJECT_BINARY_DIR}/CHANGELOG.txt" @ONLY NEWLINE_STYLE DOS)
 
-get_target_property(bootSector bootsect BOOT_SECTOR)
+get_target_property(bootSector bootsect PROGRAM)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/data/" DESTINATION .)
 install(TARGETS velbooter velbooter_com bfi cabarc RUNTIME DESTINATION .)
 install(FILES "${bootSector}" DESTINATION files)
+get_property(realmodeTargets GLOBAL PROPERTY VELBOOTER_REALMODE)
+foreach(target IN LISTS realmodeTargets)
+    get_target_property(program ${target} PROGRAM)
+    get_target_property(folder ${target} SHIPPED_IN)
+    install(FILES "${program}" DESTINATION "${folder}")
+endforeach()
 install(FILES "${helpFile}" "${guide}" "${PROJECT_BINARY_DIR}/LICENSE.txt" "${PROJECT_BINARY_DIR}/CHANGELOG.txt"
         DESTINATION .)
-add_custom_target(shipped DEPENDS velbooter velbooter_com bfi cabarc bootsect "${helpFile}" "${guide}")
+add_custom_target(shipped DEPENDS velbooter velbooter_com bfi cabarc bootsect ${realmodeTargets} "${helpFile}" "${guide}")
 
 # What the programs are built with at the time of configuring.
 set(CPACK_VELBOOTER_TOOLCHAIN "${PROJECT_BINARY_DIR}/toolchain.txt")

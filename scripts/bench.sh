@@ -16,7 +16,7 @@ corpus=$root/build/corpus
 bin=$root/build/host/bin
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-cp build/host/boot/bootsect.bin "$work/boot.bin"
+cp build/host/realmode/bootsect.bin "$work/boot.bin"
 
 median() { # median PREPARE COMMAND: the median wall time of COMMAND in milliseconds; ends the script when it fails
     rm -f "$work/time.json"

@@ -2,113 +2,29 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <map>
-#include <sstream>
 
-#include "tests/boot/Machine.h"
-#include "tests/support/TestFolder.h"
+#include "tests/realmode/DiskTest.h"
+#include "tests/realmode/Machine.h"
 #include "tests/tools/bfi/FatReader.h"
-#include "tools/bfi/ImageBuilder.h"
 #include "tools/shared/ByteOrder.h"
 
-namespace boot::testing {
+namespace realmode::testing {
 namespace {
 
 using floppy::Geometry;
 using ::testing::HasSubstr;
-using tools::bfi::testing::FatImage;
 using tools::bfi::testing::ReadFatImage;
 using tools::testing::Bytes;
-using tools::testing::NoiseBytes;
 
 constexpr char kMissing[] = "No IO.SYS on this disk";
 constexpr char kWrong[] = "Not an MS-DOS 7 IO.SYS";
 constexpr char kUnreadable[] = "Disk cannot be read";
-constexpr char kPrompt[] = "Change disk, press a key";
-constexpr std::size_t kSector = 512;
-constexpr std::size_t kEntry = 32;
-constexpr int kProbeEnded = 99;
-
-Bytes FileAt(const char* path) {
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_TRUE(file) << path;
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 Bytes Probe() {
     return FileAt(BOOT_PROBE);
 }
 
-class Boot : public ::testing::TestWithParam<std::string> {
- protected:
-    const Geometry& Format() const { return *floppy::GeometryOfType(GetParam()); }
-    std::string Image() const { return Files.Text("disk.img"); }
-    std::string Report() const { return Files.Text("report"); }
-
-    void BuildDisk(const std::string& label = "Velstart") const {
-        Files.MakeFolder("tree");
-        tools::bfi::BuildImage({BOOT_SECTOR, label, &Format(), Image(), Files.Text("tree")});
-    }
-
-    // Starts the disk, whose IO.SYS is the probe, and returns what that reports.
-    std::map<std::string, unsigned> Started() const {
-        Machine machine(Image(), Report());
-        EXPECT_EQ(kProbeEnded, machine.WaitForEnd()) << machine.Text();
-        std::map<std::string, unsigned> values;
-        std::ifstream report(Report());
-        for (std::string line; std::getline(report, line);) {
-            const std::size_t equals = line.find('=');
-            values[line.substr(0, equals)] =
-                static_cast<unsigned>(std::stoul(line.substr(equals + 1), nullptr, 16));
-        }
-        return values;
-    }
-
-    void ExpectMessage(const std::string& text) const {
-        Machine machine(Image(), Report());
-        EXPECT_TRUE(machine.WaitFor(kPrompt)) << machine.Text();
-        EXPECT_THAT(machine.Text(), HasSubstr(text));
-        EXPECT_TRUE(Files.Read("report").empty()) << "nothing was started";
-    }
-
-    std::size_t RootStart() const { return Format().RootSector() * kSector; }
-
-    void SwapRootEntries(Bytes& image, std::size_t left, std::size_t right) const {
-        const auto root = image.begin() + static_cast<std::ptrdiff_t>(RootStart());
-        const auto first = root + static_cast<std::ptrdiff_t>(left * kEntry);
-        std::swap_ranges(first, first + kEntry, root + static_cast<std::ptrdiff_t>(right * kEntry));
-    }
-
-    const tools::testing::TestFolder Files;
-};
-
-void SetFatEntry(Bytes& image, const Geometry& format, std::uint32_t cluster, std::uint32_t value) {
-    for (std::uint32_t copy = 0; copy < 2; ++copy) {
-        std::uint8_t* const pair =
-            image.data() + (1 + copy * format.SectorsPerFat) * kSector + cluster * 3 / 2;
-        const std::uint32_t old = tools::GetU16(pair);
-        tools::PutU16(pair, cluster % 2 == 0 ? (old & 0xF000U) | value : (old & 0xFU) | value << 4);
-    }
-}
-
-// Moves the first clusters of a file that starts in cluster 2 to `places`; what is left of it keeps its
-// place.
-void Scatter(Bytes& image, const Geometry& format, const std::vector<std::uint32_t>& places) {
-    const auto start = [&](std::uint32_t cluster) {
-        return image.begin() + static_cast<std::ptrdiff_t>(format.DataSector() * kSector +
-                                                           (cluster - 2) * format.ClusterBytes());
-    };
-    const auto length = static_cast<std::ptrdiff_t>(format.ClusterBytes());
-    for (std::uint32_t i = 0; i < places.size(); ++i) {
-        std::copy(start(2 + i), start(2 + i) + length, start(places[i]));
-        std::fill(start(2 + i), start(2 + i) + length, std::uint8_t{0});
-        SetFatEntry(image, format, 2 + i, 0);
-    }
-    for (std::uint32_t i = 0; i < places.size(); ++i)
-        SetFatEntry(image, format, places[i],
-                    i + 1 < places.size() ? places[i + 1] : 2 + static_cast<std::uint32_t>(places.size()));
-}
+class Boot : public DiskTest {};
 
 TEST_P(Boot, HandsOverToIoSysAsMsDos7NeedsIt) {
     Files.Write("tree/io.sys", Probe());
@@ -145,7 +61,7 @@ TEST_P(Boot, FindsIoSysFurtherDownInTheRootAndInPieces) {
     const std::vector<std::uint32_t> places = GetParam() == "144"
                                                   ? std::vector<std::uint32_t>{341, 2500, 12, 1365}
                                                   : std::vector<std::uint32_t>{341, 2864};
-    Scatter(image, Format(), places);
+    Scatter(image, Format(), 2, places);
     tools::PutU16(image.data() + RootStart() + 25 * kEntry + 26, places.front());
     EXPECT_EQ(ReadFatImage(image).At("IO.SYS").Content, Probe()) << "still the same file";
     Files.Write("disk.img", image);
@@ -176,7 +92,7 @@ TEST_P(Boot, SaysThatIoSysIsMissingAndStartsAgainOnAKey) {
 TEST_P(Boot, SaysThatIoSysIsMissingInAFullRootToo) {
     for (std::uint32_t i = 1; i < Format().RootEntries; ++i) Files.Write("tree/f" + std::to_string(i), "");
     BuildDisk();
-    ExpectMessage(kMissing);
+    ExpectLine(kMissing);
 }
 
 TEST_P(Boot, SaysThatIoSysIsNotOfMsDos7) {
@@ -184,7 +100,7 @@ TEST_P(Boot, SaysThatIoSysIsNotOfMsDos7) {
     probe[0x201] = 'K';
     Files.Write("tree/io.sys", probe);
     BuildDisk();
-    ExpectMessage(kWrong);
+    ExpectLine(kWrong);
 }
 
 TEST_P(Boot, AShortIoSysIsNotOfMsDos7) {
@@ -193,7 +109,7 @@ TEST_P(Boot, AShortIoSysIsNotOfMsDos7) {
     Files.Write("tree/io.sys", probe);
     Files.Write("tree/zzz", Probe());
     BuildDisk();
-    ExpectMessage(kWrong);
+    ExpectLine(kWrong);
 }
 
 TEST_P(Boot, SaysThatTheDiskCannotBeRead) {
@@ -204,7 +120,7 @@ TEST_P(Boot, SaysThatTheDiskCannotBeRead) {
     tools::PutU16(image.data() + 0x0E, 30);
     tools::PutU16(image.data() + 0x18, 60);
     Files.Write("disk.img", image);
-    ExpectMessage(kUnreadable);
+    ExpectLine(kUnreadable);
 }
 
 TEST_P(Boot, TheStandInForIoSysSaysOnCom1WhoStartedIt) {
@@ -263,4 +179,4 @@ TEST(StandIns, TheDriverBeginsWithADeviceHeader) {
 }
 
 }  // namespace
-}  // namespace boot::testing
+}  // namespace realmode::testing

@@ -5,11 +5,7 @@
         bits    16
         org     0
 
-%macro report 2
-        mov     ax, %2
-        call    line
-        db      %1, "=", 0
-%endmacro
+%include "report.inc"
 
         db      "MZ"
         times   200h - ($ - $$) db 0
@@ -41,42 +37,9 @@
         report  "TABLESEGMENT", [ss:bx + 2]
         report  "TRACK", [ss:522h + 4]
         report  "SETTLE", [ss:522h + 9]
-        mov     al, 31h
-        out     0F4h, al
-stop:
-        hlt
-        jmp     stop
+        jmp     endMachine
 
-; Prints the name that follows the call, the number in AX and a line end.
-line:
-        pop     si
-        push    ax
-nextLetter:
-        lodsb
-        test    al, al
-        jz      nameDone
-        out     0E9h, al
-        jmp     nextLetter
-nameDone:
-        pop     dx
-        mov     cx, 4
-nextDigit:
-        push    cx
-        mov     cl, 4
-        rol     dx, cl
-        pop     cx
-        mov     al, dl
-        and     al, 0Fh
-        add     al, "0"
-        cmp     al, "9"
-        jbe     isDigit
-        add     al, "A" - "9" - 1
-isDigit:
-        out     0E9h, al
-        loop    nextDigit
-        mov     al, 10
-        out     0E9h, al
-        jmp     si
+        reportRoutines
 
 savedSp dw      0
 savedDx dw      0

@@ -1,12 +1,13 @@
 #pragma once
-// An emulated PC with one floppy drive and nothing else, to start an image in. It runs in QEMU, whose
-// firmware repeats the screen's text on the first serial line when there is no display.
+// An emulated PC with one floppy drive and nothing else but what a test adds, to start an image in. It runs
+// in QEMU, whose firmware repeats the screen's text on the first serial line when there is no display.
 
 #include <sys/types.h>
 
 #include <string>
+#include <vector>
 
-namespace boot::testing {
+namespace realmode::testing {
 
 class Machine {
  public:
@@ -15,8 +16,10 @@ class Machine {
         Apart,     ///< Text() is only what a program sends to COM1
     };
 
-    /// Switches the machine on. `reportFile` receives what a program writes to port E9h.
-    Machine(const std::string& image, const std::string& reportFile, Display display = Display::Mirrored);
+    /// Switches the machine on. `reportFile` receives what a program writes to port E9h; `more` are further
+    /// words for QEMU, of which a later one outweighs the earlier.
+    Machine(const std::string& image, const std::string& reportFile, Display display = Display::Mirrored,
+            const std::vector<std::string>& more = {});
     /// Switches it off.
     ~Machine();
     Machine(const Machine&) = delete;
@@ -43,4 +46,4 @@ class Machine {
     std::string text_;
 };
 
-}  // namespace boot::testing
+}  // namespace realmode::testing

@@ -1,4 +1,4 @@
-#include "tests/boot/Machine.h"
+#include "tests/realmode/Machine.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -10,11 +10,10 @@
 #include <chrono>
 #include <csignal>
 #include <stdexcept>
-#include <vector>
 
 extern char** environ;
 
-namespace boot::testing {
+namespace realmode::testing {
 namespace {
 
 constexpr double kLimitSeconds = 20;
@@ -39,7 +38,8 @@ std::string Escaped(const std::string& path) {
 
 }  // namespace
 
-Machine::Machine(const std::string& image, const std::string& reportFile, Display display) {
+Machine::Machine(const std::string& image, const std::string& reportFile, Display display,
+                 const std::vector<std::string>& more) {
     std::vector<std::string> words{
         "qemu-system-i386", "-no-reboot", "-net", "none", "-m", "16", "-boot", "a"};
     if (display == Display::Mirrored)
@@ -52,6 +52,7 @@ Machine::Machine(const std::string& image, const std::string& reportFile, Displa
          "file,id=report,path=" + Escaped(reportFile), "-device", "isa-debugcon,iobase=0xe9,chardev=report",
          "-device", "isa-debug-exit,iobase=0xf4,iosize=4"});
     if (display == Display::Mirrored) words.insert(words.end(), {"-serial", "stdio"});
+    words.insert(words.end(), more.begin(), more.end());
     int toMachine[2];
     int fromMachine[2];
     if (pipe2(toMachine, O_CLOEXEC) != 0 || pipe2(fromMachine, O_CLOEXEC) != 0)
@@ -116,4 +117,4 @@ void Machine::Press(char key) {
     if (write(input_, &key, 1) != 1) throw std::runtime_error("the machine takes no key");
 }
 
-}  // namespace boot::testing
+}  // namespace realmode::testing

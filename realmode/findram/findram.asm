@@ -1,0 +1,244 @@
+; FINDRAM.COM: which letter the RAM drive has.
+;
+;   FINDRAM       prints the line "SET RAMD=D:" and ends with the number of the drive: 3 for C:, 4 for D: ...
+;   FINDRAM /G    the same, and makes that drive the current one
+;
+; Without a RAM drive it prints nothing, goes nowhere and ends with 0; so it does after any other argument, with a line on the
+; error output. A batch file on a disk that cannot be written gets the letter through the RAM drive itself:
+;
+;   FINDRAM /G >NUL
+;   IF NOT ERRORLEVEL 1 GOTO NORAM
+;   FINDRAM >RAMD.BAT
+;   CALL RAMD.BAT
+;
+; A RAM drive is one of VELRAM.SYS, known by the name in its driver's header, or else one of the user's RAMDRIVE.SYS, known
+; by the label MS-RAMDRIVE on a drive that has at most 65535 sectors, as that driver's all have. Only C: to Z: are looked
+; at, and of these only drives that DOS calls local and not removable: no floppy and no CD is touched, and nothing is written.
+; A drive that cannot be read is none.
+;
+; 8086 instructions only, DOS 3.1 or later. Memory: the 64 KB that DOS gives a .COM program are not left.
+
+        cpu     8086
+        bits    16
+        org     100h
+
+kTail           equ     80h             ; the arguments in the program's prefix; later DOS's answers to a search
+kFoundName      equ     80h + 1Eh
+kFirstDrive     equ     2               ; C:, counted from 0
+kDrives         equ     26
+kLocalMask      equ     9000h           ; of a drive's attributes: a drive of SUBST, a drive of the net or of a CD
+kDeviceName     equ     0Bh             ; in a driver's header
+kVolume         equ     8
+kVelRamBytes    equ     7
+
+        cld
+        call    readArguments
+        mov     dx, textUsage
+        jc      complain
+        mov     ah, 30h                 ; version of DOS
+        int     21h
+        cmp     al, 3
+        jb      none
+        cmp     al, 4
+        jae     haveDriverOffset
+        dec     word [driverOffset]
+haveDriverOffset:
+        mov     dx, criticalError
+        mov     ax, 2524h
+        int     21h
+
+        mov     bl, kFirstDrive
+nextDrive:
+        mov     [drive], bl
+        call    isLocalDisk
+        jc      notThis
+        call    isVelRam
+        jnc     found
+        cmp     byte [ramDrive], 0
+        jne     notThis
+        call    isRamDrive
+        jc      notThis
+        mov     bl, [drive]
+        mov     [ramDrive], bl
+notThis:
+        mov     bl, [drive]
+        inc     bl
+        cmp     bl, kDrives
+        jb      nextDrive
+        mov     bl, [ramDrive]
+        mov     [drive], bl
+        test    bl, bl
+        jz      none
+
+found:
+        mov     al, [drive]
+        add     al, "A"
+        mov     [textLetter], al
+        cmp     byte [go], 0
+        je      staysHere
+        mov     dl, [drive]
+        mov     ah, 0Eh                 ; make it the current drive
+        int     21h
+staysHere:
+        mov     bx, 1                   ; standard output
+        mov     cx, textSetEnd - textSet
+        mov     dx, textSet
+        mov     ah, 40h
+        int     21h
+        mov     al, [drive]
+        inc     ax
+        jmp     short end
+complain:
+        mov     bx, 2                   ; error output
+        mov     cx, textUsageEnd - textUsage
+        mov     ah, 40h
+        int     21h
+none:
+        mov     al, 0
+end:
+        mov     ah, 4Ch
+        int     21h
+
+; Sets [go]. Returns with the carry flag set when the arguments are others than those above.
+readArguments:
+        mov     si, kTail + 1
+        call    skipSpace
+        jz      argumentsDone
+        cmp     word [si - 1], "/G"
+        je      goThere
+        cmp     word [si - 1], "/g"
+        jne     argumentsBad
+goThere:
+        inc     si
+        inc     byte [go]
+        call    skipSpace
+        jz      argumentsDone
+argumentsBad:
+        stc
+argumentsDone:
+        ret
+
+; Returns the next character at SI that is no space in AL, SI after it, and the zero flag set when it is the line's end. The
+; carry flag is clear then.
+skipSpace:
+        lodsb
+        cmp     al, " "
+        je      skipSpace
+        cmp     al, 9
+        je      skipSpace
+        cmp     al, 13
+        je      skipped
+        clc
+skipped:
+        ret
+
+; Each of the following asks about [drive] and returns with the carry flag set for no.
+
+; Only what DOS knows without looking at a medium.
+isLocalDisk:
+        call    driveNumber
+        mov     ax, 4409h               ; is it remote
+        int     21h
+        jc      no
+        test    dx, kLocalMask
+        jnz     no
+        call    driveNumber
+        mov     ax, 4408h               ; can it be removed
+        int     21h
+        jnc     removableKnown
+        cmp     ax, 1                   ; its driver does not say: it cannot
+        jne     no
+        clc
+        ret
+removableKnown:
+        cmp     ax, 1                   ; 0 for a drive that can; the carry flag is set then
+        ret
+
+isVelRam:
+        call    driveNumber
+        mov     dl, bl
+        push    ds
+        mov     ah, 32h                 ; DOS's description of the drive, which names its driver
+        int     21h
+        test    al, al
+        jnz     noDescription
+        add     bx, [cs:driverOffset]
+        lds     si, [bx]
+        add     si, kDeviceName
+        push    cs
+        pop     es
+        mov     di, velRamName
+        mov     cx, kVelRamBytes
+        repe cmpsb
+        clc
+        je      described
+noDescription:
+        stc
+described:
+        pop     ds
+        ret
+
+isRamDrive:
+        mov     al, [drive]
+        add     al, "A"
+        mov     [pattern], al
+        mov     dx, pattern
+        mov     cx, kVolume
+        mov     ah, 4Eh
+        int     21h
+        jc      no
+        push    cs
+        pop     es
+        mov     si, kFoundName
+        mov     di, ramDriveName
+        mov     cx, ramDriveNameEnd - ramDriveName
+nextLetter:
+        lodsb
+        cmp     al, "."                 ; DOS writes a label as a name, most with a point
+        je      nextLetter
+        scasb
+        jne     no
+        loop    nextLetter
+        call    driveNumber
+        mov     dl, bl
+        mov     ah, 36h                 ; AX sectors in each of DX clusters
+        int     21h
+        cmp     ax, 0FFFFh
+        je      no
+        mul     dx
+        test    dx, dx                  ; this clears the carry flag
+        jz      yes
+no:
+        stc
+yes:
+        ret
+
+driveNumber:
+        mov     bl, [drive]
+        inc     bx                      ; counted from 1
+        ret
+
+; DOS calls this instead of asking the user what to do about a drive that cannot be read.
+criticalError:
+        mov     al, 3                   ; let the call fail
+        iret
+
+driverOffset    dw      13h             ; of the driver's address in DOS's description of a drive; one less in DOS 3
+drive           db      0
+ramDrive        db      0
+go              db      0
+pattern:
+        db      "C:\*.*", 0
+velRamName:
+        db      "VELRAM "
+ramDriveName:
+        db      "MS-RAMDRIVE", 0
+ramDriveNameEnd:
+textSet:
+        db      "SET RAMD="
+textLetter:
+        db      "C:", 13, 10
+textSetEnd:
+textUsage:
+        db      "FINDRAM [/G]: ends with the number of the RAM drive; /G goes there", 13, 10
+textUsageEnd:

@@ -1,0 +1,150 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "tests/realmode/DiskTest.h"
+#include "tests/realmode/Machine.h"
+#include "tests/tools/bfi/FatReader.h"
+#include "tools/shared/ByteOrder.h"
+
+namespace realmode::testing {
+namespace {
+
+using ::testing::HasSubstr;
+using tools::bfi::testing::ReadFatImage;
+using tools::testing::Bytes;
+using tools::testing::NoiseBytes;
+
+constexpr unsigned kKernelSectors = 200;
+constexpr std::size_t kMostBytes = 312 * kSector;
+
+Bytes Kernel() {
+    return FileAt(FREEDOS_KERNEL);
+}
+
+/// The boot sector, the IO.SYS that starts KERNEL.SYS, and a stand-in for KERNEL.SYS.
+class FreeDos : public DiskTest {
+ protected:
+    void BuildDiskWith(const Bytes& kernel) const {
+        Files.Write("tree/io.sys", FileAt(FREEDOS_IO_SYS));
+        Files.Write("tree/kernel.sys", kernel);
+        BuildDisk();
+    }
+
+    /// The position of the entry of KERNEL.SYS in the root of an image.
+    std::size_t KernelEntry(const Bytes& image) const {
+        const std::string name = "KERNEL  SYS";
+        std::size_t at = RootStart();
+        while (!std::equal(name.begin(), name.end(), image.begin() + static_cast<std::ptrdiff_t>(at)))
+            at += kEntry;
+        return at;
+    }
+};
+
+TEST_P(FreeDos, StartsALongKernelSysAsItsOwnBootSectorDoes) {
+    BuildDiskWith(Kernel());
+    std::map<std::string, unsigned> values = Started();
+    EXPECT_EQ(values["CS"], 0x60U);
+    EXPECT_EQ(values["SS"], 0x1FE0U);
+    EXPECT_EQ(values["BP"], 0x7C00U);
+    EXPECT_EQ(values["SP"], 0x7C00U);
+    EXPECT_EQ(values["BX"], 0U) << "the drive";
+    EXPECT_EQ(values["DX"], 0U) << "the drive";
+    EXPECT_EQ(values["DRIVE"] & 0xFF, 0U);
+    EXPECT_EQ(values["SECTORBYTES"], 512U);
+    EXPECT_EQ(values["TRACK"], GetParam() == "144" ? 18U : 36U);
+    EXPECT_EQ(values["SIGNATURE"], 0xAA55U);
+    EXPECT_EQ(values["GOOD"], kKernelSectors);
+    EXPECT_EQ(values["TAIL"], 0x7A11U);
+}
+
+TEST_P(FreeDos, FollowsAKernelSysInPiecesFarDownInTheRoot) {
+    Files.Write("tree/io.sys", FileAt(FREEDOS_IO_SYS));
+    for (int i = 0; i < 40; ++i) Files.Write("tree/file" + std::to_string(i), "");
+    BuildDiskWith(Kernel());
+    Bytes image = Files.Read("disk.img");
+    const std::uint32_t first = ReadFatImage(image).At("KERNEL.SYS").Clusters.front();
+    // Entry 341 lies across two sectors of the table; 2000 and 2001 follow each other, 1001 and 1000 do not.
+    const std::vector<std::uint32_t> places{341, 2000, 2001, 1001, 1000, 2500, 2847};
+    Scatter(image, Format(), first, places);
+    tools::PutU16(image.data() + KernelEntry(image) + 26, places.front());
+    EXPECT_EQ(ReadFatImage(image).At("KERNEL.SYS").Content, Kernel()) << "still the same file";
+    Files.Write("disk.img", image);
+    std::map<std::string, unsigned> values = Started();
+    EXPECT_EQ(values["GOOD"], kKernelSectors);
+    EXPECT_EQ(values["TAIL"], 0x7A11U);
+}
+
+TEST_P(FreeDos, StartsTheLargestKernelSysThatHasRoom) {
+    Bytes kernel = Kernel();
+    kernel.resize(kMostBytes);
+    BuildDiskWith(kernel);
+    EXPECT_EQ(Started()["GOOD"], kKernelSectors);
+}
+
+TEST_P(FreeDos, SaysThatKernelSysIsTooLarge) {
+    Bytes kernel = Kernel();
+    kernel.resize(kMostBytes + 1);
+    BuildDiskWith(kernel);
+    ExpectLine("KERNEL.SYS is too large");
+}
+
+TEST_P(FreeDos, SaysThatKernelSysIsTooLargeByItsUpperWord) {
+    Bytes kernel = Kernel();
+    kernel.resize(0x80000);
+    BuildDiskWith(kernel);
+    ExpectLine("KERNEL.SYS is too large");
+}
+
+TEST_P(FreeDos, SaysThatKernelSysIsMissingAndStartsAgainOnAKey) {
+    Files.Write("tree/io.sys", FileAt(FREEDOS_IO_SYS));
+    Files.Write("tree/command.com", "x");
+    BuildDisk();
+    Machine machine(Image(), Report());
+    ASSERT_TRUE(machine.WaitFor(kPrompt)) << machine.Text();
+    EXPECT_THAT(machine.Text(), HasSubstr("No KERNEL.SYS on this disk"));
+    machine.Press(' ');
+    EXPECT_TRUE(machine.WaitFor("No KERNEL.SYS on this disk", 2)) << machine.Text();
+}
+
+TEST_P(FreeDos, SaysThatKernelSysIsMissingInAFullRootToo) {
+    Files.Write("tree/io.sys", FileAt(FREEDOS_IO_SYS));
+    for (std::uint32_t i = 2; i < Format().RootEntries; ++i) Files.Write("tree/f" + std::to_string(i), "");
+    BuildDisk();
+    ExpectLine("No KERNEL.SYS on this disk");
+}
+
+TEST_P(FreeDos, SaysThatAKernelSysWithoutBytesIsDamaged) {
+    BuildDiskWith({});
+    ExpectLine("KERNEL.SYS is damaged");
+}
+
+TEST_P(FreeDos, SaysThatAKernelSysIsDamagedWhoseChainEndsEarly) {
+    BuildDiskWith(Kernel());
+    Bytes image = Files.Read("disk.img");
+    const std::uint32_t first = ReadFatImage(image).At("KERNEL.SYS").Clusters.front();
+    SetFatEntry(image, Format(), first + 20, 0xFFF);
+    Files.Write("disk.img", image);
+    ExpectLine("KERNEL.SYS is damaged");
+}
+
+TEST_P(FreeDos, SaysThatTheDiskCannotBeRead) {
+    BuildDiskWith(Kernel());
+    // A cluster that the table could name but that lies beyond the end of the disk.
+    Bytes image = Files.Read("disk.img");
+    tools::PutU16(image.data() + KernelEntry(image) + 26, 2950);
+    SetFatEntry(image, Format(), 2950, 2951);
+    Files.Write("disk.img", image);
+    ExpectLine("Disk cannot be read");
+}
+
+INSTANTIATE_TEST_SUITE_P(Floppy, FreeDos, ::testing::Values("144", "288"),
+                         [](const auto& info) { return info.param; });
+
+TEST(FreeDosFile, HasTheFourSectorsThatTheBootSectorLoads) {
+    EXPECT_EQ(FileAt(FREEDOS_IO_SYS).size(), 4 * kSector);
+}
+
+}  // namespace
+}  // namespace realmode::testing

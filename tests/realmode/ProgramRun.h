@@ -1,0 +1,62 @@
+#pragma once
+// Runs one DOS program on the stand-in for a DOS in program/dos.asm, in an emulated PC, and says what it did.
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/support/TestFolder.h"
+
+namespace realmode::testing {
+
+/// A drive as that DOS knows it.
+struct DosDrive {
+    bool IsReady = true;  ///< false: a critical error when its medium is touched
+    /// 0: yes, 1: no, 2: the driver does not say
+    unsigned CanNotBeRemoved = 1;
+    unsigned Attributes = 0x0842;  ///< 1000h: remote, 8000h: of SUBST
+    bool IsDescribed = true;       ///< whether DOS gives the description that names the driver
+    std::string Driver = {};       ///< the name in its driver's header, seven characters at most
+    std::string Label = {};        ///< as DOS finds it, "MS-RAMDR.IVE"
+    unsigned Clusters = 2000;
+    unsigned SectorsPerCluster = 4;
+};
+
+/// What that DOS has taken from the firmware, and how it can be asked about that; bits.
+enum Hooks : unsigned {
+    kTakesInterrupts = 1,
+    kHasTable = 2,      ///< at 0070:0100, with an INT 19h that gives back all
+    kAnswersInt2F = 4,  ///< AH = 13h
+    kRunsInVirtualMode = 8,
+};
+
+struct ProgramRun {
+    std::string Program = {};  ///< the program's file
+    std::string Tail = {};     ///< of the command line
+    unsigned DosVersion = 7;
+    std::map<char, DosDrive> Drives = {};            ///< by their letters
+    std::optional<tools::testing::Bytes> File = {};  ///< the one file that can be opened, under any name
+    unsigned ReadsFailAt = 0xFFFF;                   ///< from which position on it cannot be read
+    unsigned Hooks = 0;
+    std::vector<std::string> Machine = {};  ///< further words for QEMU
+};
+
+struct ProgramOutcome {
+    int ExitCode = -1;    ///< -1 when the program did not end
+    std::string Output;   ///< the standard output
+    std::string Errors;   ///< the error output
+    std::string Touched;  ///< letters of the drives whose media were touched, each as often as they were
+    std::string WentTo;   ///< letters of the drives that became the current one
+    std::string Opened;   ///< the names of the files that were opened
+    bool HasWrittenBack = false;  ///< the buffers of the disks
+    std::string Faults;           ///< empty when the program kept the rules
+};
+
+/// Runs the program, and what it may start, until the machine ends; returns all that was reported.
+tools::testing::Bytes ReportOfProgramOfDos(const tools::testing::TestFolder& files, const ProgramRun& run);
+
+/// Runs the program to its end; the image and the report are left in `files`.
+ProgramOutcome RunProgramOfDos(const tools::testing::TestFolder& files, const ProgramRun& run);
+
+}  // namespace realmode::testing

@@ -1,0 +1,438 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "tests/realmode/DiskTest.h"
+#include "tests/realmode/Machine.h"
+#include "tests/support/RunProgram.h"
+#include "tests/support/TestFolder.h"
+#include "tools/shared/ByteOrder.h"
+
+namespace realmode::testing {
+namespace {
+
+using ::testing::HasSubstr;
+using tools::GetU16;
+using tools::GetU32;
+using tools::testing::Bytes;
+
+// velram/dos.asm
+constexpr std::size_t kGiven = 0x1000;
+constexpr std::size_t kArguments = 6;
+constexpr std::size_t kDriver = 0x40;
+constexpr std::size_t kScript = 0x2040;
+constexpr std::size_t kLoaded = 120 * kSector;
+constexpr unsigned kArgumentsSegment = 0x800 + (kGiven + kArguments) / 16;
+constexpr unsigned kArgumentsOffset = (kGiven + kArguments) % 16;
+constexpr unsigned kBufferSegment = 0x4000;
+constexpr unsigned kDriverSegment = 0x2000;
+
+constexpr unsigned kDone = 0x0100;
+constexpr unsigned kBusy = 0x0200;
+constexpr unsigned kUnknownUnit = 0x8101;
+constexpr unsigned kUnknownCommand = 0x8103;
+constexpr unsigned kNoSector = 0x8108;
+constexpr unsigned kWriteFault = 0x810A;
+constexpr unsigned kReadFault = 0x810B;
+
+constexpr std::uint8_t kRead = 4;
+constexpr std::uint8_t kWrite = 8;
+constexpr std::uint8_t kWriteVerify = 9;
+
+/// What is there when the driver is loaded.
+struct Surroundings {
+    bool HasXms = true;
+    unsigned FreeKb = 4096;
+    unsigned FailingFunction = 0;
+    unsigned DosVersion = 7;
+    std::string Line = "A:\\VELRAM.SYS\r\n";
+};
+
+/// What the driver did with the requests of one run.
+struct Outcome {
+    std::string Printed;
+    std::vector<Bytes> Requests;  ///< as they are afterwards
+    std::vector<Bytes> Dumps;
+    bool GaveMemoryBack = false;
+    std::string Faults;  ///< empty when the driver kept the rules
+    bool IsComplete = false;
+
+    unsigned Status(std::size_t request) const { return GetU16(Requests.at(request).data() + 3); }
+    unsigned Word(std::size_t request, std::size_t at) const {
+        return GetU16(Requests.at(request).data() + at);
+    }
+};
+
+Bytes Request(std::uint8_t command, std::uint8_t length) {
+    Bytes request(32);
+    request[0] = length;
+    request[2] = command;
+    return request;
+}
+
+Bytes InitRequest() {
+    Bytes request = Request(0, 0x19);
+    tools::PutU16(request.data() + 0x12, kArgumentsOffset);
+    tools::PutU16(request.data() + 0x14, kArgumentsSegment);
+    request[0x16] = 3;  // the letter D
+    return request;
+}
+
+/// A transfer with a 16-bit sector number, as a DOS before version 4 asks for it.
+Bytes ShortTransfer(std::uint8_t command, unsigned start, unsigned count) {
+    Bytes request = Request(command, 0x16);
+    tools::PutU16(request.data() + 0x10, kBufferSegment);
+    tools::PutU16(request.data() + 0x12, count);
+    tools::PutU16(request.data() + 0x14, start);
+    tools::PutU32(request.data() + 0x1A, 0x01010101);
+    return request;
+}
+
+/// A transfer with a 32-bit sector number.
+Bytes LongTransfer(std::uint8_t command, std::uint32_t start, unsigned count) {
+    Bytes request = ShortTransfer(command, 0xFFFF, count);
+    request[0] = 0x1E;
+    tools::PutU32(request.data() + 0x1A, start);
+    return request;
+}
+
+/// The pattern of which the stand-in fills its buffer.
+Bytes Pattern(std::size_t count, unsigned first) {
+    Bytes pattern(count);
+    for (std::size_t at = 0; at < count; at += 2, first += 0x9E37)
+        tools::PutU16(pattern.data() + at, first & 0xFFFF);
+    return pattern;
+}
+
+Outcome ParsedReport(const Bytes& report) {
+    Outcome outcome;
+    const auto piece = [&report](std::size_t at, std::size_t count) {
+        const auto begin = report.begin() + static_cast<std::ptrdiff_t>(at);
+        return Bytes(begin, begin + static_cast<std::ptrdiff_t>(count));
+    };
+    for (std::size_t at = 0; at < report.size();) {
+        const char kind = static_cast<char>(report[at++]);
+        if (kind == 'R') {
+            outcome.Requests.push_back(piece(at, 32));
+            at += 32;
+        } else if (kind == 'D') {
+            const std::size_t count = GetU16(report.data() + at);
+            outcome.Dumps.push_back(piece(at + 2, count));
+            at += 2 + count;
+        } else if (kind == 'T') {
+            outcome.Printed += static_cast<char>(report.at(at++));
+        } else if (kind == 'F') {
+            outcome.GaveMemoryBack = true;
+        } else if (kind == 'E') {
+            outcome.IsComplete = true;
+        } else {
+            outcome.Faults += kind;
+        }
+    }
+    return outcome;
+}
+
+class VelRam : public ::testing::Test {
+ protected:
+    VelRam() { Ask(InitRequest()); }
+
+    void Ask(const Bytes& request) {
+        script_.push_back(1);
+        script_.insert(script_.end(), request.begin(), request.end());
+    }
+    void Fill(unsigned count, unsigned first) { Act(2, {count, first}); }
+    void Dump(unsigned count) { Act(3, {count}); }
+    void FailFrom(std::uint8_t function) { script_.insert(script_.end(), {4, function}); }
+
+    /// Has the driver read sectors from the start of the drive on and dumps them.
+    void DumpDrive(unsigned sectors) {
+        constexpr unsigned kAtOnce = 100;
+        for (unsigned at = 0; at < sectors; at += kAtOnce) {
+            const unsigned count = std::min(kAtOnce, sectors - at);
+            Ask(LongTransfer(kRead, at, count));
+            Dump(count * static_cast<unsigned>(kSector));
+        }
+    }
+
+    Outcome Loaded(const Surroundings& around) {
+        Bytes image = FileAt(DRIVER_DOS);
+        EXPECT_EQ(image.size(), kGiven);
+        image.resize(1'474'560);
+        std::uint8_t* const given = image.data() + kGiven;
+        tools::PutU16(given, around.HasXms ? 1 : 0);
+        tools::PutU16(given + 2, around.FreeKb);
+        given[4] = static_cast<std::uint8_t>(around.FailingFunction);
+        given[5] = static_cast<std::uint8_t>(around.DosVersion);
+        std::copy(around.Line.begin(), around.Line.end(), given + kArguments);
+        const Bytes driver = FileAt(VELRAM);
+        std::copy(driver.begin(), driver.end(), given + kDriver);
+        EXPECT_LE(kGiven + kScript + script_.size() + 1, kLoaded);
+        std::copy(script_.begin(), script_.end(), given + kScript);
+        Files.Write("disk.img", image);
+        Machine machine(Files.Text("disk.img"), Files.Text("report"), Machine::Display::Mirrored,
+                        {"-m", "96"});
+        EXPECT_EQ(machine.WaitForEnd(), 99) << machine.Text();
+        const Outcome outcome = ParsedReport(Files.Read("report"));
+        EXPECT_TRUE(outcome.IsComplete);
+        EXPECT_EQ(outcome.Faults, "");
+        return outcome;
+    }
+
+    /// A driver that stays out of the memory says why in one line.
+    void ExpectRefusal(const Surroundings& around, const std::string& line) {
+        const Outcome outcome = Loaded(around);
+        EXPECT_EQ(outcome.Printed, line + ": no RAM drive\r\n");
+        EXPECT_EQ(outcome.Status(0), kDone);
+        EXPECT_EQ(outcome.Requests[0][0x0D], 0) << "units";
+        EXPECT_EQ(outcome.Word(0, 0x0E), 0U) << "nothing stays";
+        EXPECT_EQ(outcome.Word(0, 0x10), kDriverSegment);
+    }
+
+    /// The drive as it is after loading, all of it: what follows the root directory is empty.
+    void ExpectSoundDrive(const Outcome& outcome, unsigned kilobytes, const std::string& type) {
+        Bytes drive;
+        for (const Bytes& dump : outcome.Dumps) drive.insert(drive.end(), dump.begin(), dump.end());
+        drive.resize(std::size_t{kilobytes} * 1024);
+        Files.Write("drive.img", drive);
+        const auto check = tools::testing::RunProgram({"fsck.fat", "-n", "-v", Files.Text("drive.img")});
+        EXPECT_EQ(check.ExitCode, 0) << check.Output;
+        EXPECT_THAT(check.Output, HasSubstr(type + " bit")) << check.Output;
+        const auto label = tools::testing::RunProgram({"mlabel", "-s", "-i", Files.Text("drive.img")});
+        EXPECT_THAT(label.Output, HasSubstr("VELRAM")) << label.Output;
+    }
+
+    const tools::testing::TestFolder Files;
+
+ private:
+    void Act(std::uint8_t action, const std::vector<unsigned>& words) {
+        script_.push_back(action);
+        for (const unsigned word : words) {
+            script_.push_back(static_cast<std::uint8_t>(word & 0xFF));
+            script_.push_back(static_cast<std::uint8_t>(word >> 8));
+        }
+    }
+
+    Bytes script_;
+};
+
+TEST_F(VelRam, TakesHalfOfWhatIsFreeAndSaysSo) {
+    const Outcome outcome = Loaded({.FreeKb = 3000});
+    EXPECT_EQ(outcome.Printed, "VELRAM: RAM drive D:, 1500 KB\r\n");
+    EXPECT_EQ(outcome.Status(0), kDone);
+    EXPECT_EQ(outcome.Requests[0][0x0D], 1) << "units";
+    EXPECT_GT(outcome.Word(0, 0x0E), 0U);
+    EXPECT_LT(outcome.Word(0, 0x0E), 0x300U) << "the start's code does not stay";
+    EXPECT_EQ(outcome.Word(0, 0x10), kDriverSegment);
+    EXPECT_FALSE(outcome.GaveMemoryBack);
+}
+
+TEST_F(VelRam, TakesANumberOrHalfByTheLineOfConfigSys) {
+    const std::string numbers[] = {"VELRAM.SYS 2000\r\n", "A:\\BIN\\VELRAM.SYS  \t 2000  \r",
+                                   "velram.sys 2000\n", std::string("\\VELRAM.SYS 2000\0X", 18)};
+    for (const std::string& line : numbers)
+        EXPECT_EQ(Loaded({.Line = line}).Printed, "VELRAM: RAM drive D:, 2000 KB\r\n") << line;
+    for (const std::string line : {"VELRAM.SYS /H\r\n", "VELRAM.SYS/h\r\n", "VELRAM.SYS   \r\n"})
+        EXPECT_EQ(Loaded({.Line = line}).Printed, "VELRAM: RAM drive D:, 2048 KB\r\n") << line;
+}
+
+TEST_F(VelRam, RefusesALineThatItDoesNotUnderstand) {
+    for (const std::string line :
+         {"VELRAM.SYS 63\r\n", "VELRAM.SYS 65536\r\n", "VELRAM.SYS 4294967400\r\n", "VELRAM.SYS 2000K\r\n",
+          "VELRAM.SYS 2000 1\r\n", "VELRAM.SYS /E\r\n", "VELRAM.SYS /HH\r\n"})
+        ExpectRefusal({.Line = line}, "VELRAM: DEVICE=VELRAM.SYS [KB | /H], 64 to 65535 KB");
+}
+
+TEST_F(VelRam, StaysOutWithoutAnXmsManager) {
+    ExpectRefusal({.HasXms = false}, "VELRAM: no XMS manager, such as HIMEM.SYS, is loaded");
+}
+
+TEST_F(VelRam, StaysOutWithoutEnoughMemory) {
+    const std::string line = "VELRAM: not enough extended memory is free";
+    ExpectRefusal({.FreeKb = 0}, line);
+    ExpectRefusal({.FreeKb = 127}, line);
+    ExpectRefusal({.FreeKb = 4095, .Line = "VELRAM.SYS 4096\r\n"}, line);
+    ExpectRefusal({.FailingFunction = 8}, line);
+    ExpectRefusal({.FailingFunction = 9}, line);
+}
+
+TEST_F(VelRam, GivesMemoryBackThatCannotBeWritten) {
+    ExpectRefusal({.FailingFunction = 0x0B}, "VELRAM: the XMS manager cannot write to its memory");
+    EXPECT_THAT(Files.Read("report"), ::testing::Contains('F'));
+}
+
+struct Size {
+    unsigned Kilobytes;
+    const char* Type;
+    unsigned SectorsPerCluster;
+};
+
+class VelRamSize : public VelRam, public ::testing::WithParamInterface<Size> {};
+
+TEST_P(VelRamSize, MakesADriveInWhichCheckersFindNothing) {
+    const auto [kilobytes, type, sectorsPerCluster] = GetParam();
+    Ask(Request(2, 0x16));
+    DumpDrive(1 + 256 + 8);
+    const Outcome outcome =
+        Loaded({.FreeKb = 65535, .Line = "VELRAM.SYS " + std::to_string(kilobytes) + "\r\n"});
+    EXPECT_EQ(outcome.Status(1), kDone);
+    EXPECT_EQ(outcome.Word(1, 0x14), kDriverSegment) << "the description is in the driver";
+    EXPECT_LT(outcome.Word(1, 0x12), outcome.Word(0, 0x0E)) << "and stays";
+    const Bytes& first = outcome.Dumps.at(0);
+    EXPECT_EQ(first.at(0x0D), sectorsPerCluster);
+    EXPECT_EQ(first.at(0x15), 0xF8);
+    const unsigned sectors = kilobytes * 2;
+    EXPECT_EQ(GetU16(first.data() + 0x13), sectors < 0x10000 ? sectors : 0);
+    EXPECT_EQ(GetU32(first.data() + 0x20), sectors < 0x10000 ? 0 : sectors);
+    ExpectSoundDrive(outcome, kilobytes, type);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kilobytes, VelRamSize,
+                         ::testing::Values(Size{64, "12", 1}, Size{2040, "12", 1}, Size{2041, "12", 2},
+                                           Size{4080, "12", 2}, Size{4081, "12", 4}, Size{8160, "12", 4},
+                                           Size{8161, "16", 2}, Size{32767, "16", 2}, Size{32768, "16", 2},
+                                           Size{65535, "16", 2}),
+                         [](const auto& info) { return std::to_string(info.param.Kilobytes); });
+
+TEST_F(VelRam, BelowDos4HasNoMoreThanSixteenBitsCanCount) {
+    EXPECT_EQ(Loaded({.FreeKb = 65535, .DosVersion = 3, .Line = "VELRAM.SYS 40000\r\n"}).Printed,
+              "VELRAM: RAM drive D:, 32767 KB\r\n");
+}
+
+TEST_F(VelRam, ReadsWhatWasWrittenByEitherKindOfRequest) {
+    Fill(60000, 0x1111);
+    Ask(ShortTransfer(kWrite, 100, 117));
+    Fill(60000, 0x2222);
+    Ask(LongTransfer(kWriteVerify, 217, 3));
+    Fill(60000, 0x3333);
+    Ask(LongTransfer(kRead, 100, 117));
+    Dump(117 * kSector);
+    Ask(ShortTransfer(kRead, 217, 3));
+    Dump(3 * kSector);
+    const Outcome outcome = Loaded({});
+    for (std::size_t i = 1; i < outcome.Requests.size(); ++i) EXPECT_EQ(outcome.Status(i), kDone) << i;
+    EXPECT_EQ(outcome.Word(1, 0x12), 117U) << "sectors that were transferred";
+    EXPECT_EQ(outcome.Dumps.at(0), Pattern(117 * kSector, 0x1111));
+    EXPECT_EQ(outcome.Dumps.at(1), Pattern(3 * kSector, 0x2222));
+}
+
+TEST_F(VelRam, ReachesTheLastSectorOfTheLargestDrive) {
+    constexpr std::uint32_t kSectors = 131'070;
+    Fill(1024, 0x4444);
+    Ask(LongTransfer(kWrite, kSectors - 2, 2));
+    Fill(1024, 0x5555);
+    Ask(LongTransfer(kWrite, 0xFFFE, 2));
+    Ask(LongTransfer(kRead, kSectors - 2, 2));
+    Dump(1024);
+    Ask(LongTransfer(kRead, 0xFFFF, 1));
+    Dump(512);
+    Ask(LongTransfer(kRead, kSectors - 1, 2));
+    Ask(LongTransfer(kRead, kSectors, 1));
+    Ask(LongTransfer(kRead, 0xFFFFFFFF, 2));
+    const Outcome outcome = Loaded({.FreeKb = 65535, .Line = "VELRAM.SYS 65535\r\n"});
+    EXPECT_EQ(outcome.Dumps.at(0), Pattern(1024, 0x4444));
+    const Bytes second = Pattern(1024, 0x5555);
+    EXPECT_EQ(outcome.Dumps.at(1), Bytes(second.begin() + 512, second.end()));
+    for (std::size_t request : {5, 6, 7}) {
+        EXPECT_EQ(outcome.Status(request), kNoSector) << request;
+        EXPECT_EQ(outcome.Word(request, 0x12), 0U) << "nothing was transferred";
+    }
+}
+
+TEST_F(VelRam, RefusesSectorsBeyondTheEnd) {
+    Ask(ShortTransfer(kRead, 4095, 1));
+    Ask(ShortTransfer(kRead, 4095, 2));
+    Ask(ShortTransfer(kWrite, 4096, 1));
+    Ask(ShortTransfer(kRead, 0xFFFF, 1));
+    Ask(LongTransfer(kRead, 0x10000, 1));
+    const Outcome outcome = Loaded({});
+    EXPECT_EQ(outcome.Status(1), kDone);
+    for (std::size_t request : {2, 3, 4, 5}) EXPECT_EQ(outcome.Status(request), kNoSector) << request;
+}
+
+TEST_F(VelRam, SaysWhichTransferTheXmsManagerRefused) {
+    FailFrom(0x0B);
+    Ask(ShortTransfer(kRead, 100, 1));
+    Ask(ShortTransfer(kWrite, 100, 1));
+    const Outcome outcome = Loaded({});
+    EXPECT_EQ(outcome.Status(1), kReadFault);
+    EXPECT_EQ(outcome.Word(1, 0x12), 0U);
+    EXPECT_EQ(outcome.Status(2), kWriteFault);
+}
+
+TEST_F(VelRam, IsAFixedDiskWithOneLetterThatNeverChanges) {
+    Ask(Request(1, 0x13));
+    Ask(Request(13, 0x0D));
+    Ask(Request(14, 0x0D));
+    Ask(Request(15, 0x0D));
+    Ask(Request(23, 0x0D));
+    Ask(Request(24, 0x0D));
+    const Outcome outcome = Loaded({});
+    EXPECT_EQ(outcome.Status(1), kDone);
+    EXPECT_EQ(outcome.Requests[1][0x0E], 1) << "not changed";
+    EXPECT_EQ(outcome.Status(2), kDone);
+    EXPECT_EQ(outcome.Status(3), kDone);
+    EXPECT_EQ(outcome.Status(4), kDone | kBusy) << "not removable";
+    for (std::size_t request : {5, 6}) {
+        EXPECT_EQ(outcome.Status(request), kDone);
+        EXPECT_EQ(outcome.Requests[request][1], 0) << "the only letter";
+    }
+}
+
+TEST_F(VelRam, RefusesCommandsAndUnitsThatItDoesNotKnow) {
+    const std::uint8_t unknown[] = {3, 5, 10, 12, 16, 22, 26, 255};
+    for (const std::uint8_t command : unknown) Ask(Request(command, 0x16));
+    Bytes second = ShortTransfer(kRead, 0, 1);
+    second[1] = 1;
+    Ask(second);
+    const Outcome outcome = Loaded({});
+    for (std::size_t request = 1; request <= 8; ++request)
+        EXPECT_EQ(outcome.Status(request), kUnknownCommand) << request;
+    EXPECT_EQ(outcome.Status(9), kUnknownUnit);
+}
+
+Bytes ControlRequest(std::uint8_t command, std::uint8_t function) {
+    Bytes request = Request(command, 0x17);
+    request[0x0D] = 8;
+    request[0x0E] = function;
+    tools::PutU16(request.data() + 0x15, kBufferSegment);
+    return request;
+}
+
+TEST_F(VelRam, AnswersWhatDosAsksAboutADisk) {
+    Fill(64, 0);
+    Ask(ControlRequest(19, 0x60));
+    Dump(64);
+    Ask(ControlRequest(19, 0x66));
+    Dump(64);
+    Ask(ControlRequest(19, 0x40));
+    Ask(ControlRequest(25, 0x60));
+    Ask(ControlRequest(25, 0x66));
+    Ask(ControlRequest(25, 0x40));
+    Ask(LongTransfer(kRead, 0, 1));
+    Dump(kSector);
+    const Outcome outcome = Loaded({.Line = "VELRAM.SYS 1000\r\n"});
+    for (std::size_t request : {1, 2, 4, 5}) EXPECT_EQ(outcome.Status(request), kDone) << request;
+    for (std::size_t request : {3, 6}) EXPECT_EQ(outcome.Status(request), kUnknownCommand) << request;
+    const Bytes& parameters = outcome.Dumps.at(0);
+    const Bytes& identity = outcome.Dumps.at(1);
+    const Bytes& first = outcome.Dumps.at(2);
+    EXPECT_EQ(parameters[0], 0) << "this byte is the caller's";
+    EXPECT_EQ(parameters[1], 5) << "a fixed disk";
+    EXPECT_EQ(GetU16(parameters.data() + 2), 1U) << "not removable";
+    EXPECT_EQ(GetU16(parameters.data() + 4), 1000U) << "cylinders";
+    EXPECT_TRUE(std::equal(parameters.begin() + 7, parameters.begin() + 32, first.begin() + 0x0B));
+    EXPECT_TRUE(std::equal(identity.begin() + 2, identity.begin() + 2 + 23, first.begin() + 0x27));
+}
+
+TEST(VelRamFile, HasTheHeaderOfABlockDeviceAndItsName) {
+    const Bytes driver = FileAt(VELRAM);
+    ASSERT_GT(driver.size(), 18U);
+    EXPECT_EQ(GetU32(driver.data()), 0xFFFFFFFFU);
+    EXPECT_EQ(GetU16(driver.data() + 4), 0x0842U);
+    EXPECT_EQ(std::string(driver.begin() + 10, driver.begin() + 18), "\x01VELRAM ");
+}
+
+}  // namespace
+}  // namespace realmode::testing
