@@ -4,8 +4,8 @@ namespace realmode::unpack {
 
 namespace {
 
-constexpr uint32_t kSignature = 0x4B43;  // "CK"
-constexpr uint32_t kSignatureBytes = 2;
+constexpr uint32_t kLetters = 0x4B43;  // "CK"
+constexpr uint32_t kLettersBytes = 2;
 constexpr uint32_t kLiterals = 256;
 constexpr uint32_t kEndOfBlock = 256;
 constexpr uint32_t kFirstLength = 257;
@@ -23,8 +23,8 @@ void Fill(uint8_t* lengths, uint32_t begin, uint32_t end, uint8_t value) {
 }  // namespace
 
 Fault MsZipDecoder::DecodeFrame(FarBytes input, uint32_t packed, uint32_t frameBytes) {
-    if (packed < kSignatureBytes || input.Get16(0) != kSignature) return Fault::BadStream;
-    bits_.Begin(input, kSignatureBytes, packed, BitReader::Order::TurnedBytes);
+    if (packed < kLettersBytes || input.Get16(0) != kLetters) return Fault::BadStream;
+    bits_.Begin(input, kLettersBytes, packed, BitReader::Order::TurnedBytes);
     uint32_t at = 0;
     for (bool isLast = false; !isLast;) {
         isLast = bits_.Read(1) != 0;
