@@ -11,7 +11,7 @@ packages=(
     git cmake ninja-build g++ zlib1g-dev nasm imagemagick python3 cmark-gfm fp-utils zip
     g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix libz-mingw-w64-dev googletest
     # running and looking
-    wine wine64 fonts-wine xvfb xauth xdotool x11-utils qemu-system-x86 debootstrap
+    wine wine64 fonts-wine xvfb xauth xdotool x11-utils qemu-system-x86 dosbox debootstrap
     # checking what was made
     mtools dosfstools cabextract p7zip-full gcab libarchive-tools libmspack-dev unzip
     # keeping the source in order, and measuring
