@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
 # Fuzzes the companions, each target for MINUTES (10 when not given), two at a time: fuzz.sh [MINUTES] [TARGET...]
-# Targets: lzx cabinet image reader arguments names, and lines, the random lines for the program's own readers, which run
+# Targets: lzx cabinet image reader arguments names unpack, and lines, the random lines for the program's own readers, which run
 # under Wine. All when none is named. What an input reached is kept in build/fuzz/TARGET and gone on from the next time; an
 # input that breaks something is left in build/fuzz, and the exit code is then 1.
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-all=(lzx cabinet image reader arguments names lines)
+all=(lzx cabinet image reader arguments names unpack lines)
 # The parts of the series of random lines, which have no corpus and share the time.
 lineSeries=5
 

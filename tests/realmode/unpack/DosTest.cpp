@@ -48,7 +48,7 @@ class UnpackOnDos : public tools::cabarc::test::InTestFolder {
 
 TEST_F(UnpackOnDos, EveryMethodGivesTheFilesBack) {
     DosBox dos;
-    MakeRandomFiles("in", 11, 400'000);
+    MakeRandomFiles("in", 11, 150'000);
     const std::vector<std::string> methods = {"NONE",   "MSZIP",  "LZX:15", "LZX:16", "LZX:17",
                                               "LZX:18", "LZX:19", "LZX:20", "LZX:21"};
     for (std::size_t i = 0; i < methods.size(); ++i) {
@@ -71,7 +71,7 @@ TEST_F(UnpackOnDos, EveryMethodGivesTheFilesBack) {
 }
 
 TEST_F(UnpackOnDos, TheWindowIsInXmsWhenItDoesNotFit) {
-    MakeRandomFiles("in", 12, 1'000'000);
+    MakeRandomFiles("in", 12, 500'000);
     DosBox dos;
     Pack("LZX:21", "21.CAB");
     Pack("LZX:17", "17.CAB");
@@ -93,7 +93,7 @@ TEST_F(UnpackOnDos, TheWindowIsInXmsWhenItDoesNotFit) {
 }
 
 TEST_F(UnpackOnDos, WithoutXmsTheWindowMustFit) {
-    MakeRandomFiles("in", 13, 900'000);
+    MakeRandomFiles("in", 13, 450'000);
     DosBox dos(false);
     Pack("LZX:21", "LARGE.CAB");
     Pack("LZX:18", "SMALL.CAB");
@@ -108,7 +108,7 @@ TEST_F(UnpackOnDos, WithoutXmsTheWindowMustFit) {
 
 TEST_F(UnpackOnDos, TheXmsIsGivenBack) {
     // Each takes one of the three megabytes.
-    MakeRandomFiles("in", 14, 1'000'000);
+    MakeRandomFiles("in", 14, 550'000);
     DosBox dos;
     Pack("LZX:20", "X.CAB");
     for (int i = 0; i < 6; ++i) dos.Add("UNPACK.EXE X.CAB OUT", 150, i % 2 == 0 ? Keys::None : Keys::Break);
