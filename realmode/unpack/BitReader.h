@@ -58,6 +58,9 @@ class BitReader {
     /// Whether more bits were taken than there are.
     bool IsOverrun() const { return next_ * 8 - left_ > end_ * 8; }
 
+    /// Whether the bytes were all taken, the last word or byte to any bit, and no more.
+    bool IsAtEnd() { return !IsOverrun() && SkipToBorder() >= end_; }
+
     FarBytes Input() const { return input_; }
     uint32_t End() const { return end_; }
 

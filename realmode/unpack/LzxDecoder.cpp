@@ -40,7 +40,7 @@ Fault LzxDecoder::DecodeFrame(FarBytes input, uint32_t packed, uint32_t frameByt
         const Fault fault = DecodePart(at, frameBytes);
         if (fault != Fault::None) return fault;
     }
-    return bits_.IsOverrun() ? Fault::BadStream : Fault::None;
+    return bits_.IsAtEnd() ? Fault::None : Fault::BadStream;
 }
 
 void LzxDecoder::BeginStream() {

@@ -32,7 +32,7 @@ Fault MsZipDecoder::DecodeFrame(FarBytes input, uint32_t packed, uint32_t frameB
         if (fault != Fault::None) return fault;
         if (bits_.IsOverrun()) return Fault::BadStream;
     }
-    return at == frameBytes ? Fault::None : Fault::BadStream;
+    return at == frameBytes && bits_.IsAtEnd() ? Fault::None : Fault::BadStream;
 }
 
 Fault MsZipDecoder::DecodeBlock(uint32_t type, uint32_t& at, uint32_t end) {

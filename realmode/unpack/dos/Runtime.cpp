@@ -17,6 +17,7 @@ void* memset(void* to, int value, size_t count) {
 }
 
 /// A function that a class leaves to those derived from it; there is no way to call one.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the compiler has given the name
 void __cxa_pure_virtual() {
     for (;;) asm volatile("hlt");
 }

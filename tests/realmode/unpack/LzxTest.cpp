@@ -256,6 +256,15 @@ TEST(Lzx, AFrameWhosePackedBytesEndEarlyIsRefused) {
     }
 }
 
+TEST(Lzx, PackedBytesThatAreLeftOverAreRefused) {
+    LzxWriter writer = Begun(1, LzxWriter::Match(0, 2));
+    writer.Put(0, 1);
+    Bytes frame = writer.Frame();
+    EXPECT_EQ(LzxFault({{frame, 1}}), Fault::None);
+    frame.insert(frame.end(), {0, 0});
+    EXPECT_EQ(LzxFault({{frame, 1}}), Fault::BadStream);
+}
+
 TEST(Lzx, ATreeThatEndsEarlyIsRefused) {
     LzxWriter writer = Begun(1, LzxWriter::Match(0, 2));
     Bytes frame = writer.Frame();

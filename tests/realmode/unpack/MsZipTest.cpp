@@ -156,6 +156,14 @@ TEST(MsZip, AFrameWhosePackedBytesEndEarlyIsRefused) {
     }
 }
 
+TEST(MsZip, PackedBytesThatAreLeftOverAreRefused) {
+    DeflateWriter writer;
+    writer.StoredBlock(true, Text("abc"));
+    Bytes frame = writer.Frame();
+    frame.push_back(0);
+    EXPECT_EQ(UnpackMsZip({{frame, 3}}).Result, Fault::BadStream);
+}
+
 TEST(MsZip, AStoredBlockWithTwoSizesIsRefused) {
     DeflateWriter writer;
     writer.StoredBlock(true, Text("abc"));
