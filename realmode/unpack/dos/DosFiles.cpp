@@ -69,7 +69,10 @@ bool DosCabinet::Read(uint32_t at, uint16_t segment, uint16_t offset, uint32_t c
     return Dos(seek) && Dos(read) && read.Ax == count;
 }
 
-void DosTarget::Begin(const char* folder) {
+// Makes each folder of the path, and leaves the path with its separator.
+void DosTarget::MakeTarget() {
+    const char* const folder = folder_;
+    folder_ = nullptr;
     uint32_t length = 0;
     for (; folder[length] != '\0'; ++length) {
         const char c = folder[length] == '/' ? '\\' : folder[length];
@@ -87,6 +90,7 @@ void DosTarget::Begin(const char* folder) {
 }
 
 void DosTarget::SetPath(const char* name) {
+    if (folder_ != nullptr) MakeTarget();
     uint32_t length = folderLength_;
     do {
         path_[length++] = *name;

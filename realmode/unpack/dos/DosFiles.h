@@ -27,9 +27,9 @@ class DosCabinet final : public CabinetFile {
 
 class DosTarget final : public TargetFolder {
  public:
-    /// Makes the target folder, if there is none yet; "" is the current one. A command line is not longer
-    /// than 127 characters.
-    void Begin(const char* folder);
+    /// Chooses the target folder, at most 127 characters; "" is the current one. It is made with the first
+    /// file or folder. `folder` stays with the caller and outlives the object.
+    explicit DosTarget(const char* folder) : folder_(folder) {}
     /// Deletes the file that is not finished, if there is one.
     void Discard();
 
@@ -40,12 +40,14 @@ class DosTarget final : public TargetFolder {
     bool IsStopped() override;
 
  private:
+    void MakeTarget();
     void SetPath(const char* name);
     Registers CallWithPath(uint16_t function, uint16_t cx = 0);
     Registers CallWithHandle(uint16_t function, uint16_t cx = 0, uint16_t dx = 0);
     bool Close();
 
     char path_[128 + 256];  // the folder with its separator, and a member's name
+    const char* folder_;    // nullptr once it is made
     uint32_t folderLength_ = 0;
     uint16_t handle_ = 0;
     bool isOpen_ = false;

@@ -60,10 +60,6 @@ uint32_t Report(const char* name, Fault fault) {
 
 /// Returns the exit code.
 extern "C" uint32_t Main() {
-    static DosCabinet cabinet;
-    static DosTarget target;
-    static DosMemory memory;
-    static Unpacker unpacker(cabinet, target, memory);
     HandleInterrupt(0x23, OnBreak);
     HandleInterrupt(0x24, OnDiskError);
     char* rest = CopyCommandLine();
@@ -73,8 +69,11 @@ extern "C" uint32_t Main() {
         PrintError("Usage: UNPACK CABINET [FOLDER]\r\n");
         return kWrongCall;
     }
+    static DosCabinet cabinet;
+    static DosTarget target(folder);
+    static DosMemory memory;
+    static Unpacker unpacker(cabinet, target, memory);
     if (!cabinet.Open(name)) return Report(name, Fault::CannotOpen);
-    target.Begin(folder);
     const Fault fault = unpacker.Run();
     target.Discard();
     memory.Free();
