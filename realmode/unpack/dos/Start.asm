@@ -1,8 +1,8 @@
 ; The start of UNPACK.EXE, its EXE header, and the calls to DOS and to the XMS driver. The program is laid out like a .COM file:
 ; code, data and stack are in one segment, which begins with the PSP. It ends with exit code 11 and one line on a CPU below the
-; 386, so nothing before kCpuIsNew may need more than an 8086. Main gives the exit code otherwise.
+; 386, so nothing before CpuIsNew may need more than an 8086. Main gives the exit code otherwise.
 
-extern Main, imageEnd, imageParagraphs, stackTop, bssStart, bssDoubleWords, moreParagraphs, lastPageBytes, filePages
+extern Main, stackTop, bssStart, bssDoubleWords, moreParagraphs, lastPageBytes, filePages
 
 ; What a call takes and gives, as Calls.h has it.
 struc Registers
