@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
 # Fuzzes the companions, each target for MINUTES (default 10), two at a time: fuzz.sh [MINUTES] [TARGET...]
-# Targets: lzx cabinet image reader arguments names, and lines, the random lines for the program's own readers, which run
+# Targets: lzx cabinet image reader arguments names unpack, and lines, the random lines for the program's own readers, which run
 # under Wine. Without a target all of them run. The corpus is kept in build/fuzz/TARGET for the next time; an input that
 # breaks something is left in build/fuzz, and the exit code is then 1.
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-all=(lzx cabinet image reader arguments names lines)
+all=(lzx cabinet image reader arguments names unpack lines)
 # The number of tests with random lines, which have no corpus and share the time.
 lineSeries=5
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Runs clang-tidy over the sources: the companions as the native build compiles them, the program with the headers of the
-Windows toolchain. It also checks that each source includes everything it needs itself. `tidy.py FILE...` checks just these files.
+Windows toolchain, programs for DOS without a library. It also checks that each source includes everything it needs itself.
+`tidy.py FILE...` checks just these files.
 
 clang-tidy spends nearly all of its time on the headers of the library. So the files of a folder are passed to it as one
 text, and its findings are mapped back to their lines. If two of them use one name for two things, they cannot be one text;
@@ -18,12 +19,14 @@ import sys
 import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-SOURCES = ['floppy/*.cpp', 'src/*.cpp', 'console/*.cpp', 'tools/*.cpp']
+SOURCES = ['floppy/*.cpp', 'src/*.cpp', 'console/*.cpp', 'tools/*.cpp', 'realmode/*.cpp']
 GCC = '/usr/lib/gcc/x86_64-w64-mingw32/12-posix/include/c++'
 NATIVE = ['-std=c++20', '-I.']
 WINDOWS = ['--target=x86_64-w64-windows-gnu', '-nostdinc++', '-isystem', GCC, '-isystem', GCC + '/x86_64-w64-mingw32',
            '-isystem', GCC + '/backward', '-isystem', '/usr/x86_64-w64-mingw32/include',
            '-DWINVER=0x0601', '-D_WIN32_WINNT=0x0601', '-DNOMINMAX', '-DWIN32_LEAN_AND_MEAN']
+# Programs for DOS, whose parts for any machine are compiled natively.
+DOS = ['-std=c++20', '-m16', '-march=i386', '-ffreestanding', '-fno-exceptions', '-fno-rtti', '-DUNPACK_FOR_DOS', '-I.']
 
 
 def list_sources():
@@ -41,7 +44,13 @@ def is_for_windows(file):
     return file.startswith(('src/', 'console/')) or file.endswith('_win.cpp')
 
 
+def is_for_dos(file):
+    return file.startswith('realmode/') and '/dos/' in file
+
+
 def flags_for(file):
+    if is_for_dos(file):
+        return DOS
     return NATIVE + (WINDOWS if is_for_windows(file) else [])
 
 
