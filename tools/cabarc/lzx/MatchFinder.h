@@ -55,8 +55,8 @@ class MatchFinder {
 
     /// Enters the string at `position` (bytes from the start of the folder) and appends its matches to
     /// `found`: rising lengths, none longer than `longest`, each with the nearest offset at which so many
-    /// bytes agree. A length between two of them has the offset of the longer one; a length of 3 is given even
-    /// when the next one has the same offset. Returns the length of the last one, 0 for none.
+    /// bytes agree. A length between two of them has the offset of the longer one; a length of 3 is given
+    /// even when the next one has the same offset. Returns the length of the last one, 0 for none.
     ///
     /// REQUIRES: every position is entered once, in order, by Find or Skip. `current` points at its bytes,
     /// with the whole window (or all of the folder so far) readable before it and `available` bytes from it
