@@ -16,9 +16,12 @@
 #include "tools/cabarc/lzx/LzxEncoder.h"
 #include "tools/shared/HostFiles.h"
 
-namespace tests {
+namespace docs::testing {
 namespace {
 
+using tools::cabarc::lzx::testing::DecodeLzx;
+using tools::cabarc::lzx::testing::FrameCollector;
+using tools::cabarc::lzx::testing::LzxContents;
 using tools::testing::Bytes;
 using tools::testing::TestFolder;
 
@@ -145,4 +148,4 @@ TEST(Fat12Page, ShowsTheStartsOfBootSectorFatAndRoot) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace docs::testing

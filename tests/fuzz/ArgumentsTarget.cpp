@@ -10,7 +10,7 @@
 #include "tools/cabarc/CommandLine.h"
 #include "tools/shared/ToolError.h"
 
-namespace tests::fuzz {
+namespace fuzz {
 
 namespace {
 
@@ -108,4 +108,4 @@ std::vector<Bytes> Seeds() {
     return seeds;
 }
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

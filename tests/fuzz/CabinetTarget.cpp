@@ -21,7 +21,7 @@
 #include "tools/shared/InputFile.h"
 #include "tools/shared/ToolError.h"
 
-namespace tests::fuzz {
+namespace fuzz {
 
 namespace {
 
@@ -191,4 +191,4 @@ std::vector<Bytes> Seeds() {
     return seeds;
 }
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace tests::fuzz {
+namespace fuzz {
 
 std::uint8_t Choices::Byte() {
     if (rest_.empty()) return 0;
@@ -29,4 +29,4 @@ std::string Choices::Text(std::size_t longest) {
     return {raw.begin(), raw.end()};
 }
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

@@ -8,7 +8,7 @@
 
 #include "tests/fuzz/FuzzTarget.h"
 
-namespace tests::fuzz {
+namespace fuzz {
 
 class Choices {
  public:
@@ -31,4 +31,4 @@ class Choices {
     std::span<const std::uint8_t> rest_;
 };
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

@@ -4,7 +4,10 @@
 
 #include "tests/tools/cabarc/lzx/TestData.h"
 
-namespace tests::fuzz {
+namespace fuzz {
+
+using tools::cabarc::lzx::testing::DataKind;
+using tools::cabarc::lzx::testing::DataKinds;
 
 namespace {
 
@@ -64,4 +67,4 @@ Bytes ShortContents(Choices& choices, std::size_t limit) {
     return contents;
 }
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

@@ -4,7 +4,7 @@
 
 #include "tests/fuzz/Choices.h"
 
-namespace tests::fuzz {
+namespace fuzz {
 
 /// Appends stretches to `contents` until the choices end or it holds `limit` bytes; never passes `limit`.
 void AppendContents(Choices& choices, std::size_t limit, Bytes& contents);
@@ -12,4 +12,4 @@ void AppendContents(Choices& choices, std::size_t limit, Bytes& contents);
 /// Returns at most `limit` bytes from a few choices: one to three stretches.
 Bytes ShortContents(Choices& choices, std::size_t limit);
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

@@ -10,7 +10,7 @@
 
 #include "tests/support/Bytes.h"
 
-namespace tests::fuzz {
+namespace fuzz {
 
 using tools::testing::Bytes;
 
@@ -32,4 +32,4 @@ void RunInput(std::span<const std::uint8_t> input);
 /// Returns the inputs to start from: one for each kind of thing that the target does.
 std::vector<Bytes> Seeds();
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

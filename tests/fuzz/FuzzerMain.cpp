@@ -18,7 +18,7 @@ int LLVMFuzzerInitialize(const int* argc, char*** argv) {
         const std::filesystem::path folder = (*argv)[i];
         if (!std::filesystem::is_directory(folder)) continue;
         int number = 0;
-        for (const tests::fuzz::Bytes& seed : tests::fuzz::Seeds()) {
+        for (const fuzz::Bytes& seed : fuzz::Seeds()) {
             std::ofstream file(folder / ("seed-" + std::to_string(++number)), std::ios::binary);
             std::copy(seed.begin(), seed.end(), std::ostreambuf_iterator<char>(file));
         }
@@ -29,7 +29,7 @@ int LLVMFuzzerInitialize(const int* argc, char*** argv) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     try {
-        tests::fuzz::RunInput({data, size});
+        fuzz::RunInput({data, size});
     } catch (const std::exception& error) {
         std::cerr << error.what() << "\n";
         std::abort();  // what libFuzzer keeps an input for

@@ -21,7 +21,7 @@
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
 
-namespace tests::fuzz {
+namespace fuzz {
 
 namespace {
 
@@ -198,4 +198,4 @@ std::vector<Bytes> Seeds() {
     return seeds;
 }
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

@@ -13,7 +13,10 @@
 #include "tools/cabarc/lzx/LzxEncoder.h"
 #include "tools/shared/ByteOrder.h"
 
-namespace tests::fuzz {
+namespace fuzz {
+
+using tools::cabarc::lzx::testing::DecodeLzx;
+using tools::cabarc::lzx::testing::FrameCollector;
 
 namespace {
 
@@ -110,4 +113,4 @@ std::vector<Bytes> Seeds() {
     return seeds;
 }
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <memory>
 
-namespace tests::fuzz {
+namespace fuzz {
 
 namespace {
 
@@ -167,4 +167,4 @@ std::vector<MspackMember> ReadWithMspack(const Bytes& cabinet) {
     return members;
 }
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

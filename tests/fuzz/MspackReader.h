@@ -6,7 +6,7 @@
 
 #include "tests/fuzz/FuzzTarget.h"
 
-namespace tests::fuzz {
+namespace fuzz {
 
 /// A member as libmspack sees it.
 struct MspackMember {
@@ -21,4 +21,4 @@ struct MspackMember {
 /// warns of.
 std::vector<MspackMember> ReadWithMspack(const Bytes& cabinet);
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

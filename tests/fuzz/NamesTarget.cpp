@@ -13,7 +13,7 @@
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
 
-namespace tests::fuzz {
+namespace fuzz {
 
 namespace {
 
@@ -147,4 +147,4 @@ std::vector<Bytes> Seeds() {
     return seeds;
 }
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

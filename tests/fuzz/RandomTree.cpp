@@ -8,7 +8,7 @@
 #include "tests/fuzz/Contents.h"
 #include "tools/shared/HostFiles.h"
 
-namespace tests::fuzz {
+namespace fuzz {
 
 namespace {
 
@@ -166,4 +166,4 @@ std::vector<Bytes> TreeSeeds() {
     };
 }
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

@@ -6,7 +6,7 @@
 #include "tests/fuzz/Choices.h"
 #include "tools/shared/DosTime.h"
 
-namespace tests::fuzz {
+namespace fuzz {
 
 struct TreeFile {
     std::string Path;  ///< below the tree's folder, with "/"
@@ -30,4 +30,4 @@ RandomTree MakeRandomTree(Choices& choices, const std::filesystem::path& folder,
 /// Returns inputs that make trees of all sorts.
 std::vector<Bytes> TreeSeeds();
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

@@ -14,7 +14,7 @@
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
 
-namespace tests::fuzz {
+namespace fuzz {
 
 namespace {
 
@@ -131,4 +131,4 @@ std::vector<Bytes> Seeds() {
     return seeds;
 }
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

@@ -13,7 +13,7 @@
 
 namespace {
 
-using tests::fuzz::Bytes;
+using fuzz::Bytes;
 
 // Numbers of std::mt19937 are the same everywhere, which those of the library's distributions are not.
 class Mutator {
@@ -71,7 +71,7 @@ class Mutator {
 
 bool Runs(const Bytes& input, const std::string& name) {
     try {
-        tests::fuzz::RunInput(input);
+        fuzz::RunInput(input);
         return true;
     } catch (const std::exception& error) {
         std::cerr << name << ": " << error.what() << "\n";
@@ -80,7 +80,7 @@ bool Runs(const Bytes& input, const std::string& name) {
 }
 
 bool RunSeeded(std::size_t count) {
-    const std::vector<Bytes> seeds = tests::fuzz::Seeds();
+    const std::vector<Bytes> seeds = fuzz::Seeds();
     Mutator mutator(seeds);
     for (std::size_t i = 0; i < seeds.size() + count; ++i) {
         const Bytes input = i < seeds.size() ? seeds[i] : mutator.Next();

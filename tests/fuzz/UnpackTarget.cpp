@@ -15,7 +15,7 @@
 #include "tests/realmode/unpack/FlatMachine.h"
 #include "tests/realmode/unpack/StreamWriters.h"
 
-namespace tests::fuzz {
+namespace fuzz {
 
 namespace {
 
@@ -144,4 +144,4 @@ std::vector<Bytes> Seeds() {
     return seeds;
 }
 
-}  // namespace tests::fuzz
+}  // namespace fuzz

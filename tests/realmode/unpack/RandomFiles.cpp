@@ -38,7 +38,7 @@ std::size_t RandomSize(std::mt19937& random) {
 
 void MakeRandomFiles(const std::string& folder, std::uint32_t seed, std::size_t size) {
     std::mt19937 random(seed);
-    const auto& kinds = tests::DataKinds();
+    const auto& kinds = tools::cabarc::lzx::testing::DataKinds();
     std::string sub;
     for (std::size_t written = 0; written < size;) {
         if (random() % 3 == 0) {
@@ -54,7 +54,7 @@ void MakeRandomFiles(const std::string& folder, std::uint32_t seed, std::size_t 
         written += length + 1;
     }
     // What was there long ago: matches from as far as the window reaches.
-    const auto far = tests::FarCopies(std::min<std::size_t>(size, 700'000), size, seed);
+    const auto far = tools::cabarc::lzx::testing::FarCopies(std::min<std::size_t>(size, 700'000), size, seed);
     tools::cabarc::testing::WriteBytes(folder + "/FAR", far);
 }
 

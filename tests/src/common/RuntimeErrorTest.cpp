@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-namespace velbooter {
+namespace velbooter::testing {
 namespace {
 
 TEST(RuntimeErrors, TextsOfTheFileErrors) {
@@ -81,4 +81,4 @@ TEST(RuntimeErrors, TheLastSystemErrorIsRaised) {
 }
 
 }  // namespace
-}  // namespace velbooter
+}  // namespace velbooter::testing

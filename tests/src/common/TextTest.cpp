@@ -7,7 +7,7 @@
 
 #include "src/common/RuntimeError.h"
 
-namespace velbooter {
+namespace velbooter::testing {
 namespace {
 
 using std::string_literals::operator""s;
@@ -181,4 +181,4 @@ TEST(Text, TrimAtNul) {
 }
 
 }  // namespace
-}  // namespace velbooter
+}  // namespace velbooter::testing

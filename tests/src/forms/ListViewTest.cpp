@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace velbooter {
+namespace velbooter::testing {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -122,4 +122,4 @@ TEST_F(ListSorting, LettersWithMarksStandBesideTheirLetter) {
 }
 
 }  // namespace
-}  // namespace velbooter
+}  // namespace velbooter::testing

@@ -8,7 +8,7 @@
 #include <random>
 #include <vector>
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 namespace {
 
 using tools::cabarc::lzx::BlockType;
@@ -154,4 +154,4 @@ TEST(UncompressedBlock, CostsItsBytesThreeOffsetsAndPadding) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

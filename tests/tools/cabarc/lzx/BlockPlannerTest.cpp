@@ -8,7 +8,7 @@
 
 #include "tests/tools/cabarc/lzx/TestData.h"
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 namespace {
 
 using tools::cabarc::lzx::BlockPlan;
@@ -254,4 +254,4 @@ TEST(BlockPlanner, CutsAFrameOutOfOneBlock) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

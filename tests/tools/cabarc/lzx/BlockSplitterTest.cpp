@@ -12,7 +12,7 @@
 #include "tools/cabarc/lzx/BlockCodes.h"
 #include "tools/cabarc/lzx/BlockPlanner.h"
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 namespace {
 
 using tools::cabarc::lzx::BlockSpan;
@@ -163,4 +163,4 @@ TEST(BlockSplitter, GivesNoBlockForNoItems) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

@@ -8,7 +8,7 @@
 #include "tests/tools/cabarc/lzx/TestData.h"
 #include "tools/cabarc/lzx/BlockPlanner.h"
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 namespace {
 
 using tools::cabarc::lzx::BlockPlan;
@@ -174,4 +174,4 @@ TEST(BlockWriter, AnnouncesTheTranslationOnceAtTheStart) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

@@ -5,7 +5,7 @@
 #include "tests/tools/cabarc/lzx/TestData.h"
 #include "tools/shared/ByteOrder.h"
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 namespace {
 
 using tools::GetU32;
@@ -78,4 +78,4 @@ TEST(E8Translation, DoesNotPayForModulesThatAreNotLinkedYet) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

@@ -9,7 +9,7 @@
 #include "tests/tools/cabarc/lzx/TestData.h"
 #include "tools/cabarc/lzx/HuffmanCode.h"
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 namespace {
 
 using tools::cabarc::lzx::BitWriter;
@@ -95,4 +95,4 @@ TEST(EncodedCodeLengths, PreferDifferencesToRunsWhereNothingChanged) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

@@ -15,7 +15,7 @@
 #include "tools/cabarc/lzx/LzxEncoder.h"
 #include "tools/shared/ByteOrder.h"
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 namespace {
 
 namespace fs = std::filesystem;
@@ -56,7 +56,7 @@ Bytes SingleFileCabinet(const FrameCollector& folder, int windowBits, std::size_
     return cabinet;
 }
 
-class ForeignDecoders : public testing::Test {
+class ForeignDecoders : public ::testing::Test {
  protected:
     ForeignDecoders() {
         std::string pattern = (fs::temp_directory_path() / "lzxXXXXXX").string();
@@ -124,4 +124,4 @@ TEST_F(ForeignDecoders, ReadLongMixedFolders) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

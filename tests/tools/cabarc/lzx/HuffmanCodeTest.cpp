@@ -8,7 +8,7 @@
 #include <random>
 #include <vector>
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 namespace {
 
 using tools::cabarc::lzx::AssignCodes;
@@ -93,4 +93,4 @@ TEST(HuffmanCode, NumbersShorterCodesFirstThenBySymbol) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

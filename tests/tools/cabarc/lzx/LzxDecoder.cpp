@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 
 namespace {
 
@@ -303,4 +303,4 @@ std::vector<std::uint8_t> DecodeLzx(const std::vector<FrameCollector::Frame>& fr
     return folder.Untranslated();
 }
 
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

@@ -10,7 +10,7 @@
 
 #include "tools/cabarc/FolderCompressor.h"
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 
 /// A folder as its compressor handed it over.
 class FrameCollector : public tools::cabarc::BlockSink {
@@ -47,4 +47,4 @@ std::vector<std::uint8_t> DecodeLzx(const std::vector<FrameCollector::Frame>& fr
 /// std::runtime_error saying what is wrong with it.
 std::size_t DecodeCodeLengths(std::span<const std::uint8_t> payload, std::span<std::uint8_t> lengths);
 
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

@@ -9,7 +9,7 @@
 #include "tests/tools/cabarc/lzx/TestData.h"
 #include "tools/cabarc/lzx/LzxFormat.h"
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 namespace {
 
 using tools::cabarc::lzx::LzxEncoder;
@@ -201,4 +201,4 @@ TEST(LzxEncoder, WorksWithTheLeastAndTheMostEffort) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

@@ -11,7 +11,7 @@
 #include "tests/tools/cabarc/lzx/TestData.h"
 #include "tools/cabarc/lzx/StringMatch.h"
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 namespace {
 
 using tools::cabarc::lzx::Hash;
@@ -231,4 +231,4 @@ TEST(MatchFinder, FindsWhatEndsWithTheFolder) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

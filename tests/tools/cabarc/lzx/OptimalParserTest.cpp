@@ -9,7 +9,7 @@
 
 #include "tests/tools/cabarc/lzx/TestData.h"
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 namespace {
 
 using tools::cabarc::lzx::BlockType;
@@ -263,4 +263,4 @@ TEST(OptimalParser, CutsMatchesAtTheEndOfTheStretch) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

@@ -7,7 +7,7 @@
 
 #include "tests/tools/cabarc/lzx/TestData.h"
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 namespace {
 
 using tools::cabarc::lzx::BlockType;
@@ -112,4 +112,4 @@ TEST(Prices, OfAnUnseenSymbolAreAboveThoseOfOneThatOccursOnce) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

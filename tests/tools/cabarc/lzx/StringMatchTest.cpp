@@ -7,7 +7,7 @@
 
 #include "tests/tools/cabarc/lzx/TestData.h"
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 namespace {
 
 using tools::cabarc::lzx::ExtendMatch;
@@ -41,4 +41,4 @@ TEST(StringMatch, SpreadsTheHashesOfTriples) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

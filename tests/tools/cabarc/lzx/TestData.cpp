@@ -5,7 +5,7 @@
 #include <random>
 #include <string_view>
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 
 namespace {
 
@@ -173,4 +173,4 @@ const std::vector<DataKind>& DataKinds() {
     return kinds;
 }
 
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -42,4 +42,4 @@ struct DataKind {
 };
 const std::vector<DataKind>& DataKinds();
 
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing

@@ -7,7 +7,7 @@
 #include "tools/cabarc/lzx/E8Translation.h"
 #include "tools/cabarc/lzx/LzxEncoder.h"
 
-namespace tests {
+namespace tools::cabarc::lzx::testing {
 namespace {
 
 using tools::cabarc::lzx::EstimatedBits;
@@ -53,4 +53,4 @@ TEST(TrialParse, PricesEachStretchByItsOwnSymbols) {
 }
 
 }  // namespace
-}  // namespace tests
+}  // namespace tools::cabarc::lzx::testing
