@@ -30,7 +30,7 @@ TEST_P(SpaceNeededTest, FilesTakeWholeClusters) {
 }
 
 TEST_P(SpaceNeededTest, AFolderTakesItsDirectoryWithTwoEntriesOfItsOwn) {
-    const std::size_t slots = Cluster / 32 - 2;
+    const std::size_t slots = static_cast<std::size_t>(Cluster / 32 - 2);
     Space.AddFolder(0);
     Space.AddFolder(slots);
     EXPECT_EQ(2 * Cluster, Space.Bytes());

@@ -64,7 +64,8 @@ class ImageOnAFullDisk : public bfi::testing::ImageTest {
 // A disk that is full at the start, in the middle of the files, and at the last byte.
 TEST_P(ImageOnAFullDisk, AFullDiskIsNamedAndLeavesTheOldImage) {
     Files.Write("tree/big", NoiseBytes(1'000'000));
-    for (const std::uint64_t bytes : {std::uint64_t{0}, std::uint64_t{700'000}, Format().ImageBytes() - 1}) {
+    for (const std::uint64_t bytes :
+         {std::uint64_t{0}, std::uint64_t{700'000}, std::uint64_t{Format().ImageBytes() - 1}}) {
         const FullDisk disk(bytes);
         EXPECT_EQ(Files.Text("out.img") + ": cannot be written: " + FullDisk::Reason(), Refusal());
         ExpectOldImage();

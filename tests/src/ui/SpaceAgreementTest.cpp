@@ -57,7 +57,7 @@ class RandomSelection {
 
  private:
     // The modulo is deterministic with every library, where its distributions are not.
-    std::uint64_t Below(std::uint64_t limit) { return random_() % limit; }
+    std::size_t Below(std::uint64_t limit) { return static_cast<std::size_t>(random_() % limit); }
 
     std::string Letters(std::uint64_t count, const std::string& alphabet) {
         std::string text;
@@ -90,7 +90,7 @@ class RandomSelection {
         const std::string path =
             isLone ? folders_.back() + "lone" + std::to_string(names_.size()) : NewPath();
         if (isLone) names_.insert(path);
-        folder_.Write("cabs\\" + path, std::string(bytes, 'x'));
+        folder_.Write("cabs\\" + path, std::string(static_cast<std::size_t>(bytes), 'x'));
         app_.Wizard.LstFiles.AddItem(path);
         app_.Wizard.LstFiles.Select(app_.Wizard.LstFiles.ListCount() - 1, true);
     }
