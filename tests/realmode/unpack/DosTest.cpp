@@ -28,7 +28,7 @@ using Keys = DosBox::Keys;
 class UnpackOnDos : public tools::cabarc::testing::InTestFolder {
  protected:
     static void Pack(const std::string& method, const std::string& cabinet) {
-        const auto packed = RunCabarc("-m " + method + " -p -r -P in n c/" + cabinet + " 'in\\*'");
+        const auto packed = RunCabarc("-m " + method + " -p -r -P in n c/" + cabinet + " in\\*");
         ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;
     }
 

@@ -37,7 +37,7 @@ TEST_P(UnpackInterop, RandomFilesComeBack) {
     for (std::uint32_t seed = 1; seed <= 2; ++seed) {
         std::filesystem::remove_all("in");
         MakeRandomFiles("in", seed, 300'000);
-        const auto packed = RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab 'in\\*'");
+        const auto packed = RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab in\\*");
         ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;
         FlatMemory memory;
         Compare(memory, "seed " + std::to_string(seed));
@@ -58,7 +58,7 @@ class UnpackWindow : public UnpackInterop {};
 TEST_P(UnpackWindow, WhatDoesNotFitIsInTheStore) {
     // More than the largest window.
     MakeRandomFiles("in", 7, 1'400'000);
-    const auto packed = RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab 'in\\*'");
+    const auto packed = RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab in\\*");
     ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;
     constexpr unsigned kDataPiece = 1;
     for (const unsigned frames : {1U, 2U, 3U, 20U, 63U, 64U}) {
@@ -69,7 +69,7 @@ TEST_P(UnpackWindow, WhatDoesNotFitIsInTheStore) {
 
 TEST_P(UnpackWindow, WithoutMemoryForItNothingIsWritten) {
     MakeRandomFiles("in", 8, 100'000);
-    ASSERT_EQ(RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab 'in\\*'").ExitCode, 0);
+    ASSERT_EQ(RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab in\\*").ExitCode, 0);
     for (const auto& [pieces, fault] :
          {std::pair{0U, Fault::NoMemory}, {1U, Fault::NoMemory}, {2U, Fault::NoXms}}) {
         FlatMemory memory(pieces);
@@ -81,7 +81,7 @@ TEST_P(UnpackWindow, WithoutMemoryForItNothingIsWritten) {
 
 TEST_P(UnpackWindow, ItIsNoLongerThanTheFolder) {
     WriteBytes("in/A", tools::testing::ProseBytes(70'000));
-    ASSERT_EQ(RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab 'in\\*'").ExitCode, 0);
+    ASSERT_EQ(RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab in\\*").ExitCode, 0);
     FlatMemory memory;
     Compare(memory, "three frames");
     EXPECT_LE(memory.PieceCount(), 1U + 3U);
