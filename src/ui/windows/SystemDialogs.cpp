@@ -5,6 +5,7 @@
 
 #include "src/common/Folders.h"
 #include "src/forms/ProductTexts.h"
+#include "src/run/ApplicationPaths.h"
 #include "src/ui/windows/MessageBoxes.h"
 
 namespace velbooter {
