@@ -194,6 +194,8 @@ TEST(MissingFiles, TableKnowsEveryFileOfTheApplicationFolder) {
                               "files\\msnet",
                               "files\\nwlan",
                               "files\\scsi",
+                              "files\\realmode",
+                              "files\\freedos",
                               "drivers"}) {
         known.emplace_back(other);
     }
