@@ -2,13 +2,14 @@
 rem more-dos.bat FOLDER takes further DOS files from a Windows 98 setup CD into the folder dos beside this file:
 rem those that are not among the 25 which the program needs, and that the disks include when they are there.
 rem FOLDER is the folder WIN98 of the CD, or a copy of it. A file that is in dos already stays as it is.
-rem Ends with 0 when a file was taken or all were there, 1 when the folder has none of them, 2 without a folder.
+rem Ends with 0 when dos has one of them then, with 1 when it has none, with 2 when FOLDER is none.
 setlocal
 if "%~1"=="" goto usage
 if not exist "%~1\*.cab" goto nocab
 if not exist "%~dp0dos\" mkdir "%~dp0dos"
 set dos=%~dp0dos
 set taken=0
+set found=0
 set missing=
 pushd "%~1"
 if errorlevel 1 goto nocab
@@ -18,14 +19,12 @@ call :take OAKCDROM.SYS CDROM.SYS
 popd
 echo %taken% files were taken into %dos%
 if not "%missing%"=="" echo Not found there:%missing%
-if exist "%dos%\MSCDEX.EXE" exit /b 0
-if exist "%dos%\KEYB.COM" exit /b 0
-if "%taken%"=="0" exit /b 1
+if %found%==0 exit /b 1
 exit /b 0
 
 rem take NAME TARGET: the file NAME of the cabinets becomes TARGET in the folder dos.
 :take
-if exist "%dos%\%2" goto :eof
+if exist "%dos%\%2" goto there
 if exist "%1" copy /y "%1" "%dos%\%2" >nul
 if exist "%dos%\%2" goto took
 expand *.cab -f:%1 "%dos%" >nul 2>nul
@@ -34,6 +33,8 @@ if not "%1"=="%2" ren "%dos%\%1" %2
 :took
 echo %2
 set /a taken=taken+1
+:there
+set /a found=found+1
 goto :eof
 :lacks
 set missing=%missing% %1
