@@ -8,6 +8,8 @@ if "%~1"=="" goto usage
 if not exist "%~1\*.cab" goto nocab
 if not exist "%~dp0dos\" mkdir "%~dp0dos"
 set dos=%~dp0dos
+rem The one of the system, and not a program of that name in the folder.
+set expand=%SystemRoot%\System32\expand.exe
 set taken=0
 set found=0
 set missing=
@@ -27,7 +29,7 @@ rem take NAME TARGET: the file NAME of the cabinets becomes TARGET in the folder
 if exist "%dos%\%2" goto there
 if exist "%1" copy /y "%1" "%dos%\%2" >nul
 if exist "%dos%\%2" goto took
-expand *.cab -f:%1 "%dos%" >nul 2>nul
+"%expand%" *.cab -f:%1 "%dos%" >nul 2>nul
 if not exist "%dos%\%1" goto lacks
 if not "%1"=="%2" ren "%dos%\%1" %2
 :took
