@@ -123,7 +123,7 @@ expect_with 'the configuration of the custom row is missing' 'mv data/files/cust
 checks=(catalogue sample_drivers configurations)
 expect 'no such section: [Copy_files]' $minimal 's/^\[Copy_Files\]/[Copy_files]/'
 expect 'no such section: [Copy_Files] ' $minimal 's/^\[Copy_Files\]/[Copy_Files] /'
-expect 'the line is in no section' $minimal '/^\[Copy_Files\]/d'
+expect 'the line is in no section' $minimal '/^\[Copy_CABs\]/d'
 expect 'no "=": io.sys' $minimal 's/^io.sys=.*/io.sys\r/'
 expect 'more than one "="' $minimal 's/^edit.com=BIN/edit.com=BIN\\EDIT.COM=BIN/'
 expect 'one side is empty' $minimal 's/^edit.com=.*/edit.com= \r/'

@@ -23,6 +23,7 @@ class WhichDrv : public ::testing::Test {
 
     const tools::testing::TestFolder Files;
     const DosDrive Floppy{.CanNotBeRemoved = 0};
+    const DosDrive Cd{.Attributes = 0x1002};
     const DosDrive VelRam{.Driver = "VELRAM "};
     const DosDrive RamDrive{.CanNotBeRemoved = 2, .Label = "MS-RAMDR.IVE"};
 };
@@ -47,6 +48,21 @@ TEST_F(WhichDrv, NoFloppyAndNoDriveOfTheNetIsAHardDiskOrTouched) {
     const ProgramOutcome outcome = Run({{'A', Floppy}, {'C', Floppy}, {'D', remote}});
     EXPECT_EQ(outcome.ExitCode, 0);
     EXPECT_EQ(outcome.Touched, "");
+}
+
+TEST_F(WhichDrv, TheCdIsTheFirstThatCanBeRead) {
+    DosDrive empty = Cd;
+    empty.IsReady = false;
+    const std::map<char, DosDrive> drives{{'C', {}}, {'M', empty}, {'R', Cd}, {'S', Cd}};
+    EXPECT_EQ(Run(drives, " CD").ExitCode, 18);
+    EXPECT_EQ(Run(drives, " CDROM").ExitCode, 13);
+    EXPECT_EQ(Run({{'C', {}}, {'M', empty}}, " CD").ExitCode, 0);
+    EXPECT_EQ(Run({{'C', {}}, {'M', empty}}, " CDROM").ExitCode, 13);
+}
+
+TEST_F(WhichDrv, WithoutMscdexThereIsNoCd) {
+    EXPECT_EQ(Run({{'C', {}}}, " CD").ExitCode, 0);
+    EXPECT_EQ(Run({{'C', {}}}, " CDROM").ExitCode, 0);
 }
 
 TEST_F(WhichDrv, OtherArgumentsAreALineAndNoDrive) {
@@ -96,11 +112,6 @@ TEST_F(WhichDrvInDosBox, WithoutACdThereIsNone) {
 TEST_F(WhichDrvInDosBox, FindsTheCdWhateverItsLetter) {
     Files.Write("m/SETUP.EXE", "");
     EXPECT_EQ(Letters({Mount("m", "-t cdrom")}, {"CD", "cdrom"}), "M:.\r\nM:.\r\n");
-}
-
-TEST_F(WhichDrvInDosBox, PrefersTheDriveWithADiscThatCanBeRead) {
-    Files.Write("m/SETUP.EXE", "");
-    EXPECT_EQ(Letters({Mount("l", "-t cdrom"), Mount("m", "-t cdrom")}, {"CDROM", "CD"}), "L:.\r\nM:.\r\n");
 }
 
 }  // namespace
