@@ -183,7 +183,7 @@ check_batch_file() {
     local -A labels=() heads=() wanted=()
     name=$(shown "$1")
     file=${1##*/}
-    local words='(^|[^A-Z])(SET /[AP]|FOR /|IF /I|IF (NOT )?(DEFINED|CMDEXTVERSION)|GOTO :|CALL :|EXIT /B|SETLOCAL|PUSHD)'
+    local language='(^|[^A-Z])(SET /[AP]|FOR /|IF /I|IF (NOT )?(DEFINED|CMDEXTVERSION)|GOTO :|CALL :|EXIT /B|SETLOCAL|PUSHD)'
     local marks='%~|%(DATE|TIME|CD|RANDOM)%|&|\|\||[ =]2>| (EQU|NEQ|LSS|LEQ|GTR|GEQ) '
     while IFS= read -r line; do
         line=${line%$'\r'}
@@ -191,7 +191,7 @@ check_batch_file() {
         ((${#line} < 128)) || fault "$name" "a line has more than 127 characters: $line"
         [[ $line != ECHO\ * || $line == *'>'* ]] || ((${#line} < 85)) || fault "$name" "a line is wider than the screen: $line"
         [[ $line != REM* ]] || continue
-        if [[ $line =~ $words || $line =~ $marks ]]; then fault "$name" "not in the language of DOS: $line"; fi
+        if [[ $line =~ $language || $line =~ $marks ]]; then fault "$name" "not in the language of DOS: $line"; fi
         # DOS runs a pipe through temporary files, which it cannot write on this disk.
         [[ $line != *'|'* ]] || fault "$name" "a pipe needs a disk that can be written: $line"
         if [[ $line == :* ]]; then
@@ -413,7 +413,7 @@ check_configuration() {
         built=${built##*\\}
         if [[ $source == "$left" && -n ${dosBytes[${left,,}]:-} ]]; then
             size=${dosBytes[${left,,}]}
-        elif [[ ${left,,} == 'files\realmode\'* && -n ${builtBytes[$built]:-} ]]; then
+        elif [[ ${left,,} == files\\realmode\\* && -n ${builtBytes[$built]:-} ]]; then
             size=${builtBytes[$built]}
         elif resolve "$source"; then
             found=$REPLY

@@ -69,7 +69,8 @@ TEST_F(WhichDrv, OtherArgumentsAreALineAndNoDrive) {
     for (const std::string tail : {" /?", " HDD", " H", " C", " HD CD", " CDR"}) {
         const ProgramOutcome outcome = Run({{'C', {}}}, tail);
         EXPECT_EQ(outcome.ExitCode, 0) << tail;
-        EXPECT_EQ(outcome.Errors, "WHICHDRV [CD | CDROM | HD]: ends with the number of the drive\r\n") << tail;
+        EXPECT_EQ(outcome.Errors, "WHICHDRV [CD | CDROM | HD]: ends with the number of the drive\r\n")
+            << tail;
     }
     EXPECT_EQ(Run({{'D', {}}}, " \thd ").ExitCode, 4);
 }
@@ -78,7 +79,8 @@ TEST_F(WhichDrv, OtherArgumentsAreALineAndNoDrive) {
 class WhichDrvInDosBox : public ::testing::Test {
  protected:
     /// What the disk's LETTER.BAT makes of the program's answers, a line each.
-    std::string Letters(const std::vector<std::string>& setUp, const std::vector<std::string>& arguments) const {
+    std::string Letters(const std::vector<std::string>& setUp,
+                        const std::vector<std::string>& arguments) const {
         Files.Write("c/WHICHDRV.COM", FileAt(WHICHDRV));
         Files.Write("c/LETTER.BAT", FileAt(LETTER_BAT));
         std::string batch = "@ECHO OFF\r\n";
