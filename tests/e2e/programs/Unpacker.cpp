@@ -72,11 +72,12 @@ int Extract(const std::vector<std::string>& words) {
 int Expand(const std::vector<std::string>& words) {
     const std::string option = "-f:";
     if (words.size() != 3 || words[1].rfind(option, 0) != 0) return 1;
+    const std::string folder = words[2].back() == '\\' ? words[2] : words[2] + "\\";
     WIN32_FIND_DATAA found{};
     const HANDLE search = ::FindFirstFileA(words[0].c_str(), &found);
     if (search == INVALID_HANDLE_VALUE) return 1;
     do {
-        Unpack(found.cFileName, words[1].substr(option.size()), words[2]);
+        Unpack(found.cFileName, words[1].substr(option.size()), folder);
     } while (::FindNextFileA(search, &found) != 0);
     ::FindClose(search);
     return 0;

@@ -56,6 +56,8 @@ kVirtual        equ     8               ; runs the program in virtual mode
         mov     es, ax
         mov     word [es:21h * 4], int21
         mov     [es:21h * 4 + 2], cs
+        mov     word [es:2Fh * 4], int2FCd
+        mov     [es:2Fh * 4 + 2], cs
         call    takeInterrupts
         sti
         mov     ax, kProgram
@@ -79,6 +81,65 @@ kVirtual        equ     8               ; runs the program in virtual mode
         jmp     kProgram:100h
 
 %include "program/hooks.inc"
+
+; MSCDEX: the drives with the attributes kCd are CD-ROM drives.
+kCd             equ     1002h
+
+int2FCd:
+        cmp     ax, 1500h
+        je      .count
+        cmp     ax, 150Dh
+        je      .list
+        iret
+.count:
+        xor     bx, bx
+        call    .each
+        xor     cx, cx
+        test    bx, bx
+        jz      .counted
+        mov     cl, [cs:cdDrives]
+.counted:
+        iret
+.list:
+        push    bx
+        push    cx
+        push    di
+        push    bx
+        xor     bx, bx
+        call    .each
+        mov     cx, bx
+        pop     di
+        xor     bx, bx
+.next:
+        mov     al, [cs:cdDrives + bx]
+        mov     [es:di + bx], al
+        inc     bx
+        loop    .next
+        pop     di
+        pop     cx
+        pop     bx
+        iret
+; Lists them at cdDrives; BX counts them.
+.each:
+        mov     al, 0
+.nextDrive:
+        push    ax
+        push    di
+        call    findDisk
+        jc      .notThis
+        cmp     word [cs:di + disk.attributes], kCd
+        jne     .notThis
+        mov     [cs:cdDrives + bx], al
+        inc     bx
+.notThis:
+        pop     di
+        pop     ax
+        inc     ax
+        cmp     al, kDrives
+        jb      .nextDrive
+        ret
+cdDrives:
+        times   kDrives db 0
 
 int21:
         cmp     ah, 25h
@@ -329,10 +390,25 @@ findLabel:
         mov     si, dx
         mov     al, [si]
         sub     al, "A"
-        cmp     cx, 8
-        jne     .otherUse
         cmp     word [si + 2], "\*"
         jne     .otherUse
+        cmp     cx, 8
+        je      .label
+        cmp     cx, 10h                 ; files and folders: there are none but on a CD
+        jne     .otherUse
+        call    touch
+        jc      .failed
+        cmp     word [cs:di + disk.attributes], kCd
+        jne     .none
+        pop     si
+        pop     di
+        jmp     returnGood
+.failed:
+        pop     si
+        pop     di
+        mov     ax, 83                  ; the handler of critical errors let the call fail
+        jmp     returnError
+.label:
         call    touch
         jc      .none
         cmp     byte [cs:di + disk.label], 0
