@@ -21,9 +21,9 @@ if not defined found goto nocommand
 if not exist dos\*.* md dos
 set failed=
 set absent=
-rem The way to start KERNEL.SYS, and the CONFIG.SYS of each kind of disk for a DOS that knows no [sections].
-copy /b files\freedos\IO.SYS dos\IO.SYS >nul || set failed=1
-for %%f in (PLAIN RAM CD NET) do copy /b files\freedos\%%f.CFG dos\%%f.CFG >nul || set failed=1
+rem IO.SYS is ours; it starts KERNEL.SYS.
+copy /b files\freedos\IO.SYS dos\IO.SYS >nul
+if errorlevel 1 set failed=1
 call :optional KERNEL.SYS
 
 rem The names that the program asks for, and what the free ones are called.
@@ -86,7 +86,8 @@ if defined found goto take
 set "absent=%absent% %1"
 set "found=files\freedos\ABSENT.EXE"
 :take
-copy /b "%found%" "dos\%1" >nul || set failed=1
+copy /b "%found%" "dos\%1" >nul
+if errorlevel 1 set failed=1
 goto :eof
 
 :optional
