@@ -22,30 +22,14 @@
         bits    16
         org     100h
 
-kTail           equ     80h             ; the arguments in the program's prefix; later DOS's answers to a search
-kFoundName      equ     80h + 1Eh
-kFirstDrive     equ     2               ; C:, counted from 0
-kDrives         equ     26
-kLocalMask      equ     9000h           ; of a drive's attributes: a drive of SUBST, a drive of the net or of a CD
-kDeviceName     equ     0Bh             ; in a driver's header
-kVolume         equ     8
-kVelRamBytes    equ     7
+kTail           equ     80h             ; the arguments in the program's prefix
 
         cld
         call    readArguments
         mov     dx, textUsage
         jc      complain
-        mov     ah, 30h                 ; version of DOS
-        int     21h
-        cmp     al, 3
-        jb      none
-        cmp     al, 4
-        jae     haveDriverOffset
-        dec     word [driverOffset]
-haveDriverOffset:
-        mov     dx, criticalError
-        mov     ax, 2524h
-        int     21h
+        call    initialiseDrives
+        jc      none
 
         mov     bl, kFirstDrive
 nextDrive:
@@ -132,108 +116,11 @@ skipSpace:
 skipped:
         ret
 
-; Each of the following asks about [drive] and returns with the carry flag set for no.
+%include "drives.inc"
 
-; Only what DOS knows without looking at a medium.
-isLocalDisk:
-        call    driveNumber
-        mov     ax, 4409h               ; is it remote
-        int     21h
-        jc      no
-        test    dx, kLocalMask
-        jnz     no
-        call    driveNumber
-        mov     ax, 4408h               ; can it be removed
-        int     21h
-        jnc     removableKnown
-        cmp     ax, 1                   ; its driver does not say: it cannot
-        jne     no
-        clc
-        ret
-removableKnown:
-        cmp     ax, 1                   ; 0 for a drive that can; the carry flag is set then
-        ret
-
-isVelRam:
-        call    driveNumber
-        mov     dl, bl
-        push    ds
-        mov     ah, 32h                 ; DOS's description of the drive, which names its driver
-        int     21h
-        test    al, al
-        jnz     noDescription
-        add     bx, [cs:driverOffset]
-        lds     si, [bx]
-        add     si, kDeviceName
-        push    cs
-        pop     es
-        mov     di, velRamName
-        mov     cx, kVelRamBytes
-        repe cmpsb
-        clc
-        je      described
-noDescription:
-        stc
-described:
-        pop     ds
-        ret
-
-isRamDrive:
-        mov     al, [drive]
-        add     al, "A"
-        mov     [pattern], al
-        mov     dx, pattern
-        mov     cx, kVolume
-        mov     ah, 4Eh
-        int     21h
-        jc      no
-        push    cs
-        pop     es
-        mov     si, kFoundName
-        mov     di, ramDriveName
-        mov     cx, ramDriveNameEnd - ramDriveName
-nextLetter:
-        lodsb
-        cmp     al, "."                 ; DOS writes a label as a name, most with a point
-        je      nextLetter
-        scasb
-        jne     no
-        loop    nextLetter
-        call    driveNumber
-        mov     dl, bl
-        mov     ah, 36h                 ; AX sectors in each of DX clusters
-        int     21h
-        cmp     ax, 0FFFFh
-        je      no
-        mul     dx
-        test    dx, dx                  ; this clears the carry flag
-        jz      yes
-no:
-        stc
-yes:
-        ret
-
-driveNumber:
-        mov     bl, [drive]
-        inc     bx                      ; counted from 1
-        ret
-
-; DOS calls this instead of asking the user what to do about a drive that cannot be read.
-criticalError:
-        mov     al, 3                   ; let the call fail
-        iret
-
-driverOffset    dw      13h             ; of the driver's address in DOS's description of a drive; one less in DOS 3
 drive           db      0
 ramDrive        db      0
 go              db      0
-pattern:
-        db      "C:\*.*", 0
-velRamName:
-        db      "VELRAM "
-ramDriveName:
-        db      "MS-RAMDRIVE", 0
-ramDriveNameEnd:
 textSet:
         db      "SET RAMD="
 textLetter:
