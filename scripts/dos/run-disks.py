@@ -68,8 +68,11 @@ class Starter:
         media.make_hard_disk(hard_disk, run.machine.get('hard-disk') or 'data')
         options = ['-drive', f'file={hard_disk},format=raw,if=ide,index=0']
         if 'cd' in run.machine:
-            media.make_cd(folder / 'cd.iso', folder / 'cd')
-            options += ['-drive', f'file={folder / "cd.iso"},format=raw,if=ide,index=2,media=cdrom,readonly=on']
+            disc = ''
+            if run.machine['cd'] != 'empty':
+                media.make_cd(folder / 'cd.iso', folder / 'cd')
+                disc = f',file={folder / "cd.iso"},format=raw,readonly=on'
+            options += ['-drive', f'if=ide,index=2,media=cdrom{disc}']
         if 'card' in run.machine:
             options += ['-device', f'{run.machine["card"]},romfile=']
         if 'memory' in run.machine:
