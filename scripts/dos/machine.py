@@ -37,7 +37,7 @@ class Machine:
     """One PC, from the moment that it is switched on; `with` switches it off. `folder` is for files of its own. `options` are
     further words for QEMU, `limit` the seconds that each wait lasts at most."""
 
-    def __init__(self, image, folder, options=(), limit=120):
+    def __init__(self, image, folder, options=(), limit=600):
         self.transcript = Transcript()
         self._limit = limit
         self._dump = pathlib.Path(folder) / 'memory'
@@ -49,7 +49,7 @@ class Machine:
             listener.listen(1)
             listener.settimeout(limit)
             self._process = subprocess.Popen(
-                ['qemu-system-i386', '-m', '32', '-display', 'none', '-serial', 'none', '-no-reboot', '-boot', 'a', '-nic', 'none',
+                ['qemu-system-i386', '-accel', 'tcg', '-m', '32', '-display', 'none', '-serial', 'none', '-no-reboot', '-boot', 'a', '-nic', 'none',
                  '-drive', f'file={image},format=raw,if=floppy', '-chardev', f'socket,id=control,path={address}',
                  '-mon', 'chardev=control,mode=control', *options],
                 stdin=subprocess.DEVNULL, stdout=self._log, stderr=subprocess.STDOUT)

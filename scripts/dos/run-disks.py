@@ -120,7 +120,7 @@ def line_of(disk, passed, failed, missing):
     return f'{disk:<9} ' + ('; '.join(parts) or 'FAILED nothing is planned for it')
 
 
-def run_disk(disk, runs, dos, images, logs, limit=120):
+def run_disk(disk, runs, dos, images, logs, limit=600):
     """Follows all runs of a disk, prints its line and returns whether nothing failed and something passed."""
     passed, failed, missing = [], [], []
     image = pathlib.Path(images) / f'{disk}.img'

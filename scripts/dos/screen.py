@@ -28,16 +28,18 @@ class Screen:
 def rows_gone(before, after):
     """How many rows have left the screen at its top between two looks at it.
 
-    These are all down to the cursor when nothing of the first look is left: the screen was cleared, or filled too fast. The
-    cursor's row may have grown in between; the rows below it do not count."""
-    grown = before.at_cursor()
-    if not grown and not any(before.rows[:before.row]):
-        return 0
-    for gone in range(before.row + 1):
-        kept = before.rows[gone:before.row]
-        if (grown or any(kept)) and after.rows[:len(kept)] == kept and after.rows[len(kept)].startswith(grown):
-            return gone
-    return before.row + 1
+    The rows above the cursor decide, because its own may have been written again since. They are all gone, down to the cursor,
+    when most of them are on the screen no more: it was cleared, or filled too fast."""
+    above = [row for row in before.rows[:before.row] if row]
+    if not above:
+        return 0 if after.rows[before.row].startswith(before.at_cursor()) else before.row + 1
+    best, most = before.row + 1, 0
+    for gone in range(before.row):
+        kept = zip(before.rows[gone:before.row], after.rows)
+        same = sum(1 for old, new in kept if old and old == new)
+        if same > most and 2 * same > sum(1 for row in before.rows[gone:before.row] if row):
+            best, most = gone, same
+    return best
 
 
 class Transcript:

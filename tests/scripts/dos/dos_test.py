@@ -41,7 +41,8 @@ class ScreenTest(unittest.TestCase):
         self.assertEqual(rows_gone(first, first), 0)
         self.assertEqual(rows_gone(first, screen('one', 'two', 'three and more', 'four')), 0)
         self.assertEqual(rows_gone(first, screen('two', 'three', 'four')), 1)
-        self.assertEqual(rows_gone(first, screen('three', 'four')), 2)
+        self.assertEqual(rows_gone(first, screen('one', 'two', 'written again')), 0)
+        self.assertEqual(rows_gone(first, screen('two', 'written again', 'four')), 1)
         self.assertEqual(rows_gone(first, screen('something else')), 3)
         self.assertEqual(rows_gone(screen(''), screen('the start')), 0)
 
@@ -52,7 +53,7 @@ class ScreenTest(unittest.TestCase):
 class TranscriptTest(unittest.TestCase):
     def test_keeps_what_has_left_the_screen(self):
         transcript = Transcript()
-        for look in (screen('one', 'two'), screen('one', 'two', 'three'), screen('three', 'four'), screen('cleared')):
+        for look in (screen('one', 'two'), screen('one', 'two', 'three'), screen('two', 'three', 'four'), screen('cleared')):
             transcript.add(look)
         self.assertEqual(transcript.lines(), ['one', 'two', 'three', 'four', 'cleared'])
 
