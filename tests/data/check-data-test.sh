@@ -53,6 +53,7 @@ minimal=data/files/minimal.ini
 setup=data/files/setup.ini
 list=data/files/disklist.ini
 menu=data/files/base_files/bin/MENU.BAT
+finddrv=data/files/base_files/bin/FINDDRV.BAT
 
 # Text files and names
 checks=(text_files names)
@@ -75,15 +76,36 @@ for line in 'SET /P X=' 'FOR /F %%A IN (X) DO ECHO' 'IF DEFINED X ECHO' 'IF NOT 
 done
 expect 'more than 127 characters' $menu "2a $(printf 'ECHO %0125d' 0)\r"
 expect 'a pipe needs a disk' $menu '2a DIR | MORE\r'
-expect 'writes to A:' $menu '2a ECHO X>A:\\X.TXT\r'
+expect 'names drive A:' $menu '2a DIR A:\\BIN\r'
+expect 'names drive D:' $menu '2a IF EXIST D:\\VEL\\X.BAT GOTO AGAIN\r'
+expect 'names drive A:' data/files/setupwin/bin/SETUPWIN.BAT '2a DIR A:\\BIN\r'
+expect 'NUL is there on drives that are not' $menu '2a IF EXIST %MODDRV%\\NUL GOTO AGAIN\r'
+expect 'guesses the letter of a drive' $menu '2a FOR %%D IN (C D E) DO IF EXIST %%D:\\X.TXT SET X=%%D\r'
+for line in 'ECHO X>%BOOT%\\X.TXT' 'ECHO X>>X.TXT' 'MD %X%\\VEL' 'IF "%X%"=="" MD \\VEL' 'COPY %BOOT%\\X.TXT %X%\\X.TXT' \
+    'DEL %X%\\X.TXT' '%BOOT%\\BIN\\UNPACK %BOOT%\\LIB\\X.CAB %X%\\X' 'FORMAT %X%'; do
+    expect 'writes to a drive that nobody agreed to' $menu "2a $line\r"
+done
+expect 'takes a hard disk without a yes' $finddrv '/^CHOICE/d'
+expect 'takes a hard disk without a yes' $finddrv 's/T:N,60/T:Y,60/'
+expect 'takes a hard disk without a yes' $finddrv '/^IF NOT ERRORLEVEL 1/d'
+expect 'the exit code does not survive a CALL' $menu '2a CALL HELP.BAT\r\nIF ERRORLEVEL 1 GOTO AGAIN\r'
+expect 'EXTRACT.EXE is on no disk' $menu '2a EXTRACT /Y X.CAB\r'
+expect 'wider than the screen' $menu "2a $(printf 'ECHO %080d' 0)\r"
 expect 'there is no label FIXED' $menu 's/^:FIXED/:LOOSE/'
 expect 'begin with the same eight characters' $menu 's/^:FIXED/:FIXED\r\n:ABCDEFGH1\r\n:ABCDEFGH2/'
-expect 'it calls A:\BIN\MENUROW.BAT' $menu 's/MENUITEM/MENUROW/'
+expect 'it calls BIN\MENUROW.BAT' $menu 's/MENUITEM/MENUROW/'
+
+# CONFIG.SYS
+checks=(config_sys)
+expect 'names a drive: DEVICE=A:' data/files/config/CDROM.CFG 's/^DEVICE=.HIMEM/DEVICE=A:\\HIMEM/'
+expect 'names a drive: 12345?SHELL=A:' data/files/config/CDROM.FD 's/SHELL=./SHELL=A:\\/'
+expect 'loads other files than' data/files/base_files/FDCONFIG.SYS '/VELRAM/d'
+expect_with 'there is no twin for FreeDOS' 'mv data/files/config/CLEAN.FD .' 'mv CLEAN.FD data/files/config/'
 
 # The catalogue
 checks=(catalogue)
-expect 'but the sections are' $list 's/^Count=6/Count=7/'
-expect 'fewer than four disks' $list 's/^Count=6/Count=3/'
+expect 'but the sections are' $list 's/^Count=7/Count=8/'
+expect 'fewer than four disks' $list 's/^Count=7/Count=3/'
 expect 'there is no file key' $list '0,/^file=/{/^file=/d}'
 expect 'there is no file key' $list '/^file=tools/d'
 expect 'there is no file key' demo/disklist.rows.ini '/^file=/d'
@@ -110,7 +132,7 @@ expect 'the right side names no file' $minimal 's/BIN.EDIT.COM/BIN/'
 expect 'not in capitals' $minimal 's/BIN.EDIT.COM/BIN\\edit.com/'
 expect 'neither shipped nor one of the DOS files: edlin.com' $minimal 's/^edit.com=/edlin.com=/'
 expect 'neither shipped nor one of the DOS files: files\missing' $minimal 's/^edit.com=/files\\missing\\*.*=/'
-expect 'neither shipped nor described' data/files/cdrom.ini 's/^cdrom.sys=/atapi.sys=/'
+expect 'neither shipped nor described' data/files/cdrom.ini 's/^devload.com=/loader.com=/'
 expect 'only *.* is copied as a pattern' data/files/custom.ini 's/^modules\\\*\.\*/modules\\*.cab/'
 expect 'a folder is copied with \*.* after it' demo/files/demo.ini 's/^files\\demo\\\*\.\*/files\\demo/'
 expect 'another line has the same target' $minimal 's/BIN.EDIT.COM/BIN\\SYS.COM/'
@@ -120,8 +142,12 @@ expect 'the disk gets no IO.SYS' $minimal 's/=IO.SYS/=io.sys/'
 expect 'the disk gets no COMMAND.COM' data/files/custom.ini '/^command.com/d'
 expect 'the disk gets no COMMAND.COM' demo/files/demo.ini '/^command.com/d'
 expect 'the disk gets no BIN\CHOICE.COM' $minimal '/^choice.com/d'
-expect 'the disk gets no HIMEM.SYS' $minimal '/^himem.sys/d'
-expect 'no BIN\EXTRACT.EXE' data/files/tools.ini '/^extract.exe/d'
+expect 'CONFIG.SYS loads HIMEM.SYS, which the disk does not get' $minimal '/^himem.sys/d'
+expect 'CONFIG.SYS loads CDROM.SYS, which the disk does not get' $setup '/^cdrom.sys/d'
+expect 'come from different files' $setup '/CDROM.FD/d'
+expect 'the disk gets no BIN\WHICHDRV.COM' $minimal '/WHICHDRV/d'
+expect 'no BIN\UNPACK.EXE' data/files/tools.ini '/UNPACK/d'
+expect 'BIN\EXTRACT.EXE serves nothing' data/files/tools.ini '/UNPACK/a extract.exe=BIN\\EXTRACT.EXE\r'
 expect 'there is no module folder files\keys' data/files/custom.ini 's/^keyb=LIB/keys=LIB/'
 expect 'looks for its modules in LIB only' data/files/custom.ini 's/^keyb=LIB/keyb=BIN/'
 expect 'only files\dos may receive files' data/files/tools.ini 's/^attrib.exe=dos/attrib.exe=keyb/'

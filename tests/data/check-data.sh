@@ -36,6 +36,15 @@ declare -A dosBytes=(
     [mode.com]=30000 [more.com]=11000 [move.exe]=28000 [scandisk.exe]=246000 [smartdrv.exe]=46000
     [sort.exe]=26000 [sys.com]=20000 [xcopy.exe]=5000 [xcopy32.exe]=4000 [xcopy32.mod]=42000
 )
+# What more-dos.bat adds to them: a disk must fit with all of it.
+dosBytes+=(
+    [mscdex.exe]=26000 [cdrom.sys]=42000 [keyb.com]=20000 [keyboard.sys]=35000 [keybrd2.sys]=32000 [keybrd3.sys]=32000
+    [keybrd4.sys]=14000 [doskey.com]=16000 [mouse.com]=31000 [chkdsk.exe]=29000 [debug.exe]=21000
+)
+# The programs that are assembled when the application is built, and at most so many bytes long.
+declare -A builtBytes=(
+    [velram.sys]=4096 [findram.com]=1024 [whichdrv.com]=1024 [pcifind.com]=2048 [boothd.com]=1024 [unpack.exe]=17000
+)
 diskBytes=$((2847 * 512))
 
 # Every file and folder by its path in lower case, because Windows ignores the case of names.
@@ -102,22 +111,89 @@ check_names() {
     done
 }
 
+# Where a batch file may name a drive: Windows is set up on C:, NEWDISK formats the drive that its user names.
+declare -A namedDrives=(
+    [LETTER.BAT]=A-Z [NEWDISK.BAT]=C-H [SETUPWIN.BAT]=C [SETUPNT.BAT]=C [SETUP.BAT]=C [DOS.BAT]=C
+)
+
+# check_drives NAME FILE LINE: no letter of a drive is guessed, and none stands for the drive that DOS started from.
+check_drives() {
+    local allowed=${namedDrives[$2]:-} rest=$3 letter
+    [[ ! $3 =~ EXIST\ [^\ ]*\\NUL(\ |$) ]] ||
+        fault "$1" "NUL is there on drives that are not, and not on a CD: $3"
+    [[ ! $3 =~ %%[A-Z]: ]] || fault "$1" "guesses the letter of a drive: $3"
+    [[ $rest != ECHO* ]] || return 0
+    rest=${rest%% ECHO *}
+    while [[ $rest =~ (^|[^A-Z/%])([A-Z]): ]]; do
+        letter=${BASH_REMATCH[2]}
+        [[ -n $allowed && $letter == [$allowed] ]] || fault "$1" "names drive $letter: where a variable has the letter: $3"
+        rest=${rest#*"$letter:"}
+    done
+}
+
+# check_writes NAME FILE LINE: what is written goes to the drive that the modules are on, which the user agreed to.
+check_writes() {
+    local target='' word
+    local -a words=()
+    if [[ $3 =~ \>\>?([^\>\ ]+) ]]; then
+        target=${BASH_REMATCH[1]}
+        [[ $target == NUL || $target =~ ^%(MODDIR|TEMP|INI)% || ($2 == FINDDRV.BAT && $target == %USEDRV%*) ]] ||
+            fault "$1" "writes to a drive that nobody agreed to: $3"
+    fi
+    target=${3%% ECHO *}
+    [[ $target != ECHO* && $target != CHOICE* ]] || return 0
+    read -r -a words <<<"${target%%>*}"
+    for word in "${!words[@]}"; do
+        case ${words[word]##*\\} in
+            MD | DEL) target=${words[word + 1]:-} ;;
+            COPY | UNPACK) target=${words[word + 2]:-} ;;
+            FORMAT | SYS | FDISK)
+                [[ $2 == NEWDISK.BAT || $2 == DOS.BAT || ${words[word > 0 ? word - 1 : 0]} == GOTO ]] ||
+                    fault "$1" "writes to a drive that nobody agreed to: $3"
+                continue
+                ;;
+            *) continue ;;
+        esac
+        [[ ${words[word > 0 ? word - 1 : 0]} == GOTO || $target =~ ^%(MODDIR|TEMP)% || ($2 == FINDDRV.BAT && $target == %USEDRV%*) ||
+            ($2 == DRVDESC.BAT && $target == %%F) ]] || fault "$1" "writes to a drive that nobody agreed to: $3"
+    done
+}
+
+# check_agreement NAME TEXT: a batch file that takes a hard disk by itself asks first, and takes no answer for a no.
+check_agreement() {
+    local asks='WHICHDRV HD.*CHOICE /C:YN /T:N,[0-9]+ .*IF ERRORLEVEL 2 GOTO END.*IF NOT ERRORLEVEL 1 GOTO END.*GOTO USE'
+    [[ $2 != *LETTER.BAT*WHICHDRV\ HD* || $2 =~ $asks ]] || fault "$1" 'takes a hard disk without a yes'
+}
+
+# check_calls NAME LINE PREVIOUS: what is called ships, by a path or by the search path.
+check_calls() {
+    local path
+    if [[ $2 =~ (^|[^A-Z])(CALL\ )?%(BOOT|VELDIR)%\\BIN\\([^\ %*]+\.BAT)(\ |$) ]]; then
+        path=bin/${BASH_REMATCH[4]}
+        find_in "$data/files/base_files" "$path" || fault "$1" "it calls BIN\\${BASH_REMATCH[4]}, which no base file becomes"
+    fi
+    # A free COMMAND.COM sets the exit code back when it calls a batch file.
+    [[ $2 != *ERRORLEVEL* || $3 != CALL\ * ]] || fault "$1" "the exit code does not survive a CALL: $2"
+    [[ ! $2 =~ (^|[^A-Z])EXTRACT(\.EXE)?( |$) ]] || fault "$1" "UNPACK unpacks, EXTRACT.EXE is on no disk: $2"
+}
+
 # Batch files on the floppy must be in the language of COMMAND.COM, not in that of later Windows.
 check_batch_file() {
-    local name label line
+    local name label line file text='' previous=''
     local -A labels=() heads=() wanted=()
     name=$(shown "$1")
+    file=${1##*/}
     local words='(^|[^A-Z])(SET /[AP]|FOR /|IF /I|IF (NOT )?(DEFINED|CMDEXTVERSION)|GOTO :|CALL :|EXIT /B|SETLOCAL|PUSHD)'
     local marks='%~|%(DATE|TIME|CD|RANDOM)%|&|\|\||[ =]2>| (EQU|NEQ|LSS|LEQ|GTR|GEQ) '
     while IFS= read -r line; do
         line=${line%$'\r'}
         line=${line^^}
         ((${#line} < 128)) || fault "$name" "a line has more than 127 characters: $line"
+        [[ $line != ECHO\ * || $line == *'>'* ]] || ((${#line} < 85)) || fault "$name" "a line is wider than the screen: $line"
         [[ $line != REM* ]] || continue
         if [[ $line =~ $words || $line =~ $marks ]]; then fault "$name" "not in the language of DOS: $line"; fi
         # DOS runs a pipe through temporary files, which it cannot write on this disk.
         [[ $line != *'|'* ]] || fault "$name" "a pipe needs a disk that can be written: $line"
-        [[ ! $line =~ \>A: ]] || fault "$name" "writes to A:, which may be write-protected: $line"
         if [[ $line == :* ]]; then
             label=${line#:}
             [[ -z ${heads[${label:0:8}]:-} ]] || fault "$name" "two labels begin with the same eight characters: $label"
@@ -125,17 +201,41 @@ check_batch_file() {
             heads[${label:0:8}]=1
         fi
         if [[ $line =~ (^|[^A-Z])GOTO\ ([^\ ]+) ]]; then wanted[${BASH_REMATCH[2]}]=1; fi
-        if [[ $line =~ CALL\ A:\\([^\ %]+)(\ |$) ]]; then
-            find_in "$data/files/base_files" "${BASH_REMATCH[1]}" ||
-                fault "$name" "it calls A:\\${BASH_REMATCH[1]}, which no base file becomes"
-        fi
+        check_drives "$name" "$file" "$line"
+        check_writes "$name" "$file" "$line"
+        check_calls "$name" "$line" "$previous"
+        text+=" $line"
+        previous=$line
     done <"$1"
+    check_agreement "$name" "$text"
     for label in "${!wanted[@]}"; do [[ -n ${labels[$label]:-} ]] || fault "$name" "there is no label $label"; done
 }
 check_batch_files() {
     local file
     while IFS= read -r -d '' file; do check_batch_file "$file"; done < <(
         find "$data/files" "$demo/files" "$demo/modules" "$data/plugins"/*/ -type f -iname '*.bat' -print0)
+}
+
+# devices FILE: the files that a CONFIG.SYS loads, as paths on the disk and sorted.
+devices() {
+    tr -d '\r' <"$1" | sed -n -E 's/^([0-9]+\?)?(DEVICE(HIGH)?|SHELL|INSTALL)=\\?([^ ]*).*/\4/p' | sort -u
+}
+
+# CONFIG.SYS and its twin for FreeDOS, which has another language for menus.
+check_config_sys() {
+    local file twin
+    for file in "$data/files/base_files/CONFIG.SYS" "$data/files/config"/*.CFG; do
+        twin=${file%.CFG}.FD
+        [[ $file == *.CFG ]] || twin=$data/files/base_files/FDCONFIG.SYS
+        if [[ ! -f $twin ]]; then
+            fault "$(shown "$file")" 'there is no twin for FreeDOS'
+            continue
+        fi
+        diff -q <(devices "$file") <(devices "$twin") >/dev/null || fault "$(shown "$twin")" "loads other files than $(shown "$file")"
+        while read -r line; do
+            fault "$(shown "$file")" "names a drive: $line"
+        done < <(tr -d '\r' <"$file" | cat - "$twin" | grep -E '=[A-Za-z]:')
+    done
 }
 
 # read_ini FILE: fills ini with the values of an INI file, by SECTION/KEY; the first of two lines with one key counts.
@@ -225,7 +325,7 @@ folder_bytes() {
 
 # check_configuration FILE FOLDER...: reads FILE as the program does. The sources are looked for in FOLDERs.
 check_configuration() {
-    local file=$1 disk name line section='' left right number=0 succeeded=no found size source base destination
+    local file=$1 disk name line section='' left right number=0 succeeded=no found size source base destination built config
     shift
     local -a folders=("$@")
     local -A onDisk=() moduleBytes=() baseFiles=()
@@ -309,8 +409,12 @@ check_configuration() {
         succeeded=yes
         source=${left%'\*.*'}
         size=0
+        built=${left,,}
+        built=${built##*\\}
         if [[ $source == "$left" && -n ${dosBytes[${left,,}]:-} ]]; then
             size=${dosBytes[${left,,}]}
+        elif [[ ${left,,} == 'files\realmode\'* && -n ${builtBytes[$built]:-} ]]; then
+            size=${builtBytes[$built]}
         elif resolve "$source"; then
             found=$REPLY
             if [[ -d $found && $source != "$left" ]]; then
@@ -346,7 +450,7 @@ check_configuration() {
         fi
         [[ -z ${onDisk[${right,,}]:-} ]] || fault "$where" "another line has the same target: $right"
         onDisk[${right,,}]=1
-        [[ -n ${baseFiles[${right,,}]:-} && ${right^^} != CONFIG.SYS ]] && fault "$where" "a base file is replaced: $right"
+        [[ -n ${baseFiles[${right,,}]:-} && ${right^^} != *CONFIG.SYS ]] && fault "$where" "a base file is replaced: $right"
         total=$((total + size))
         if [[ $section == '[Copy_Files]' && ${left,,} == io.sys && $right == IO.SYS ]]; then hasIo=yes; fi
         if [[ $section == '[Copy_Files]' && ${left,,} == command.com && $right == COMMAND.COM ]]; then hasCommand=yes; fi
@@ -356,10 +460,21 @@ check_configuration() {
     [[ $hasIo == yes ]] || fault "$name" 'the disk gets no IO.SYS'
     [[ $hasCommand == yes ]] || fault "$name" 'the disk gets no COMMAND.COM'
     [[ -n ${onDisk['bin\choice.com']:-} ]] || fault "$name" 'the disk gets no BIN\CHOICE.COM, which the menu needs'
-    [[ -n ${onDisk['himem.sys']:-} ]] || fault "$name" 'the disk gets no HIMEM.SYS, which CONFIG.SYS loads'
+    for built in whichdrv.com findram.com boothd.com; do
+        [[ -n ${onDisk["bin\\$built"]:-} ]] || fault "$name" "the disk gets no BIN\\${built^^}, which the base files start"
+    done
     if ((${#moduleBytes[@]} > 0)) || grep -q '^\[Create_CABs\]' "$file"; then
-        [[ -n ${onDisk['bin\extract.exe']:-} ]] || fault "$name" 'the disk has modules but no BIN\EXTRACT.EXE'
+        [[ -n ${onDisk['bin\unpack.exe']:-} ]] || fault "$name" 'the disk has modules but no BIN\UNPACK.EXE'
     fi
+    [[ -z ${onDisk['bin\extract.exe']:-} ]] || fault "$name" 'BIN\EXTRACT.EXE serves nothing on a disk'
+    config=$(sed -n -E 's/^files\\config\\(.*)\.CFG=CONFIG\.SYS\r$/\1/p' "$file")
+    found=$(sed -n -E 's/^files\\config\\(.*)\.FD=FDCONFIG\.SYS\r$/\1/p' "$file")
+    [[ $config == "$found" ]] || fault "$name" 'CONFIG.SYS and FDCONFIG.SYS come from different files'
+    found=$data/files/base_files/CONFIG.SYS
+    [[ -z $config ]] || found=$data/files/config/$config.CFG
+    while read -r built; do
+        [[ -n ${onDisk[${built,,}]:-} ]] || fault "$name" "CONFIG.SYS loads $built, which the disk does not get"
+    done < <(devices "$found")
     # Modules count with their unpacked size: packed they are smaller.
     if [[ $verbose == yes ]]; then echo "$name: at most $total of $diskBytes bytes"; fi
     ((total <= diskBytes)) || fault "$name" "about $total bytes do not fit on a disk of $diskBytes"
@@ -406,7 +521,7 @@ check_plugins() {
 # shellcheck source=tests/data/check-answers.sh
 . "$(dirname "${BASH_SOURCE[0]}")/check-answers.sh"
 
-checks=(text_files names batch_files catalogue driver_store sample_drivers configurations templates plugins shipped)
+checks=(text_files names batch_files config_sys catalogue driver_store sample_drivers configurations templates plugins shipped)
 if (($# > 1)); then checks=("${@:2}"); fi
 for check in "${checks[@]}"; do "check_$check"; done
 if ((faults > 0)); then

@@ -23,7 +23,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 GUIDES = ['your-own-files.md', 'disk-configuration.md', 'modules.md', 'disk-catalogue.md', 'drivers.md', 'plugins.md',
           'setup-modules.md']
 # What the guides assume that the reader has.
-OWN_FILES = ['C:\\work\\E1000.DOS', 'dos\\RAMDRIVE.SYS']
+OWN_FILES = ['C:\\work\\E1000.DOS', 'dos\\KEYB.COM', 'dos\\KEYBOARD.SYS']
 # The guides have at least this many blocks of each kind, so that a misspelt mark is noticed.
 FEWEST = {'file': 11, 'keys': 4, 'disk': 8, 'lines': 2, 'typed': 11}
 BLOCK = re.compile(r'(?:^<!-- (\w+): ([^\n]*) -->\n)?^```(?:\w*)\n(.*?)^```$', re.MULTILINE | re.DOTALL)

@@ -22,7 +22,7 @@ class WizardPictures : public WizardTest, public testing::WithParamInterface<int
         for (const char* driver : {"ASPI\\ASPI8DOS", "NDIS\\E100B", "NDIS\\EL90X", "NDIS\\RTL8139"})
             custom += std::string(driver) + "\r\n";
         folder_.Write("files\\custom.ini", custom);
-        ::WritePrivateProfileStringA("Disks_List", "Count", "6", folder_.Path("files\\disklist.ini").c_str());
+        ::WritePrivateProfileStringA("Disks_List", "Count", "7", folder_.Path("files\\disklist.ini").c_str());
     }
 
     static void TakePictureOf(HWND window, const std::string& name) {

@@ -178,12 +178,14 @@ TEST(MissingFiles, TableKnowsEveryFileOfTheApplicationFolder) {
                               "LICENSE.txt",
                               "user-guide.html",
                               "keyfile.sample.txt",
+                              "more-dos.bat",
                               "plugins\\stamp",
                               "files\\cdrom.ini",
                               "files\\network.ini",
                               "files\\setup.ini",
                               "files\\tools.ini",
                               "files\\nwlan.ini",
+                              "files\\flash.ini",
                               "files\\demo.ini",
                               "files\\demonet.ini",
                               "files\\demoset.ini",
@@ -191,9 +193,12 @@ TEST(MissingFiles, TableKnowsEveryFileOfTheApplicationFolder) {
                               "files\\demoall.ini",
                               "files\\config",
                               "files\\cdrom",
+                              "files\\flash",
                               "files\\msnet",
                               "files\\nwlan",
                               "files\\scsi",
+                              "files\\realmode",
+                              "files\\freedos",
                               "drivers"}) {
         known.emplace_back(other);
     }

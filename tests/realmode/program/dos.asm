@@ -329,10 +329,19 @@ findLabel:
         mov     si, dx
         mov     al, [si]
         sub     al, "A"
-        cmp     cx, 8
-        jne     .otherUse
         cmp     word [si + 2], "\*"
         jne     .otherUse
+        cmp     cx, 8
+        je      .label
+        cmp     cx, 10h                 ; files and folders: there are none
+        jne     .otherUse
+        call    touch
+        jnc     .none
+        pop     si
+        pop     di
+        mov     ax, 83                  ; the handler of critical errors let the call fail
+        jmp     returnError
+.label:
         call    touch
         jc      .none
         cmp     byte [cs:di + disk.label], 0

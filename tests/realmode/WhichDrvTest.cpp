@@ -1,0 +1,107 @@
+#include <gtest/gtest.h>
+
+#include "tests/realmode/DiskTest.h"
+#include "tests/realmode/DosBox.h"
+#include "tests/realmode/ProgramRun.h"
+
+namespace realmode::testing {
+namespace {
+
+using tools::testing::Bytes;
+
+class WhichDrv : public ::testing::Test {
+ protected:
+    ProgramOutcome Run(const std::map<char, DosDrive>& drives, const std::string& tail = " HD") const {
+        return RunProgramOfDos(Files, {.Program = WHICHDRV, .Tail = tail, .Drives = drives});
+    }
+
+    void ExpectHardDisk(const std::map<char, DosDrive>& drives, int number) const {
+        const ProgramOutcome outcome = Run(drives);
+        EXPECT_EQ(outcome.ExitCode, number);
+        EXPECT_EQ(outcome.Output + outcome.Errors, "");
+    }
+
+    const tools::testing::TestFolder Files;
+    const DosDrive Floppy{.CanNotBeRemoved = 0};
+    const DosDrive VelRam{.Driver = "VELRAM "};
+    const DosDrive RamDrive{.CanNotBeRemoved = 2, .Label = "MS-RAMDR.IVE"};
+};
+
+TEST_F(WhichDrv, TheHardDiskIsTheFirstThatCanBeRead) {
+    ExpectHardDisk({{'A', Floppy}, {'C', {}}, {'D', {}}}, 3);
+    DosDrive unready;
+    unready.IsReady = false;
+    ExpectHardDisk({{'C', unready}, {'D', {}}}, 4);
+    ExpectHardDisk({{'C', unready}}, 0);
+    ExpectHardDisk({{'Z', {}}}, 26);
+}
+
+TEST_F(WhichDrv, ARamDriveIsNoHardDisk) {
+    ExpectHardDisk({{'C', VelRam}, {'D', RamDrive}}, 0);
+    ExpectHardDisk({{'C', VelRam}, {'D', RamDrive}, {'E', {}}}, 5);
+}
+
+TEST_F(WhichDrv, NoFloppyAndNoDriveOfTheNetIsAHardDiskOrTouched) {
+    DosDrive remote;
+    remote.Attributes = 0x1000;
+    const ProgramOutcome outcome = Run({{'A', Floppy}, {'C', Floppy}, {'D', remote}});
+    EXPECT_EQ(outcome.ExitCode, 0);
+    EXPECT_EQ(outcome.Touched, "");
+}
+
+TEST_F(WhichDrv, OtherArgumentsAreALineAndNoDrive) {
+    for (const std::string tail : {" /?", " HDD", " H", " C", " HD CD", " CDR"}) {
+        const ProgramOutcome outcome = Run({{'C', {}}}, tail);
+        EXPECT_EQ(outcome.ExitCode, 0) << tail;
+        EXPECT_EQ(outcome.Errors, "WHICHDRV [CD | CDROM | HD]: ends with the number of the drive\r\n") << tail;
+    }
+    EXPECT_EQ(Run({{'D', {}}}, " \thd ").ExitCode, 4);
+}
+
+/// Folders that DOSBox presents as drives.
+class WhichDrvInDosBox : public ::testing::Test {
+ protected:
+    /// What the disk's LETTER.BAT makes of the program's answers, a line each.
+    std::string Letters(const std::vector<std::string>& setUp, const std::vector<std::string>& arguments) const {
+        Files.Write("c/WHICHDRV.COM", FileAt(WHICHDRV));
+        Files.Write("c/LETTER.BAT", FileAt(LETTER_BAT));
+        std::string batch = "@ECHO OFF\r\n";
+        for (const std::string& argument : arguments) {
+            batch += "CALL C:\\LETTER.BAT X C:\\WHICHDRV " + argument + "\r\nECHO %X%. >>C:\\OUT.TXT\r\n";
+        }
+        Files.Write("c/TRY.BAT", batch);
+        std::vector<std::string> commands = setUp;
+        commands.emplace_back("call C:\\TRY.BAT");
+        RunInDosBox(Files, commands);
+        const Bytes out = Files.Read("c/OUT.TXT");
+        return {out.begin(), out.end()};
+    }
+
+    std::string Mount(const std::string& letter, const std::string& options) const {
+        Files.MakeFolder(letter);
+        return "mount " + letter + " \"" + Files.Text(letter) + "\" " + options;
+    }
+
+    const tools::testing::TestFolder Files;
+};
+
+TEST_F(WhichDrvInDosBox, NamesTheCurrentDrive) {
+    EXPECT_EQ(Letters({Mount("e", ""), "e:"}, {"", ""}), "E:.\r\nE:.\r\n");
+}
+
+TEST_F(WhichDrvInDosBox, WithoutACdThereIsNone) {
+    EXPECT_EQ(Letters({Mount("r", "")}, {"CD", "CDROM", "HD"}), ".\r\n.\r\nC:.\r\n");
+}
+
+TEST_F(WhichDrvInDosBox, FindsTheCdWhateverItsLetter) {
+    Files.Write("m/SETUP.EXE", "");
+    EXPECT_EQ(Letters({Mount("m", "-t cdrom")}, {"CD", "cdrom"}), "M:.\r\nM:.\r\n");
+}
+
+TEST_F(WhichDrvInDosBox, PrefersTheDriveWithADiscThatCanBeRead) {
+    Files.Write("m/SETUP.EXE", "");
+    EXPECT_EQ(Letters({Mount("l", "-t cdrom"), Mount("m", "-t cdrom")}, {"CDROM", "CD"}), "L:.\r\nM:.\r\n");
+}
+
+}  // namespace
+}  // namespace realmode::testing
