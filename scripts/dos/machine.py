@@ -37,7 +37,7 @@ class Machine:
     """One PC, from the moment that it is switched on; `with` switches it off. `folder` is for files of its own. `options` are
     further words for QEMU, `limit` the seconds that each wait lasts at most."""
 
-    def __init__(self, image, folder, options=(), limit=600):
+    def __init__(self, image, folder, options=(), limit=240):
         self.transcript = Transcript()
         self._limit = limit
         self._dump = pathlib.Path(folder) / 'memory'
@@ -55,15 +55,15 @@ class Machine:
                 stdin=subprocess.DEVNULL, stdout=self._log, stderr=subprocess.STDOUT)
             try:
                 self._socket = listener.accept()[0]
-            except OSError:
+                self._socket.settimeout(limit)
+                self._stream = self._socket.makefile('rw', encoding='utf-8')
+                self._stream.readline()  # its greeting
+                self._do('qmp_capabilities')
+            except (OSError, EOFError):
                 self._process.kill()
                 self._process.wait()
                 self._log.seek(0)
                 raise RuntimeError('QEMU did not start: ' + self._log.read()) from None
-        self._socket.settimeout(limit)
-        self._stream = self._socket.makefile('rw', encoding='utf-8')
-        self._stream.readline()  # its greeting
-        self._do('qmp_capabilities')
 
     def __enter__(self):
         return self

@@ -7,6 +7,8 @@ disk; the exit code is 0 only when nothing failed."""
 
 import hashlib
 import pathlib
+import re
+import signal
 import sys
 import tempfile
 import traceback
@@ -81,11 +83,12 @@ class Starter:
 
 
 def key_of(lines, text):
-    """The key of a menu's line: the first word of the last line that holds the text and begins with a single letter or digit."""
+    """The key of a line of the menu: the letter or digit that two spaces follow, nearest before the text. Of several lines with the
+    text the last one counts."""
     for line in reversed(lines):
-        key, _, rest = line.strip().partition(' ')
-        if len(key) == 1 and text in rest:
-            return key.lower()
+        keys = re.findall(r'(?<!\S)(\w)(?=  )', line[:line.find(text)] if text in line else '')
+        if keys:
+            return keys[-1].lower()
     return None
 
 
@@ -120,7 +123,7 @@ def line_of(disk, passed, failed, missing):
     return f'{disk:<9} ' + ('; '.join(parts) or 'FAILED nothing is planned for it')
 
 
-def run_disk(disk, runs, dos, images, logs, limit=600):
+def run_disk(disk, runs, dos, images, logs, limit=240):
     """Follows all runs of a disk, prints its line and returns whether nothing failed and something passed."""
     passed, failed, missing = [], [], []
     image = pathlib.Path(images) / f'{disk}.img'
@@ -145,6 +148,8 @@ def run_disk(disk, runs, dos, images, logs, limit=600):
 def main(arguments):
     if len(arguments) < 4:
         sys.exit(__doc__)
+    # A machine that runs is switched off on the way out.
+    signal.signal(signal.SIGTERM, lambda number, frame: sys.exit(128 + number))
     plan, dos, images, logs = (pathlib.Path(argument) for argument in arguments[:4])
     disks = read_plan(plan.read_text(encoding='utf-8'))
     good = True

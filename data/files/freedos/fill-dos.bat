@@ -53,18 +53,15 @@ call :required XCOPY32.EXE
 call :required XCOPY32.MOD
 
 rem What the disks take besides when it is there.
-call :optional CDROM.SYS XCDROM.SYS UIDE.SYS UDVD2.SYS ATAPICDD.SYS
-call :optional CDROM2.SYS GCDROM.SYS
-call :optional MSCDEX.EXE SHSUCDX.COM SHSUCDX.EXE SHCDX33F.COM
+call :optional CDROM.SYS XCDROM.SYS UIDE.SYS UDVD2.SYS GCDROM.SYS ATAPICDD.SYS
+call :optional MSCDEX.EXE SHSUCDX.COM SHSUCDX.EXE
 call :optional DEVLOAD.COM DEVLOAD.EXE
 call :optional KEYB.COM KEYB.EXE
-for %%f in (KEYBOARD KEYBRD2 KEYBRD3 KEYBRD4 COUNTRY) do call :optional %%f.SYS
-call :optional MOUSE.COM CTMOUSE.EXE CTMOUSE.COM
+for %%f in (KEYBOARD KEYBRD2 KEYBRD3 KEYBRD4) do call :optional %%f.SYS
 call :optional DOSKEY.COM DOSKEY.EXE
+call :optional MOUSE.COM CTMOUSE.EXE CTMOUSE.COM
 call :optional CHKDSK.EXE CHKDSK.COM
-call :optional DEBUG.COM DEBUG.EXE
-call :optional FIND.EXE FIND.COM
-call :optional FDAPM.COM
+call :optional DEBUG.EXE DEBUG.COM
 
 if defined failed goto failed
 echo dos\ is filled from %from%.

@@ -126,6 +126,7 @@ class LineTest(unittest.TestCase):
         lines = ['  1  Say hello', '  2  Say goodbye', '     Say nothing', '  H  Help with hello', '  2  Say hello again']
         self.assertEqual(disks.key_of(lines, 'Say goodbye'), '2')
         self.assertEqual(disks.key_of(lines, 'Help'), 'h')
+        self.assertEqual(disks.key_of(['  1  US   2  A key   B  Back', ' UK'], 'A key'), '2')
         self.assertEqual(disks.key_of(lines, 'Say hello'), '2')
         self.assertIsNone(disks.key_of(lines, 'Say nothing'))
 
