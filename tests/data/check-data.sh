@@ -44,6 +44,7 @@ dosBytes+=(
 # The programs that are assembled when the application is built, and at most so many bytes long.
 declare -A builtBytes=(
     [velram.sys]=4096 [findram.com]=1024 [whichdrv.com]=1024 [pcifind.com]=2048 [boothd.com]=1024 [unpack.exe]=17000
+    [io.sys]=2048
 )
 diskBytes=$((2847 * 512))
 
@@ -92,11 +93,14 @@ check_text_files() {
     done < <(grep -l -Z $'[^\r -~]\|\r.' "${files[@]}")
 }
 
+# What is in this folder runs on Windows.
+windowsFolder=$data/files/freedos/
+
 # Names that become names on the floppy: files in capitals, folders in either case, both 8.3.
 check_names() {
     local folder path name
     for folder in "$data/files"/*/ "$data/plugins"/*/ "$demo/files"/*/ "$demo/modules"/; do
-        [[ -d $folder && $(basename "$folder") != inf_files ]] || continue
+        [[ -d $folder && $(basename "$folder") != inf_files && $folder != "$windowsFolder" ]] || continue
         while IFS= read -r -d '' path; do
             name=${path##*/}
             if [[ -d $path ]]; then
@@ -213,7 +217,8 @@ check_batch_file() {
 check_batch_files() {
     local file
     while IFS= read -r -d '' file; do check_batch_file "$file"; done < <(
-        find "$data/files" "$demo/files" "$demo/modules" "$data/plugins"/*/ -type f -iname '*.bat' -print0)
+        find "$data/files" "$demo/files" "$demo/modules" "$data/plugins"/*/ -path "${windowsFolder%/}" -prune -o \
+            -type f -iname '*.bat' -print0)
 }
 
 # devices FILE: the files that a CONFIG.SYS loads, as paths on the disk and sorted.
@@ -413,8 +418,10 @@ check_configuration() {
         built=${built##*\\}
         if [[ $source == "$left" && -n ${dosBytes[${left,,}]:-} ]]; then
             size=${dosBytes[${left,,}]}
-        elif [[ ${left,,} == files\\realmode\\* && -n ${builtBytes[$built]:-} ]]; then
+        elif [[ ${left,,} =~ ^'files\'(realmode|freedos)'\' && -n ${builtBytes[$built]:-} ]]; then
             size=${builtBytes[$built]}
+        elif [[ ${left,,} == kernel.sys && $disk == freedos ]]; then
+            size=159744  # the most that its IO.SYS loads
         elif resolve "$source"; then
             found=$REPLY
             if [[ -d $found && $source != "$left" ]]; then
@@ -452,7 +459,7 @@ check_configuration() {
         onDisk[${right,,}]=1
         [[ -n ${baseFiles[${right,,}]:-} && ${right^^} != *CONFIG.SYS ]] && fault "$where" "a base file is replaced: $right"
         total=$((total + size))
-        if [[ $section == '[Copy_Files]' && ${left,,} == io.sys && $right == IO.SYS ]]; then hasIo=yes; fi
+        if [[ $section == '[Copy_Files]' && ${left##*\\} =~ ^[Ii][Oo]\.[Ss][Yy][Ss]$ && $right == IO.SYS ]]; then hasIo=yes; fi
         if [[ $section == '[Copy_Files]' && ${left,,} == command.com && $right == COMMAND.COM ]]; then hasCommand=yes; fi
     done <"$file"
     unset -f resolve

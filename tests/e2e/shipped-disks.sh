@@ -8,6 +8,8 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 [ ! -e "$1/dos" ] || fail "$1 comes with a folder dos: stand-ins must not ship"
 copy_application "$1"
 cp -a "$2" "$application/dos"
+# The disk for a free DOS has an IO.SYS of ours, which starts this file.
+printf 'stands for a kernel' >"$application/dos/KERNEL.SYS"
 
 mapfile -t disks < <(tr -d '\r' <"$application/files/disklist.ini" | sed -n 's/^Name=//p')
 count=$(tr -d '\r' <"$application/files/disklist.ini" | sed -n 's/^Count=//p')
@@ -20,7 +22,9 @@ for disk in custom "${disks[@]}"; do
         run_program -t "${type%:*}" "$disk" "out\\$disk-${type%:*}.img"
         check_image "$image" "${type#*:}"
         for file in IO.SYS COMMAND.COM; do
-            mtype -i "$image" "::$file" | cmp - "$(find_any_case "$application/dos" "$file")" ||
+            source=$application/dos
+            [ "$disk-$file" != freedos-IO.SYS ] || source=$application/files/freedos
+            mtype -i "$image" "::$file" | cmp - "$(find_any_case "$source" "$file")" ||
                 fail "$disk: $file on the disk is not the file of DOS"
         done
     done

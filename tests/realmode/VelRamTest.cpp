@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "tests/realmode/DiskTest.h"
-#include "tests/realmode/Machine.h"
+#include "tests/realmode/DriverRun.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/TestFolder.h"
 #include "tools/shared/ByteOrder.h"
@@ -18,21 +18,8 @@ using tools::GetU16;
 using tools::GetU32;
 using tools::testing::Bytes;
 
-// velram/dos.asm
-constexpr std::size_t kGiven = 0x1000;
-constexpr std::size_t kArguments = 6;
-constexpr std::size_t kDriver = 0x40;
-constexpr std::size_t kScript = 0x2040;
-constexpr std::size_t kLoaded = 120 * kSector;
-constexpr unsigned kArgumentsSegment = 0x800 + (kGiven + kArguments) / 16;
-constexpr unsigned kArgumentsOffset = (kGiven + kArguments) % 16;
-constexpr unsigned kBufferSegment = 0x4000;
-constexpr unsigned kDriverSegment = 0x2000;
-
-constexpr unsigned kDone = 0x0100;
 constexpr unsigned kBusy = 0x0200;
 constexpr unsigned kUnknownUnit = 0x8101;
-constexpr unsigned kUnknownCommand = 0x8103;
 constexpr unsigned kNoSector = 0x8108;
 constexpr unsigned kWriteFault = 0x810A;
 constexpr unsigned kReadFault = 0x810B;
@@ -41,48 +28,9 @@ constexpr std::uint8_t kRead = 4;
 constexpr std::uint8_t kWrite = 8;
 constexpr std::uint8_t kWriteVerify = 9;
 
-/// What is there when the driver is loaded.
-struct Surroundings {
-    bool HasXms = true;
-    unsigned FreeKb = 4096;
-    unsigned FailingFunction = 0;
-    unsigned DosVersion = 7;
-    std::string Line = "A:\\VELRAM.SYS\r\n";
-};
-
-/// What the driver did with the requests of one run.
-struct Outcome {
-    std::string Printed;
-    std::vector<Bytes> Requests;  ///< as they are afterwards
-    std::vector<Bytes> Dumps;
-    bool GaveMemoryBack = false;
-    std::string Faults;  ///< empty when the driver kept the rules
-    bool IsComplete = false;
-
-    unsigned Status(std::size_t request) const { return GetU16(Requests.at(request).data() + 3); }
-    unsigned Word(std::size_t request, std::size_t at) const {
-        return GetU16(Requests.at(request).data() + at);
-    }
-};
-
-Bytes Request(std::uint8_t command, std::uint8_t length) {
-    Bytes request(32);
-    request[0] = length;
-    request[2] = command;
-    return request;
-}
-
-Bytes InitRequest() {
-    Bytes request = Request(0, 0x19);
-    tools::PutU16(request.data() + 0x12, kArgumentsOffset);
-    tools::PutU16(request.data() + 0x14, kArgumentsSegment);
-    request[0x16] = 3;  // the letter D
-    return request;
-}
-
 /// A transfer with a 16-bit sector number, as a DOS before version 4 asks for it.
 Bytes ShortTransfer(std::uint8_t command, unsigned start, unsigned count) {
-    Bytes request = Request(command, 0x16);
+    Bytes request = DriverRequest(command, 0x16);
     tools::PutU16(request.data() + 0x10, kBufferSegment);
     tools::PutU16(request.data() + 0x12, count);
     tools::PutU16(request.data() + 0x14, start);
@@ -104,34 +52,6 @@ Bytes Pattern(std::size_t count, unsigned first) {
     for (std::size_t at = 0; at < count; at += 2, first += 0x9E37)
         tools::PutU16(pattern.data() + at, first & 0xFFFF);
     return pattern;
-}
-
-Outcome ParsedReport(const Bytes& report) {
-    Outcome outcome;
-    const auto piece = [&report](std::size_t at, std::size_t count) {
-        const auto begin = report.begin() + static_cast<std::ptrdiff_t>(at);
-        return Bytes(begin, begin + static_cast<std::ptrdiff_t>(count));
-    };
-    for (std::size_t at = 0; at < report.size();) {
-        const char kind = static_cast<char>(report[at++]);
-        if (kind == 'R') {
-            outcome.Requests.push_back(piece(at, 32));
-            at += 32;
-        } else if (kind == 'D') {
-            const std::size_t count = GetU16(report.data() + at);
-            outcome.Dumps.push_back(piece(at + 2, count));
-            at += 2 + count;
-        } else if (kind == 'T') {
-            outcome.Printed += static_cast<char>(report.at(at++));
-        } else if (kind == 'F') {
-            outcome.GaveMemoryBack = true;
-        } else if (kind == 'E') {
-            outcome.IsComplete = true;
-        } else {
-            outcome.Faults += kind;
-        }
-    }
-    return outcome;
 }
 
 class VelRam : public ::testing::Test {
@@ -156,28 +76,8 @@ class VelRam : public ::testing::Test {
         }
     }
 
-    Outcome Loaded(const Surroundings& around) {
-        Bytes image = FileAt(DRIVER_DOS);
-        EXPECT_EQ(image.size(), kGiven);
-        image.resize(1'474'560);
-        std::uint8_t* const given = image.data() + kGiven;
-        tools::PutU16(given, around.HasXms ? 1 : 0);
-        tools::PutU16(given + 2, around.FreeKb);
-        given[4] = static_cast<std::uint8_t>(around.FailingFunction);
-        given[5] = static_cast<std::uint8_t>(around.DosVersion);
-        std::copy(around.Line.begin(), around.Line.end(), given + kArguments);
-        const Bytes driver = FileAt(VELRAM);
-        std::copy(driver.begin(), driver.end(), given + kDriver);
-        EXPECT_LE(kGiven + kScript + script_.size() + 1, kLoaded);
-        std::copy(script_.begin(), script_.end(), given + kScript);
-        Files.Write("disk.img", image);
-        Machine machine(Files.Text("disk.img"), Files.Text("report"), Machine::Display::Mirrored,
-                        {"-m", "96"});
-        EXPECT_EQ(machine.WaitForEnd(), 99) << machine.Text();
-        const Outcome outcome = ParsedReport(Files.Read("report"));
-        EXPECT_TRUE(outcome.IsComplete);
-        EXPECT_EQ(outcome.Faults, "");
-        return outcome;
+    Outcome Loaded(const Surroundings& around) const {
+        return RunDriver(Files, FileAt(VELRAM), around, script_);
     }
 
     /// A driver that stays out of the memory says why in one line.
@@ -272,7 +172,7 @@ class VelRamSize : public VelRam, public ::testing::WithParamInterface<Size> {};
 
 TEST_P(VelRamSize, MakesADriveInWhichCheckersFindNothing) {
     const auto [kilobytes, type, sectorsPerCluster] = GetParam();
-    Ask(Request(2, 0x16));
+    Ask(DriverRequest(2, 0x16));
     DumpDrive(1 + 256 + 8);
     const Outcome outcome =
         Loaded({.FreeKb = 65535, .Line = "VELRAM.SYS " + std::to_string(kilobytes) + "\r\n"});
@@ -362,12 +262,12 @@ TEST_F(VelRam, SaysWhichTransferTheXmsManagerRefused) {
 }
 
 TEST_F(VelRam, IsAFixedDiskWithOneLetterThatNeverChanges) {
-    Ask(Request(1, 0x13));
-    Ask(Request(13, 0x0D));
-    Ask(Request(14, 0x0D));
-    Ask(Request(15, 0x0D));
-    Ask(Request(23, 0x0D));
-    Ask(Request(24, 0x0D));
+    Ask(DriverRequest(1, 0x13));
+    Ask(DriverRequest(13, 0x0D));
+    Ask(DriverRequest(14, 0x0D));
+    Ask(DriverRequest(15, 0x0D));
+    Ask(DriverRequest(23, 0x0D));
+    Ask(DriverRequest(24, 0x0D));
     const Outcome outcome = Loaded({});
     EXPECT_EQ(outcome.Status(1), kDone);
     EXPECT_EQ(outcome.Requests[1][0x0E], 1) << "not changed";
@@ -382,7 +282,7 @@ TEST_F(VelRam, IsAFixedDiskWithOneLetterThatNeverChanges) {
 
 TEST_F(VelRam, RefusesCommandsAndUnitsThatItDoesNotKnow) {
     const std::uint8_t unknown[] = {3, 5, 10, 12, 16, 22, 26, 255};
-    for (const std::uint8_t command : unknown) Ask(Request(command, 0x16));
+    for (const std::uint8_t command : unknown) Ask(DriverRequest(command, 0x16));
     Bytes second = ShortTransfer(kRead, 0, 1);
     second[1] = 1;
     Ask(second);
@@ -393,7 +293,7 @@ TEST_F(VelRam, RefusesCommandsAndUnitsThatItDoesNotKnow) {
 }
 
 Bytes ControlRequest(std::uint8_t command, std::uint8_t function) {
-    Bytes request = Request(command, 0x17);
+    Bytes request = DriverRequest(command, 0x17);
     request[0x0D] = 8;
     request[0x0E] = function;
     tools::PutU16(request.data() + 0x15, kBufferSegment);

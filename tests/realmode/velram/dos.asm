@@ -196,9 +196,17 @@ int21:
         je      .version
         cmp     ah, 9
         je      .print
+        cmp     ah, 2
+        je      .letter
         mov     al, "U"
         out     0E9h, al
         mov     al, ah
+        out     0E9h, al
+        jmp     .done
+.letter:
+        mov     al, "T"
+        out     0E9h, al
+        mov     al, dl
         out     0E9h, al
         jmp     .done
 .print:

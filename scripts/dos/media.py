@@ -1,0 +1,62 @@
+"""What a PC is given besides its floppy: hard disks and a CD, created with mtools, NASM and bsdtar."""
+
+import pathlib
+import shutil
+import struct
+import subprocess
+
+_SECTOR = 512
+_TRACK, _HEADS, _CYLINDERS = 63, 16, 40
+_FIRST = _TRACK  # sector of the partition
+_SECTORS = _TRACK * _HEADS * _CYLINDERS
+HERE = pathlib.Path(__file__).resolve().parent
+
+
+def _run(*words):
+    subprocess.run([str(word) for word in words], check=True, stdout=subprocess.DEVNULL, stdin=subprocess.DEVNULL)
+
+
+def assemble(source, target):
+    """Assembles a source of this folder."""
+    _run('nasm', '-f', 'bin', '-w+all', '-Werror', '-o', target, HERE / source)
+
+
+def make_hard_disk(path, kind):
+    """Creates a hard disk of 20 MB. Of `kind`:
+
+    empty     without a partition, as bought
+    data      drive C: in use, its root holds only a folder
+    windows   drive C: on which a Windows has been set up, or is being
+    A start from any of them but the empty one says "The hard disk has started.\""""
+    with open(path, 'wb') as disk:
+        disk.truncate(_SECTORS * _SECTOR)
+    if kind == 'empty':
+        return
+    folder = {'data': 'GAMES', 'windows': 'WINDOWS'}[kind]
+    drive = f'{path}@@{_FIRST * _SECTOR}'
+    start = pathlib.Path(path).with_suffix('.start')
+    assemble('harddisk.asm', start)
+    entry = struct.pack('<B3sB3sII', 0x80, bytes([1, 1, 0]), 0x04, bytes([_HEADS - 1, _TRACK, _CYLINDERS - 1]), _FIRST, _SECTORS - _FIRST)
+    with open(path, 'r+b') as disk:
+        disk.write(start.read_bytes())
+        disk.seek(446)
+        disk.write(entry)
+        disk.seek(510)
+        disk.write(b'\x55\xaa')
+    _run('mformat', '-i', drive, '-T', _SECTORS - _FIRST, '-h', _HEADS, '-s', _TRACK, '-H', _FIRST, '-c', 4, '-v', 'DATA', '::')
+    _run('mmd', '-i', drive, f'::{folder}')
+    text = pathlib.Path(path).with_suffix('.txt')
+    text.write_bytes(b'Somebody needs this.\r\n')
+    _run('mcopy', '-i', drive, text, f'::{folder}/KEEP.TXT')
+
+
+def make_cd(path, folder):
+    """Creates a CD with a text and with stand-ins for the setups of Windows, which show their command lines. `folder` is for its
+    files."""
+    root = pathlib.Path(folder)
+    for name in ('WIN98/SETUP.EXE', 'I386/WINNT.EXE'):
+        (root / name).parent.mkdir(parents=True, exist_ok=True)
+        assemble('setup.asm', root / name)
+    (root / 'ONTHECD.TXT').write_bytes(b'This text is on the CD.\r\n')
+    _run('bsdtar', '-cf', path, '--format=iso9660', '--options=!rockridge,!joliet,volume-id=TESTCD', '-C', root, '.')
+    shutil.rmtree(root)

@@ -1,0 +1,56 @@
+#!/usr/bin/env bash
+# Tries the disks under a real DOS: test-dos.sh FOLDER [DISK...] fills dos\ from FOLDER, which holds a free DOS, with
+# files\freedos\fill-dos.bat, builds every disk of the catalogue and the demonstration's disk with the real program, starts
+# each in QEMU and compares what is on the screen with scripts/dos/disks.plan. With DISKs only these.
+#
+# Prints a line for each disk: what passed, what failed, and what could not be run because FOLDER has no such file, which is
+# no failure. The exit code is 0 only when nothing failed. What was on the screen of a start that failed is in build/test-dos.
+# The files of FOLDER get into nothing but a temporary copy of the application folder.
+set -euo pipefail
+shopt -s inherit_errexit
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+if [[ $# -lt 1 || ! -d $1 ]]; then
+    echo 'usage: test-dos.sh FOLDER [DISK...] (a folder with a free DOS: kernel/ and tools/)' >&2
+    exit 2
+fi
+from=$(realpath "$1")
+shift
+[ -x "$root/build/demo/velbooter.exe" ] || "$root/scripts/build.sh"
+
+work=$(mktemp -d)
+trap 'chmod -R u+w "$work" && rm -rf "$work"' EXIT
+app=$work/app
+cp -a "$root/build/demo" "$app"
+chmod -R u+w "$app"
+rm -r "$app/dos"  # the demonstration's stand-ins
+logs=$root/build/test-dos
+rm -rf "$logs"
+mkdir -p "$logs"
+
+disks=("$@")
+if [ ${#disks[@]} -eq 0 ]; then
+    mapfile -t disks < <(tr -d '\r' <"$root/data/files/disklist.ini" | sed -n 's/^Name=//p')
+    disks+=(custom demo)
+fi
+
+# wine_path PATH: as Windows programs see it; Z: is the root of this system.
+wine_path() { printf 'Z:%s' "${1//\//\\}"; }
+
+# build_images FOLDER DISK...: all on one screen, so that Wine starts only once. A disk without an image fails later, by its name.
+build_images() {
+    local disk status
+    "$root/scripts/wine.sh" cmd /c 'files\freedos\fill-dos.bat' "$1" || return 1
+    for disk in "${@:2}"; do
+        status=0
+        timeout 300 "$root/scripts/wine.sh" velbooter.exe -t 144 "$disk" "out\\$disk.img" || status=$?
+        echo "$disk: exit code $status"
+    done
+}
+export -f build_images
+export root
+if ! (cd "$app" && "$root/scripts/with-display.sh" bash -c 'build_images "$@"' build_images "$(wine_path "$from")" "${disks[@]}") \
+    >"$logs/build.log" 2>&1 </dev/null; then
+    cat "$logs/build.log" >&2
+    exit 1
+fi
+"$root/scripts/dos/run-disks.py" "$root/scripts/dos/disks.plan" "$app/dos" "$app/out" "$logs" "${disks[@]}"

@@ -1,0 +1,66 @@
+#include <gtest/gtest.h>
+
+#include "tests/realmode/DiskTest.h"
+#include "tests/realmode/DosBox.h"
+#include "tests/realmode/DriverRun.h"
+
+namespace realmode::testing {
+namespace {
+
+using tools::testing::Bytes;
+
+constexpr std::size_t kHeaderBytes = 32;
+
+class Absent : public ::testing::Test {
+ protected:
+    Outcome Loaded(const std::string& line, const std::vector<Bytes>& requests) const {
+        const Bytes program = FileAt(ABSENT);
+        Bytes script;
+        for (const Bytes& request : requests) {
+            script.push_back(1);
+            script.insert(script.end(), request.begin(), request.end());
+        }
+        return RunDriver(Files, Bytes(program.begin() + kHeaderBytes, program.end()), {.Line = line}, script);
+    }
+
+    std::string Text(const std::string& name) const {
+        const Bytes text = Files.Read(name);
+        return {text.begin(), text.end()};
+    }
+
+    const tools::testing::TestFolder Files;
+};
+
+TEST_F(Absent, SaysUnderWhichNameItWasStartedAndEndsWithOne) {
+    Files.Write("c/BIN/SYS.COM", FileAt(ABSENT));
+    Files.Write("c/PARENT.COM", FileAt(ABSENT_PARENT));
+    RunInDosBox(Files, {"parent >out.txt", "if errorlevel 1 echo one >>out.txt",
+                        "if errorlevel 2 echo two >>out.txt"});
+    EXPECT_EQ(Text("c/OUT.TXT"), "SYS.COM is not part of the DOS that this disk was built with.\r\none\r\n");
+}
+
+TEST_F(Absent, WritesNothingToTheStandardOutput) {
+    Files.Write("c/SMARTDRV.EXE", FileAt(ABSENT));
+    RunInDosBox(Files, {"smartdrv >out.txt", "echo done >>out.txt"});
+    EXPECT_EQ(Text("c/OUT.TXT"), "done\r\n");
+}
+
+TEST_F(Absent, AsADriverSaysSoAndStaysOut) {
+    for (const std::string line : {"A:\\EMM386.EXE NOEMS\r\n", "\\EMM386.EXE\r\n", "EMM386.EXE\tNOEMS\r\n"}) {
+        const Outcome outcome = Loaded(line, {InitRequest()});
+        EXPECT_EQ(outcome.Printed, "EMM386.EXE is not part of the DOS that this disk was built with.\r\n");
+        EXPECT_EQ(outcome.Status(0), kDone);
+        EXPECT_EQ(outcome.Requests[0][0x0D], 0) << "units";
+        EXPECT_EQ(outcome.Word(0, 0x0E), 0U) << "nothing stays";
+        EXPECT_EQ(outcome.Word(0, 0x10), kDriverSegment);
+    }
+}
+
+TEST_F(Absent, AsADriverKnowsNoOtherCommand) {
+    const Outcome outcome = Loaded("\\HIMEM.SYS\r\n", {DriverRequest(1, 0x13), DriverRequest(4, 0x16)});
+    EXPECT_EQ(outcome.Printed, "");
+    for (std::size_t request : {0, 1}) EXPECT_EQ(outcome.Status(request), kUnknownCommand) << request;
+}
+
+}  // namespace
+}  // namespace realmode::testing
