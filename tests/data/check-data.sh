@@ -418,7 +418,7 @@ check_configuration() {
         built=${built##*\\}
         if [[ $source == "$left" && -n ${dosBytes[${left,,}]:-} ]]; then
             size=${dosBytes[${left,,}]}
-        elif [[ ${left,,} =~ ^'files\'(realmode|freedos)'\' && -n ${builtBytes[$built]:-} ]]; then
+        elif [[ ${left,,} =~ ^files\\(realmode|freedos)\\ && -n ${builtBytes[$built]:-} ]]; then
             size=${builtBytes[$built]}
         elif [[ ${left,,} == kernel.sys && $disk == freedos ]]; then
             size=159744  # the most that its IO.SYS loads
