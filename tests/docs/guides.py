@@ -21,11 +21,12 @@ import tempfile
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 # In this order, as a reader would continue with the same folder.
 GUIDES = ['your-own-files.md', 'disk-configuration.md', 'modules.md', 'disk-catalogue.md', 'drivers.md', 'plugins.md',
-          'setup-modules.md']
+          'setup-modules.md', 'free-dos.md']
 # What the guides assume that the reader has.
-OWN_FILES = ['C:\\work\\E1000.DOS', 'dos\\KEYB.COM', 'dos\\KEYBOARD.SYS']
+OWN_FILES = ['C:\\work\\E1000.DOS', 'dos\\KEYB.COM', 'dos\\KEYBOARD.SYS', 'C:\\freedos\\KERNEL.SYS',
+             'C:\\freedos\\COMMAND.COM', 'C:\\freedos\\bin\\HIMEMX.EXE']
 # The guides have at least this many blocks of each kind, so that a misspelt mark is noticed.
-FEWEST = {'file': 11, 'keys': 4, 'disk': 8, 'lines': 2, 'typed': 11}
+FEWEST = {'file': 11, 'keys': 4, 'disk': 9, 'lines': 2, 'typed': 14}
 BLOCK = re.compile(r'(?:^<!-- (\w+): ([^\n]*) -->\n)?^```(?:\w*)\n(.*?)^```$', re.MULTILINE | re.DOTALL)
 PROMPT = re.compile(r'(C:[^>]*)> (.*)')
 IMAGE_BYTES = 1474560
@@ -80,9 +81,10 @@ class Machine:
         drive = 'Z:' + str(self.drive).replace('/', '\\') + '\\'
         words = command.replace('C:\\', drive).split()
         program = self.application / (words[0].split('\\')[-1] + '.exe')
+        run = [program, *words[1:]] if program.exists() else ['cmd', '/c', *words]
         with tempfile.TemporaryFile() as output:
             try:
-                status = subprocess.run([ROOT / 'scripts/wine.sh', program, *words[1:]], cwd=self.path(folder),
+                status = subprocess.run([ROOT / 'scripts/wine.sh', *run], cwd=self.path(folder),
                                         stdin=subprocess.DEVNULL, stdout=output, stderr=output, check=False,
                                         timeout=TIMEOUT_SECONDS).returncode
             except subprocess.TimeoutExpired:
