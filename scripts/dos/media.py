@@ -25,14 +25,14 @@ def make_hard_disk(path, kind):
     """Creates a hard disk of 20 MB. Of `kind`:
 
     empty     without a partition, as bought
-    data      drive C: in use, its root holds only a folder
-    windows   drive C: on which a Windows has been set up, or is being
+    data      drive C: in use, with a folder of somebody's files
+    windows   drive C: with a Windows, WIN.COM in its folder
     A start from any of them but the empty one says "The hard disk has started.\""""
     with open(path, 'wb') as disk:
         disk.truncate(_SECTORS * _SECTOR)
     if kind == 'empty':
         return
-    folder = {'data': 'GAMES', 'windows': 'WINDOWS'}[kind]
+    folder, name = {'data': ('GAMES', 'KEEP.TXT'), 'windows': ('WINDOWS', 'WIN.COM')}[kind]
     drive = f'{path}@@{_FIRST * _SECTOR}'
     start = pathlib.Path(path).with_suffix('.start')
     assemble('harddisk.asm', start)
@@ -47,7 +47,7 @@ def make_hard_disk(path, kind):
     _run('mmd', '-i', drive, f'::{folder}')
     text = pathlib.Path(path).with_suffix('.txt')
     text.write_bytes(b'Somebody needs this.\r\n')
-    _run('mcopy', '-i', drive, text, f'::{folder}/KEEP.TXT')
+    _run('mcopy', '-i', drive, text, f'::{folder}/{name}')
 
 
 def make_cd(path, folder):

@@ -34,14 +34,14 @@ class Absent : public ::testing::Test {
 TEST_F(Absent, SaysUnderWhichNameItWasStartedAndEndsWithOne) {
     Files.Write("c/BIN/SYS.COM", FileAt(ABSENT));
     Files.Write("c/PARENT.COM", FileAt(ABSENT_PARENT));
-    RunInDosBox(Files, {"parent >out.txt", "if errorlevel 1 echo one >>out.txt",
-                        "if errorlevel 2 echo two >>out.txt"});
+    RunInDosBox(Files.Path(), {"parent >out.txt", "if errorlevel 1 echo one >>out.txt",
+                               "if errorlevel 2 echo two >>out.txt"});
     EXPECT_EQ(Text("c/OUT.TXT"), "SYS.COM is not part of the DOS that this disk was built with.\r\none\r\n");
 }
 
 TEST_F(Absent, WritesNothingToTheStandardOutput) {
     Files.Write("c/SMARTDRV.EXE", FileAt(ABSENT));
-    RunInDosBox(Files, {"smartdrv >out.txt", "echo done >>out.txt"});
+    RunInDosBox(Files.Path(), {"smartdrv >out.txt", "echo done >>out.txt"});
     EXPECT_EQ(Text("c/OUT.TXT"), "done\r\n");
 }
 

@@ -2,33 +2,38 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "tests/support/RunProgram.h"
 
 namespace realmode::testing {
 
-void RunInDosBox(const tools::testing::TestFolder& files, const std::vector<std::string>& commands) {
-    files.MakeFolder("c");
-    files.MakeFolder("home");
-    files.Write("dosbox.conf", "[dos]\nums=true\n[mixer]\nnosound=true\n");
+void RunInDosBox(const std::filesystem::path& folder, const std::vector<std::string>& commands,
+                 const std::string& settings, int seconds) {
+    std::filesystem::create_directories(folder / "c");
+    std::filesystem::create_directories(folder / "home");
+    const std::filesystem::path configuration = folder / "dosbox.conf";
+    std::ofstream(configuration) << "[sdl]\noutput=surface\n[mixer]\nnosound=true\n[midi]\nmididevice=none\n"
+                                 << settings;
     // The first words keep DOSBox from the screen, the loudspeaker and the user's own settings.
     std::vector<std::string> words{"env",
                                    "SDL_VIDEODRIVER=dummy",
                                    "SDL_AUDIODRIVER=dummy",
-                                   "HOME=" + files.Text("home"),
+                                   "HOME=" + std::filesystem::absolute(folder / "home").string(),
                                    "timeout",
-                                   "60",
+                                   std::to_string(seconds),
                                    "dosbox",
                                    "-conf",
-                                   files.Text("dosbox.conf"),
+                                   configuration.string(),
                                    "-noconsole",
                                    "-c",
-                                   "mount c \"" + files.Text("c") + "\"",
+                                   "mount c \"" + (folder / "c").string() + "\"",
                                    "-c",
                                    "c:"};
     for (const std::string& command : commands) words.insert(words.end(), {"-c", command});
     words.insert(words.end(), {"-c", "exit"});
     const tools::testing::ProgramResult result = tools::testing::RunProgram(words);
-    EXPECT_EQ(result.ExitCode, 0) << result.Output;
+    EXPECT_EQ(result.ExitCode, 0) << result.All();
 }
 
 }  // namespace realmode::testing

@@ -151,7 +151,7 @@ class FindRamInDosBox : public FindRam {
         for (const char* folder : {"b", "d", "e", "f"}) Files.MakeFolder(folder);
         std::vector<std::string> commands = mounts;
         commands.emplace_back("call TRY.BAT");
-        RunInDosBox(Files, commands);
+        RunInDosBox(Files.Path(), commands);
         const Bytes out = Files.Read("c/OUT.TXT");
         return {out.begin(), out.end()};
     }

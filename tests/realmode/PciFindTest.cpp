@@ -144,8 +144,8 @@ TEST_F(PciFind, SaysThatThereIsNoPciBus) {
 
 TEST_F(PciFind, SaysThatThereIsNoPciBusInDosBox) {
     Files.Write("c/PCIFIND.COM", FileAt(PCIFIND));
-    RunInDosBox(Files, {"pcifind x >out.txt", "if errorlevel 2 echo two >>out.txt",
-                        "if errorlevel 3 echo three >>out.txt"});
+    RunInDosBox(Files.Path(), {"pcifind x >out.txt", "if errorlevel 2 echo two >>out.txt",
+                               "if errorlevel 3 echo three >>out.txt"});
     const Bytes out = Files.Read("c/OUT.TXT");
     EXPECT_EQ(std::string(out.begin(), out.end()), "two\r\n");
 }

@@ -90,7 +90,7 @@ class WhichDrvInDosBox : public ::testing::Test {
         Files.Write("c/TRY.BAT", batch);
         std::vector<std::string> commands = setUp;
         commands.emplace_back("call C:\\TRY.BAT");
-        RunInDosBox(Files, commands);
+        RunInDosBox(Files.Path(), commands);
         const Bytes out = Files.Read("c/OUT.TXT");
         return {out.begin(), out.end()};
     }

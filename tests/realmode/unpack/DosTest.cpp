@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "tests/realmode/unpack/CabinetBuilder.h"
-#include "tests/realmode/unpack/DosBox.h"
+#include "tests/realmode/unpack/DosSession.h"
 #include "tests/realmode/unpack/FlatMachine.h"
 #include "tests/realmode/unpack/RandomFiles.h"
 #include "tests/realmode/unpack/Shell.h"
@@ -22,7 +22,7 @@ using tools::cabarc::testing::ReadBytes;
 using tools::cabarc::testing::RunCabarc;
 using tools::cabarc::testing::TreeOf;
 using tools::cabarc::testing::WriteBytes;
-using Keys = DosBox::Keys;
+using Keys = DosSession::Keys;
 
 /// A machine with the cabinets that a test puts on its drive C:.
 class UnpackOnDos : public tools::cabarc::testing::InTestFolder {
@@ -38,7 +38,7 @@ class UnpackOnDos : public tools::cabarc::testing::InTestFolder {
         return cabinet;
     }
 
-    static void ExpectFault(const DosBox::Result& result, int code, const std::string& line) {
+    static void ExpectFault(const DosSession::Result& result, int code, const std::string& line) {
         EXPECT_EQ(result.ExitCode, code) << line;
         ASSERT_FALSE(result.Lines.empty()) << line;
         EXPECT_EQ(result.Lines.back(), line);
@@ -46,7 +46,7 @@ class UnpackOnDos : public tools::cabarc::testing::InTestFolder {
 };
 
 TEST_F(UnpackOnDos, EveryMethodGivesTheFilesBack) {
-    DosBox dos;
+    DosSession dos;
     MakeRandomFiles("in", 11, 150'000);
     const std::vector<std::string> methods = {"NONE",   "MSZIP",  "LZX:15", "LZX:16", "LZX:17",
                                               "LZX:18", "LZX:19", "LZX:20", "LZX:21"};
@@ -71,7 +71,7 @@ TEST_F(UnpackOnDos, EveryMethodGivesTheFilesBack) {
 
 TEST_F(UnpackOnDos, TheWindowIsInXmsWhenItDoesNotFit) {
     MakeRandomFiles("in", 12, 500'000);
-    DosBox dos;
+    DosSession dos;
     Pack("LZX:21", "21.CAB");
     Pack("LZX:17", "17.CAB");
     Pack("MSZIP", "ZIP.CAB");
@@ -93,7 +93,7 @@ TEST_F(UnpackOnDos, TheWindowIsInXmsWhenItDoesNotFit) {
 
 TEST_F(UnpackOnDos, WithoutXmsTheWindowMustFit) {
     MakeRandomFiles("in", 13, 450'000);
-    DosBox dos(false);
+    DosSession dos(false);
     Pack("LZX:21", "LARGE.CAB");
     Pack("LZX:18", "SMALL.CAB");
     const std::size_t large = dos.Add("UNPACK.EXE LARGE.CAB LARGE");
@@ -108,7 +108,7 @@ TEST_F(UnpackOnDos, WithoutXmsTheWindowMustFit) {
 TEST_F(UnpackOnDos, TheXmsIsGivenBack) {
     // Each takes one of the three megabytes.
     MakeRandomFiles("in", 14, 550'000);
-    DosBox dos;
+    DosSession dos;
     Pack("LZX:20", "X.CAB");
     for (int i = 0; i < 6; ++i) dos.Add("UNPACK.EXE X.CAB OUT", 150, i % 2 == 0 ? Keys::None : Keys::Break);
     const auto results = dos.Run();
@@ -116,7 +116,7 @@ TEST_F(UnpackOnDos, TheXmsIsGivenBack) {
 }
 
 TEST_F(UnpackOnDos, TooLittleConventionalMemoryIsSaid) {
-    DosBox dos;
+    DosSession dos;
     WriteBytes("in/A", tools::testing::ProseBytes(100'000));
     Pack("LZX:21", "X.CAB");
     const auto result = dos.RunOne("UNPACK.EXE X.CAB OUT", 80);
@@ -124,7 +124,7 @@ TEST_F(UnpackOnDos, TooLittleConventionalMemoryIsSaid) {
 }
 
 TEST_F(UnpackOnDos, TimesAndAttributesAreRestored) {
-    DosBox dos;
+    DosSession dos;
     BuiltCabinet cabinet = Small();
     cabinet.Members = {{"PLAIN", 1, 0, 0, 0x20, 0x1234, 0xABCD}, {"HIDDEN", 2, 1, 0, 0xE7, 0x2345, 0xBCDE}};
     cabinet.Members.push_back({"EMPTY", 0, 3, 0, 0x00, 0x3456, 0x4DEF});
@@ -137,7 +137,7 @@ TEST_F(UnpackOnDos, TimesAndAttributesAreRestored) {
 }
 
 TEST_F(UnpackOnDos, TheTargetMayBeAnyFolder) {
-    DosBox dos;
+    DosSession dos;
     BuiltCabinet cabinet = Small("SUB\\F");
     WriteBytes("c/X.CAB", cabinet.Build());
     const std::vector<std::pair<std::string, std::string>> targets = {
@@ -155,7 +155,7 @@ TEST_F(UnpackOnDos, TheTargetMayBeAnyFolder) {
 }
 
 TEST_F(UnpackOnDos, ExistingFilesAreReplaced) {
-    DosBox dos;
+    DosSession dos;
     WriteBytes("c/OUT/F", Text("a much longer text than the one in the cabinet"));
     WriteBytes("c/X.CAB", Small().Build());
     EXPECT_EQ(dos.RunOne("UNPACK.EXE X.CAB OUT").ExitCode, 0);
@@ -163,7 +163,7 @@ TEST_F(UnpackOnDos, ExistingFilesAreReplaced) {
 }
 
 TEST_F(UnpackOnDos, AWrongCallGetsALineOfUsage) {
-    DosBox dos;
+    DosSession dos;
     WriteBytes("c/X.CAB", Small().Build());
     for (const char* arguments : {"", " /?", " X.CAB OUT MORE"})
         dos.Add(std::string("UNPACK.EXE") + arguments);
@@ -175,7 +175,7 @@ TEST_F(UnpackOnDos, AWrongCallGetsALineOfUsage) {
 }
 
 TEST_F(UnpackOnDos, EachRefusalHasItsLineAndItsExitCode) {
-    DosBox dos;
+    DosSession dos;
     const auto add = [&dos](const BuiltCabinet& cabinet, const std::string& name) {
         WriteBytes("c/" + name, cabinet.Build());
         return dos.Add("UNPACK.EXE " + name + " OUT");
@@ -214,7 +214,7 @@ TEST_F(UnpackOnDos, EachRefusalHasItsLineAndItsExitCode) {
 }
 
 TEST_F(UnpackOnDos, WhatStandsInTheWayIsNamed) {
-    DosBox dos;
+    DosSession dos;
     std::filesystem::create_directories("c/OUT/F");
     WriteBytes("c/OUT/SUB", Text("a file"));
     WriteBytes("c/F.CAB", Small().Build());
@@ -228,7 +228,7 @@ TEST_F(UnpackOnDos, WhatStandsInTheWayIsNamed) {
 }
 
 TEST_F(UnpackOnDos, AFullDiskIsNoticed) {
-    DosBox dos;
+    DosSession dos;
     ASSERT_EQ(RunShell("mformat -C -f 360 -i floppy.img ::").ExitCode, 0);
     WriteBytes("in/1FITS", tools::testing::NoiseBytes(200'000));
     WriteBytes("in/2TOO.BIG", tools::testing::NoiseBytes(200'000, 2));
@@ -241,7 +241,7 @@ TEST_F(UnpackOnDos, AFullDiskIsNoticed) {
 }
 
 TEST_F(UnpackOnDos, CtrlCStopsIt) {
-    DosBox dos;
+    DosSession dos;
     WriteBytes("in/LONG", tools::testing::NoiseBytes(200'000));
     Pack("MSZIP", "X.CAB");
     ExpectFault(dos.RunOne("UNPACK.EXE X.CAB OUT", 0, Keys::Break), 10, "UNPACK: X.CAB was stopped");

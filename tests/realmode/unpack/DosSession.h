@@ -1,13 +1,13 @@
 #pragma once
-// An emulated DOS in which the tests start programs: DOSBox, without a window. Its drive C: is the folder c
-// of the working folder.
+// Programs that are started one after the other in DOSBox by run.asm, which limits their memory, presses keys
+// and records how they end. Drive C: is the folder c of the working folder.
 
 #include <string>
 #include <vector>
 
 namespace realmode::unpack::testing {
 
-class DosBox {
+class DosSession {
  public:
     /// Keys that somebody presses while a program runs.
     enum class Keys { None, Break };
@@ -16,25 +16,25 @@ class DosBox {
     struct Result {
         int ExitCode = -1;               ///< -1 when it did not end
         std::vector<std::string> Lines;  ///< what it printed, to the screen and as errors
-        std::vector<std::string>
-            Stamps;  ///< the times and attributes that it gave to files, as run.asm says them
+        /// The times and attributes that it gave to files, as run.asm writes them.
+        std::vector<std::string> Stamps;
     };
 
-    /// Makes the folder c.
-    explicit DosBox(bool hasXms = true);
+    /// Creates the folder c with UNPACK.EXE in it.
+    explicit DosSession(bool hasXms = true);
 
-    /// Makes the image of a floppy of 360 KB drive A:.
+    /// Gives the PC a drive A: with the image of a 360 KB floppy.
     void InsertFloppy(const std::string& image) { floppy_ = image; }
 
-    /// Has `command`, a file of C: and its arguments, started. `kilobytes` of conventional memory are left to
-    /// it, 0 for all. Returns the number of its result.
+    /// Queues `command`, a file of C: and its arguments. It gets `kilobytes` of conventional memory, 0 for
+    /// all. Returns the index of its result.
     std::size_t Add(const std::string& command, unsigned kilobytes = 0, Keys keys = Keys::None);
 
-    /// Switches the emulator on for all commands, one after the other. Throws std::runtime_error when it does
-    /// not come to its end.
+    /// Runs all queued commands in one start of the emulator. Throws std::runtime_error when they do not all
+    /// end.
     std::vector<Result> Run();
 
-    /// Does both for a single command.
+    /// Adds a single command and runs it.
     Result RunOne(const std::string& command, unsigned kilobytes = 0, Keys keys = Keys::None);
 
  private:
