@@ -92,7 +92,7 @@ expect_modules() {
 expect_lists() {
     local driver cabinet
     if [[ $lists == no ]]; then
-        [[ ! -e $work/disk/ETC ]] || fail 'there are network lists on a disk without NDIS drivers'
+        ! compgen -G "$work/disk/ETC/_MSNET.*" >/dev/null || fail 'there are network lists on a disk without NDIS drivers'
         return 0
     fi
     printf '%s\r\n' '; This file is used to manual' '; select a network driver' ':_ndis "Select Network driver..." [x]' >"$work/nic"

@@ -4,7 +4,7 @@
 # each in QEMU and compares what is on the screen with scripts/dos/disks.plan. With DISKs only these.
 #
 # Prints a line for each disk: what passed, what failed, and what could not be run because FOLDER has no such file, which is
-# no failure. The exit code is 0 only when nothing failed. What was on the screen of a start that failed is in build/test-dos.
+# no failure. The disk firmware is the disk flash with a maker's file. The exit code is 0 only when nothing failed. What was on the screen of a start that failed is in build/test-dos.
 # The files of FOLDER get into nothing but a temporary copy of the application folder.
 set -euo pipefail
 shopt -s inherit_errexit
@@ -30,7 +30,7 @@ mkdir -p "$logs"
 disks=("$@")
 if [ ${#disks[@]} -eq 0 ]; then
     mapfile -t disks < <(tr -d '\r' <"$root/data/files/disklist.ini" | sed -n 's/^Name=//p')
-    disks+=(custom demo)
+    disks+=(custom demo firmware)
 fi
 
 # wine_path PATH: as Windows programs see it; Z: is the root of this system.
@@ -38,11 +38,17 @@ wine_path() { printf 'Z:%s' "${1//\//\\}"; }
 
 # build_images FOLDER DISK...: all on one screen, so that Wine starts only once. A disk without an image fails later, by its name.
 build_images() {
-    local disk status
+    local disk source status
     "$root/scripts/wine.sh" cmd /c 'files\freedos\fill-dos.bat' "$1" || return 1
     for disk in "${@:2}"; do
         status=0
-        timeout 300 "$root/scripts/wine.sh" velbooter.exe -t 144 "$disk" "out\\$disk.img" || status=$?
+        source=$disk
+        if [[ $disk == firmware ]]; then
+            mkdir -p files/flash/files
+            echo 'Stands for firmware.' >files/flash/files/FIRMWARE.BIN
+            source=flash
+        fi
+        timeout 300 "$root/scripts/wine.sh" velbooter.exe -t 144 "$source" "out\\$disk.img" || status=$?
         echo "$disk: exit code $status"
     done
 }

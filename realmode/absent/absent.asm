@@ -4,7 +4,8 @@
 ;
 ; The name is the one under which it was started: a program's from its environment (DOS 3.0 or later, otherwise the line begins
 ; with "This program"), a driver's from its line of CONFIG.SYS. A program writes the line to the error output and ends with
-; code 1, so that no batch file takes its work for done. A driver shows it while CONFIG.SYS is read and takes no memory and no
+; code 255, so that no batch file takes its work for done, nor, under the name of CHOICE, an answer for given: that is also
+; CHOICE's code for an error. A driver shows it while CONFIG.SYS is read and takes no memory and no
 ; letter.
 ;
 ; One file serves for both, and under any extension: DOS goes by the "MZ" at its start, and takes what follows the header for a
@@ -16,6 +17,7 @@
         bits    16
 
 kHeaderBytes    equ     32
+kExitCode       equ     255
 kStackBytes     equ     512
 kInit           equ     0               ; the only request that a driver without units gets
 kCommand        equ     2               ; offsets in a request
@@ -145,7 +147,7 @@ writeName:
         mov     dx, text
         mov     cx, textEnd - text
         call    write
-        mov     ax, 4C01h
+        mov     ax, 4C00h + kExitCode
         int     21h
 
 write:

@@ -3,6 +3,7 @@
 ;   WHICHDRV         the current drive. In AUTOEXEC.BAT that is the drive that DOS started from
 ;   WHICHDRV CD      the first CD-ROM drive with a disc that DOS can read
 ;   WHICHDRV CDROM   the first CD-ROM drive, with or without a disc
+;   WHICHDRV X:      that drive, if DOS can read it
 ;   WHICHDRV HD      the first hard disk drive that DOS can read: neither a RAM drive nor a CD nor a drive of the net
 ;
 ; Without such a drive it ends with 0; so it does after any other argument, with a line on the error output. CD-ROM drives are
@@ -88,6 +89,11 @@ notThisCd:
         loop    nextCd
         jmp     short none
 
+namedDrive:
+        call    isReadable
+        jnc     found
+        jmp     none
+
 hardDisk:
         mov     byte [drive], kFirstDrive
 nextDrive:
@@ -140,6 +146,21 @@ readArguments:
         mov     bx, currentDrive
         jz      argumentsDone
         dec     si
+        mov     al, [si]
+        and     al, 0DFh                ; a letter in upper case
+        sub     al, "A"
+        cmp     al, kDrives
+        jae     notNamed
+        cmp     byte [si + 1], ":"
+        jne     notNamed
+        mov     [drive], al
+        mov     bx, namedDrive
+        lodsw
+        call    skipSpace
+        jz      argumentsDone
+        stc
+        ret
+notNamed:
         mov     bx, anyCd
         mov     di, wordCdRom
         call    isWord
@@ -203,6 +224,6 @@ wordCd          db      "CD", 0
 wordCdRom       db      "CDROM", 0
 wordHd          db      "HD", 0
 textUsage:
-        db      "WHICHDRV [CD | CDROM | HD]: ends with the number of the drive", 13, 10
+        db      "WHICHDRV [CD | CDROM | HD | X:]: ends with the number of the drive", 13, 10
 textUsageEnd:
 cdDrives:                               ; kDrives bytes after the program

@@ -88,6 +88,9 @@ done
 expect 'takes a hard disk without a yes' $finddrv '/^CHOICE/d'
 expect 'takes a hard disk without a yes' $finddrv 's/T:N,60/T:Y,60/'
 expect 'takes a hard disk without a yes' $finddrv '/^IF NOT ERRORLEVEL 1/d'
+expect 'the exit code is not COPY'\''s' $finddrv '2a COPY A B\r\nIF ERRORLEVEL 1 GOTO BAD\r'
+expect 'without an answer it must' $finddrv 's/^IF ERRORLEVEL 2 GOTO END/IF ERRORLEVEL 3 GOTO END/'
+expect 'without an answer it must' data/files/dos_files/menu/DOS.BAT '/^IF ERRORLEVEL 5/d'
 expect 'the exit code does not survive a CALL' $menu '2a CALL HELP.BAT\r\nIF ERRORLEVEL 1 GOTO AGAIN\r'
 expect 'EXTRACT.EXE is on no disk' $menu '2a EXTRACT /Y X.CAB\r'
 expect 'wider than the screen' $menu "2a $(printf 'ECHO %080d' 0)\r"
@@ -104,8 +107,8 @@ expect_with 'there is no twin for FreeDOS' 'mv data/files/config/CLEAN.FD .' 'mv
 
 # The catalogue
 checks=(catalogue)
-expect 'but the sections are' $list 's/^Count=7/Count=8/'
-expect 'fewer than four disks' $list 's/^Count=7/Count=3/'
+expect 'but the sections are' $list 's/^Count=.*/Count=99\r/'
+expect 'fewer than four disks' $list 's/^Count=.*/Count=3\r/'
 expect 'there is no file key' $list '0,/^file=/{/^file=/d}'
 expect 'there is no file key' $list '/^file=tools/d'
 expect 'there is no file key' demo/disklist.rows.ini '/^file=/d'

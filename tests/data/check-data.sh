@@ -178,7 +178,18 @@ check_calls() {
     fi
     # A free COMMAND.COM sets the exit code back when it calls a batch file.
     [[ $2 != *ERRORLEVEL* || $3 != CALL\ * ]] || fault "$1" "the exit code does not survive a CALL: $2"
+    if [[ $2 == *ERRORLEVEL* && $3 =~ ^(COPY|DEL|DIR|ECHO|CD|MD|RD|REN|SET|TYPE)' ' ]]; then
+        fault "$1" "the exit code is not ${BASH_REMATCH[1]}'s, which sets none: $2"
+    fi
     [[ ! $2 =~ (^|[^A-Z])EXTRACT(\.EXE)?( |$) ]] || fault "$1" "UNPACK unpacks, EXTRACT.EXE is on no disk: $2"
+}
+
+# check_choice NAME LINE PREVIOUS: CHOICE ends with 255 when it cannot ask, which must lead out of the menu.
+check_choice() {
+    local keys
+    [[ $3 =~ ^CHOICE.*\ /C:([^ ]+) ]] || return 0
+    keys=${#BASH_REMATCH[1]}
+    [[ $2 =~ ^IF\ ERRORLEVEL\ $keys\ GOTO\ (END|PROMPT)$ ]] || fault "$1" "without an answer it must go to its end first: $2"
 }
 
 # Batch files on the floppy must be in the language of COMMAND.COM, not in that of later Windows.
@@ -208,6 +219,7 @@ check_batch_file() {
         check_drives "$name" "$file" "$line"
         check_writes "$name" "$file" "$line"
         check_calls "$name" "$line" "$previous"
+        check_choice "$name" "$line" "$previous"
         text+=" $line"
         previous=$line
     done <"$1"

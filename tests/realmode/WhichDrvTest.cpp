@@ -65,11 +65,25 @@ TEST_F(WhichDrv, WithoutMscdexThereIsNoCd) {
     EXPECT_EQ(Run({{'C', {}}}, " CDROM").ExitCode, 0);
 }
 
+TEST_F(WhichDrv, ANamedDriveIsThatDriveIfItCanBeRead) {
+    DosDrive unready;
+    unready.IsReady = false;
+    const std::map<char, DosDrive> drives{{'A', Floppy}, {'C', {}}, {'D', unready}, {'E', VelRam}};
+    const std::map<std::string, int> wanted{{" A:", 1}, {" a: ", 1}, {" C:", 3},
+                                            {" d:", 0}, {" e:", 5},  {" Z:", 0}};
+    for (const auto& [tail, number] : wanted) {
+        const ProgramOutcome outcome = Run(drives, tail);
+        EXPECT_EQ(outcome.ExitCode, number) << tail;
+        EXPECT_EQ(outcome.Output + outcome.Errors, "") << tail;
+    }
+}
+
 TEST_F(WhichDrv, OtherArgumentsAreALineAndNoDrive) {
-    for (const std::string tail : {" /?", " HDD", " H", " C", " HD CD", " CDR"}) {
+    for (const std::string tail :
+         {" /?", " HDD", " H", " C", " HD CD", " CDR", " C: D:", " CC:", " @:", " [:", " :"}) {
         const ProgramOutcome outcome = Run({{'C', {}}}, tail);
         EXPECT_EQ(outcome.ExitCode, 0) << tail;
-        EXPECT_EQ(outcome.Errors, "WHICHDRV [CD | CDROM | HD]: ends with the number of the drive\r\n")
+        EXPECT_EQ(outcome.Errors, "WHICHDRV [CD | CDROM | HD | X:]: ends with the number of the drive\r\n")
             << tail;
     }
     EXPECT_EQ(Run({{'D', {}}}, " \thd ").ExitCode, 4);
