@@ -36,7 +36,7 @@ Started Start(const std::string& program, const std::string& text) {
                          nullptr, nullptr, &startup, &process) == 0) {
         return {{}, ::GetLastError()};
     }
-    ::CloseHandle(process.hThread);
+    const KernelHandle thread(process.hThread);
     return {KernelHandle(process.hProcess)};
 }
 

@@ -24,7 +24,7 @@ layerOf() {
         # A program of its own, which has the functions for processes and the exit codes from below.
         console/*) layer=4 ;;
         # For the program and the companions alike.
-        resources/* | floppy/*) layer=0 ;;
+        resources/* | base/* | floppy/*) layer=0 ;;
         tools/shared/*) layer=101 ;;
         tools/*) layer=102 ;;
         *) layer=999 ;;
@@ -73,7 +73,7 @@ complain() {
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 files=()
-list_sources files 'src/*.h' 'src/*.cpp' 'console/*.h' 'console/*.cpp' 'tools/*.h' 'tools/*.cpp' 'floppy/*.h' 'floppy/*.cpp'
+list_sources files 'src/*.h' 'src/*.cpp' 'console/*.h' 'console/*.cpp' 'tools/*.h' 'tools/*.cpp' 'base/*.h' 'floppy/*.h' 'floppy/*.cpp'
 search "$work/includes" -HZE '^[[:space:]]*#[[:space:]]*include' "${files[@]}"
 declare -A edges
 

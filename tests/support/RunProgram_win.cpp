@@ -28,7 +28,7 @@ struct KernelObject {
     static Value None() { return nullptr; }
     static void Close(Value object) { CloseHandle(object); }
 };
-using KernelHandle = UniqueHandle<KernelObject>;
+using KernelHandle = base::UniqueHandle<KernelObject>;
 
 // A pipe whose end for writing is inherited.
 struct Pipe {
