@@ -9,13 +9,6 @@ namespace velbooter {
 
 namespace {
 
-bool IsSwitchedOn(const FrmWizard& wizard, const DriverGroup& group) {
-    const std::string section = group.Section;
-    if (section == kAspiDrivers.Section) return wizard.ChkASPI.Value != 0;
-    const NetworkMode mode = section == kNdisDrivers.Section ? NetworkMode::Ndis : NetworkMode::Odi;
-    return wizard.ChkNDIS.Value != 0 && wizard.Network == mode;
-}
-
 // Only these exact lines are headers. The keys after any other line that begins with "[" still belong to the
 // previous group.
 const DriverGroup* GroupOfHeader(const std::string& line) {
@@ -26,6 +19,13 @@ const DriverGroup* GroupOfHeader(const std::string& line) {
 }
 
 }  // namespace
+
+bool IsGroupEnabled(const FrmWizard& wizard, const DriverGroup& group) {
+    const std::string section = group.Section;
+    if (section == kAspiDrivers.Section) return wizard.ChkASPI.Value != 0;
+    const NetworkMode mode = section == kNdisDrivers.Section ? NetworkMode::Ndis : NetworkMode::Odi;
+    return wizard.ChkNDIS.Value != 0 && wizard.Network == mode;
+}
 
 void IndexDriverGroup(const ApplicationPaths& paths, Desktop& desktop, const std::string& indexFile,
                       const std::string& group, int value) {
@@ -80,7 +80,7 @@ std::optional<std::string> ChosenDrivers::Next() {
     if (!line) return std::nullopt;
     if (line->empty() || line->front() == ';') return "";
     if (const DriverGroup* group = GroupOfHeader(*line)) {
-        folder_ = IsSwitchedOn(wizard_, *group) ? group->Folder : "";
+        folder_ = IsGroupEnabled(wizard_, *group) ? group->Folder : "";
         return "";
     }
     const std::vector<std::string> parts = Split(*line, '=');

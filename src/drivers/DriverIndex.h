@@ -1,6 +1,6 @@
 #pragma once
 // Drivers.ini, the working selection of drivers: one section for each group and one key for each driver, "1"
-// to include it and "0" to leave it out. Everything that reads or writes the file as a whole is here.
+// to include it and "0" to leave it out. NetworkLists reads the NDIS section besides.
 
 #include <cstdint>
 #include <optional>
@@ -13,6 +13,9 @@
 #include "src/run/Desktop.h"
 
 namespace velbooter {
+
+/// Returns whether the drivers page includes the drivers of this group.
+bool IsGroupEnabled(const FrmWizard& wizard, const DriverGroup& group);
 
 /// Writes, for every driver of the folder drivers\<group>, the key <its name> = `value` into the
 /// section [<group>] of `indexFile`, a file name relative to the application folder. Without that folder

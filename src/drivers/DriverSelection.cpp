@@ -67,7 +67,8 @@ void StoreTicks(const ApplicationPaths& paths, const ListView& list) {
     for (const ListItem& row : list.ListItems) {
         std::string section = list.Tag;
         if (list.Tag == kOdi32Drivers.Folder) {
-            const bool is16Bit = FileExists(paths.PathOf(InDrivers("odi16\\" + row.Text + ".cab")));
+            const bool is16Bit = FileExists(
+                paths.PathOf(InDrivers(std::string(kOdi16Drivers.Folder) + "\\" + row.Text + ".cab")));
             section = is16Bit ? kOdi16Drivers.Section : kOdi32Drivers.Section;
         }
         index.SetINIKey(section, row.Text, row.Checked ? "1" : "0");

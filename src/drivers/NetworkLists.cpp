@@ -54,7 +54,7 @@ void Place(const ApplicationPaths& paths, ListBox& files, const std::string& lis
 }  // namespace
 
 bool HasNetworkLists(const FrmWizard& wizard) {
-    return wizard.ChkNDIS.Value != 0 && wizard.Network == NetworkMode::Ndis;
+    return IsGroupEnabled(wizard, kNdisDrivers);
 }
 
 bool IsPrebuiltEntry(const std::string& entry) {

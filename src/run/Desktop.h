@@ -31,6 +31,15 @@ enum FormatResult : std::int32_t {
     kFormatNotPossible = -3,
 };
 
+/// Commands of the help viewer's published interface.
+enum class HelpCommand : std::uint32_t {
+    DisplayTopic = 0,
+    DisplayContents = 1,
+    DisplayIndex = 2,
+    HelpContext = 15,  ///< shows the topic with a number
+    CloseAll = 18,
+};
+
 class Desktop {
  public:
     virtual ~Desktop() = default;
@@ -51,9 +60,8 @@ class Desktop {
     virtual std::optional<std::string> ShowSaveDialog(const CommonDialog& dialog) = 0;
 
     /// Calls the system's help viewer: `owner` is a window's handle or 0, `file` the help file with its
-    /// window type, `command` and `data` those of the viewer's published interface. The viewer's result is
-    /// ignored.
-    virtual void CallHelp(std::int32_t owner, const std::string& file, std::uint32_t command,
+    /// window type, `data` what the command asks for. The viewer's result is ignored.
+    virtual void CallHelp(std::int32_t owner, const std::string& file, HelpCommand command,
                           std::uint32_t data) = 0;
 
     /// Returns whether the help viewer shows a window with this title.

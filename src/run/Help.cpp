@@ -10,11 +10,6 @@ namespace velbooter {
 
 namespace {
 
-// Commands of the help viewer's published interface.
-constexpr std::uint32_t kDisplayTopic = 0;
-constexpr std::uint32_t kDisplayContents = 1;
-constexpr std::uint32_t kDisplayIndex = 2;
-
 // Converts a result to 16 bits. Raises RuntimeError 6 (overflow) when it does not fit.
 std::int16_t Narrow(int value) {
     if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max())
@@ -28,17 +23,17 @@ std::int16_t TopicOf(std::int16_t page) {
 
 }  // namespace
 
-void clsHTMLHelp::Call(std::uint32_t command, std::int32_t data) const {
+void clsHTMLHelp::Call(HelpCommand command, std::int32_t data) const {
     desktop_.CallHelp(hWnd, HelpFileOf(paths_, FileName, HelpWindow), command,
                       static_cast<std::uint32_t>(data));
 }
 
 void clsHTMLHelp::ShowHelpContents() const {
-    Call(kDisplayContents, 0);
+    Call(HelpCommand::DisplayContents, 0);
 }
 
 void clsHTMLHelp::ShowHelpIndex() const {
-    Call(kDisplayIndex, 0);
+    Call(HelpCommand::DisplayIndex, 0);
 }
 
 void clsHTMLHelp::ShowTopicFileName(const std::string& strTopicFileName) const {
@@ -46,11 +41,11 @@ void clsHTMLHelp::ShowTopicFileName(const std::string& strTopicFileName) const {
     if (number < std::numeric_limits<std::int32_t>::min() ||
         number > std::numeric_limits<std::int32_t>::max())
         throw RuntimeError(kOverflow);
-    Call(kDisplayTopic, static_cast<std::int32_t>(number));
+    Call(HelpCommand::DisplayTopic, static_cast<std::int32_t>(number));
 }
 
 void clsHTMLHelp::ShowTopicID(std::int32_t lngTopicID) const {
-    Call(kHelpContext, lngTopicID);
+    Call(HelpCommand::HelpContext, lngTopicID);
 }
 
 void ShowHelp(Application& app, std::int16_t intStep, bool ForceShow) {

@@ -32,7 +32,7 @@ class clsHTMLHelp {
     void ShowTopicID(std::int32_t lngTopicID) const;
 
  private:
-    void Call(std::uint32_t command, std::int32_t data) const;
+    void Call(HelpCommand command, std::int32_t data) const;
 
     const ApplicationPaths& paths_;
     Desktop& desktop_;
@@ -50,8 +50,5 @@ void ShowHelp(Application& app, std::int16_t intStep, bool ForceShow);
 /// full path, ">" and the name of the window type.
 std::string HelpFileOf(const ApplicationPaths& paths, const std::string& file = kHelpFileName,
                        const std::string& window = kHelpWindow);
-
-/// The command of the help viewer's published interface that shows the topic with a number.
-inline constexpr std::uint32_t kHelpContext = 15;
 
 }  // namespace velbooter

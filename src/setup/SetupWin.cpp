@@ -11,9 +11,10 @@ namespace velbooter {
 
 namespace {
 
-constexpr const char* kKeyInfFile = "files\\setupwin\\bin\\key.inf";
-constexpr const char* kDefaultInfFile = "files\\setupwin\\bin\\def.inf";
-constexpr const char* kAutomaticInfFile = "files\\setupwin\\bin\\auto.inf";
+// A file of the module that starts the setup.
+std::string InModule(const std::string& name) {
+    return InFiles("setupwin\\bin\\" + name);
+}
 
 // The position of "98", counted from 1, is compared with -1, which it never is: both editions get the
 // template of the later one. os.bat still gets the edition itself.
@@ -37,13 +38,13 @@ std::string ProductKey(FrmWizard& wizard) {
 void CreateSetupInf(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard) {
     const std::string edition = wizard.LblOSType.Caption;
     const std::string answers = paths.PathOf(InFiles("inf_files\\" + EditionBase(edition) + "_template.inf"));
-    CopyTemplate(paths.PathOf(InFiles("inf_files\\key_template.inf")), paths.PathOf(kKeyInfFile));
-    CopyTemplate(answers, paths.PathOf(kDefaultInfFile));
-    CopyTemplate(answers, paths.PathOf(kAutomaticInfFile));
-    ProcessSetupInfFile(paths, wizard, kKeyInfFile, kKeyInf);
-    ProcessSetupInfFile(paths, wizard, kDefaultInfFile, kDefaultInf);
-    ProcessSetupInfFile(paths, wizard, kAutomaticInfFile, kAutomaticInf);
-    const std::string osBatch = paths.PathOf(InFiles("setupwin\\bin\\os.bat"));
+    CopyTemplate(paths.PathOf(InFiles("inf_files\\key_template.inf")), paths.PathOf(InModule("key.inf")));
+    CopyTemplate(answers, paths.PathOf(InModule("def.inf")));
+    CopyTemplate(answers, paths.PathOf(InModule("auto.inf")));
+    ProcessSetupInfFile(paths, wizard, InModule("key.inf"), kKeyInf);
+    ProcessSetupInfFile(paths, wizard, InModule("def.inf"), kDefaultInf);
+    ProcessSetupInfFile(paths, wizard, InModule("auto.inf"), kAutomaticInf);
+    const std::string osBatch = paths.PathOf(InModule("os.bat"));
     MakeWritable(osBatch);
     LineWriter(osBatch).Write("@set OSVersion= " + edition);
     std::string cabFolder = InCabs("lib");

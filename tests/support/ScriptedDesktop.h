@@ -96,9 +96,9 @@ class ScriptedDesktop : public Desktop {
     std::int32_t ShowFormatDialog() override;
     std::optional<std::string> ShowOpenDialog(const CommonDialog& dialog) override;
     std::optional<std::string> ShowSaveDialog(const CommonDialog& dialog) override;
-    void CallHelp(std::int32_t owner, const std::string& file, std::uint32_t command,
+    void CallHelp(std::int32_t owner, const std::string& file, HelpCommand command,
                   std::uint32_t data) override {
-        HelpCalls.push_back({owner, file, command, data});
+        HelpCalls.push_back({owner, file, static_cast<std::uint32_t>(command), data});
     }
     bool IsHelpOpen(const std::string& title) override;
     void OpenAddress(const std::string& address) override { Addresses.push_back(address); }

@@ -9,17 +9,17 @@ namespace {
 constexpr const char* kViewer = "hhctrl.ocx";
 
 // Calls the viewer in the library `viewer`, when there is one.
-void Call(HMODULE viewer, HWND owner, const char* file, UINT command, DWORD_PTR data) {
+void Call(HMODULE viewer, HWND owner, const char* file, HelpCommand command, DWORD_PTR data) {
     using HtmlHelpFunction = HWND(WINAPI*)(HWND, LPCSTR, UINT, DWORD_PTR);
     if (viewer == nullptr) return;
     const auto htmlHelp =
         reinterpret_cast<HtmlHelpFunction>(reinterpret_cast<void*>(::GetProcAddress(viewer, "HtmlHelpA")));
-    if (htmlHelp != nullptr) htmlHelp(owner, file, command, data);
+    if (htmlHelp != nullptr) htmlHelp(owner, file, static_cast<UINT>(command), data);
 }
 
 }  // namespace
 
-void CallHtmlHelp(HWND owner, const std::string& file, unsigned command, std::uintptr_t data) {
+void CallHtmlHelp(HWND owner, const std::string& file, HelpCommand command, std::uintptr_t data) {
     // Loaded when it is needed and then kept: the viewer's window lives in this library.
     // By its path: a Windows 7 without updates knows no LOAD_LIBRARY_SEARCH_SYSTEM32.
     Call(::LoadLibraryExA((GetSystemFolder() + kViewer).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH),
@@ -27,8 +27,7 @@ void CallHtmlHelp(HWND owner, const std::string& file, unsigned command, std::ui
 }
 
 void CloseHelp() {
-    constexpr UINT kCloseAll = 18;  // HH_CLOSE_ALL of the viewer's interface
-    Call(::GetModuleHandleA(kViewer), nullptr, nullptr, kCloseAll, 0);
+    Call(::GetModuleHandleA(kViewer), nullptr, nullptr, HelpCommand::CloseAll, 0);
 }
 
 }  // namespace velbooter

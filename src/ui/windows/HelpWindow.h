@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "src/run/Desktop.h"
+
 namespace velbooter {
 
 /// Closes what the help viewer shows, if this program has called it: its windows live in this process and
@@ -15,6 +17,6 @@ void CloseHelp();
 /// command of its published interface and the command's data. The viewer is the one in the system's folder;
 /// one that lies beside the program is never called. Nothing happens on a system without the viewer;
 /// a missing file or topic is the viewer's to tell.
-void CallHtmlHelp(HWND owner, const std::string& file, unsigned command, std::uintptr_t data);
+void CallHtmlHelp(HWND owner, const std::string& file, HelpCommand command, std::uintptr_t data);
 
 }  // namespace velbooter

@@ -7,9 +7,6 @@ namespace velbooter {
 
 namespace {
 
-// HH_HELP_CONTEXT of the help viewer's interface: show the topic with this number.
-constexpr unsigned kShowTopic = 15;
-
 UINT Style(const Message& message) {
     UINT style = 0;
     switch (message.Choice) {
@@ -63,7 +60,7 @@ struct HelpRequest {
 void CALLBACK OpenHelp(LPHELPINFO info) {
     auto* request = reinterpret_cast<HelpRequest*>(info->dwContextId);
     const auto open = [&] {
-        CallHtmlHelp(nullptr, request->Asking.HelpFile, kShowTopic,
+        CallHtmlHelp(nullptr, request->Asking.HelpFile, HelpCommand::HelpContext,
                      static_cast<std::uintptr_t>(request->Asking.HelpTopic));
         return true;
     };

@@ -71,7 +71,7 @@ std::optional<std::string> SystemDesktop::ShowSaveDialog(const CommonDialog& dia
     return AskForTargetFile(Front(), dialog);
 }
 
-void SystemDesktop::CallHelp(std::int32_t owner, const std::string& file, std::uint32_t command,
+void SystemDesktop::CallHelp(std::int32_t owner, const std::string& file, HelpCommand command,
                              std::uint32_t data) {
     const auto window = reinterpret_cast<HWND>(static_cast<std::intptr_t>(owner));
     CallHtmlHelp(window, file, command, data);

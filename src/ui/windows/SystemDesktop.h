@@ -25,7 +25,7 @@ class SystemDesktop : public Desktop {
     std::int32_t ShowFormatDialog() override;
     std::optional<std::string> ShowOpenDialog(const CommonDialog& dialog) override;
     std::optional<std::string> ShowSaveDialog(const CommonDialog& dialog) override;
-    void CallHelp(std::int32_t owner, const std::string& file, std::uint32_t command,
+    void CallHelp(std::int32_t owner, const std::string& file, HelpCommand command,
                   std::uint32_t data) override;
     bool IsHelpOpen(const std::string& title) override;
     void OpenAddress(const std::string& address) override;

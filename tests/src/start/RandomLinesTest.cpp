@@ -64,7 +64,7 @@ class AnsweringDesktop : public Desktop {
     std::int32_t ShowFormatDialog() override { return kFormatCanceled; }
     std::optional<std::string> ShowOpenDialog(const CommonDialog&) override { return std::nullopt; }
     std::optional<std::string> ShowSaveDialog(const CommonDialog&) override { return std::nullopt; }
-    void CallHelp(std::int32_t, const std::string&, std::uint32_t, std::uint32_t) override {}
+    void CallHelp(std::int32_t, const std::string&, HelpCommand, std::uint32_t) override {}
     bool IsHelpOpen(const std::string&) override { return false; }
     void OpenAddress(const std::string&) override { ADD_FAILURE() << "nothing here opens addresses"; }
     void ShowDriverSelection() override { ADD_FAILURE() << "nothing here selects drivers"; }

@@ -60,7 +60,7 @@ class WatchedDesktop : public SystemDesktop {
         Messages.push_back(message.Text);
         return Answer::Ok;
     }
-    void CallHelp(std::int32_t, const std::string&, std::uint32_t, std::uint32_t) override {
+    void CallHelp(std::int32_t, const std::string&, HelpCommand, std::uint32_t) override {
         ++HelpCalls;
         if (OnHelp) OnHelp();
     }
