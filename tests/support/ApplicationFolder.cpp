@@ -75,7 +75,14 @@ ApplicationFolder::~ApplicationFolder() {
     for (const fs::path& entry : entries) {
         SetFileAttributesA(entry.string().c_str(), FILE_ATTRIBUTE_NORMAL);
     }
-    fs::remove_all(path_, ignored);
+    // A tool that a test no longer waits for may still be ending.
+    constexpr int kTries = 100;
+    constexpr DWORD kPauseMs = 50;
+    for (int i = 0; i < kTries; ++i) {
+        fs::remove_all(path_, ignored);
+        if (!fs::exists(path_, ignored)) return;
+        Sleep(kPauseMs);
+    }
 }
 
 std::string ApplicationFolder::Write(const std::string& tail, const std::string& content) const {

@@ -5,7 +5,8 @@
 //   create|FILE        makes FILE, relative to the working folder, with the text "made by " + its own name
 //   exit|NUMBER        ends with that exit code
 //   wait|MILLISECONDS  waits, without a message queue
-//   idle|MILLISECONDS  waits for input that long, with a message queue
+//   await|HANDLE       waits until the inherited event is set, without a message queue
+//   idle|HANDLE        waits for it and for input, with a message queue
 //   signal|HANDLE      sets the inherited event
 //   tree|FILE          lists the files below its last argument into FILE, sorted, with their sizes
 //   image              plays an image tool: makes FILE of '... -f="FILE" FOLDER' and its folders
@@ -76,12 +77,10 @@ void ListTree(const std::string& folder, const std::string& file) {
     for (const std::string& line : lines) list << line << '\n';
 }
 
-void WaitForInput(unsigned long milliseconds) {
+void WaitForInput(HANDLE event) {
     MSG message;
     PeekMessageA(&message, nullptr, WM_USER, WM_USER, PM_NOREMOVE);
-    const ULONGLONG end = GetTickCount64() + milliseconds;
-    for (ULONGLONG now = GetTickCount64(); now < end; now = GetTickCount64()) {
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now), QS_ALLINPUT);
+    while (MsgWaitForMultipleObjects(1, &event, FALSE, INFINITE, QS_ALLINPUT) != WAIT_OBJECT_0) {
         while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
         }
     }
@@ -106,11 +105,13 @@ int main() {
         const std::string& verb = words[0];
         const std::string value = words.size() > 1 ? words[1] : "";
         const unsigned long number = std::strtoul(value.c_str(), nullptr, 10);
+        const auto event = reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(number));
         if (verb == "create") MakeFile(value, own.substr(own.rfind('\\') + 1));
         if (verb == "exit") return static_cast<int>(number);
         if (verb == "wait") Sleep(number);
-        if (verb == "idle") WaitForInput(number);
-        if (verb == "signal") SetEvent(reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(number)));
+        if (verb == "await") WaitForSingleObject(event, INFINITE);
+        if (verb == "idle") WaitForInput(event);
+        if (verb == "signal") SetEvent(event);
         if (verb == "tree") ListTree(commandLine.substr(commandLine.rfind(' ') + 1), value);
         if (verb == "image") MakeImage(Between(commandLine, "-f=\"", "\""), own.substr(own.rfind('\\') + 1));
         if (verb == "extract") {

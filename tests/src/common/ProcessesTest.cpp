@@ -5,6 +5,7 @@
 
 #include "src/common/Files.h"
 #include "tests/support/ApplicationFolder.h"
+#include "tests/support/Patience.h"
 
 namespace velbooter::testing {
 namespace {
@@ -16,7 +17,15 @@ class Processes : public ::testing::Test {
         return Folder.At("tool.exe");
     }
 
+    /// Instructs a tool to do `verb` with the event.
+    std::string WithEvent(const std::string& verb) const {
+        return verb + "|" + std::to_string(reinterpret_cast<std::uintptr_t>(Event.Get())) + "\n";
+    }
+
     ApplicationFolder Folder;
+    SECURITY_ATTRIBUTES Inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    /// The tools inherit it.
+    const KernelHandle Event{CreateEventA(&Inheritable, TRUE, FALSE, nullptr)};
 };
 
 TEST_F(Processes, TheCommandLineReachesTheProgramToTheCharacter) {
@@ -44,12 +53,8 @@ TEST_F(Processes, TheProgramStartsInTheCallersCurrentFolder) {
 }
 
 TEST_F(Processes, HandlesAreInherited) {
-    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
-    const KernelHandle event(CreateEventA(&inheritable, TRUE, FALSE, nullptr));
-    const std::string tool =
-        Tool("signal|" + std::to_string(reinterpret_cast<std::uintptr_t>(event.Get())) + "\n");
-    EXPECT_TRUE(RunAndWait(tool, -1, false, true));
-    EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(event.Get(), 0));
+    EXPECT_TRUE(RunAndWait(Tool(WithEvent("signal")), -1, false, true));
+    EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(Event.Get(), 0));
 }
 
 TEST_F(Processes, StartProcessReturnsTheHandleOfTheProcess) {
@@ -78,13 +83,8 @@ TEST_F(Processes, ATimeOutBelowOneIsNoLimit) {
 }
 
 TEST_F(Processes, ATimeOutEndsTheWaitWithFalse) {
-    const std::string tool = Tool("wait|1500\n");
-    const ULONGLONG start = GetTickCount64();
-    EXPECT_FALSE(RunAndWait(tool, 150, false, true));
-    const ULONGLONG waited = GetTickCount64() - start;
-    EXPECT_GE(waited, 140u);
-    EXPECT_LT(waited, 1400u);
-    Sleep(1600);  // the program ends before its folder is removed
+    EXPECT_FALSE(RunAndWait(Tool(WithEvent("await")), 150, false, true));
+    SetEvent(Event.Get());
 }
 
 TEST_F(Processes, ATimeOutThatIsNotReachedIsASuccess) {
@@ -97,18 +97,18 @@ TEST_F(Processes, TheExitCodeIsNotLookedAt) {
 
 TEST_F(Processes, TheCallerIsCalledBackWhileTheProgramRuns) {
     int calls = 0;
-    EXPECT_TRUE(RunAndWait(Tool("wait|700\n"), -1, false, true, [&] { ++calls; }));
+    EXPECT_TRUE(RunAndWait(Tool(WithEvent("await")), -1, false, true, [&] {
+        if (++calls == 2) SetEvent(Event.Get());
+    }));
     EXPECT_GE(calls, 2);
 }
 
 TEST_F(Processes, WaitingForInputIdleEndsWhenTheProgramWaitsForInput) {
-    const std::string tool = Tool("idle|2500\ncreate|done\n");
+    const std::string tool = Tool(WithEvent("idle") + "create|done\n");
     SetCurrentDirectoryA(Folder.Path().c_str());
-    const ULONGLONG start = GetTickCount64();
     EXPECT_TRUE(RunAndWait(tool, -1, true, true));
-    EXPECT_LT(GetTickCount64() - start, 2300u);
     EXPECT_FALSE(Folder.HasFile("done")) << "the program was still running";
-    Sleep(2700);
+    SetEvent(Event.Get());
 }
 
 TEST_F(Processes, OpeningAMissingDocumentGivesTheSystemsErrorCode) {
@@ -117,12 +117,11 @@ TEST_F(Processes, OpeningAMissingDocumentGivesTheSystemsErrorCode) {
 
 TEST_F(Processes, ADocumentIsOpenedInTheRootOfCInTheNormalState) {
     EXPECT_GT(OpenWithShell(Tool()), 32);
-    for (int i = 0; i < 100 && Folder.Calls("tool.exe").empty(); ++i) Sleep(50);
+    EXPECT_TRUE(Eventually([&] { return Folder.Calls("tool.exe").size() == 1; }));
     const std::vector<ToolCall> calls = Folder.Calls("tool.exe");
     ASSERT_EQ(1u, calls.size());
     EXPECT_EQ("C:\\", calls[0].WorkingFolder);
     EXPECT_EQ("state 1", calls[0].Window);
-    Sleep(200);
 }
 
 TEST(ProgramFolder, IsThatOfTheRunningProgram) {
