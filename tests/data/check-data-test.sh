@@ -9,7 +9,7 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/../.." && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-cp -a "$root/data" "$root/demo" "$root/docs" "$work/"
+cp -a "$root/data" "$root/demo" "$root/docs" "$root/help" "$work/"
 failures=0
 cases=0
 checks=() # the names of those that the next cases run
@@ -118,6 +118,8 @@ expect 'there is no configuration tool.ini' $list 's/^Name=tools/Name=tool/'
 expect 'no row of the catalogue names this configuration' $list 's/^Name=tools/Name=tool/'
 expect 'two rows are named cdrom' $list 's/^Name=tools/Name=cdrom/'
 expect 'the rows could not be added' demo/disklist.rows.ini 's/^Name=demo/Name=tools/'
+expect 'the disk flash is not in the table' docs/disk-catalogue.md '/^| `flash`/d'
+expect 'the disk nwlan is not in the table' help/topics/1320-disk.md '/^| nwlan/d'
 expect 'there is no Desc' $list '/^Desc=Tools/d'
 expect 'Icon is not from 1 to 8' $list 's/^Icon=5/Icon=9/'
 expect_with 'the configuration of the custom row is missing' 'mv data/files/custom.ini .' 'mv custom.ini data/files/'

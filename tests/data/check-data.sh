@@ -320,6 +320,11 @@ check_catalogue() {
         while read -r name; do
             fault 'the catalogue' "two rows are named $name"
         done < <(tr -d '\r' <"$whole" | sed -n 's/^Name=//p' | sort | uniq -d)
+        while read -r name; do
+            for file in "docs/disk-catalogue.md:| \`$name\` |" "help/topics/1320-disk.md:| $name |"; do
+                grep -q -F "${file#*:}" "$root/${file%%:*}" || fault "${file%%:*}" "the disk $name is not in the table"
+            done
+        done < <(tr -d '\r' <"$data/files/disklist.ini" | sed -n 's/^Name=//p')
         for file in "$data/files"/*.ini "$demo/files"/*.ini; do
             name=$(basename "$file" .ini)
             if [[ $name != disklist && $name != custom ]] && ! tr -d '\r' <"$whole" | grep -q -x "Name=$name"; then
