@@ -1,5 +1,6 @@
 #pragma once
-// The owning type for what the system hands out and wants back: files, searches, processes, memory, libraries.
+// The owning type for what the system hands out and wants back: files, searches, processes, memory,
+// libraries.
 
 #include <utility>
 

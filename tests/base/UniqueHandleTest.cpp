@@ -6,7 +6,6 @@
 #include <type_traits>
 #include <vector>
 
-
 namespace base::testing {
 namespace {
 
