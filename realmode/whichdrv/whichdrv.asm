@@ -202,20 +202,7 @@ wordEnds:
         clc
         ret
 
-; Returns the next character at SI that is no space in AL, SI after it, and the zero flag set when it is the line's end. The
-; carry flag is clear then.
-skipSpace:
-        lodsb
-        cmp     al, " "
-        je      skipSpace
-        cmp     al, 9
-        je      skipSpace
-        cmp     al, 13
-        je      skipped
-        clc
-skipped:
-        ret
-
+%include "arguments.inc"
 %include "drives.inc"
 
 drive           db      0
