@@ -103,6 +103,8 @@ checks=(config_sys)
 expect 'names a drive: DEVICE=A:' data/files/config/CDROM.CFG 's/^DEVICE=.HIMEM/DEVICE=A:\\HIMEM/'
 expect 'names a drive: 12345?SHELL=A:' data/files/config/CDROM.FD 's/SHELL=./SHELL=A:\\/'
 expect 'loads other files than' data/files/base_files/FDCONFIG.SYS '/VELRAM/d'
+expect 'differs from data/files/base_files/CONFIG.SYS in more' data/files/config/NETWORK.CFG 's/^FILES=30/FILES=40/'
+expect 'differs from data/files/base_files/FDCONFIG.SYS in more' data/files/base_files/FDCONFIG.SYS 's/BUFFERS=20/BUFFERS=30/'
 expect_with 'there is no twin for FreeDOS' 'mv data/files/config/CLEAN.FD .' 'mv CLEAN.FD data/files/config/'
 
 # The catalogue

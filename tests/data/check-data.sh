@@ -253,6 +253,12 @@ check_config_sys() {
             fault "$(shown "$file")" "names a drive: $line"
         done < <(tr -d '\r' <"$file" | cat - "$twin" | grep -E '=[A-Za-z]:')
     done
+    for file in "$data/files/config"/{CLEAN,NETWORK}.{CFG,FD}; do
+        twin=$data/files/base_files/CONFIG.SYS
+        [[ $file == *.CFG ]] || twin=$data/files/base_files/FDCONFIG.SYS
+        diff -q <(grep -v '^MENUDEFAULT' "$file") <(grep -v '^MENUDEFAULT' "$twin") >/dev/null ||
+            fault "$(shown "$file")" "differs from $(shown "$twin") in more than the usual line"
+    done
 }
 
 # read_ini FILE: fills ini with the values of an INI file, by SECTION/KEY; the first of two lines with one key counts.
