@@ -1,6 +1,6 @@
 #pragma once
-// Finds the files that a packing command names. Nothing is opened: sizes, times and attributes come from the
-// folders' listings.
+// Finds the files that a packing command names. No contents are read: sizes, times and attributes come from
+// the folders' listings.
 
 #include <cstdint>
 #include <filesystem>

@@ -15,8 +15,8 @@
 
 namespace tools {
 
-/// One output of a tool. Every failure is a ToolError that names the target, never the part, which the user
-/// does not know.
+/// One output of a tool. Every failure is a ToolError that names the target or its folder, never the part,
+/// which the user does not know.
 class OutputFile {
  public:
     /// Creates missing parent folders and opens the part. Throws ToolError when that fails, when `target`
