@@ -15,16 +15,19 @@ inline void* MinusOne() {
     return reinterpret_cast<void*>(static_cast<std::intptr_t>(-1));
 }
 
+/// A process, a thread or a mutex.
 struct Kernel {
     static void* Invalid() { return nullptr; }
     static void Close(void* handle);
 };
 
+/// A file, from CreateFile.
 struct File {
     static void* Invalid() { return MinusOne(); }
     static void Close(void* handle);
 };
 
+/// A search through a folder, from FindFirstFile.
 struct Find {
     static void* Invalid() { return MinusOne(); }
     static void Close(void* handle);
