@@ -10,7 +10,7 @@ void RunInDosBox(const tools::testing::TestFolder& files, const std::vector<std:
     files.MakeFolder("c");
     files.MakeFolder("home");
     files.Write("dosbox.conf", "[dos]\nums=true\n[mixer]\nnosound=true\n");
-    // The first words keep DOSBox from the screen, the loudspeaker and the user's own settings.
+    // The first words keep DOSBox from using the screen, the loudspeaker and the user's own settings.
     std::vector<std::string> words{"env",
                                    "SDL_VIDEODRIVER=dummy",
                                    "SDL_AUDIODRIVER=dummy",

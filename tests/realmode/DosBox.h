@@ -8,9 +8,9 @@
 
 namespace realmode::testing {
 
-/// Starts DOSBox with the folder "c" of `files` as its drive C: and the current one, types the commands and
-/// ends it. What a command leaves in a file on C: is in that folder afterwards. A DOSBox that does not end
-/// within a minute is a failure of the test.
+/// Starts DOSBox with the folder "c" of `files` as its drive C:, which is the current one, runs the commands
+/// and ends it. What a command writes to a file on C: is in that folder afterwards. The test fails when
+/// DOSBox does not end within a minute.
 void RunInDosBox(const tools::testing::TestFolder& files, const std::vector<std::string>& commands);
 
 }  // namespace realmode::testing

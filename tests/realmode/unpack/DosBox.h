@@ -9,10 +9,10 @@ namespace realmode::unpack::testing {
 
 class DosBox {
  public:
-    /// Keys that somebody presses while a program runs.
+    /// Keys that are pressed while a program runs.
     enum class Keys { None, Break };
 
-    /// What a program left.
+    /// What a program has left.
     struct Result {
         int ExitCode = -1;               ///< -1 when it did not end
         std::vector<std::string> Lines;  ///< what it printed, to the screen and as errors
@@ -20,21 +20,21 @@ class DosBox {
             Stamps;  ///< the times and attributes that it gave to files, as run.asm says them
     };
 
-    /// Makes the folder c.
+    /// Creates the folder c.
     explicit DosBox(bool hasXms = true);
 
-    /// Makes the image of a floppy of 360 KB drive A:.
+    /// Inserts the image of a 360 KB floppy as drive A:.
     void InsertFloppy(const std::string& image) { floppy_ = image; }
 
-    /// Has `command`, a file of C: and its arguments, started. `kilobytes` of conventional memory are left to
-    /// it, 0 for all. Returns the number of its result.
+    /// Adds a command, a file of C: and its arguments. It gets `kilobytes` KB of conventional memory, 0 for
+    /// all. Returns the 0-based number of its result.
     std::size_t Add(const std::string& command, unsigned kilobytes = 0, Keys keys = Keys::None);
 
-    /// Switches the emulator on for all commands, one after the other. Throws std::runtime_error when it does
-    /// not come to its end.
+    /// Runs all commands one after another in one emulator. Throws std::runtime_error when that does not
+    /// end.
     std::vector<Result> Run();
 
-    /// Does both for a single command.
+    /// Adds and runs a single command.
     Result RunOne(const std::string& command, unsigned kilobytes = 0, Keys keys = Keys::None);
 
  private:
