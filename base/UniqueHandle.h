@@ -6,10 +6,11 @@
 
 namespace base {
 
-/// Owns one resource of the system and gives it back at its end. Movable; empty after a move. `Kind` says
-/// what the resource is: its type `Value`, the value `None()` that stands for no resource (null for some,
-/// minus one for others, so that the two are different types), and `Close(Value)`. Giving back may change the
-/// system's error number: whoever reports an error fetches its number first.
+/// Owns one resource of the system and gives it back in its destructor. Movable; empty after a move. `Kind`
+/// says what the resource is: its type `Value`, the value `None()` that stands for no resource (null for
+/// some, minus one for others, so that the two are different types), and `Close(Value)`. A failure to give
+/// it back is not reported. Giving back may change the system's error number: code that reports an error
+/// must fetch its number first.
 template <typename Kind>
 class UniqueHandle {
  public:
@@ -36,7 +37,7 @@ class UniqueHandle {
         if (former != Kind::None() && former != value) Kind::Close(former);
     }
 
-    /// Returns the value, which nobody owns any more.
+    /// Returns the value and owns nothing any more: the caller gives it back.
     [[nodiscard]] Value Release() { return std::exchange(value_, Kind::None()); }
 
  private:

@@ -24,8 +24,8 @@ struct Started {
     DWORD Error = 0;       ///< why, a result of GetLastError
 };
 
-// The program inherits neither the streams nor the console. With them, a reader of the streams would wait for
-// the wizard to end, and a build's tools would print between the lines.
+// The program inherits neither the streams nor the console. With them, a program that reads the streams
+// would wait for the wizard to end, and the tools of a build would print into the prompt.
 Started Start(const std::string& program, const std::string& text) {
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;

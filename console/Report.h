@@ -11,8 +11,8 @@ namespace velbooter {
 /// use for a missing program. It is none of ExitCode, which velbooter.exe itself returns.
 inline constexpr std::uint32_t kNotStarted = 127;
 
-/// Returns the line about a run of velbooter.exe that ended with `code`. A code that is not in ExitCode means
-/// that something else terminated the program.
+/// Returns the line about a run of velbooter.exe that ended with `code`, a process's exit code. A code that
+/// is not in ExitCode means that something else terminated the program.
 std::string OutcomeLine(std::uint32_t code);
 
 /// Returns the line about `program`, the full path of velbooter.exe, which is missing.

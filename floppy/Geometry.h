@@ -1,5 +1,7 @@
 #pragma once
-// The two floppy formats that an image can have: 3.5" disks of 1.44 MB and 2.88 MB as DOS formats them.
+// The two floppy formats that an image can have: 3.5" disks of 1.44 MB and 2.88 MB as DOS formats them, with
+// a FAT12 file system. The program and the image tool use the same numbers. docs/formats/fat12.md has both
+// layouts in a table.
 
 #include <cstddef>
 #include <cstdint>
@@ -11,6 +13,8 @@ constexpr std::size_t kSectorBytes = 512;
 constexpr std::size_t kDirectoryEntryBytes = 32;
 /// Number of UTF-16 units of a long name that one directory entry holds.
 constexpr std::size_t kUnitsPerLongNamePart = 13;
+/// What both formats have in common: sectors before the first FAT (the boot sector), copies of the FAT, the
+/// number of the first cluster, and the media byte of the boot sector, whose bits are also in FAT entry 0.
 constexpr std::uint32_t kReservedSectors = 1;
 constexpr std::uint32_t kFatCopies = 2;
 constexpr std::uint32_t kFirstCluster = 2;
@@ -22,10 +26,12 @@ struct Geometry {
     std::uint32_t TotalSectors;
     std::uint32_t SectorsPerCluster;
     std::uint32_t RootEntries;
-    std::uint32_t SectorsPerFat;
+    std::uint32_t SectorsPerFat;  ///< of one copy
     std::uint32_t SectorsPerTrack;
     std::uint32_t Heads;
 
+    /// Derived numbers: the first sector of the root directory and of the data area, the clusters of the
+    /// data area, the bytes of a cluster and of the whole image.
     constexpr std::uint32_t RootSector() const { return kReservedSectors + kFatCopies * SectorsPerFat; }
     constexpr std::uint32_t DataSector() const {
         return RootSector() + static_cast<std::uint32_t>(RootEntries * kDirectoryEntryBytes / kSectorBytes);
@@ -33,25 +39,26 @@ struct Geometry {
     constexpr std::uint32_t DataClusters() const { return (TotalSectors - DataSector()) / SectorsPerCluster; }
     constexpr std::size_t ClusterBytes() const { return SectorsPerCluster * kSectorBytes; }
     constexpr std::size_t ImageBytes() const { return TotalSectors * kSectorBytes; }
-    /// Number of clusters that hold `bytes` bytes.
+    /// Returns the number of clusters that hold `bytes` bytes, 0 for none.
     constexpr std::uint64_t ClustersFor(std::uint64_t bytes) const {
         return bytes / ClusterBytes() + (bytes % ClusterBytes() != 0 ? 1 : 0);
     }
 };
 
-/// Number of directory entries of a name: the short one and the parts of its long form, which has `longUnits`
-/// UTF-16 units, 0 when the short one says it all.
+/// Returns the number of directory entries of a name: the short one and the parts of its long form, which
+/// has `longUnits` UTF-16 units, 0 when the short one is the whole name.
 constexpr std::size_t SlotsOfName(std::size_t longUnits) {
     return 1 + (longUnits + kUnitsPerLongNamePart - 1) / kUnitsPerLongNamePart;
 }
 
-/// Number of bytes of a folder below the root whose names take `slots` directory entries; "." and ".." come
-/// to them.
+/// Returns the bytes of the entries of a folder below the root whose names take `slots` directory entries;
+/// "." and ".." are added here. They are not rounded up to clusters.
 constexpr std::size_t BytesOfFolder(std::size_t slots) {
     return (slots + 2) * kDirectoryEntryBytes;
 }
 
-/// Returns the format that the type "144" or "288" names, or nullptr for any other text.
+/// Returns the format that the type "144" or "288" names, or nullptr for any other text. It lives as long as
+/// the program.
 const Geometry* GeometryOfType(const std::string& type);
 
 }  // namespace floppy

@@ -33,7 +33,7 @@ std::optional<ShortName> ToShortName(std::string_view name) {
     const std::string extension = dot == std::string::npos ? "" : upper.substr(dot + 1);
     if (base.empty() || base.size() > kBaseLength || extension.size() > kExtensionLength) return std::nullopt;
     if (!AreAllowed(base) || !AreAllowed(extension)) return std::nullopt;
-    // "NAME." would come back as "NAME".
+    // DOS drops the dot of "NAME.", so the name would come back as "NAME".
     if (dot != std::string::npos && extension.empty()) return std::nullopt;
     ShortName packed;
     packed.fill(' ');

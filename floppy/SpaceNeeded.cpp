@@ -6,7 +6,7 @@
 namespace floppy {
 namespace {
 
-// Up to here the sum of clusters is right, and so is the number of bytes in them.
+// Up to this number of clusters neither the sum nor the bytes in them overflow 64 bits.
 constexpr std::uint64_t kMostClusters = std::numeric_limits<std::uint64_t>::max() >> 16;
 
 }  // namespace

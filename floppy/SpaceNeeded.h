@@ -1,6 +1,6 @@
 #pragma once
-// What the files and folders of a disk take of it, and whether they fit. The image tool refuses by this sum,
-// and the program shows it while the user is still choosing.
+// What the files and folders of a disk take of it, and whether they fit. The image tool rejects a tree by
+// this sum, and the program shows it while the user is still choosing, so that both count alike.
 
 #include <cstddef>
 #include <cstdint>
@@ -9,6 +9,7 @@
 
 namespace floppy {
 
+/// Adds up one disk; the order of the calls does not matter.
 class SpaceNeeded {
  public:
     /// An empty disk of the format `geometry`, which outlives the object. Its label takes a root entry.
@@ -17,17 +18,19 @@ class SpaceNeeded {
     /// Adds the contents of a file of `bytes` bytes.
     void AddFile(std::uint64_t bytes);
 
-    /// Adds the directory of a folder below the root whose names take `slots` entries (see SlotsOfName).
+    /// Adds the clusters of a folder below the root whose names take `slots` directory entries
+    /// (SlotsOfName); its name in its parent is not counted here.
     void AddFolder(std::size_t slots);
 
-    /// Adds `slots` entries to the root directory, which has a place of its own on the disk.
+    /// Adds `slots` entries to the root directory, whose sectors are not part of the data area.
     void AddRootNames(std::size_t slots) { rootSlots_ += slots; }
 
-    /// Returns how many bytes of the data area are taken, in whole clusters; 2^48 clusters stand for any
-    /// larger number, because a few files that are mostly holes can have more bytes than 64 bits count.
+    /// Returns how many bytes of the data area are taken, in whole clusters; 2^48 - 1 clusters stand for any
+    /// larger number, because a few sparse files can have more bytes than 64 bits count.
     std::uint64_t Bytes() const { return clusters_ * geometry_.ClusterBytes(); }
 
-    /// Returns how many bytes there are too few in the data area; 0 when the files and folders fit.
+    /// Returns how many bytes the data area is too small by, in whole clusters; 0 when the files and folders
+    /// fit.
     std::uint64_t MissingBytes() const;
 
     /// Returns whether there are so many clusters that Bytes() and MissingBytes() are only lower limits.

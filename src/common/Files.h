@@ -49,6 +49,8 @@ void CopyFileOver(const std::string& source, const std::string& destination,
 /// read-only, hidden or system.
 void CopyWholeFileOver(const std::string& source, const std::string& destination,
                        const std::function<void()>& whileCopying = {});
+/// What the name of an unfinished copy ends in. CheckDOSFiles deletes those that an interrupted import has
+/// left.
 inline constexpr const char* kCopySuffix = ".copy~";
 
 /// Deletes a file, whatever its attributes.
@@ -60,7 +62,7 @@ void MakeWritable(const std::string& file);
 /// Renames or moves a file on one drive; an existing destination is an error (58).
 void RenameFileTo(const std::string& file, const std::string& newName);
 
-/// Creates an empty file, or empties an existing one.
+/// Creates an empty file, or empties an existing one; a read-only, hidden or system file is an error.
 void MakeEmptyFile(const std::string& file);
 
 }  // namespace velbooter

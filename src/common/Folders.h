@@ -54,17 +54,16 @@ void MakeFolder(const std::string& folder);
 
 /// Deletes a folder with everything in it: read-only, hidden and system files, names that the code page
 /// cannot represent, and paths of any length. A link is removed, never followed, even when it is `folder`
-/// itself. Stops at the first entry that cannot be deleted and returns false. Returns true for a `folder`
-/// that is missing or cannot be listed, but false when a subfolder cannot be listed.
+/// itself. Stops at the first entry that cannot be deleted and returns false; what was deleted by then is
+/// gone. Returns true for a `folder` that is missing or cannot be listed, but false when a subfolder cannot
+/// be listed.
 bool DeleteTree(const std::string& folder);
 
-/// Deletes a folder with everything in it, read-only, hidden and system files included (DeleteTree). A link
-/// is removed, never followed. Returns true when the folder no longer exists. Stops at the first entry that
-/// cannot be deleted and returns false.
+/// Deletes a folder as DeleteTree does. Returns whether that succeeded and FolderExists no longer finds it.
 bool DeleteFolderTree(const std::string& path);
 
-/// Makes `folder` the current folder and its drive the current drive. A drive alone ("E:") stands for its
-/// root.
+/// Makes `folder` the current folder and its drive the current drive, for the whole process. A drive alone
+/// ("E:") stands for its root. Raises RuntimeError when the folder is missing or the drive is not ready.
 void ChangeDriveAndFolder(const std::string& folder);
 
 /// Return the Windows and the system folder with a trailing backslash; "" when the system does not report

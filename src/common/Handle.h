@@ -16,18 +16,21 @@ inline void* MinusOne() {
     return reinterpret_cast<void*>(static_cast<std::intptr_t>(-1));
 }
 
+/// A process, a thread or a mutex.
 struct Kernel {
     using Value = void*;
     static Value None() { return nullptr; }
     static void Close(void* handle);
 };
 
+/// A file, from CreateFile.
 struct File {
     using Value = void*;
     static Value None() { return MinusOne(); }
     static void Close(void* handle);
 };
 
+/// A search through a folder, from FindFirstFile.
 struct Find {
     using Value = void*;
     static Value None() { return MinusOne(); }

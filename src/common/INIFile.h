@@ -1,6 +1,7 @@
 #pragma once
 // Access to the program's INI files, a thin object around the system's profile functions. Nothing is cached:
-// every call goes to the file. Values are in the Windows ANSI code page.
+// every call goes to the file. Values are in the Windows ANSI code page. The system's rules apply: the case
+// of sections and keys does not matter, and a pair of quotes around a value is removed when it is read.
 
 #include <string>
 

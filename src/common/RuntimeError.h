@@ -9,7 +9,7 @@
 
 namespace velbooter {
 
-/// Numbers of the errors that the program itself names or raises.
+/// Numbers of the errors that the program itself names or raises. Messages show them, so they never change.
 enum RuntimeErrorNumber : int {
     kOverflow = 6,
     kOutOfMemory = 7,
@@ -46,7 +46,8 @@ std::string RuntimeErrorText(int number);
 /// device error (57).
 int RuntimeErrorFromSystem(std::uint32_t systemError);
 
-/// Raises the RuntimeError for the calling thread's last system error, about `file`.
+/// Raises the RuntimeError for the calling thread's last system error (GetLastError), about `file`. To be
+/// called before anything else that may set that error.
 [[noreturn]] void RaiseLastSystemError(const std::string& file);
 
 }  // namespace velbooter

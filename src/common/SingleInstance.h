@@ -15,7 +15,8 @@ class SingleInstance {
     /// lives. All users who are logged on to the PC share it.
     explicit SingleInstance(const std::string& executable);
 
-    /// Returns whether no other instance had the mutex open.
+    /// Returns whether no other instance had the mutex open when this object was created. Also true when the
+    /// system refused to create the mutex for another reason than that it exists.
     bool IsFirst() const { return isFirst_; }
 
  private:

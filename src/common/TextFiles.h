@@ -10,6 +10,8 @@
 
 namespace velbooter {
 
+/// Reads one file from its start to its end, in pieces of 32 KiB, so that its size does not matter. Other
+/// programs may write or delete the file meanwhile.
 class LineReader {
  public:
     /// Opens `file`. Raises RuntimeError (53 when it is missing, 76 when its folder is, 70 when it is
@@ -29,6 +31,8 @@ class LineReader {
     size_t position_ = 0;
 };
 
+/// Writes one file from its start to its end. Nothing is buffered here: each line goes to the system at
+/// once.
 class LineWriter {
  public:
     /// Creates `file`, or empties an existing one. Raises RuntimeError when that fails (75 when it is

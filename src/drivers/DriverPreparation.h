@@ -15,8 +15,9 @@ namespace velbooter {
 /// cancels the run. Raises RuntimeError when Drivers.ini cannot be read.
 [[nodiscard]] bool PrepareDrivers(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard);
 
-/// Returns whether PrepareDrivers marks the entry as selected. Only the first eight characters are compared,
-/// so entries of earlier steps are marked, too.
+/// Returns whether PrepareDrivers marks the entry as selected: one that begins with lib\aspi, lib\ndis,
+/// lib\odi1 or lib\odi3 in lower case. Only these eight characters are compared, so entries of earlier steps
+/// are marked, too.
 bool IsDriverEntry(const std::string& entry);
 
 }  // namespace velbooter

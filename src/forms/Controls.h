@@ -1,6 +1,6 @@
 #pragma once
 // The controls of the forms as plain values. A build reads and writes them whether or not a window shows
-// them; nothing here calls anything. Positions are 0-based, sizes in twips (1440 to the inch).
+// them; setting one calls no handler. Positions are 0-based, sizes in twips (1440 to the inch).
 
 #include <cstdint>
 #include <string>

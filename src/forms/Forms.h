@@ -40,15 +40,19 @@ inline constexpr int kOdiWidth = 3015;
 /// How the last run ended.
 enum class RunOutcome { Completed, Canceled };
 
+/// The wizard. The members are grouped by page, in the order of WizardPage.
 struct FrmWizard {
     FrmWizard();
 
     bool Visible = false;
     std::array<Frame, kPageCount> FraMain;
 
+    /// The disk page: the rows of the catalogue, and what Next is doing.
     ListView LV_Disk;
     Label LblStatus{"Press Next to load the disk configuration"};
 
+    /// The drivers page: a row for SCSI and a row for network drivers, each with the button that opens
+    /// FrmDrivers.
     CheckBox ChkASPI{"SCSI Host adapters drivers (ASPI)"};
     CheckBox ChkNDIS;
     NetworkMode Network = NetworkMode::Ndis;  ///< set by SetNetworkMode
@@ -56,6 +60,7 @@ struct FrmWizard {
     CommandButton CmdSelNDIS{"Select which drivers to include..."};
     Label LblNDISNote;
 
+    /// The setup page, which only a disk with setupwin has. The two flags are also read without it.
     bool SetupWinIncluded = false;  ///< the disk carries the module setupwin
     bool SetupNTIncluded = false;   ///< the disk carries the module setupnt
     TextBox TxtOwner{"VelUser"};
@@ -69,16 +74,21 @@ struct FrmWizard {
     TextBox TxtKeyPart4;
     TextBox TxtKeyPart5;
 
+    /// The files page: the entries below cabs, of which the selected ones go onto the disk; LblSpace is
+    /// shown on the destination page, too. LstDirs is no control but the folders that the walk still has to
+    /// list.
     ListBox LstFiles;
     Label LblSpace;
     ListBox LstDirs;
 
+    /// The destination page. Exactly one of the three options is set.
     OptionButton OptImage14{"&1.44 MB Floppy Image", true};
     OptionButton OptImage28{"&2.88 MB Floppy Image"};
     OptionButton OptFloppy{"1.44 MB &Floppy Disk"};
     TextBox TxtDest{"C:\\BootDisk.img"};
     CommandButton CmdBrowse{"B&rowse..."};
 
+    /// The progress page: four step lines, and the check mark of each.
     ProgressBar WorkProgress;
     Label LblMsg1{"Preparing selected Drivers"};
     Label LblMsg2{"Preparing pre-built drivers cache"};
@@ -89,11 +99,13 @@ struct FrmWizard {
     Label LblRight3;
     Label LblRight4;
 
+    /// The final page: how the run has ended, and two links.
     Label LblFinish;
     RunOutcome Outcome = RunOutcome::Completed;  ///< set by SetOutcome
     Label LblHomePage{kHomePage};
     Label LblFrameworkSite{kFrameworkSite};
 
+    /// The buttons of the frame.
     CommandButton CmdBack{"< &Back", false, true};
     CommandButton CmdNext{"&Next >"};
     CommandButton CmdFinish{"&Finish", true, false};
@@ -106,6 +118,7 @@ struct FrmWizard {
     CommonDialog DlgNew;
 };
 
+/// The driver selection, a list of one group's drivers.
 struct FrmDrivers {
     FrmDrivers();
 
@@ -121,9 +134,10 @@ struct FrmDrivers {
 
     bool DriversIniExists = false;  ///< whether Drivers.ini was there when the list was loaded
     std::int16_t LastSortColumn = 0;
-    std::int16_t SortColumn = 0;
+    std::int16_t SortColumn = 0;  ///< 0-based; LastSortColumn is the one of the click before
 };
 
+/// The wait window of a batch run and of an import.
 struct FrmWait {
     bool Visible = false;
     Label LblStatus{"Please wait ..."};

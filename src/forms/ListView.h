@@ -8,7 +8,7 @@
 namespace velbooter {
 
 /// One row of a list view: the text of the row, its first sub-item, and the pictures as indexes into the
-/// image list (1-based; not checked here).
+/// image list (1-based; not checked here: the window shows none for an index below 1).
 struct ListItem {
     std::string Text;
     std::string SubItem;
@@ -20,6 +20,7 @@ struct ListItem {
 
 enum class SortOrder { Ascending, Descending };
 
+/// The rows in the order in which they are shown, and how they were sorted.
 struct ListView {
     std::vector<ListItem> ListItems;
     std::string FirstColumnTitle;

@@ -45,6 +45,7 @@ inline std::string InPlugins(const std::string& entry) {
 /// Returns whether `path` begins with a drive letter and a colon.
 bool HasDrive(const std::string& path);
 
+/// The folders, and the rules that turn a name into a path. Nothing is looked up in the file system.
 struct ApplicationPaths {
     /// `applicationFolder` has no trailing backslash.
     explicit ApplicationPaths(const std::string& applicationFolder) : ApplicationFolder(applicationFolder) {}

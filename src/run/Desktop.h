@@ -1,6 +1,7 @@
 #pragma once
-// The only interface to the person at the screen. The real desktop shows system message boxes, dialogs and
-// windows; tests script the answers and record what was shown.
+// The only interface to the user at the screen. A step of a build calls nothing else that shows or asks
+// anything. The real desktop shows system message boxes, dialogs and windows; tests script the answers and
+// record what was shown.
 
 #include <cstdint>
 #include <optional>
@@ -44,7 +45,8 @@ class Desktop {
  public:
     virtual ~Desktop() = default;
 
-    /// Shows the message and returns the button that was pressed.
+    /// Shows the message and returns the button that was pressed, always one of `message.Choice` unless the
+    /// system could not show it.
     virtual Answer ShowMessage(const Message& message) = 0;
 
     /// Shows the format dialog for drive A: and returns its result when it closes (a FormatResult or another
@@ -64,10 +66,11 @@ class Desktop {
     virtual void CallHelp(std::int32_t owner, const std::string& file, HelpCommand command,
                           std::uint32_t data) = 0;
 
-    /// Returns whether the help viewer shows a window with this title.
+    /// Returns whether the help viewer shows a window with this title, which a help window of another
+    /// program may have, too.
     virtual bool IsHelpOpen(const std::string& title) = 0;
 
-    /// Opens an address with its default program.
+    /// Opens an address with its default program. A failure is not reported.
     virtual void OpenAddress(const std::string& address) = 0;
 
     /// Shows the driver selection above everything else; the caller has set its Visible. Returns when one of

@@ -29,6 +29,7 @@ class ShownWaitWindow {
     Desktop& desktop_;
 };
 
+/// Whether a program that is run shows its own window.
 enum class ToolWindow { Hidden, Shown };
 
 /// Runs `commandLine` and returns when the program has ended, or at once when it could not be started; the

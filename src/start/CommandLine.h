@@ -8,13 +8,13 @@
 
 namespace velbooter {
 
-/// The values of a command line.
+/// The values of a command line, as the user wrote them: nothing but the plugin's name has been looked up.
 struct CommandLineValues {
-    std::string DiskName;
-    std::string TargetPath;
-    int ImageType = 0;  ///< 0 not given, 1 for 1.44 MB, 2 for 2.88 MB
+    std::string DiskName;    ///< never empty in a result of ParseCommandLine
+    std::string TargetPath;  ///< "" for the disk's own target; may be relative to the application folder
+    int ImageType = 0;       ///< 0 not given, 1 for 1.44 MB, 2 for 2.88 MB
     bool UseKeyFile = false;
-    std::string PluginName;
+    std::string PluginName;    ///< "" for none
     bool DriversFlag = false;  ///< accepted and passed on, but not used
     bool ShowDriverDialog = false;
     bool ParameterError = false;  ///< an option was wrong and has been reported

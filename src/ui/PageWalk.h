@@ -10,7 +10,8 @@ namespace velbooter {
 /// RuntimeError when a step does.
 void CmdNext_Click(Application& app);
 
-/// The click on Back.
+/// The click on Back: one page back, over those that this disk does not have. The work of the pages is not
+/// undone; the next Next repeats it.
 void CmdBack_Click(Application& app);
 
 /// The click on Finish: runs the build and shows the final page; when a run has already ended, ends the

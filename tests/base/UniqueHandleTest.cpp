@@ -12,17 +12,17 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-// What was closed since the test began, in this order.
+// The values that were closed since the test began, in this order.
 std::vector<int> closed;
 
-// Numbers from 0, as descriptors are: none is minus one.
+// Numbers from 0 on, like descriptors; minus one stands for none.
 struct Number {
     using Value = int;
     static Value None() { return -1; }
     static void Close(Value number) { closed.push_back(number); }
 };
 
-// Pointers, of which none is null.
+// Pointers; null stands for none.
 struct Pointer {
     using Value = const int*;
     static Value None() { return nullptr; }

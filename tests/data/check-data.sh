@@ -41,7 +41,7 @@ dosBytes+=(
     [mscdex.exe]=26000 [cdrom.sys]=42000 [keyb.com]=20000 [keyboard.sys]=35000 [keybrd2.sys]=32000 [keybrd3.sys]=32000
     [keybrd4.sys]=14000 [doskey.com]=16000 [mouse.com]=31000 [chkdsk.exe]=29000 [debug.exe]=21000
 )
-# The programs that are assembled when the application is built, and at most so many bytes long.
+# The programs that are assembled when the application is built, each with the most bytes that it may have.
 declare -A builtBytes=(
     [velram.sys]=4096 [findram.com]=1024 [whichdrv.com]=1024 [pcifind.com]=2048 [boothd.com]=1024 [unpack.exe]=17000
     [io.sys]=2048
@@ -120,7 +120,7 @@ declare -A namedDrives=(
     [LETTER.BAT]=A-Z [NEWDISK.BAT]=C-H [SETUPWIN.BAT]=C [SETUPNT.BAT]=C [SETUP.BAT]=C [DOS.BAT]=C
 )
 
-# check_drives NAME FILE LINE: no letter of a drive is guessed, and none stands for the drive that DOS started from.
+# check_drives NAME FILE LINE: no drive letter is guessed, and none is used for the drive that DOS started from.
 check_drives() {
     local allowed=${namedDrives[$2]:-} rest=$3 letter
     [[ ! $3 =~ EXIST\ [^\ ]*\\NUL(\ |$) ]] ||
@@ -163,20 +163,20 @@ check_writes() {
     done
 }
 
-# check_agreement NAME TEXT: a batch file that takes a hard disk by itself asks first, and takes no answer for a no.
+# check_agreement NAME TEXT: a batch file that chooses a hard disk by itself asks first, and treats a missing answer as no.
 check_agreement() {
     local asks='WHICHDRV HD.*CHOICE /C:YN /T:N,[0-9]+ .*IF ERRORLEVEL 2 GOTO END.*IF NOT ERRORLEVEL 1 GOTO END.*GOTO USE'
     [[ $2 != *LETTER.BAT*WHICHDRV\ HD* || $2 =~ $asks ]] || fault "$1" 'takes a hard disk without a yes'
 }
 
-# check_calls NAME LINE PREVIOUS: what is called ships, by a path or by the search path.
+# check_calls NAME LINE PREVIOUS: what is called is on the disk, at its path or on the search path.
 check_calls() {
     local path
     if [[ $2 =~ (^|[^A-Z])(CALL\ )?%(BOOT|VELDIR)%\\BIN\\([^\ %*]+\.BAT)(\ |$) ]]; then
         path=bin/${BASH_REMATCH[4]}
         find_in "$data/files/base_files" "$path" || fault "$1" "it calls BIN\\${BASH_REMATCH[4]}, which no base file becomes"
     fi
-    # A free COMMAND.COM sets the exit code back when it calls a batch file.
+    # A free COMMAND.COM resets the exit code when it calls a batch file.
     [[ $2 != *ERRORLEVEL* || $3 != CALL\ * ]] || fault "$1" "the exit code does not survive a CALL: $2"
     if [[ $2 == *ERRORLEVEL* && $3 =~ ^(COPY|DEL|DIR|ECHO|CD|MD|RD|REN|SET|TYPE)' ' ]]; then
         fault "$1" "the exit code is not ${BASH_REMATCH[1]}'s, which sets none: $2"
@@ -456,7 +456,7 @@ check_configuration() {
                 size=$(stat -c %s "$found")
             fi
         elif [[ $section == '[Copy_CABs]' ]]; then
-            # What the user supplies may be missing, but the documents must mention it.
+            # A file that the user supplies may be missing, but the documents must mention it.
             [[ $file == "$demo"/* || ${documentation,,} == *"\`${left,,}\`"* ]] ||
                 fault "$where" "neither shipped nor described in docs/: $left"
         else

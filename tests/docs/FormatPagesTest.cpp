@@ -1,5 +1,5 @@
-// The examples of docs/formats: byte for byte where a format leaves no choice, else by what their bytes stand
-// for.
+// The examples of docs/formats: compared byte for byte where a format leaves no choice, else by what their
+// bytes mean.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -44,7 +44,7 @@ std::vector<std::string> Example(const std::string& page, const std::string& nam
     return words;
 }
 
-/// Returns as many bytes from `offset` on as the example has, written as the page writes them.
+/// Returns the bytes from `offset` on, as many as the example has, written as the page writes them.
 std::vector<std::string> Written(const Bytes& bytes, std::size_t offset,
                                  const std::vector<std::string>& example) {
     std::vector<std::string> words;
@@ -85,9 +85,8 @@ TEST(CabinetPage, ShowsTheCabinetOfAStoredFile) {
     EXPECT_EQ(cabinet.size(), example.size());
 }
 
-// What zlib makes of a file may change with its version; what the page says of these bytes may not. So the
-// page's record takes the place of the stored one in its cabinet, which a reader of the tests' own then takes
-// apart.
+// How zlib packs a file may change with its version; what the page says about these bytes may not. So the
+// page's record replaces the stored one in its cabinet, which the tests' own reader then reads.
 TEST(CabinetPage, ShowsADataRecordOfMsZip) {
     constexpr std::size_t kCabinetSize = 0x08;
     constexpr std::size_t kMethod = 0x2A;
@@ -116,7 +115,7 @@ TEST(LzxPage, ShowsAStoredFolder) {
     }
 }
 
-// How the encoder words a folder may change; what the page says of these bytes may not.
+// How the encoder packs a folder may change; what the page says about these bytes may not.
 TEST(LzxPage, ShowsAFolderOfOneLetter) {
     const Bytes letters(300, 'a');
     const FrameCollector::Frame frame{BytesOf(Example("lzx.md", "letters")), letters.size()};

@@ -1,4 +1,4 @@
-// Whole builds: what is on the screen while they run, what they make and what they leave.
+// Whole builds: what is on the screen while they run, what they create and what they leave.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -41,7 +41,7 @@ TEST(Build, DemonstrationDiskIsBuiltAsTheLargeImage) {
 TEST(Build, WaitWindowShowsThePhasesInOrder) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(SmallDisk());
-    // The message comes before the wait window, so that the first text is seen too.
+    // The message comes before the wait window, so that the window's first text is seen, too.
     ProgramUnderTest program(folder, " custom -os");
     program.Answer("OK");
     program.Answer("OK");

@@ -1,4 +1,4 @@
-// The command line: every message it can bring, in full and in order, and what is built from it.
+// The command line: every message it can cause, in full and in order, and what is built from it.
 
 #include <gtest/gtest.h>
 
@@ -178,7 +178,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Target{"BeginningWithABackslash", " custom \\images\\boot.img", "images\\boot.img"},
                     Target{"WithBlanks", " custom my images\\a b.img ", "my images\\a b.img"},
                     Target{"WithOptionsBehindIt", " custom a.img -sel", "a.img -sel"},
-                    // The target is cut behind the first "custom", which is in the plugin's name.
+                    // The target is cut off after the first "custom", which is in the plugin's name.
                     Target{"ShiftedByANameThatComesEarlier", " -plugin mycustom custom boot.img",
                            "custom boot.img"}),
     [](const auto& target) { return std::string(target.param.Name); });

@@ -1,5 +1,5 @@
-// velbooter.com, the program's twin for command prompts: it hands the command line on to the letter, tells
-// the end in one line and returns the program's own exit code.
+// velbooter.com, the program's twin for command prompts: it passes the command line on unchanged, reports
+// the outcome in one line and returns the program's own exit code.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,12 +18,12 @@ namespace {
 
 using testing::HasSubstr;
 
-// In a stream the line feed of a line is preceded by a carriage return.
+// In the stream a carriage return precedes each line feed.
 std::string Written(std::string line) {
     return line.insert(line.size() - 1, "\r");
 }
 
-// The run has ended with `code` and said so, and nothing else.
+// Expects that the run has ended with `code` and has written the line about it, and nothing else.
 void ExpectEnd(const ConsoleTwin& twin, unsigned long code) {
     EXPECT_EQ(twin.ExitCode(), code);
     EXPECT_EQ(twin.Output(), Written(OutcomeLine(code)));
@@ -38,7 +38,7 @@ class ConsoleTwinTest : public testing::Test {
  protected:
     void SetUp() override { folder_.SetCustomDisk(SmallDisk()); }
 
-    // Has a stand-in note the command line in place of the program.
+    // Puts a stand-in in the program's place, which records the command line.
     void ReplaceTheProgram() const { CopyTestProgram("e2e_note.exe", folder_.Path("velbooter.exe")); }
 
     const ApplicationFolder folder_{"my apps"};

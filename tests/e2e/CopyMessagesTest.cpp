@@ -148,7 +148,7 @@ TEST(StagingMessage, FileThatBecomesUnreadableEndsTheBuild) {
     EXPECT_FALSE(folder.Exists("BootDisk.img"));
 }
 
-// The name of the staging folder, as a run that stands in its staging shows it.
+// The name of the staging folder, which exists while a run waits for an answer during staging.
 std::string StagingFolderOf(const ApplicationFolder& folder) {
     folder.SetCustomDisk({"[Copy_Files]", "command.com=COMMAND.COM"});
     ProgramUnderTest program(folder, " custom");

@@ -1,4 +1,4 @@
-// The driver selection of the demonstration's disks, with the drivers that the demonstration brings along.
+// The driver selection of the demonstration's disks, with the drivers that the demonstration contains.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// An application folder without DOS files, and a folder "cd" beside it that holds them.
+// An application folder without DOS files, and a folder "cd" next to it that contains them.
 class DosFiles : public testing::Test {
  protected:
     void SetUp() override {

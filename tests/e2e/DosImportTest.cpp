@@ -1,4 +1,4 @@
-// The import of the DOS files from everywhere they can come from, up to the wizard that it makes way for.
+// The import of the DOS files from every source that they can have, up to the wizard that follows it.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -21,11 +21,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Takes a file out of sight while it lives.
+// Renames a file while it lives, so that the program does not find it.
 class HiddenFile {
  public:
     explicit HiddenFile(std::string path) : path_(std::move(path)) {
-        // One that a killed test has left hidden stays so until now.
+        // A killed test may have left the file renamed.
         if (fs::exists(path_)) fs::rename(path_, path_ + ".hidden");
     }
     ~HiddenFile() {
@@ -38,13 +38,13 @@ class HiddenFile {
     std::string path_;
 };
 
-// Files that are removed again, with the folders that were made for them.
+// Files that are removed again, together with the folders that were created for them.
 class PlacedFiles {
  public:
     ~PlacedFiles() {
         for (const std::string& path : paths_) {
             fs::remove(path);
-            // A folder that is not empty stays.
+            // A folder that is not empty cannot be removed, and stays.
             std::error_code notEmpty;
             fs::remove(fs::path(path).parent_path(), notEmpty);
         }
@@ -65,7 +65,7 @@ std::string WindowsPath(const std::string& tail) {
     return std::string(windows) + "\\" + tail;
 }
 
-// An application folder without DOS files, whose files are known all the same.
+// An application folder without DOS files; a set of them lies next to it.
 class DosImport : public testing::Test {
  protected:
     void SetUp() override {
@@ -81,8 +81,8 @@ class DosImport : public testing::Test {
 
     std::string Cd(const std::string& name) const { return folder_.OutsidePath("cd\\" + name); }
 
-    // Makes a setup CD: two cabinets, of which the second has the latter half of the files, some plain files,
-    // and the tool that unpacks.
+    // Creates a setup CD: two cabinets, of which the second has the latter half of the files, some plain
+    // files, and the tool that unpacks.
     void MakeCd() const {
         fs::create_directories(Cd(""));
         fs::rename(File("IO.SYS"), File("WINBOOT.SYS"));
@@ -108,7 +108,7 @@ class DosImport : public testing::Test {
         ASSERT_EQ(0u, cabarc.ExitCode());
     }
 
-    // Starts the program and answers it until the folder of `file` is chosen.
+    // Starts the program and answers its questions until the folder of `file` is chosen.
     void StartFrom(const std::string& file) {
         program_ = std::make_unique<ProgramUnderTest>(folder_, "");
         EXPECT_EQ(program_->Answer("OK"), ImportQuestion());
@@ -127,7 +127,7 @@ class DosImport : public testing::Test {
         const ShownWizard wizard(*program_);
         EXPECT_EQ(nullptr, program_->WaitWindow());
         std::vector<std::string> texts = program_->StatusTexts();
-        // The window's own first text, and those of the drivers' listing behind the import.
+        // Left out: the window's own first text, and those about the listing of drivers after the import.
         const auto first = std::find(texts.begin(), texts.end(), ImportStatuses().front());
         texts.erase(texts.begin(), first);
         EXPECT_EQ(texts, ImportStatuses());
@@ -149,7 +149,7 @@ TEST_F(DosImport, CabinetsAreUnpackedWithExtractOfTheCd) {
     ExpectWizardAfterImport();
 }
 
-// The whole way: the question with its help, a wrong folder, the right one.
+// All steps: the question with its help, a wrong folder, the right one.
 TEST_F(DosImport, CabinetsAreUnpackedWithExpandOfWindows) {
     ASSERT_TRUE(fs::exists(WindowsPath("system32\\expand.exe")));
     // The program's own folder is searched first.
@@ -158,7 +158,7 @@ TEST_F(DosImport, CabinetsAreUnpackedWithExpandOfWindows) {
     const HelpCalls help(folder_);
     program_ = std::make_unique<ProgramUnderTest>(folder_, "");
     EXPECT_EQ(Program().Message(), ImportQuestion());
-    // Wine calls for help at the key alone; its button leaves the box standing.
+    // Wine calls the help only for the F1 key; its Help button does nothing but leave the box open.
     Program().PressAndKeep("Help");
     ASSERT_TRUE(TypeKeys(Program().ProcessId(), "F1"));
     Program().HelpWindow();

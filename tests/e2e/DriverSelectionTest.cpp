@@ -1,5 +1,5 @@
-// The driver selection of a batch run: what it shows, how it is used with mouse and keyboard, and what of it
-// reaches the disk.
+// The driver selection of a batch run: what it shows, how it is used with mouse and keyboard, and which
+// choices reach the disk.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,15 +22,15 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Names = std::vector<std::string>;
 
-// A disk that makes no choice among the drivers, so that all of them are ticked at first.
+// A disk without default drivers, so that all drivers are ticked at first.
 const std::vector<std::string> kDisk{"[Copy_Files]", "io.sys=IO.SYS", "command.com=COMMAND.COM"};
 
 const DriverRow kEtherLink{"EL90X", "3Com EtherLink XL", true};
 const DriverRow kIntel{"E100B", "Intel PRO/100", true};
 const DriverRow kRealtek{"RTL8139", "Realtek RTL8139", true};
 
-// The custom disk, three network drivers, of which neither the names nor the files stand in the order of the
-// descriptions, and a SCSI driver.
+// The custom disk, a SCSI driver, and three network drivers whose names and files sort differently from
+// their descriptions.
 class DriverSelection : public testing::Test {
  protected:
     void SetUp() override {
@@ -44,7 +44,7 @@ class DriverSelection : public testing::Test {
         Offer("netw", "0");
     }
 
-    // Sets what the catalogue says of the custom disk.
+    // Sets a key of the custom disk in the catalogue.
     void Offer(const char* key, const char* value) const {
         ::WritePrivateProfileStringA("0", key, value, folder_.Path("files\\disklist.ini").c_str());
     }
@@ -57,7 +57,7 @@ class DriverSelection : public testing::Test {
 
     // The drivers of a group on the disk that the run has built.
     Names OnDisk(const std::string& group = "NDIS") {
-        // The click that ends the selection may still be on its way to it.
+        // The click that ends the selection may not have been handled yet.
         EXPECT_TRUE(Eventually([&] { return ::IsWindowVisible(selection_) == FALSE; }));
         EXPECT_EQ(program_->ExitCode(), Number(ExitCode::Built));
         ExpectNoWorkingFiles(folder_);
@@ -135,7 +135,7 @@ TEST_F(DriverSelection, BothOdiGroupsAreInOneList) {
     EXPECT_THAT(window.Rows(), ElementsAre(DriverRow{"LAN", "LAN for 32 bits", true},
                                            DriverRow{"NW", "NW for 16 bits", true},
                                            DriverRow{"NW", "NW for 32 bits", true}));
-    // The later of two rows of one name counts, and for the 16 bits alone.
+    // Of two rows with one name the later counts, and it is stored in the 16-bit group only.
     window.ClickBox(2);
     EXPECT_TRUE(Eventually([&] { return window.Ticked() == Names{"LAN", "NW"}; }));
     window.Click("OK");
@@ -198,7 +198,7 @@ TEST_F(DriverSelection, ClickOnATitleSorts) {
     const auto becomes = [&](const Names& names) {
         return Eventually([&] { return window.Names() == names; });
     };
-    // The first column counts as sorted before, so its first click descends.
+    // The first column counts as the one sorted last, so its first click sorts in descending order.
     window.ClickColumn(0);
     EXPECT_TRUE(becomes({"RTL8139", "EL90X", "E100B"}));
     EXPECT_EQ(window.ColumnArrow(0), Arrow::Down);
@@ -259,7 +259,7 @@ TEST_F(DriverSelection, TabWalksInReadingOrder) {
         window.Key(VK_TAB);
         EXPECT_TRUE(Eventually([&] { return window.FocusedPart() == next; })) << next << " has not the focus";
     }
-    // Enter presses the button that has the focus.
+    // Enter clicks the button that has the focus.
     window.Key(VK_RETURN);
     EXPECT_TRUE(Eventually([&] { return window.Ticked().empty(); }));
     window.Key(VK_TAB);
@@ -368,7 +368,7 @@ void ExpectSize(const RECT& place, int width, int height) {
     EXPECT_EQ(place.bottom - place.top, height);
 }
 
-// Everything lies within the window, nothing on anything else, and each text has room.
+// Expects everything within the window, no overlaps, and space for each text.
 void ExpectEverythingFits(const SelectionWindow& window) {
     RECT inner{};
     ::GetClientRect(window.Handle(), &inner);

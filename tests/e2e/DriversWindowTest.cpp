@@ -1,5 +1,5 @@
-// The window of the driver selection in this process, as the program's own loops use it: shown beside other
-// windows while its drivers are loaded, and waited for.
+// The window of the driver selection in this process, as the program's own loops use it: shown next to other
+// windows while its drivers are loaded, or waited for.
 
 #include <windows.h>
 // commctrl.h needs windows.h before it.
@@ -30,7 +30,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Names = std::vector<std::string>;
 
-// The real desktop, at whose doors a test may do something first.
+// The real desktop; a test may do something before some of its calls.
 class WatchedDesktop : public SystemDesktop {
  public:
     void Repaint() override {
@@ -65,7 +65,7 @@ class DriversWindowTest : public testing::Test {
         ::SetCurrentDirectoryA("C:\\");  // reading drivers goes into the folder
     }
 
-    // Lists three drivers, the last without a tick, and lets the selection show.
+    // Lists three drivers, the last without a tick, and makes the selection visible.
     void FillForm() {
         app_.Drivers.LV.Tag = "ndis";
         app_.Drivers.LV.ListItems = {Row("A", "first", true), Row("B", "second", true),
@@ -88,13 +88,13 @@ class DriversWindowTest : public testing::Test {
         return FindSelection();
     }
 
-    // Handles what is posted, as the program's own loop does.
+    // Handles posted messages as the program's own loop does.
     void HandleMessages() {
         MSG message{};
         while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != 0) desktop_.HandleMessage(message);
     }
 
-    // Waits for the selection, while `user` uses it from a thread of their own as soon as it is there.
+    // Waits for the selection to end, while `user` uses it from another thread as soon as it is visible.
     void ShowDriverSelection(const std::function<void(const SelectionWindow&)>& user) {
         FillForm();
         std::jthread thread([&] {
@@ -238,7 +238,7 @@ TEST_F(DriversWindowTest, ReadersOfTheScreenAreToldTheListsName) {
     EXPECT_STRCASEEQ(className, "Static");
     EXPECT_EQ("Drivers", TextOf(label));
     EXPECT_EQ("Drivers", TextOf(window.List()));
-    // A caption with an access key would clash: the texts have none.
+    // The texts have no access keys, which would clash with each other.
     for (const std::string& caption : window.Buttons()) EXPECT_EQ(caption.find('&'), std::string::npos);
 }
 
@@ -363,7 +363,7 @@ LRESULT CALLBACK CountColorChanges(HWND window, UINT message, WPARAM wParam, LPA
     return ::DefSubclassProc(window, message, wParam, lParam);
 }
 
-// Makes the text of the system's messages much larger, as a person can in the settings.
+// Makes the text of the system's messages much larger, as a user can in the settings.
 class LargeMessages {
  public:
     LargeMessages() {
@@ -381,7 +381,7 @@ class LargeMessages {
     NONCLIENTMETRICSA former_{};
 };
 
-// What a text takes in the font of a control of this process.
+// The size of a text in the font of a control of this process.
 SIZE SizeOfText(HWND control, const std::string& text) {
     const HDC context = ::GetDC(control);
     const HGDIOBJ former =

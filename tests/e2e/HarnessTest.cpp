@@ -1,4 +1,4 @@
-// The harness itself: it has to see a program that does not behave.
+// The harness itself: it must notice a program that misbehaves.
 
 #include <gtest/gtest.h>
 

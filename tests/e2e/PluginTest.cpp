@@ -1,4 +1,4 @@
-// Plugins: which program runs, how, and what comes onto the disk.
+// Plugins: which program runs, how, and what is added to the disk.
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-// The wizard while the driver selection stands beside it: both can be used, and neither takes from the other
-// what the user has done.
+// The wizard while the driver selection is open next to it: both can be used, and neither discards what the
+// user has done in the other.
 
 #include "tests/e2e/support/FileDialogs.h"
 #include "tests/e2e/support/SelectionWindow.h"
@@ -12,7 +12,7 @@ namespace {
 
 class WizardBesideSelection : public WizardTest {
  protected:
-    // Opens the selection of SCSI drivers and waits until they are all there.
+    // Opens the selection of SCSI drivers and waits until all of them are listed.
     SelectionWindow OpenSelection(const ShownWizard& wizard) {
         wizard.Click(IDC_SELECT_ASPI);
         const SelectionWindow selection(Program().DriverSelection());
@@ -21,7 +21,7 @@ class WizardBesideSelection : public WizardTest {
         return selection;
     }
 
-    // Lets the selection's handler show all forms again.
+    // Clicks a button of the selection, whose handler shows all forms again.
     void UnselectAll(const SelectionWindow& selection) {
         selection.Click("Unselect All");
         Program().WaitUntil([&] { return selection.Ticked().empty(); }, "the ticks stay");

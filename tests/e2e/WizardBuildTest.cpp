@@ -1,4 +1,4 @@
-// Builds through the wizard: what Finish makes, and what waits while the program works.
+// Builds through the wizard: what Finish creates, and which input waits while the program works.
 
 #include <windows.h>
 // commctrl.h needs windows.h before it.
@@ -16,13 +16,13 @@ using testing::ElementsAre;
 
 class WizardBuild : public WizardTest {
  protected:
-    // Presses Finish and waits for the outcome.
+    // Clicks Finish and waits for the outcome.
     static void Finish(const ShownWizard& wizard) {
         wizard.Click(IDC_FINISH);
         ExpectTheEnd(wizard, "Operation completed successfully");
     }
 
-    // Presses Finish on the final page.
+    // Clicks Finish on the final page.
     void Leave(const ShownWizard& wizard, ExitCode code) {
         wizard.Click(IDC_FINISH);
         EXPECT_EQ(Program().ExitCode(), Number(code));
@@ -97,7 +97,7 @@ TEST_F(WizardBuild, ProgressIsShownWhileTheWorkGoesOn) {
     EXPECT_EQ("", wizard.Text(IDC_MARK_4));
     EXPECT_EQ(Ask(wizard.Control(IDC_PROGRESS), PBM_GETPOS), Ask(wizard.Control(IDC_PROGRESS), PBM_GETRANGE));
     EXPECT_GT(Ask(wizard.Control(IDC_PROGRESS), PBM_GETPOS), 0);
-    // A press on Finish now is forgotten: the result is seen first.
+    // A click on Finish now is dropped: the user has to see the result first.
     ::PostMessageA(wizard.Control(IDC_FINISH), BM_CLICK, 0, 0);
     Ask(wizard.Handle(), WM_NULL);
     tool.Release();
@@ -154,7 +154,7 @@ TEST_F(WizardBuild, EndOfTheSessionCleansUp) {
     EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
 }
 
-// The wizard while it loads a disk whose packing is held up.
+// The wizard while it loads a disk; the archiver that packs its module is held up.
 class WizardAtWork : public WizardTest {
  protected:
     void SetUp() override {

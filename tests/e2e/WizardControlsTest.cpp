@@ -1,4 +1,4 @@
-// The controls of the wizard's pages, each as a person uses it: drivers, destination, links, help.
+// The controls of the wizard's pages, each as a user uses it: drivers, destination, links, help.
 
 #include <windows.h>
 // commctrl.h needs windows.h before it.
@@ -41,7 +41,7 @@ class WizardControls : public WizardTest {
         }));
     }
 
-    // Presses one of the two buttons and waits until the drivers are all there.
+    // Clicks one of the two buttons and waits until all drivers are listed.
     SelectionWindow Select(const ShownWizard& wizard, int button, size_t drivers) {
         wizard.Click(button);
         const SelectionWindow selection(Program().DriverSelection());
@@ -259,7 +259,7 @@ TEST_F(WizardHelp, ButtonShowsTheTopicOfEachPage) {
         wizard.Click(IDC_HELP_BUTTON);
         calls.push_back(CallForTopic(1310 + 10 * page));
         Program().WaitUntil([&] { return help_.Lines() == calls; }, "the help was not called for");
-        // An open help would follow by itself.
+        // An open help window would follow by itself.
         const HWND help = Program().HelpWindow();
         ::PostMessageA(help, WM_CLOSE, 0, 0);
         Program().WaitUntilGone(help);

@@ -1,4 +1,4 @@
-// The wizard without a mouse, on the keyboard of the screen.
+// The wizard without a mouse, with the keyboard of the virtual screen.
 
 #include <algorithm>
 
@@ -26,7 +26,7 @@ class WizardKeyboard : public WizardTest {
             throw HarnessFailure("the keys " + keys + " could not be typed");
     }
 
-    // Types keys that turn to `page`, where a control that can be used has the focus.
+    // Types keys that lead to `page` and expects the focus on a control that can be used.
     void TypeTo(const ShownWizard& wizard, const std::string& keys, int page) {
         Type(keys);
         wizard.WaitForPage(page);
@@ -49,7 +49,8 @@ class WizardKeyboard : public WizardTest {
         Program().WaitUntil([&] { return wizard.IsTicked(option); }, key + " does not choose its option");
     }
 
-    // The stops of the Tab key from the focus on, until it is there again; `key` is Tab or shift+Tab.
+    // The controls that the Tab key reaches, from the one with the focus until that has it again; `key` is
+    // Tab or shift+Tab.
     Ids Stops(const ShownWizard& wizard, const std::string& key) {
         constexpr size_t kMany = 30;
         const int first = wizard.Focus();
@@ -102,7 +103,7 @@ TEST_F(WizardKeyboard, TabStopsInReadingOrderAndBack) {
         Ids stops = expected.at(static_cast<size_t>(page));
         const Ids buttons = wizard.Buttons();
         stops.insert(stops.end(), buttons.begin(), buttons.end());
-        // The walk begins where the focus is: at the page's first stop, or at the default button.
+        // The focus is at first on the page's first control, or on the default button.
         const bool atButton = page == kWelcomePage || page == kFinishedPage;
         const int first = page == kFinishedPage ? IDC_FINISH : IDC_NEXT;
         if (atButton) std::rotate(stops.begin(), std::find(stops.begin(), stops.end(), first), stops.end());
@@ -136,7 +137,7 @@ TEST_F(WizardKeyboard, EscapeLeavesASuccessAsItIs) {
     Type("Return");
     ExpectTheEnd(wizard, "Operation completed successfully");
     WaitForFocus(wizard, IDC_FINISH);
-    // What a key behind it does tells that Escape is done with.
+    // The effect of the key after it shows that Escape has been handled.
     Type("Escape Tab");
     WaitForFocus(wizard, IDC_HELP_BUTTON);
     ExpectTheEnd(wizard, "Operation completed successfully");

@@ -1,5 +1,5 @@
-// The wizard's pages as they are laid out on screens of different resolutions: nothing outside, nothing over
-// anything else, room for every text, and all of it in the order of reading.
+// The wizard's pages as they are laid out on screens of different resolutions: nothing outside, no overlaps,
+// space for every text, and everything in reading order.
 
 #include <windows.h>
 // commctrl.h needs windows.h before it.
@@ -17,7 +17,7 @@
 namespace velbooter::e2e {
 namespace {
 
-// A child of the frame or of a page. Its place is in the coordinates of what it lies in.
+// A child of the frame or of a page. Its place is in its parent's coordinates.
 struct Part {
     HWND Handle;
     int Id;
@@ -77,7 +77,7 @@ bool Contains(const RECT& outside, const RECT& place) {
            place.bottom <= outside.bottom;
 }
 
-// Whether `second` is read after `first`: in a row to its right, else further down.
+// Whether `second` is read after `first`: to its right in the same row, else further down.
 bool IsReadAfter(const RECT& first, const RECT& second) {
     const LONG common = std::min(first.bottom, second.bottom) - std::max(first.top, second.top);
     const bool isRow = 2 * common > std::min(Height(first), Height(second));
@@ -91,7 +91,7 @@ char AccessKey(const std::string& text) {
 
 class WizardLayout : public WizardTest, public testing::WithParamInterface<int> {
  protected:
-    // The wizard with a filled list of disks; every page is laid out, shown or not.
+    // The wizard with a filled list of disks; pages are laid out even when they are hidden.
     ShownWizard OpenFilled() {
         ShownWizard wizard = OpenAt(kDiskPage);
         Program().PlaceSpy(wizard.Handle());
@@ -114,8 +114,8 @@ class WizardLayout : public WizardTest, public testing::WithParamInterface<int> 
     const ScreenResolution resolution_{GetParam()};
 };
 
-// Two pairs lie over each other as they are meant to: the pages, and Next and Finish. A box lies around what
-// is in it.
+// The pages share one place, and so do Next and Finish, which are never visible together. A group box
+// surrounds what is in it.
 bool MayShareAPlace(const Part& first, const Part& second) {
     if (first.IsPage() && second.IsPage()) return true;
     if (first.Id == IDC_NEXT && second.Id == IDC_FINISH) return true;
@@ -176,7 +176,8 @@ TEST_P(WizardLayout, FitsTheScreenInItsMiddle) {
 TEST_P(WizardLayout, TabOrderIsReadingOrder) {
     const ShownWizard wizard = OpenFilled();
     ForEachWindow(wizard, [](HWND, Parts parts) {
-        // The side picture is beside everything; boxes are around what is in them; Finish lies over Next.
+        // Left out: the side picture, which is next to everything; group boxes, which surround other
+        // controls; Finish, which has the place of Next.
         std::erase_if(parts, [](const Part& part) {
             return !part.IsShown() || part.IsPage() || part.IsBox() || part.Id == IDC_SIDE_IMAGE ||
                    part.Id == IDC_FINISH;
@@ -201,7 +202,7 @@ TEST_P(WizardLayout, AccessKeysAreUnique) {
     for (int page = 0; page < kPageCount; ++page) {
         SCOPED_TRACE("page " + std::to_string(page));
         Parts parts = PartsOf(wizard.PageWindow(page));
-        // From the destination on, Finish stands where Next stood.
+        // From the destination page on, Finish is in the place of Next.
         const int hidden = page < kDestinationPage ? IDC_FINISH : IDC_NEXT;
         std::copy_if(frame.begin(), frame.end(), std::back_inserter(parts),
                      [&](const Part& part) { return part.IsButton() && part.Id != hidden; });
@@ -210,7 +211,7 @@ TEST_P(WizardLayout, AccessKeysAreUnique) {
             const char key = AccessKey(part.Text);
             if (key == '\0') continue;
             const auto [owner, isFirst] = owners.emplace(key, part.Id);
-            // These two texts are given.
+            // These two texts, whose access keys clash, are fixed.
             const bool isGiven = owner->second == IDC_FLOPPY && part.Id == IDC_FINISH;
             EXPECT_TRUE(isFirst || isGiven) << part << " shares its key with " << owner->second;
         }
@@ -219,7 +220,7 @@ TEST_P(WizardLayout, AccessKeysAreUnique) {
     Leave(wizard);
 }
 
-// A text of its own, or a label right before it, shown or not.
+// A control's name is its own text or that of the label right before it, visible or not.
 TEST_P(WizardLayout, EveryControlHasAName) {
     const ShownWizard wizard = OpenFilled();
     ForEachWindow(wizard, [](HWND, const Parts& parts) {
@@ -233,7 +234,7 @@ TEST_P(WizardLayout, EveryControlHasAName) {
     Leave(wizard);
 }
 
-// Texts that a control takes in the course of a run.
+// Texts that a control gets in the course of a run.
 const std::map<int, std::vector<std::string>> kLaterTexts = {
     {IDC_STATUS,
      {"Please Wait ... Copying found ModBoot modules", "Please Wait ... Preparing files for CABs creation",
@@ -260,7 +261,7 @@ void ExpectRoom(const Part& part) {
         needed = IdealSizeOfButton(part.Handle);
     } else if (part.Class == WC_EDITA) {
         needed = TextSizeOf(part.Handle, TextLook::OneLine);
-        // A long path can be scrolled.
+        // A long path scrolls.
         if ((part.Style & ES_AUTOHSCROLL) != 0 && part.Id == IDC_TARGET) needed.cx = 1;
     } else if (part.Class == "SysLink") {
         needed = TextSizeOf(part.Handle, TextLook::OneLine);
@@ -293,7 +294,7 @@ TEST_P(WizardLayout, TextsHaveRoom) {
     Leave(wizard);
 }
 
-// A step that is at work stands in bold.
+// The current step is shown in bold.
 TEST_P(WizardLayout, StepsHaveRoomInBold) {
     const ShownWizard wizard = OpenFilled();
     for (const int id : {IDC_STEP_1, IDC_STEP_2, IDC_STEP_3, IDC_STEP_4}) {

@@ -1,5 +1,5 @@
-// Takes a picture of every page of the wizard and of the driver selection, for a person to look at and for
-// the guide.
+// Takes a picture of every page of the wizard and of the driver selection, for people to look at and for the
+// guide.
 
 #include "tests/e2e/support/Programs.h"
 #include "tests/e2e/support/RemoteControls.h"
@@ -10,7 +10,7 @@
 namespace velbooter::e2e {
 namespace {
 
-// The disks that ship, and a custom disk that needs every page.
+// The disks that are included, and a custom disk that needs every page.
 class WizardPictures : public WizardTest, public testing::WithParamInterface<int> {
  protected:
     void SetUp() override {
@@ -38,7 +38,7 @@ class WizardPictures : public WizardTest, public testing::WithParamInterface<int
 TEST_P(WizardPictures, OfEveryPage) {
     HeldTool tool(folder_, "bfi");
     const ShownWizard wizard = Open();
-    // Wine draws the title of a program's first window as that of one behind others.
+    // Wine draws the title of a program's first window as if it were inactive.
     Ask(wizard.Handle(), WM_NCACTIVATE, TRUE);
     TakePictureOf(wizard.Handle(), "wizard-0-welcome");
     wizard.Next(kDiskPage);

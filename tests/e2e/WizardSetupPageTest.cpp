@@ -81,7 +81,7 @@ TEST_F(WizardSetupPage, CharactersOutsideTheCodePageStayAsTheyAreTyped) {
     const ShownWizard wizard = OpenAt(kSetupPage);
     const HWND owner = wizard.Control(IDC_OWNER);
     wizard.Enter(IDC_OWNER, "");
-    // Posted, so that the program's own loop hands it on.
+    // Posted, so that it passes through the program's own loop.
     ::PostMessageW(owner, WM_CHAR, 0x0416, 1);
     wchar_t text[16] = L"";
     const auto isThere = [&] {
@@ -89,7 +89,7 @@ TEST_F(WizardSetupPage, CharactersOutsideTheCodePageStayAsTheyAreTyped) {
     };
     ASSERT_TRUE(Eventually(isThere));
     EXPECT_EQ(L"\x0416", std::wstring(text));
-    // From the next button on the box shows what the program has taken.
+    // After the click on Next the box shows what the program has read.
     wizard.Next(kFilesPage);
     wizard.Back(kSetupPage);
     ::SendMessageW(owner, WM_GETTEXT, 16, reinterpret_cast<LPARAM>(text));

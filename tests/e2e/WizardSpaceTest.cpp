@@ -14,7 +14,7 @@ class WizardSpace : public WizardTest {
     static std::string Line(size_t bytes, const std::string& disk = "A 1.44 MB disk holds 1423 KB.") {
         return "Selected files: " + std::to_string(bytes / 1024) + " KB. " + disk;
     }
-    // Whether a label is written in the colour of warnings.
+    // Whether a label is shown in the colour of warnings.
     static bool Warns(const ShownWizard& wizard, int id) {
         RECT place{};
         ::GetWindowRect(wizard.Control(id), &place);

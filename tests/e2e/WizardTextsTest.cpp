@@ -1,4 +1,4 @@
-// The words and the pictures of the wizard: people look for them, and so do programs.
+// The texts and the pictures of the wizard: people look for them, and so do programs.
 
 #include <windows.h>
 // commctrl.h needs windows.h before it.
@@ -127,7 +127,7 @@ TEST_F(WizardTexts, PicturesOfTheDisksAreTheCatalogues) {
     std::vector<int> pictures;
     for (int row = 0; row < static_cast<int>(wizard.Disks().size()); ++row)
         pictures.push_back(PictureOf(list, row));
-    // The list counts from 0; the custom disk and one whose number is too high have the first.
+    // Pictures are counted from 0 here; the custom disk and a disk whose number is too high have the first.
     EXPECT_EQ((std::vector<int>{0, 7, 6, 5, 4, 3, 2, 1, 0, 0}), pictures);
     Leave(wizard);
 }

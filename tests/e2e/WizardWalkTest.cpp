@@ -37,7 +37,7 @@ class WizardWalk : public WizardTest, public testing::WithParamInterface<Walk> {
         EXPECT_EQ(wizard.Buttons(), expected) << "on page " << page;
     }
 
-    // What the page that Next has left asks for is done when the next one stands.
+    // Expects the work of the page that Next has left to be done when the next page is shown.
     void ExpectWork(const ShownWizard& wizard, int page) const {
         if (page < kDriversPage) return;
         EXPECT_TRUE(folder_.Exists("cabs\\COMMAND.COM"));
@@ -47,7 +47,7 @@ class WizardWalk : public WizardTest, public testing::WithParamInterface<Walk> {
         if (page < kFilesPage) return;
         EXPECT_EQ(folder_.Exists("cabs\\Lib\\setupwin.cab"), GetParam().HasSetupPage);
         EXPECT_TRUE(folder_.Exists("cabs\\Lib\\setupnt.cab"));
-        // The list is filled where it is seen.
+        // The list is filled only on its own page.
         if (page == kFilesPage) {
             EXPECT_THAT(wizard.SelectedFiles(), testing::Contains("COMMAND.COM"));
         }

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Sourced by the scripts beside it: runs the built program in a copy of an application folder and looks at its images.
+# Sourced by the other scripts in this folder: runs the built program in a copy of an application folder and checks its images.
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 
 fail() {

@@ -66,7 +66,7 @@ check_no_lists() {
     if find_any_case "$scratch/$1" etc/_msnet.nic >/dev/null; then fail "$1: it contains a network list"; fi
 }
 
-# ini_value FILE SECTION KEY: the value to the letter, quotes included.
+# ini_value FILE SECTION KEY: the value as it is in the file, quotes included.
 ini_value() {
     tr -d '\r' <"$1" | awk -v section="[$2]" -v key="$3=" '
         /^\[/ { inside = (tolower($0) == tolower(section)) }

@@ -12,7 +12,7 @@ cp "$2" "$system/System32/expand.exe"
 cp "$application/cabarc.exe" "$system/"
 cp "$application/more-dos.bat" "$scratch/program/"
 
-# pack CABINET NAME...: each member holds its own name.
+# pack CABINET NAME...: each member contains its own name.
 pack() {
     local cabinet=$1 name
     shift
@@ -26,7 +26,7 @@ pack() {
 # take STATUS FOLDER: the output is in $scratch/more-dos.log.
 take() {
     local status=0
-    # cmd of Wine takes a name that begins with a command of its own for that command.
+    # Wine's cmd takes a name that begins with one of its commands for that command.
     (cd "$scratch/program" && timeout 200 "$root/scripts/wine.sh" cmd /c \
         "set SystemRoot=Z:${system//\//\\}&& .\\more-dos.bat $2") >"$scratch/more-dos.log" 2>&1 </dev/null || status=$?
     [ "$status" = "$1" ] || fail "more-dos.bat $2 ended with $status, not $1: $(cat "$scratch/more-dos.log")"
@@ -48,7 +48,7 @@ take 0 '..\cd'
 expect_files CDROM.SYS MSCDEX.EXE KEYB.COM KEYBOARD.SYS
 grep -q 'Not found there:.* CHKDSK.EXE' "$scratch/more-dos.log" || fail 'it does not say what is missing'
 
-# What is there stays.
+# An existing file stays.
 printf 'MSCDEX.EXE' >"$scratch/program/dos/MSCDEX.EXE"
 touch -d 2000-01-01 "$scratch/program/dos/MSCDEX.EXE"
 take 0 '..\cd'

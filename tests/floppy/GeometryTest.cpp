@@ -17,7 +17,7 @@ TEST(Geometry, TheTwoFormatsHaveTheSectorsOfTheirDisks) {
 }
 
 TEST(Geometry, AnAllocationTableCountsAllClusters) {
-    // An entry has 12 bits, and the first two stand for no cluster.
+    // An entry has 12 bits, and the first two entries belong to no cluster.
     for (const char* type : {"144", "288"}) {
         const Geometry& geometry = *GeometryOfType(type);
         EXPECT_GE(geometry.SectorsPerFat * kSectorBytes * 2 / 3, geometry.DataClusters() + 2) << type;

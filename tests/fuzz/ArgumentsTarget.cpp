@@ -1,5 +1,5 @@
-// The command lines of the companions: any arguments are understood or refused as a wrong call, and what is
-// understood is complete.
+// The command lines of the companions: any arguments are understood or rejected as a wrong call, and the
+// result of understood ones is complete.
 
 #include <algorithm>
 
@@ -16,7 +16,7 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-// Arguments are separated by NULs, which none can hold.
+// Arguments are separated by NULs, which none can contain.
 Arguments Split(std::span<const std::uint8_t> input) {
     Arguments arguments;
     if (input.empty()) return arguments;
@@ -55,7 +55,7 @@ void ParseCabarc(const Arguments& arguments, bool slashOptions) {
     const Method& method = call.Compression;
     Require(method.Type != Method::Kind::Lzx || (method.WindowBits >= 15 && method.WindowBits <= 21),
             "the window is one that the format has");
-    // Nothing is lost: what was not taken for an option stands in the result.
+    // Nothing is lost: every argument that is no option is in the result.
     const std::size_t names = call.Names.size() + (call.TargetFolder.empty() ? 0 : 1);
     Require(std::equal(call.Names.begin(), call.Names.end(), arguments.end() - static_cast<int>(names)),
             "the names are the last arguments");

@@ -1,6 +1,7 @@
-// The cabinet writer: any tree of files, packed with any method, gives a cabinet that our reader, the strict
-// reader of the tests and libmspack read alike and that holds the tree; or it is refused and nothing is left.
-// A second kind of input skips the files and lays out members in several folders of different methods.
+// The cabinet writer: any tree of files, packed with any method, becomes a cabinet that contains the tree
+// and that our reader, the strict reader of the tests and libmspack read alike; or it is rejected and
+// nothing is left. A second kind of input skips the files and lays out members in several folders of
+// different methods.
 
 #include <algorithm>
 #include <fstream>
@@ -30,7 +31,7 @@ using tools::testing::TestFolder;
 
 constexpr std::size_t kLongestFile = 30'000;
 
-/// What a member must be.
+/// What a member must contain.
 struct Expected {
     Bytes Contents;
     tools::DosTime Modified;
@@ -124,7 +125,7 @@ void PackTree(Choices& choices) {
     CheckCabinet(ReadAll(folder, "out.cab"), expected);
 }
 
-// Members in one to four folders; each folder has one at least.
+// Members in one to four folders; each folder has at least one.
 void LayOut(Choices& choices) {
     CabinetDirectory directory;
     std::vector<Method> methods;

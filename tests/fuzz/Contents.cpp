@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t kFrame = 32768;
 constexpr std::size_t kMostRawBytes = 48;
 
-// Sizes of all magnitudes, and those that end a frame or miss its end by a little.
+// Returns sizes of all magnitudes, and those that reach the end of a frame exactly or nearly.
 std::size_t StretchSize(Choices& choices, std::size_t present) {
     switch (choices.Below(5)) {
         case 0:

@@ -1,6 +1,7 @@
 #pragma once
-// What every fuzz target offers to whoever drives it: libFuzzer on a host-fuzz build, the seeded run that is
-// part of the tests everywhere else. Each target is a program of its own and implements the functions below.
+// What every fuzz target offers to the program that drives it: libFuzzer in a host-fuzz build, the seeded
+// run that is part of the tests in every other build. Each target is a program of its own and implements the
+// functions below.
 
 #include <cstdint>
 #include <span>
@@ -20,13 +21,13 @@ class BrokenRule : public std::logic_error {
     using std::logic_error::logic_error;
 };
 
-/// Throws BrokenRule saying `rule` when `holds` is false.
+/// Throws BrokenRule with the text `rule` when `holds` is false.
 inline void Require(bool holds, const std::string& rule) {
     if (!holds) throw BrokenRule(rule);
 }
 
-/// Puts one input, which may be any bytes, through the target. Throws when the code under test breaks a rule;
-/// errors that it is entitled to raise are caught inside. Depends on nothing but the input.
+/// Runs the target on one input, which may be any bytes. Throws when the code under test breaks a rule;
+/// errors that it may raise are caught inside. The result depends on the input alone.
 void RunInput(std::span<const std::uint8_t> input);
 
 /// Returns the inputs to start from: one for each kind of thing that the target does.

@@ -1,5 +1,5 @@
-// The entries that libFuzzer calls, which brings its own main. The target's seeds are written into the first
-// folder of the command line, which libFuzzer takes for its corpus.
+// The functions that libFuzzer calls; main is libFuzzer's own. The target's seeds are written into the first
+// folder of the command line, which libFuzzer uses as its corpus.
 
 #include <cstdlib>
 #include <exception>
@@ -32,7 +32,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         fuzz::RunInput({data, size});
     } catch (const std::exception& error) {
         std::cerr << error.what() << "\n";
-        std::abort();  // what libFuzzer keeps an input for
+        std::abort();  // makes libFuzzer keep the input
     }
     return 0;
 }

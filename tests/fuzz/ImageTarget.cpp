@@ -1,5 +1,6 @@
-// The image writer: any tree becomes an image that a reader of its own and, now and then, fsck.fat find
-// sound and that holds the tree; or it is refused for a reason that the tree really has, and nothing is left.
+// The image writer: any tree becomes an image that contains the tree and that a reader of the tests and, for
+// some images, fsck.fat find sound; or it is rejected for a reason that the tree really gives, and nothing
+// is left.
 
 #include <zlib.h>
 
@@ -30,14 +31,14 @@ using tools::bfi::testing::FatEntry;
 using tools::bfi::testing::FatImage;
 
 constexpr std::size_t kLongestFile = 40'000;
-/// One image of so many is shown to fsck.fat too, which costs more than all the rest.
+/// One image of this many is also checked by fsck.fat, which takes longer than everything else.
 constexpr unsigned kCheckerShare = 64;
 
 std::uint64_t Clusters(const Geometry& geometry, std::uint64_t bytes) {
     return (bytes + geometry.ClusterBytes() - 1) / geometry.ClusterBytes();
 }
 
-// A name of letters and digits in the form 8.3 needs no long one; plain names are never anything else.
+// A name of letters and digits in the form 8.3 needs no long name; plain names consist of nothing else.
 bool IsShort(const std::string& name) {
     const std::size_t dot = name.find('.');
     const std::string extension = dot == std::string::npos ? "" : name.substr(dot + 1);
@@ -55,7 +56,7 @@ std::size_t Slots(const std::string& name) {
     return IsShort(name) ? 1 : 1 + (tools::Utf16FromUtf8(name).size() + 12) / 13;
 }
 
-// Whether a tree of plain names fits, counted apart from the writer.
+// Whether a tree of plain names fits, counted independently of the writer.
 bool Fits(const RandomTree& tree, const Geometry& geometry) {
     std::map<std::string, std::size_t> slots{{"", 1}};
     std::uint64_t clusters = 0;
@@ -83,7 +84,7 @@ std::string OwnName(const FatEntry& entry, const std::map<std::string, std::stri
     const std::string folder =
         slash == std::string::npos ? "" : folders.at(entry.Path.substr(0, slash)) + "/";
     if (entry.Long.empty()) return folder + entry.Path.substr(slash == std::string::npos ? 0 : slash + 1);
-    // Only for comparison with names that are well-formed.
+    // Used only in comparisons with well-formed names.
     const std::u16string& units = entry.Long;
     std::string name;
     for (std::size_t i = 0; i < units.size(); ++i) {
@@ -117,7 +118,7 @@ void CheckPlace(const FatEntry& entry, std::size_t position) {
         Require(entry.Clusters[0] == 2, "IO.SYS begins at cluster 2");
 }
 
-// The image holds the tree and nothing else.
+// Requires that the image contains the tree and nothing else.
 void Compare(const RandomTree& tree, const FatImage& image) {
     std::map<std::string, const TreeFile*> files;
     for (const TreeFile& file : tree.Files) files[tools::UpperAscii(file.Path)] = &file;

@@ -1,5 +1,5 @@
-// The LZX encoder: a folder of any contents and any window, handed over in parts of any size, is read back by
-// libmspack and by the strict decoder of the tests.
+// The LZX encoder: a folder with any contents and any window, delivered in parts of any size, is read back
+// by libmspack and by the strict decoder of the tests.
 
 #include <algorithm>
 #include <array>
@@ -23,8 +23,8 @@ namespace {
 using tools::AppendU16;
 using tools::AppendU32;
 
-// Most folders are small, so that many are tried; the last size passes the encoder's buffer for the smallest
-// window and makes it slide. It takes seconds, so it needs a mark that few inputs have.
+// Most folders are small, so that many are tried; the last size exceeds the encoder's buffer for the
+// smallest window and makes it slide. It takes seconds, so it needs a mark that few inputs have.
 constexpr std::array<std::size_t, 8> kUsualLimits{300, 1'000, 3'000, 300, 1'000, 3'000, 34'000, 70'000};
 constexpr std::size_t kLargeLimit = 2'300'000;
 constexpr std::uint8_t kLargeMark = 0xA5;
@@ -41,7 +41,7 @@ void Encode(Choices& choices, int windowBits, const Bytes& contents, FrameCollec
     encoder.Finish();
 }
 
-// A cabinet of one folder with one member.
+// Returns a cabinet of one folder with one member.
 Bytes CabinetOf(const FrameCollector& frames, int windowBits, std::size_t size) {
     constexpr std::uint32_t kDataStart =
         tools::cabarc::kHeaderBytes + tools::cabarc::kFolderBytes + tools::cabarc::kMemberBytes + 2;
@@ -98,7 +98,7 @@ std::vector<Bytes> Seeds() {
                              0,      kind, 4, 3, 7, 2, 3,    5, 0,  0, 80,     7, 1, 0,  2,  1, 2});
         }
     }
-    // Two megabytes and more: a frame of calls, then far copies, full frames of them.
+    // More than two megabytes: a frame of calls, then whole frames of far copies.
     Bytes large{0, kLargeMark, 2, 30, 0, 9, 6, 3, 0, 5};
     for (std::uint8_t i = 0; i < 72; ++i) {
         const auto other = static_cast<std::uint8_t>(i * 37);

@@ -15,14 +15,14 @@ constexpr const char* kCabinetName = "cabinet";
 
 struct MemorySystem;
 
-// An open file: the cabinet for reading, or what is extracted.
+// An open file: the cabinet for reading, or a member that is extracted.
 struct MemoryFile : mspack_file {
     MemorySystem* Owner = nullptr;
     Bytes* Contents = nullptr;
     std::size_t Position = 0;
 };
 
-// libmspack hands this object back as its first member.
+// libmspack passes back a pointer to the first member of this object.
 struct MemorySystem : mspack_system {
     Bytes Cabinet;
     Bytes Extracted;
@@ -76,7 +76,7 @@ off_t Tell(mspack_file* handle) {
     return static_cast<off_t>(FileOf(handle).Position);
 }
 
-// Which system a warning belongs to is known only while a file is open; all of ours are.
+// The system that a warning belongs to is known only while a file is open, and ours always are.
 void Message(mspack_file* handle, const char*, ...) {
     if (handle != nullptr) FileOf(handle).Owner->Warned = true;
 }
@@ -107,7 +107,7 @@ void FillIn(MemorySystem& system) {
     system.null_ptr = nullptr;
 }
 
-// A decompressor with the cabinet that it has open.
+// A decompressor and the cabinet that it has opened.
 class Decompressor {
  public:
     explicit Decompressor(MemorySystem& system) : cab_(mspack_create_cab_decompressor(&system)) {

@@ -1,6 +1,6 @@
 #pragma once
-// Reads a cabinet with libmspack, wholly in memory: the decoder that others wrote and that the targets
-// believe.
+// Reads a cabinet with libmspack, entirely in memory: a decoder that others wrote and that the targets
+// trust.
 
 #include <string>
 
@@ -17,8 +17,8 @@ struct MspackMember {
     unsigned Time = 0;
 };
 
-/// Returns the members in their order. Throws BrokenRule with libmspack's error number, and with whatever it
-/// warns of.
+/// Returns the members in their order. Throws BrokenRule with libmspack's error number, or with any warning
+/// of it.
 std::vector<MspackMember> ReadWithMspack(const Bytes& cabinet);
 
 }  // namespace fuzz

@@ -1,4 +1,4 @@
-// Names and patterns: which names the tools store, what they make of them, and what a wildcard matches.
+// Names and patterns: which names the tools store, in which form, and what a wildcard matches.
 
 #include <algorithm>
 #include <set>
@@ -21,7 +21,8 @@ using tools::UpperAscii;
 
 constexpr std::size_t kLongestText = 255;
 
-// The plain rule of "*" and "?" over bytes, by table: which starts of the name the pattern so far matches.
+// The plain rule of "*" and "?" for bytes, by a table of the prefixes of the name that the pattern so far
+// matches.
 bool MatchesByTable(const std::string& pattern, const std::string& name) {
     std::vector<bool> reached(name.size() + 1);
     reached[0] = true;
@@ -51,7 +52,7 @@ void CheckPatterns(const std::string& pattern, const std::string& name) {
     Require(MatchesPattern("*", name), "* is every name");
     if (!HasWildcard(name))
         Require(name.ends_with('.') || MatchesPattern(name, name), "a name is its own pattern");
-    // A dot at a pattern's end, alone or before a star, has a rule of its own.
+    // A dot at the end of a pattern, alone or before a star, has a rule of its own.
     if (!pattern.ends_with('.') && !pattern.ends_with(".*") && IsAscii(name))
         Require(matches == MatchesByTable(pattern, name), "a pattern matches what its characters say");
 }
@@ -115,7 +116,7 @@ void RunInput(std::span<const std::uint8_t> input) {
     CheckPatterns(texts[1], texts[0]);
     CheckStoredName(texts[0], texts[1], true);
     CheckStoredName(texts[1], texts[0], false);
-    // What lists a folder never gives these.
+    // A listing of a folder never contains these.
     std::erase_if(texts, [](const std::string& name) {
         return name.empty() || name == "." || name == ".." || !tools::IsUtf8(name);
     });

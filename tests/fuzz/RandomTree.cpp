@@ -18,7 +18,7 @@ constexpr std::size_t kMostFiles = 300;
 constexpr std::size_t kDeepest = 4;
 constexpr std::size_t kLongestName = 60;
 
-// What a run of the maker has made so far.
+// Creates one tree, and knows what it has created so far.
 class Maker {
  public:
     Maker(Choices& choices, const fs::path& folder, std::size_t longestFile)
@@ -63,7 +63,7 @@ class Maker {
         return WildName();
     }
 
-    // Begins with a number of its own, so that no two are the same.
+    // Begins with a number that no other name has, so that no two are the same.
     std::string PlainName(bool isFile) {
         constexpr std::array<const char*, 24> kParts{"a",
                                                      "B",
@@ -156,7 +156,7 @@ std::vector<Bytes> TreeSeeds() {
         {},
         // The system files, then a few of each kind of file.
         {0, 3, 0, 2, 3, 2, 70, 5, 3, 1, 1, 4, 1, 200, 0, 3, 2, 1, 5, 2, 5, 3, 7, 1, 2, 2, 4, 2, 9, 9, 0},
-        // Folders in folders, empty files by the dozen.
+        // Folders in folders, and dozens of empty files.
         {0, 0, 2, 3, 4, 0, 1, 1, 2, 30, 1, 3, 0, 0, 2, 39, 7, 6, 5, 4, 1, 2, 20, 1, 1, 4, 2, 3, 4, 5, 6},
         // Names of any bytes.
         {1, 4, 0, 1, 0, 0, 1, 9, 5, 0, 0, 8, 'a', 'B', ' ', 'c', '.', 'd', 'e', '\\', 1, 4, 0, 1, 3, 0, 0},

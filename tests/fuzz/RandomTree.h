@@ -1,5 +1,5 @@
 #pragma once
-// Makes a tree of real files from choices, for the tools to pack.
+// Creates a tree of real files from choices, for the tools to pack.
 
 #include <filesystem>
 
@@ -18,16 +18,16 @@ struct TreeFile {
 struct RandomTree {
     std::vector<std::string> Folders;  ///< every one, parents first, with "/"
     std::vector<TreeFile> Files;
-    /// Whether every name can be stored anywhere and none is another's twin; otherwise some are of any bytes
-    /// that the system takes.
+    /// Whether every name can be stored anywhere and no two names clash; otherwise some names consist of any
+    /// bytes that the system accepts.
     bool HasPlainNames = true;
 };
 
-/// Fills `folder`, which exists and is empty, and returns what it then holds. Files have at most
+/// Fills `folder`, which exists and is empty, and returns what it then contains. Files have at most
 /// `longestFile` bytes.
 RandomTree MakeRandomTree(Choices& choices, const std::filesystem::path& folder, std::size_t longestFile);
 
-/// Returns inputs that make trees of all sorts.
+/// Returns inputs that give all kinds of trees.
 std::vector<Bytes> TreeSeeds();
 
 }  // namespace fuzz

@@ -1,5 +1,5 @@
-// The reader of cabinets on any bytes: it refuses with one line or returns a directory that keeps its
-// promises, which can then be listed, and whose members never lead out of the target folder.
+// The reader of cabinets on any bytes: it rejects them with one line or returns a directory that keeps the
+// promises of its header, that can be listed, and whose members never lead out of the target folder.
 
 #include <algorithm>
 #include <sstream>
@@ -21,11 +21,11 @@ namespace {
 using namespace tools::cabarc;
 
 constexpr const char* kLabel = "any.cab";
-// Not there, so that nothing of the machine decides what happens.
+// Does not exist, so that the result does not depend on the machine.
 constexpr const char* kTarget = "/nonexistent-target/below";
 
-// Whether a text holds nothing that steers a terminal or misleads its reader. It knows the bytes of such
-// characters and shares nothing with the program's own look at them.
+// Whether a text contains nothing that controls a terminal or misleads its reader. It knows the bytes of
+// such characters and shares nothing with the program's own check.
 bool IsPrintable(const std::string& text) {
     for (const char c : text)
         if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) return false;
@@ -117,7 +117,7 @@ std::vector<Bytes> Seeds() {
                                {},
                                0xA0}}));
     seeds.push_back(HandMade({{"\xC3\xA4\\\xE6\xBC\xA2", BytesOf("u"), 0xA0}, {"\xE4", {}, 0x20}}));
-    // One of a set, with reserves: flags 7, reserve sizes, a reserve, four names.
+    // A cabinet of a set, with reserves: flags 7, reserve sizes, a reserve, four names.
     Bytes ofSet = HandMade({{"part", BytesOf("0123456789")}});
     tools::PutU16(&ofSet[30], kHasPreviousCabinet | kHasNextCabinet | kHasReserve);
     const Bytes extra =

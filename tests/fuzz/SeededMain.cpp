@@ -1,5 +1,5 @@
 // The main of a target where there is no libFuzzer: PROGRAM COUNT runs the target's seeds and COUNT inputs
-// made from them, always the same ones; PROGRAM FILE... runs the inputs in the files again.
+// derived from them, always the same ones; PROGRAM FILE... runs the inputs in the files again.
 
 #include <algorithm>
 #include <charconv>
@@ -15,7 +15,7 @@ namespace {
 
 using fuzz::Bytes;
 
-// Numbers of std::mt19937 are the same everywhere, which those of the library's distributions are not.
+// std::mt19937 gives the same numbers everywhere; the library's distributions do not.
 class Mutator {
  public:
     explicit Mutator(const std::vector<Bytes>& seeds) : seeds_(seeds) {}

@@ -1,6 +1,6 @@
-// The unpacker of DOS on any cabinet: it gives a fault or every file, the same with little memory as with
-// much, and what libmspack unpacks of it as well it unpacks alike. A first kind of input is a whole cabinet;
-// the others are data records of one method, which are then reached without right checksums.
+// The unpacker of DOS on any cabinet: it reports a fault or unpacks every file, with little memory as with
+// much, and what libmspack can unpack, too, it unpacks alike. The first kind of input is a whole cabinet;
+// the others are data records of one method, so that the decoders are reached without correct checksums.
 
 #include <algorithm>
 #include <map>
@@ -22,7 +22,7 @@ namespace {
 using namespace realmode::unpack;
 using namespace realmode::unpack::testing;
 
-// A byte of the input stands for a frame that is as long as it can be.
+// A byte of the input that stands for a frame of the full length.
 constexpr std::uint8_t kWholeFrame = 0xFF;
 
 std::optional<std::vector<MspackMember>> MembersOfMspack(const Bytes& cabinet) {
@@ -36,7 +36,7 @@ std::optional<std::vector<MspackMember>> MembersOfMspack(const Bytes& cabinet) {
 void CompareWithMspack(const Bytes& cabinet, const Outcome& outcome) {
     const auto members = MembersOfMspack(cabinet);
     if (!members) return;
-    // Of two members of one name the second one is in the way of the first.
+    // Members that share a name are left out, because only one file of that name remains.
     std::map<std::string, std::vector<Bytes>> files;
     for (const MspackMember& member : *members) {
         std::string name = member.Name;
@@ -77,7 +77,7 @@ Bytes CabinetOfRecords(Choices& choices, unsigned method) {
         const auto payload = choices.Raw(choices.Below(2000));
         if (method == kMsZip) record.Payload = {'C', 'K'};
         record.Payload.insert(record.Payload.end(), payload.begin(), payload.end());
-        // Raw data of an uncompressed block are long and need no choice.
+        // The raw data of an uncompressed block are long and need no choices.
         record.Payload.insert(record.Payload.end(), choices.Below(256) * 150, 'r');
         records.push_back(std::move(record));
     }

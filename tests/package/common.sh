@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Sourced by the scripts beside it.
+# Sourced by the other scripts in this folder.
 
 fail() {
     echo "FAILED: $*" >&2

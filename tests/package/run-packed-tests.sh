@@ -67,8 +67,8 @@ look_outside() {
     iconv -f utf-16 -t utf-8 "$scratch/user.reg" |
         awk '/^\[/ { of_wine = index($0, "[HKEY_CURRENT_USER\\Software\\Wine\\") == 1 } !of_wine'
 }
-# Wine starts a desktop for the first window and ends it a second after the last one. The desktop keeps the output of the program
-# that caused it open. So that this is no test, a window stays open.
+# Wine starts a desktop for the first window and ends it a second after the last one. The desktop keeps the output of the
+# program that caused it open. So that this is not the program of a test, a window stays open all the time.
 "$root/scripts/wine.sh" notepad </dev/null >/dev/null 2>&1 &
 trap 'rm -rf "$scratch"; kill %%' EXIT
 timeout 300 xdotool search --sync --onlyvisible --name ' - Notepad$' >/dev/null || fail 'no window can be shown'

@@ -11,7 +11,7 @@ complain() {
     printf '%s\n' "$*" >&2
     failed=1
 }
-# Libraries that every Windows since version 7 has. cabinet.dll is another, but Windows prefers one beside the program.
+# Libraries that every Windows since version 7 has. cabinet.dll is another, but Windows prefers one in the program's folder.
 known=' advapi32.dll comctl32.dll comdlg32.dll gdi32.dll imagehlp.dll kernel32.dll msvcrt.dll ole32.dll shell32.dll user32.dll '
 
 work=$(mktemp -d)

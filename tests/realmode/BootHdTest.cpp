@@ -28,10 +28,10 @@ class BootHd : public ::testing::Test {
                 .Machine = {"-drive", "if=ide,index=0,format=raw,file=" + Files.Text("hard.img")}};
     }
 
-    /// What the hard disk reports when it is started; empty when it is not.
+    /// Returns what the hard disk reports when it is started; empty when it is not.
     std::map<std::string, unsigned> Started(unsigned hooks) const {
         const Bytes report = ReportOfProgramOfDos(Files, RunWith(hooks));
-        // The program's only other report: DOS wrote back its buffers.
+        // The program's only other report: DOS has written its buffers to disk.
         const std::string flushed = "F\x01";
         const std::string all(report.begin(), report.end());
         EXPECT_EQ(all.substr(0, flushed.size()), flushed);

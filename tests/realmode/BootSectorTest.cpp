@@ -57,7 +57,7 @@ TEST_P(Boot, FindsIoSysFurtherDownInTheRootAndInPieces) {
     BuildDisk();
     Bytes image = Files.Read("disk.img");
     SwapRootEntries(image, 0, 25);
-    // Entry 341 lies across two sectors of the table; the last ones are in its later sectors.
+    // Entry 341 extends over two sectors of the FAT; the last ones are in its later sectors.
     const std::vector<std::uint32_t> places = GetParam() == "144"
                                                   ? std::vector<std::uint32_t>{341, 2500, 12, 1365}
                                                   : std::vector<std::uint32_t>{341, 2864};
@@ -115,7 +115,7 @@ TEST_P(Boot, AShortIoSysIsNotOfMsDos7) {
 TEST_P(Boot, SaysThatTheDiskCannotBeRead) {
     Files.Write("tree/io.sys", Probe());
     BuildDisk();
-    // The root directory is now said to lie in a sector that no track of the drive has.
+    // Now the description places the root directory in a sector that no track of the drive has.
     Bytes image = Files.Read("disk.img");
     tools::PutU16(image.data() + 0x0E, 30);
     tools::PutU16(image.data() + 0x18, 60);

@@ -16,26 +16,26 @@ namespace realmode::testing {
 constexpr std::size_t kSector = floppy::kSectorBytes;
 constexpr std::size_t kEntry = floppy::kDirectoryEntryBytes;
 
-/// With what the boot sector and IO.SYS wait after an error.
+/// The text with which the boot sector and IO.SYS wait after an error.
 inline constexpr char kPrompt[] = "Change disk, press a key";
 
-/// What the file holds; a missing one is a failure of the test.
+/// Returns the contents of a file; a missing one fails the test.
 tools::testing::Bytes FileAt(const std::string& path);
 
-/// The lines "NAME=HEX" that a probe reported.
+/// Returns the values of the lines "NAME=HEX" that a probe has reported.
 std::map<std::string, unsigned> ReportedValues(const std::string& reportFile);
 
 /// Writes the entry into both copies of the FAT.
 void SetFatEntry(tools::testing::Bytes& image, const floppy::Geometry& format, std::uint32_t cluster,
                  std::uint32_t value);
 
-/// Moves the first clusters of a file that starts in cluster `first` to `places`; what is left of it keeps
-/// its place.
+/// Moves the first clusters of the file that starts in cluster `first` to `places`; the others keep their
+/// places.
 void Scatter(tools::testing::Bytes& image, const floppy::Geometry& format, std::uint32_t first,
              const std::vector<std::uint32_t>& places);
 
-/// The parameter is the type of the disk, "144" or "288". The disk holds what the test puts into the folder
-/// "tree" of Files.
+/// The parameter is the type of the disk, "144" or "288". The disk contains what the test puts into the
+/// folder "tree" of Files.
 class DiskTest : public ::testing::TestWithParam<std::string> {
  protected:
     const floppy::Geometry& Format() const { return *floppy::GeometryOfType(GetParam()); }
@@ -44,10 +44,10 @@ class DiskTest : public ::testing::TestWithParam<std::string> {
 
     void BuildDisk(const std::string& label = "Velstart") const;
 
-    /// Starts the disk, on which a probe runs, and returns what that reports.
+    /// Starts the disk, on which a probe runs, and returns what the probe reports.
     std::map<std::string, unsigned> Started() const;
 
-    /// Starts the disk, which has to say `text` and then wait with kPrompt; no probe may run.
+    /// Starts the disk and expects it to show `text` and then wait with kPrompt; no probe may run.
     void ExpectLine(const std::string& text) const;
 
     std::size_t RootStart() const { return Format().RootSector() * kSector; }

@@ -15,7 +15,7 @@ void RunInDosBox(const std::filesystem::path& folder, const std::vector<std::str
     const std::filesystem::path configuration = folder / "dosbox.conf";
     std::ofstream(configuration) << "[sdl]\noutput=surface\n[mixer]\nnosound=true\n[midi]\nmididevice=none\n"
                                  << settings;
-    // The first words keep DOSBox from the screen, the loudspeaker and the user's own settings.
+    // The first words keep DOSBox from using the screen, the loudspeaker and the user's own settings.
     std::vector<std::string> words{"env",
                                    "SDL_VIDEODRIVER=dummy",
                                    "SDL_AUDIODRIVER=dummy",

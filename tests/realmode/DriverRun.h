@@ -1,6 +1,6 @@
 #pragma once
-// Loads one DOS driver on the stand-in for a DOS in velram/dos.asm, in an emulated PC, gives it requests and
-// says what it did.
+// Loads one DOS driver on the stand-in for a DOS in velram/dos.asm, in an emulated PC, sends it requests and
+// reports what it did.
 
 #include <cstdint>
 #include <string>
@@ -11,15 +11,15 @@
 
 namespace realmode::testing {
 
-/// Segments in that DOS.
+/// Segments (16-byte paragraphs) in that DOS.
 inline constexpr unsigned kBufferSegment = 0x4000;
 inline constexpr unsigned kDriverSegment = 0x2000;
 
-/// Answers of a driver.
+/// Status words with which a driver answers.
 inline constexpr unsigned kDone = 0x0100;
 inline constexpr unsigned kUnknownCommand = 0x8103;
 
-/// What is there when the driver is loaded.
+/// The PC and the DOS when the driver is loaded.
 struct Surroundings {
     bool HasXms = true;
     unsigned FreeKb = 4096;
@@ -43,15 +43,15 @@ struct Outcome {
     }
 };
 
-/// A request of 32 bytes, of which `length` count, with a command and zeros.
+/// Returns a request of 32 bytes, of which `length` count: the command and otherwise zeros.
 tools::testing::Bytes DriverRequest(std::uint8_t command, std::uint8_t length);
 
-/// The request by which a DOS loads a driver: the letter D is free, the line is that of the surroundings.
+/// Returns the request by which a DOS initialises a driver: D: is the first free letter, the command line is
+/// that of the surroundings.
 tools::testing::Bytes InitRequest();
 
-/// Loads the driver, without the header of a program, and carries out the script of velram/dos.asm. The image
-/// and the report are left in `files`. A driver that breaks a rule, or a PC that does not end, is a failure
-/// of the test.
+/// Loads the driver, which has no program header, and runs the script of velram/dos.asm. The image and the
+/// report are left in `files`. The test fails when the driver breaks a rule or the PC does not end.
 Outcome RunDriver(const tools::testing::TestFolder& files, const tools::testing::Bytes& driver,
                   const Surroundings& around, const tools::testing::Bytes& script);
 

@@ -130,10 +130,10 @@ TEST_F(FindRam, LooksForNothingUnderDos2) {
     ExpectNone(Run({{'C', OurDrive}}, "", 2));
 }
 
-/// Drives of DOSBox: folders that say that they are something.
+/// Drives of DOSBox: folders that are presented as drives of some kind.
 class FindRamInDosBox : public FindRam {
  protected:
-    /// The output of the batch file that gets the letter as the documentation shows it.
+    /// Returns the output of the batch file that finds the letter in the way that the documentation shows.
     std::string SetRamd(const std::vector<std::string>& mounts) const {
         Files.Write("c/FINDRAM.COM", FileAt(FINDRAM));
         Files.Write("c/TRY.BAT",

@@ -32,7 +32,7 @@ class FreeDos : public DiskTest {
         BuildDisk();
     }
 
-    /// The position of the entry of KERNEL.SYS in the root of an image.
+    /// Returns the position of the entry of KERNEL.SYS in the root directory of an image, in bytes.
     std::size_t KernelEntry(const Bytes& image) const {
         const std::string name = "KERNEL  SYS";
         std::size_t at = RootStart();
@@ -65,7 +65,7 @@ TEST_P(FreeDos, FollowsAKernelSysInPiecesFarDownInTheRoot) {
     BuildDiskWith(Kernel());
     Bytes image = Files.Read("disk.img");
     const std::uint32_t first = ReadFatImage(image).At("KERNEL.SYS").Clusters.front();
-    // Entry 341 lies across two sectors of the table; 2000 and 2001 follow each other, 1001 and 1000 do not.
+    // Entry 341 extends over two sectors of the FAT; 2000 and 2001 are contiguous, 1001 and 1000 are not.
     const std::vector<std::uint32_t> places{341, 2000, 2001, 1001, 1000, 2500, 2847};
     Scatter(image, Format(), first, places);
     tools::PutU16(image.data() + KernelEntry(image) + 26, places.front());
@@ -131,7 +131,7 @@ TEST_P(FreeDos, SaysThatAKernelSysIsDamagedWhoseChainEndsEarly) {
 
 TEST_P(FreeDos, SaysThatTheDiskCannotBeRead) {
     BuildDiskWith(Kernel());
-    // A cluster that the table could name but that lies beyond the end of the disk.
+    // A cluster that the FAT could name but that lies beyond the end of the disk.
     Bytes image = Files.Read("disk.img");
     tools::PutU16(image.data() + KernelEntry(image) + 26, 2950);
     SetFatEntry(image, Format(), 2950, 2951);

@@ -29,7 +29,7 @@ int Count(const std::string& text, const std::string& part) {
     return count;
 }
 
-// In QEMU's lists of options a comma is doubled.
+// In QEMU's lists of options a comma is written twice.
 std::string Escaped(const std::string& path) {
     std::string escaped;
     for (const char letter : path) escaped += letter == ',' ? std::string(",,") : std::string(1, letter);
@@ -84,7 +84,7 @@ Machine::~Machine() {
     close(output_);
 }
 
-// Returns false when nothing came in time or nothing can come any more.
+// Returns false when nothing has arrived in time or nothing can arrive any more.
 bool Machine::ReadMore(double secondsLeft) {
     pollfd waiting{output_, POLLIN, 0};
     if (secondsLeft <= 0 || poll(&waiting, 1, static_cast<int>(secondsLeft * 1000) + 1) <= 0) return false;

@@ -1,6 +1,6 @@
 #pragma once
-// An emulated PC with one floppy drive and nothing else but what a test adds, to start an image in. It runs
-// in QEMU, whose firmware repeats the screen's text on the first serial line when there is no display.
+// An emulated PC with one floppy drive and only what a test adds, in which an image is started. It runs in
+// QEMU, whose firmware repeats the screen's text on the first serial line when there is no display.
 
 #include <sys/types.h>
 
@@ -17,7 +17,7 @@ class Machine {
     };
 
     /// Switches the machine on. `reportFile` receives what a program writes to port E9h; `more` are further
-    /// words for QEMU, of which a later one outweighs the earlier.
+    /// words for QEMU, of which a later one overrides an earlier one.
     Machine(const std::string& image, const std::string& reportFile, Display display = Display::Mirrored,
             const std::vector<std::string>& more = {});
     /// Switches it off.
@@ -25,14 +25,14 @@ class Machine {
     Machine(const Machine&) = delete;
     Machine& operator=(const Machine&) = delete;
 
-    /// Waits until Text() holds `text` at least `times` times; false after 20 seconds or when the machine
-    /// ended.
+    /// Waits until Text() contains `text` at least `times` times; returns false after 20 seconds, or when
+    /// the machine has ended.
     bool WaitFor(const std::string& text, int times = 1);
 
-    /// Waits until the machine ends by itself; returns its exit code, -1 after 20 seconds.
+    /// Waits until the machine ends by itself; returns its exit code, or -1 after 20 seconds.
     int WaitForEnd();
 
-    /// Types a character at the keyboard (with a mirrored display).
+    /// Types a character on the keyboard. Needs a mirrored display.
     void Press(char key);
 
     const std::string& Text() const { return text_; }

@@ -17,7 +17,7 @@ constexpr int kNoBus = 2;
 constexpr int kNoMap = 3;
 constexpr int kUsage = 4;
 
-/// As the program writes it from the lists of four drivers.
+/// A map as the program writes it from the lists of four drivers.
 constexpr char kMap[] =
     "; PCI map file (build from ndis.pci files)\r\n"
     "8086 1229 E100B ; Intel PRO/100 (82557, 82558, 82559)\r\n"
@@ -26,7 +26,7 @@ constexpr char kMap[] =
     "10EC 8029 RTL8029 ; Realtek RTL8029(AS)\r\n"
     "10EC 8139 RTL8139 ; Realtek RTL8139\r\n";
 
-/// QEMU's cards by their names there; the later one follows the earlier on the bus.
+/// QEMU's cards by its names for them, in their order on the bus.
 Words Cards(const Words& names) {
     Words words;
     for (const std::string& name : names) words.insert(words.end(), {"-device", name + ",romfile="});

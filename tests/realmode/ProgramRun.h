@@ -1,5 +1,6 @@
 #pragma once
-// Runs one DOS program on the stand-in for a DOS in program/dos.asm, in an emulated PC, and says what it did.
+// Runs one DOS program on the stand-in for a DOS in program/dos.asm, in an emulated PC, and reports what it
+// did.
 
 #include <map>
 #include <optional>
@@ -23,7 +24,7 @@ struct DosDrive {
     unsigned SectorsPerCluster = 4;
 };
 
-/// What that DOS has taken from the firmware, and how it can be asked about that; bits.
+/// Bits: what that DOS has hooked of the firmware's interrupts, and how it can be asked about that.
 enum Hooks : unsigned {
     kTakesInterrupts = 1,
     kHasTable = 2,      ///< at 0070:0100, with an INT 19h that gives back all
@@ -53,7 +54,8 @@ struct ProgramOutcome {
     std::string Faults;           ///< empty when the program kept the rules
 };
 
-/// Runs the program, and what it may start, until the machine ends; returns all that was reported.
+/// Runs the program, and anything that it starts, until the machine ends; returns everything that was
+/// reported.
 tools::testing::Bytes ReportOfProgramOfDos(const tools::testing::TestFolder& files, const ProgramRun& run);
 
 /// Runs the program to its end; the image and the report are left in `files`.

@@ -28,7 +28,7 @@ constexpr std::uint8_t kRead = 4;
 constexpr std::uint8_t kWrite = 8;
 constexpr std::uint8_t kWriteVerify = 9;
 
-/// A transfer with a 16-bit sector number, as a DOS before version 4 asks for it.
+/// A transfer with a 16-bit sector number, as a DOS before version 4 requests it.
 Bytes ShortTransfer(std::uint8_t command, unsigned start, unsigned count) {
     Bytes request = DriverRequest(command, 0x16);
     tools::PutU16(request.data() + 0x10, kBufferSegment);
@@ -46,7 +46,7 @@ Bytes LongTransfer(std::uint8_t command, std::uint32_t start, unsigned count) {
     return request;
 }
 
-/// The pattern of which the stand-in fills its buffer.
+/// The pattern with which the stand-in fills its buffer.
 Bytes Pattern(std::size_t count, unsigned first) {
     Bytes pattern(count);
     for (std::size_t at = 0; at < count; at += 2, first += 0x9E37)
@@ -66,7 +66,7 @@ class VelRam : public ::testing::Test {
     void Dump(unsigned count) { Act(3, {count}); }
     void FailFrom(std::uint8_t function) { script_.insert(script_.end(), {4, function}); }
 
-    /// Has the driver read sectors from the start of the drive on and dumps them.
+    /// Has the driver read sectors from the start of the drive on, and reports them.
     void DumpDrive(unsigned sectors) {
         constexpr unsigned kAtOnce = 100;
         for (unsigned at = 0; at < sectors; at += kAtOnce) {
@@ -80,7 +80,7 @@ class VelRam : public ::testing::Test {
         return RunDriver(Files, FileAt(VELRAM), around, script_);
     }
 
-    /// A driver that stays out of the memory says why in one line.
+    /// Expects a driver that does not stay in memory and that gives the reason in one line.
     void ExpectRefusal(const Surroundings& around, const std::string& line) {
         const Outcome outcome = Loaded(around);
         EXPECT_EQ(outcome.Printed, line + ": no RAM drive\r\n");
@@ -90,7 +90,7 @@ class VelRam : public ::testing::Test {
         EXPECT_EQ(outcome.Word(0, 0x10), kDriverSegment);
     }
 
-    /// The drive as it is after loading, all of it: what follows the root directory is empty.
+    /// Expects the whole drive as it must be after loading: everything after the root directory is empty.
     void ExpectSoundDrive(const Outcome& outcome, unsigned kilobytes, const std::string& type) {
         Bytes drive;
         for (const Bytes& dump : outcome.Dumps) drive.insert(drive.end(), dump.begin(), dump.end());

@@ -92,7 +92,7 @@ TEST_F(WhichDrv, OtherArgumentsAreALineAndNoDrive) {
 /// Folders that DOSBox presents as drives.
 class WhichDrvInDosBox : public ::testing::Test {
  protected:
-    /// What the disk's LETTER.BAT makes of the program's answers, a line each.
+    /// What the disk's LETTER.BAT prints for the program's answers, a line each.
     std::string Letters(const std::vector<std::string>& setUp,
                         const std::vector<std::string>& arguments) const {
         Files.Write("c/WHICHDRV.COM", FileAt(WHICHDRV));

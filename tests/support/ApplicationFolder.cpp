@@ -27,7 +27,7 @@ std::string FreshFolder() {
     static int counter = 0;
     char buffer[MAX_PATH];
     std::string base(buffer, GetTempPathA(MAX_PATH, buffer));
-    // Command lines of external programs are not quoted, so a blank would change them.
+    // The program does not quote the command lines of its tools, so a space in the path would change them.
     if (base.find(' ') != std::string::npos) {
         base.assign(buffer, GetShortPathNameA(base.c_str(), buffer, MAX_PATH));
         if (base.empty() || base.find(' ') != std::string::npos)
@@ -134,7 +134,7 @@ void ApplicationFolder::MakeLink(const std::string& tail, const std::string& tar
         Start("Z:\\bin\\ln -s \"" + unixTarget + "\" \"" + UnixPathOfLink(tail) + "\"");
     }
     links_.push_back(tail);
-    // Wine gives no handle of a program of the system below it to wait for.
+    // For a program of the system below it, Wine returns no handle to wait for.
     ASSERT_TRUE(Eventually([&] { return HasFolder(tail); }));
 }
 
@@ -151,7 +151,7 @@ void ApplicationFolder::RemoveLinks() {
     links_.clear();
 }
 
-// A link cannot be asked for its own name, only for that of the folder which it leads to.
+// The name of a link itself cannot be queried, only that of the folder that it leads to.
 std::string ApplicationFolder::UnixPathOfLink(const std::string& tail) const {
     std::string name = "/" + tail;
     std::replace(name.begin(), name.end(), '\\', '/');

@@ -14,7 +14,7 @@
 
 namespace velbooter::testing {
 
-/// One call of a stand-in tool as it saw it.
+/// One call of a stand-in tool, as the stand-in recorded it.
 struct ToolCall {
     std::string CommandLine;    ///< the exact text of GetCommandLineA
     std::string Window;         ///< "hidden", "shown" (no window state given) or "state N"
@@ -23,18 +23,18 @@ struct ToolCall {
 
 class ApplicationFolder {
  public:
-    /// Makes the folder; its path holds no blank.
+    /// Creates the folder; its path contains no space.
     ApplicationFolder();
     ApplicationFolder(const ApplicationFolder&) = delete;
     ApplicationFolder& operator=(const ApplicationFolder&) = delete;
-    /// Restores the current folder of the process and removes everything, whatever its attributes are.
+    /// Restores the current folder of the process and removes everything, whatever its attributes.
     ~ApplicationFolder();
 
     /// The folder without a trailing backslash.
     const std::string& Path() const { return path_; }
     std::string At(const std::string& tail) const { return path_ + "\\" + tail; }
 
-    /// Writes a file byte for byte, its folders made; returns its full path.
+    /// Writes a file byte for byte and creates its folders; returns its full path.
     std::string Write(const std::string& tail, const std::string& content = "") const;
     /// Returns a file's bytes; fails the test when it cannot be read.
     std::string Read(const std::string& tail) const;
@@ -47,18 +47,18 @@ class ApplicationFolder {
     void SetAttributes(const std::string& tail, std::uint32_t attributes) const;
     std::uint32_t Attributes(const std::string& tail) const;
 
-    /// Makes a link at `tail` to the folder at `target`: a junction, below Wine a symbolic link. Fails the
-    /// test when it does not come.
+    /// Creates a link at `tail` to the folder at `target`: a junction, or under Wine a symbolic link. Fails
+    /// the test when that does not work.
     void MakeLink(const std::string& tail, const std::string& target);
 
-    /// Removes the links that MakeLink has made, which their folder's end does too.
+    /// Removes the links that MakeLink has created; so does the destructor.
     void RemoveLinks();
 
     /// Returns the files below a folder as sorted paths relative to it.
     std::vector<std::string> Tree(const std::string& tail) const;
 
     /// Puts a stand-in program at `tail` (an .exe or .com), which records its calls and carries out
-    /// `instructions` (see Recorder.cpp) each time.
+    /// `instructions` (see Recorder.cpp) at each call.
     void MakeTool(const std::string& tail, const std::string& instructions = "") const;
     /// Returns the calls of the stand-in at `tail` so far, in their order.
     std::vector<ToolCall> Calls(const std::string& tail) const;
@@ -73,13 +73,13 @@ class ApplicationFolder {
 
 using tools::testing::LockedFile;
 
-/// Returns the folder in which the running test program lies, without a trailing backslash.
+/// Returns the folder of the running test program, without a trailing backslash.
 std::string TestProgramFolder();
 
 /// Returns the current folder of the process.
 std::string CurrentFolder();
 
-/// The common fixture: an application folder, a scripted desktop and an application on both.
+/// The common fixture: an application folder, a scripted desktop, and an application that uses both.
 class ApplicationTest : public ::testing::Test {
  protected:
     ApplicationTest() { Screen.Watch(App); }

@@ -25,7 +25,7 @@ fs::path BuiltFile(const std::string& packed, const std::string& built) {
     ::GetModuleFileNameW(nullptr, program, MAX_PATH);
     fs::path beside = fs::path(program).parent_path() / packed;
     if (fs::exists(beside) || TestsTravel()) return beside.make_preferred();
-    // The tests are cross-built: Wine shows the files of the machine of the build as drive Z:.
+    // The tests are cross-built: under Wine the files of the build's machine are on drive Z:.
     fs::path path = built.front() == '/' ? "Z:" + built : built;
     return path.make_preferred();
 }

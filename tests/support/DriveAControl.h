@@ -12,8 +12,8 @@
 
 namespace velbooter {
 
-/// Gives the file system of drive A: other options, those of a tmpfs. A test's failure when it does not come
-/// about.
+/// Gives the file system of drive A: other options, those of a tmpfs. Fails the test when that does not
+/// work.
 inline void RemountDriveA(const std::string& options) {
     const char* control = std::getenv("VELBOOTER_DRIVE_A_CONTROL");
     ASSERT_NE(nullptr, control) << "not run by with-drive-a.sh";

@@ -1,5 +1,5 @@
 #pragma once
-// Makes what a run leaves that is killed where the system cannot remove its part.
+// Creates what a killed run leaves where the system cannot remove its part.
 
 #include <filesystem>
 #include <stdexcept>

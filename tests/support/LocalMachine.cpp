@@ -6,7 +6,7 @@ namespace velbooter::testing {
 
 namespace {
 
-// The key is kept in memory alone, so that nothing of it outlasts a test that is killed.
+// The key exists only in memory, so that nothing of it remains when a test is killed.
 LSTATUS MakeKey(HKEY parent, const std::string& name, HKEY& key) {
     return RegCreateKeyExA(parent, name.c_str(), 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS, nullptr,
                            &key, nullptr);

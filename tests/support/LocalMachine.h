@@ -1,6 +1,6 @@
 #pragma once
-// The registry of the local machine as one test wants it: empty at first, and seen by this process alone, so
-// that nothing of the real machine decides a test and no two tests disturb each other.
+// The registry of the local machine as one test needs it: empty at first, and visible only to this process,
+// so that a test does not depend on the real machine and no two tests disturb each other.
 
 #include <windows.h>
 
@@ -10,14 +10,14 @@ namespace velbooter::testing {
 
 class LocalMachine {
  public:
-    /// Makes HKEY_LOCAL_MACHINE of the process an empty key of its own.
+    /// Replaces HKEY_LOCAL_MACHINE for this process by a new, empty key.
     LocalMachine();
     LocalMachine(const LocalMachine&) = delete;
     LocalMachine& operator=(const LocalMachine&) = delete;
-    /// Gives the process the real key back and removes its own.
+    /// Restores the real key and removes the new one.
     ~LocalMachine();
 
-    /// Sets a plain string; its key is made when it is missing.
+    /// Sets a plain string; its key is created when it is missing.
     void Set(const std::string& key, const std::string& value, const std::string& text);
     /// Sets a value of any type from its bytes.
     void Set(const std::string& key, const std::string& value, DWORD type, const std::string& bytes);

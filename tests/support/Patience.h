@@ -1,6 +1,6 @@
 #pragma once
-// How long a test waits for what has to come. It ends what hangs and says nothing of how fast the program is:
-// a machine that compiles beside the tests can make a moment last a minute.
+// How long a test waits for what has to happen. The limit only ends what hangs and says nothing about the
+// program's speed: on a machine that compiles at the same time, a moment can last a minute.
 
 #include <windows.h>
 
@@ -10,8 +10,8 @@ namespace velbooter {
 
 inline constexpr DWORD kPatienceMs = 500000;
 
-/// Waits until `condition` holds, asking again after `stepMs` milliseconds. Returns false when patience ends
-/// first.
+/// Waits until `condition` holds, which is checked every `stepMs` milliseconds. Returns false when the time
+/// limit comes first.
 bool Eventually(const std::function<bool()>& condition, DWORD stepMs = 10);
 
 }  // namespace velbooter

@@ -1,17 +1,17 @@
-// A stand-in for the external programs. Copied under their names, it appends what it was started with to the
-// log file beside itself (its own name with .log): the exact command line, the window state and the working
-// folder, a line each. Then it carries out the instruction file beside itself (.do), one instruction a line,
-// its words separated by "|":
-//   create|FILE        makes FILE, relative to the working folder, with the text "made by " + its own name
+// A stand-in for the external programs. Copied under their names, it records how it was started in the log
+// file next to itself (its own name with .log): the exact command line, the window state and the working
+// folder, a line each. Then it carries out the instruction file next to itself (.do), one instruction on
+// each line, its words separated by "|":
+//   create|FILE        creates FILE, relative to the working folder, with the text "made by " + its own name
 //   exit|NUMBER        ends with that exit code
 //   wait|MILLISECONDS  waits, without a message queue
 //   await|HANDLE       waits until the inherited event is set, without a message queue
 //   idle|HANDLE        waits for it and for input, with a message queue
 //   signal|HANDLE      sets the inherited event
 //   tree|FILE          lists the files below its last argument into FILE, sorted, with their sizes
-//   image              plays an image tool: makes FILE of '... -f="FILE" FOLDER' and its folders
-//   extract            plays an extractor: makes FOLDER\NAME of "... CABINET NAME /l FOLDER\"
-//   expand             plays an expander: makes FOLDER\NAME of "... -f:NAME "FOLDER\""
+//   image              acts as an image tool: creates FILE of '... -f="FILE" FOLDER' and its folders
+//   extract            acts as an extractor: creates FOLDER\NAME of "... CABINET NAME /l FOLDER\"
+//   expand             acts as an expander: creates FOLDER\NAME of "... -f:NAME "FOLDER\""
 #include <windows.h>
 
 #include <cstdlib>

@@ -1,5 +1,5 @@
 #pragma once
-// Runs another program to its end, as the tests of whole programs and the outside checkers need it.
+// Runs another program to its end, for the tests of whole programs and for checkers that others wrote.
 
 #include <string>
 #include <vector>
@@ -11,7 +11,7 @@ struct ProgramResult {
     std::string Output;  ///< what it wrote to standard output
     std::string Errors;  ///< what it wrote to standard error
 
-    /// Both, for what says things on either.
+    /// Both, for programs that report on either.
     std::string All() const { return Output + Errors; }
 };
 

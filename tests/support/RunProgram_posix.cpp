@@ -37,7 +37,7 @@ struct Pipe {
     }
 };
 
-// Starts a program with the standard streams given. Returns its number, or -1.
+// Starts a program with the given standard streams. Returns its process id, or -1.
 pid_t Start(const std::vector<std::string>& words, int output, int errors) {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
@@ -65,7 +65,7 @@ ProgramResult RunProgram(const std::vector<std::string>& words) {
     output.Write.Reset();
     errors.Write.Reset();
     if (process < 0) return result;
-    // Both at once: a program waits when nobody reads what it writes.
+    // Both are read at once, because a program waits when nobody reads what it writes.
     auto said = std::async(std::launch::async, [&] { return errors.ReadToTheEnd(); });
     result.Output = output.ReadToTheEnd();
     result.Errors = said.get();

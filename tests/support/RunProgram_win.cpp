@@ -12,7 +12,7 @@
 namespace tools::testing {
 namespace {
 
-// No argument of a test ends with a backslash or holds a quote, so quoting is simple.
+// No argument of a test ends with a backslash or contains a quote, so quoting is simple.
 std::wstring CommandLine(const std::vector<std::string>& words) {
     std::wstring line;
     for (const std::string& word : words) {
@@ -22,7 +22,7 @@ std::wstring CommandLine(const std::vector<std::string>& words) {
     return line;
 }
 
-// What is null when there is none: a process, a thread, the end of a pipe.
+// Kernel objects, whose handles are null for none: a process, a thread, the end of a pipe.
 struct KernelObject {
     using Value = HANDLE;
     static Value None() { return nullptr; }
@@ -30,7 +30,7 @@ struct KernelObject {
 };
 using KernelHandle = base::UniqueHandle<KernelObject>;
 
-// A pipe whose end for writing is inherited.
+// A pipe whose writing end is inherited.
 struct Pipe {
     KernelHandle Read;
     KernelHandle Write;
@@ -57,7 +57,7 @@ struct Pipe {
     }
 };
 
-// Starts a program with the standard streams given. Returns its process, or none.
+// Starts a program with the given standard streams. Returns its process, or none.
 KernelHandle Start(const std::vector<std::string>& words, HANDLE output, HANDLE errors) {
     STARTUPINFOW start{};
     start.cb = sizeof start;
@@ -83,7 +83,7 @@ ProgramResult RunProgram(const std::vector<std::string>& words) {
     output.Write.Reset();
     errors.Write.Reset();
     if (!process) return result;
-    // Both at once: a program waits when nobody reads what it writes.
+    // Both are read at once, because a program waits when nobody reads what it writes.
     auto said = std::async(std::launch::async, [&] { return errors.ReadToTheEnd(); });
     result.Output = output.ReadToTheEnd();
     result.Errors = said.get();

@@ -32,7 +32,7 @@ std::string NameOf(Icon picture) {
     return "unknown icon";
 }
 
-/// The button that ends a question soonest, so that an unexpected one cannot loop.
+/// The button that ends a question soonest, so that an unexpected question cannot loop.
 Answer WayOut(Buttons choice) {
     if (choice == Buttons::AbortRetryIgnore) return Answer::Abort;
     return choice == Buttons::OkCancel ? Answer::Cancel : Answer::Ok;

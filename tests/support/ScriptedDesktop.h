@@ -1,6 +1,6 @@
 #pragma once
 // A Desktop without a screen. The answers are scripted in the order in which the program must ask; every
-// question is compared with the script as a whole, and what the forms showed at each repaint is kept. A
+// question is compared in full with the script, and what the forms showed at each repaint is recorded. A
 // question that is not in the script fails the test, and so does a scripted one that was never asked.
 
 #include <cstdint>
@@ -36,10 +36,10 @@ struct HelpCall {
     bool operator==(const HelpCall&) const = default;
 };
 
-/// Returns all fields of a message in readable lines; two messages are alike when these texts are.
+/// Returns all fields of a message in readable lines; two messages are equal when these texts are.
 std::string Describe(const Message& message);
 
-/// Returns the message of a copy of `source` that failed.
+/// Returns the message about a failed copy of `source`.
 Message CopyFailure(const std::string& source);
 
 class ScriptedDesktop : public Desktop {
@@ -49,16 +49,16 @@ class ScriptedDesktop : public Desktop {
     ScriptedDesktop() = default;
     ScriptedDesktop(const ScriptedDesktop&) = delete;
     ScriptedDesktop& operator=(const ScriptedDesktop&) = delete;
-    /// Fails the test when scripted questions are left.
+    /// Fails the test when scripted questions have not been asked.
     ~ScriptedDesktop() override;
 
-    /// Records the forms of `app`, which must outlive the desktop's use, at every repaint.
+    /// Records the forms of `app`, which must exist as long as the desktop is used, at every repaint.
     void Watch(const Application& app) { app_ = &app; }
 
-    /// The next question must be exactly `message`; `meanwhile` runs while it is on the screen.
+    /// The next question must be exactly `message`; `meanwhile` runs while it is open.
     void Expect(const Message& message, Answer answer = Answer::Ok, Action meanwhile = {});
 
-    /// The next question must be a message whose text holds every one of `parts`.
+    /// The next question must be a message whose text contains all of `parts`.
     void ExpectMessageWith(const std::vector<std::string>& parts, Answer answer = Answer::Ok);
 
     /// The next question must be the format dialog, which closes with `result`.
@@ -70,7 +70,7 @@ class ScriptedDesktop : public Desktop {
     /// The next question must be the save dialog, preset to the file name `preset`; nothing means cancelled.
     void ExpectSaveDialog(const std::string& preset, const std::optional<std::string>& chosen);
 
-    /// The next question must be the driver selection; `meanwhile` plays the user.
+    /// The next question must be the driver selection; `meanwhile` acts as the user.
     void ExpectDriverSelection(Action meanwhile);
 
     /// Whether the help window is open, and the calls of the help viewer so far.
@@ -79,13 +79,13 @@ class ScriptedDesktop : public Desktop {
     /// The addresses opened so far.
     std::vector<std::string> Addresses;
 
-    /// Everything that was asked: messages only.
+    /// All messages so far; other questions are not among them.
     std::vector<Message> Messages;
     std::vector<View> Views;
-    /// Run at each Repaint and PendingEvents, after the view was recorded.
+    /// Runs at each Repaint and PendingEvents, after the view was recorded.
     Action OnPaint;
 
-    /// Returns the texts of the wait window's status line as they were painted, repetitions left out.
+    /// Returns the texts of the wait window's status line as they were painted, without repetitions.
     std::vector<std::string> WaitStatuses() const;
     /// Returns the texts of the wizard's status label in the same way.
     std::vector<std::string> WizardStatuses() const;

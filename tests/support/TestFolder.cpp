@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 namespace {
 
 #ifdef _WIN32
-// The standard library does not remove what lies deeper than the usual limit of Windows.
+// The standard library does not remove paths that are longer than the usual limit of Windows.
 void RemoveTree(const fs::path& folder) {
     for (const HostFile& entry : ListFolder(folder)) {
         const fs::path path = LongPath(folder / PathFromUtf8(entry.Name));

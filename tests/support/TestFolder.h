@@ -1,5 +1,5 @@
 #pragma once
-// A folder of its own for every test, and short ways to fill it and to look into it.
+// A new folder for every test, and short functions to fill it and to read from it.
 
 #include <cstdint>
 #include <filesystem>
@@ -35,14 +35,14 @@ class TestFolder {
     Bytes Read(const std::string& name) const;
     bool Exists(const std::string& name) const;
     void SetReadOnly(const std::string& name, bool isReadOnly) const;
-    /// Names in a folder, sorted.
+    /// The names in a folder, sorted.
     std::vector<std::string> Names(const std::string& name = "") const;
 
  private:
     std::filesystem::path root_;
 };
 
-/// What the ToolError says that `work` throws; a text of its own when it throws none.
+/// Returns the text of the ToolError that `work` throws; another text when it throws none.
 template <typename Work>
 std::string ErrorOf(Work work) {
     try {

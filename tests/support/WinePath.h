@@ -1,12 +1,12 @@
 #pragma once
-// Files of a test as the system below Wine knows them, for its programs.
+// The paths of a test's files in the system below Wine, for programs of that system.
 
 #include <filesystem>
 #include <string>
 
 namespace velbooter {
 
-/// Returns the path by which the system below Wine knows `path`; "" on a Windows, or when it knows none.
+/// Returns the path of `path` in the system below Wine; "" on a real Windows, or when there is none.
 std::string UnixPath(const std::filesystem::path& path);
 
 }  // namespace velbooter

@@ -8,7 +8,7 @@ trap 'rm -f "$log"' EXIT
 status=0
 WINEDEBUG=err+all,fixme-all "$root/scripts/wine.sh" "$@" >"$log" 2>&1 </dev/null || status=$?
 cat "$log"
-# Wine prints its own messages too; if neither has printed anything, the test program has not started.
+# Wine prints its own messages, too, so a missing first line of the tests means that the test program has not started.
 if [ "$status" != 0 ] && ! grep -q '^Running main' "$log"; then
     echo "run-in-wine.sh: exit code $status before the first line of $1"
 fi

@@ -1,5 +1,5 @@
-// What the companions do when a write fails half-way. Only this test program has the disk that is full; all
-// others write by the system's own calls.
+// What the companions do when a write fails half-way. Only this test program is linked with the full disk;
+// all others write by the system's own calls.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -21,7 +21,7 @@ constexpr std::uint8_t kNearJump = 0xE9;
 constexpr std::uint8_t kNop = 0x90;
 constexpr std::uint8_t kExtendedSignature = 0x29;
 
-// DOS believes the description only behind one of these two jumps.
+// DOS believes the description only after one of these two jumps.
 bool JumpsOverDescription(const BootSector& sector) {
     std::size_t target = 0;
     if (sector[0] == kShortJump && sector[2] == kNop && sector[1] < 0x80) target = sector[1] + 2U;
@@ -36,7 +36,7 @@ BootSector ReadBootSector(const std::filesystem::path& file) {
     if (KindOf(file) == FileKind::Missing) throw ToolError(name + ": this boot sector file does not exist");
     if (KindOf(file) == FileKind::Folder || KindOf(file) == FileKind::Special)
         throw ToolError(name + ": is not a boot sector file");
-    // One byte more than is wanted, to notice a longer file.
+    // One byte more than needed, to notice a longer file.
     std::array<std::uint8_t, floppy::kSectorBytes + 1> bytes{};
     if (InputFile(file).Read(bytes) != floppy::kSectorBytes)
         throw ToolError(name + ": a boot sector file must be exactly 512 bytes long");

@@ -26,7 +26,8 @@ void RefuseUnstorable(const std::string& folder, const std::string& name) {
         throw ToolError(start + "the name is longer than 255 characters");
 }
 
-// What an alias keeps of a part of a long name: blanks and dots go, what DOS does not allow becomes "_".
+// What an alias keeps of a part of a long name: spaces and dots are dropped, what DOS does not allow becomes
+// "_".
 std::string AliasPart(const std::string& part) {
     std::string kept;
     for (const char character : UpperAscii(part)) {
@@ -37,7 +38,7 @@ std::string AliasPart(const std::string& part) {
     return kept;
 }
 
-// Hands out aliases that no other entry of the folder has.
+// Creates aliases that no other entry of the folder has: "LONGNA~1.TXT", counted upwards.
 class AliasMaker {
  public:
     explicit AliasMaker(std::set<floppy::ShortName>& taken) : taken_(taken) {}
@@ -49,8 +50,8 @@ class AliasMaker {
         std::string base = AliasPart(name.substr(0, hasExtension ? dot : std::string::npos)).substr(0, 6);
         if (base.empty()) base += '_';
         const std::string suffix = extension.empty() ? "" : "." + extension;
-        // Counting goes on where the last alias of the same kind stopped, so that thousands of similar names
-        // cost no more than a few.
+        // Counting continues where the last alias of the same kind stopped, so that thousands of similar
+        // names take no more time for each than a few do.
         for (unsigned& number = lastNumber_[base + suffix];;) {
             std::string tail(1, '~');
             tail += std::to_string(++number);

@@ -15,7 +15,8 @@ constexpr std::array<std::size_t, floppy::kUnitsPerLongNamePart> kUnitOffsets{1,
 constexpr std::uint8_t kLongNameAttribute = 0x0F;
 constexpr std::size_t kLastPart = 0x40;
 
-// Ties the parts of a long name to the short entry that they belong to.
+// The checksum of a short name that each part of its long name carries, by which a reader knows that they
+// belong together.
 std::uint8_t Checksum(const floppy::ShortName& name) {
     unsigned sum = 0;
     for (const char character : name)

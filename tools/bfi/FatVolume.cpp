@@ -8,7 +8,7 @@ namespace tools::bfi {
 namespace {
 
 constexpr std::uint32_t kEndOfChain = 0xFFF;
-// Enough for many small files, and little enough for a processor's cache.
+// Bytes. Enough for many small files, and few enough for a processor's cache.
 constexpr std::size_t kGatherBytes = 32UL * 1024;
 
 }  // namespace

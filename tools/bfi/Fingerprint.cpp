@@ -20,12 +20,13 @@ std::uint64_t Mix(std::uint64_t state, std::uint64_t word) {
 }  // namespace
 
 void Fingerprint::Add(std::span<const std::uint8_t> bytes) {
-    // A copy: the compiler could not keep the members in registers while it reads bytes that may be theirs.
+    // A copy: the compiler could not keep the members in registers while it reads bytes that could belong to
+    // them.
     std::array<std::uint64_t, kLanes> lanes = lanes_;
     lanes[0] = Mix(lanes[0], bytes.size());
     const std::uint8_t* place = bytes.data();
     for (std::size_t left = bytes.size() / kGroupBytes; left > 0; --left, place += kGroupBytes) {
-// Only what is unrolled stays in registers.
+// Only an unrolled loop keeps the lanes in registers.
 #pragma GCC unroll 8
         for (std::size_t lane = 0; lane < kLanes; ++lane)
             lanes[lane] = Mix(lanes[lane], GetU64(place + lane * kWordBytes));

@@ -1,6 +1,7 @@
 #pragma once
-// A number that tells two disks apart: made from everything on them, quick, and the same on every machine. It
-// is no checksum of a format and guards against no one.
+// A number that distinguishes two disks: computed from everything on them, quick, and the same on every
+// machine. It becomes the serial number of a volume, by which DOS notices that a disk was changed. It is no
+// checksum of a format and protects against nobody.
 
 #include <array>
 #include <cstdint>
@@ -8,12 +9,14 @@
 
 namespace tools::bfi {
 
+/// Mixes 64-bit words by multiplication. Cost: one multiplication for every eight bytes.
 class Fingerprint {
  public:
-    /// Takes `bytes` in. Where one call ends and the next begins counts too.
+    /// Adds `bytes`. Where one call ends and the next begins counts, too: the same bytes in other pieces
+    /// give another number.
     void Add(std::span<const std::uint8_t> bytes);
 
-    /// Returns the number for all bytes so far.
+    /// Returns the number for all calls so far; more may be added afterwards.
     std::uint32_t Value() const;
 
  private:

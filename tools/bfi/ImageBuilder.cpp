@@ -30,7 +30,8 @@ DosTime NewestTime(const SourceTree& tree) {
     return newest;
 }
 
-// Fills a volume from a tree, folder by folder; space is given out in the order of the directory entries.
+// Fills a volume from a tree, folder by folder; space is given out in the order of the directory entries, so
+// that the system files, which come first, begin at the first cluster.
 class VolumeFiller {
  public:
     VolumeFiller(FatVolume& volume, const SourceTree& tree, const floppy::ShortName& label)
@@ -73,7 +74,7 @@ class VolumeFiller {
         if (isLabelDue) AddLabel(table);
     }
 
-    // Ahead of any long name, whose parts some versions of DOS would take for the label.
+    // The label comes before any long name, whose parts some versions of DOS would take for the label.
     void AddLabel(DirectoryTable& table) { table.Add(label_, {kLabelAttribute, NewestTime(tree_), 0, 0}); }
 
     void AddEntry(DirectoryTable& table, const TreeFolder& folder, const TreeEntry& entry,
@@ -103,7 +104,7 @@ class VolumeFiller {
     std::vector<std::uint32_t> clusters_;  // first cluster of each folder of the tree; 0 for the root
 };
 
-// What the image is made from would be gone, and so would be any chance to make it again.
+// Otherwise the image would replace what it is built from, and could never be built again.
 void RefuseToReplaceInput(const ImageRequest& request) {
     const std::filesystem::path image = PathFromUtf8(request.ImageFile);
     if (IsSame(image, PathFromUtf8(request.BootSectorFile)))

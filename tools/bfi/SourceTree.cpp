@@ -12,7 +12,8 @@ namespace {
 
 constexpr std::size_t kOrdinary = 3;
 
-// The place of a file at the top of the root: DOS 6 starts only from files that are the first two entries.
+// The rank of a file at the top of the root: DOS 6 starts only when its two system files are the first two
+// entries.
 std::size_t Rank(const HostFile& file) {
     const std::string name = UpperAscii(file.Name);
     if (file.IsFolder) return kOrdinary;

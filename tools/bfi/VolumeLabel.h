@@ -1,5 +1,6 @@
 #pragma once
-// The volume label of a disk: a name of eleven characters without a dot, in which spaces are allowed.
+// The volume label of a disk: a name of up to eleven characters without a dot, in which spaces are allowed.
+// DOS keeps it in the boot sector and as an entry of the root directory.
 
 #include <string>
 
@@ -7,8 +8,9 @@
 
 namespace tools::bfi {
 
-/// Returns the volume label in upper case, padded with spaces. Throws ToolError when it is empty, longer than
-/// eleven characters, begins with a space or holds a character that DOS does not allow.
+/// Returns `label` (the value of the option -l=, which messages name) in upper case, padded with spaces to
+/// eleven characters. Throws ToolError when it is empty, longer than eleven characters, begins with a space
+/// or contains a character that DOS does not allow; beyond ASCII none is allowed.
 floppy::ShortName ToVolumeLabel(const std::string& label);
 
 }  // namespace tools::bfi

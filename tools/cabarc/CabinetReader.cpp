@@ -131,7 +131,7 @@ class Parser {
         const bool isSet = (directory_.Flags & (kHasPreviousCabinet | kHasNextCabinet)) != 0;
         if (isSet && member.Folder >= kFirstContinuedFolder) return;
         if (member.Folder >= folderCount_) Damaged(which + " is in a folder that does not exist");
-        if (isSet) return;  // how long a folder is that goes on elsewhere is not known here
+        if (isSet) return;  // the length of a folder that continues in another cabinet is unknown here
         const std::uint64_t folderEnd = std::uint64_t{directory_.Folders[member.Folder].Blocks} * kFrameSize;
         if (std::uint64_t{member.Offset} + member.Size > folderEnd)
             Damaged(which + " lies beyond its folder's end");

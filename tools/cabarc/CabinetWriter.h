@@ -13,23 +13,29 @@
 
 namespace tools::cabarc {
 
-/// Sets Folder and Offset of every member from the sizes, in the order given, and makes the folder records
-/// with `type` as their compression. One folder is best, because its members share one dictionary; another is
-/// begun only where a folder would pass its size limit. Members of up to kMaxFolderBytes are expected. Throws
-/// ToolError when there are more members or folders than a cabinet can count.
+/// Sets Folder and Offset of every member from the sizes, in the order given, and replaces the folder
+/// records by new ones with `type` (MethodCode) as their compression. One folder is best, because its
+/// members share one dictionary; another is begun only where a folder would exceed its size limit. REQUIRES:
+/// no member is larger than kMaxFolderBytes. Throws ToolError when there are more members or folders than a
+/// cabinet can count.
 void PlanFolders(CabinetDirectory& directory, std::uint16_t type);
 
-/// Returns the checksum of a CFDATA record: of its payload and of the two size fields before it.
+/// Returns the checksum of a data record (CFDATA): the exclusive-or of its payload and of the two size
+/// fields before it, taken as 32-bit numbers. docs/formats/cabinet.md gives the rule for the last 1 to 3
+/// bytes.
 std::uint32_t BlockChecksum(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize);
 
+/// Writes one cabinet from its start to its end: the constructor, BeginFolder for every folder in order, and
+/// Finish. What has been written so far is never read again, so the output may be larger than memory.
 class CabinetWriter : private BlockSink {
  public:
     /// Leaves the space of the directory free in `output`, which must be empty and outlive the writer.
-    /// `directory` comes from PlanFolders; its member names are at most kMaxNameBytes long.
+    /// `directory` comes from PlanFolders; its member names have at most kMaxNameBytes bytes. Throws what
+    /// `output` throws, as the others do.
     CabinetWriter(OutputFile& output, CabinetDirectory directory);
 
     /// Begins the next folder, the first one at the first call, and returns where its data records go until
-    /// the next call.
+    /// the next call. A record that would make the cabinet or the folder exceed its limit throws ToolError.
     BlockSink& BeginFolder();
 
     /// Writes the complete directory. To be called once, after the last folder; the caller commits the

@@ -33,7 +33,7 @@ std::optional<Command> CommandOf(std::string_view word) {
     return std::nullopt;
 }
 
-// Takes one argument after the other off the front.
+// Takes the arguments one after another from the front.
 class Reader {
  public:
     explicit Reader(std::span<const std::string> arguments) : rest_(arguments) {}
@@ -54,7 +54,7 @@ class Reader {
     std::span<const std::string> rest_;
 };
 
-// Takes an option, which stands at the front, and its value.
+// Takes an option, the first of the arguments, and its value.
 void TakeOption(Reader& reader, CommandLine& call) {
     const std::string option = reader.Take();
     // "-p" and "-P" are two options; the case of all others does not matter.

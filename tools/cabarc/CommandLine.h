@@ -10,8 +10,10 @@
 
 namespace tools::cabarc {
 
+/// The commands "n", "x" and "l", and the request for the usage.
 enum class Command { New, Extract, List, Help };
 
+/// One call of the program. All texts are UTF-8.
 struct CommandLine {
     Command Action = Command::Help;
     Method Compression;                 ///< -m
@@ -19,18 +21,19 @@ struct CommandLine {
     bool Recurse = false;               ///< -r
     bool Overwrite = false;             ///< -o
     std::vector<std::string> Prefixes;  ///< -P, each
-    std::string Cabinet;
-    std::vector<std::string> Names;  ///< after the cabinet: files to pack, patterns of members
-    std::string TargetFolder;        ///< x: a last name that ends in a separator; "" is the working folder
+    std::string Cabinet;                ///< path
+    std::vector<std::string> Names;     ///< after the cabinet: patterns of files to pack, or of members
+    std::string TargetFolder;           ///< x: a last name that ends in a separator; "" is the working folder
 };
 
-/// Reads the arguments after the program's name. Options stand before the cabinet's name, before or after the
-/// command; what follows it are names, also when one looks like an option. With `slashOptions` an argument
-/// before the command may begin with "/" in place of "-". Throws ToolError with ExitCode::WrongCall that says
-/// what is wrong; the text has no usage.
+/// Reads the arguments after the program's name. Options stand before the cabinet's name, before or after
+/// the command; everything after it is a name, even if it looks like an option. A request for help is
+/// returned at once, whatever follows it. With `slashOptions` an argument before the command may begin with
+/// "/" in place of "-". Throws ToolError with ExitCode::WrongCall when a command, a cabinet, a value or a
+/// file is missing or unknown; its text does not contain the usage.
 CommandLine ParseCommandLine(std::span<const std::string> arguments, bool slashOptions);
 
-/// Returns the usage, several lines with an end each.
+/// Returns the usage: several lines, each ending with a line feed.
 std::string_view UsageText();
 
 }  // namespace tools::cabarc

@@ -1,5 +1,6 @@
 #pragma once
-// The compressor of each method.
+// Chooses the compressor of a method. Only this pair of files knows all of them; the packer knows
+// FolderCompressor.
 
 #include <memory>
 
@@ -8,7 +9,8 @@
 
 namespace tools::cabarc {
 
-/// Returns a compressor for one folder; `sink` must outlive it.
+/// Returns a compressor for one folder, which hands its records to `sink`; that must outlive it. Throws
+/// std::invalid_argument for an LZX window that the format does not have; ParseMethod never returns one.
 std::unique_ptr<FolderCompressor> MakeCompressor(const Method& method, BlockSink& sink);
 
 }  // namespace tools::cabarc

@@ -13,7 +13,7 @@ namespace tools::cabarc {
 
 namespace {
 
-// The name of a member as it is written: with "\\" between its parts.
+// The name of a member as its file is named: with "\" between its parts.
 std::string WrittenName(const CabinetMember& member) {
     std::string name = MemberNameUtf8(member);
     std::replace(name.begin(), name.end(), '/', '\\');

@@ -13,7 +13,8 @@ namespace {
 
 constexpr std::uint16_t kDosAttributes = kReadOnly | kHidden | kSystem | kArchive;
 
-// Makes a file writable or read-only. What the system refuses shows when the file is replaced.
+// Makes a file writable or read-only. A refusal by the system is not reported here: it shows when the file
+// is replaced.
 void SetWritable(const std::filesystem::path& file, bool isWritable) {
     using std::filesystem::perm_options;
     using std::filesystem::perms;
@@ -40,7 +41,7 @@ bool MemberFiles::Begin(std::size_t index) {
         [](const PlannedMember& member, std::size_t wanted) { return member.Index < wanted; });
     if (planned == plan_.end() || planned->Index != index) return false;
     const std::filesystem::path& target = planned->Target;
-    // The plan looked already, but other programs have had time to make the file since.
+    // The plan has checked this already, but another program may have created the file since.
     const FileKind kind = KindOf(target);
     if (!overwrite_ && kind != FileKind::Missing) RefuseExisting(target);
     open_ = &*planned;
@@ -72,7 +73,8 @@ std::size_t Extract(const CommandLine& call) {
     const CabinetDirectory directory = ReadCabinetFile(call.Cabinet);
     const std::vector<PlannedMember> plan =
         PlanExtraction(directory, call.Cabinet, call.Names, call.TargetFolder, call.Overwrite);
-    // Packers may store equal files once, so a small cabinet can honestly hold more than any drive.
+    // Packers may store equal files once, so even a sound cabinet that is small may hold more than any
+    // drive.
     RequireSpace(directory, call.Cabinet, plan, FreeSpace(PathFromUtf8(call.TargetFolder)));
     MemberFiles files(directory, plan, call.Overwrite);
     UnpackCabinet(PathFromUtf8(call.Cabinet), call.Cabinet, directory, files);

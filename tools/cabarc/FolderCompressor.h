@@ -1,9 +1,9 @@
 #pragma once
 // The seam between the cabinet container and its compression methods. A cabinet folder is one long stream of
-// bytes (the files of the folder back to back, at most 0x7FFF8000 bytes); a compressor cuts it into frames of
-// 32768 bytes and hands each frame, compressed, to the container as the payload of one CFDATA record.
-// Everything streams: a compressor never holds more of the folder than its window, so that memory stays
-// bounded for any folder.
+// bytes (the files of the folder back to back, at most 0x7FFF8000 bytes); a compressor cuts it into frames
+// of 32768 bytes and hands each frame, compressed, to the container as the payload of one CFDATA record.
+// Everything streams: a compressor holds its window and a fixed amount beside it, never the folder, so that
+// memory is bounded for a folder of any size.
 
 #include <cstddef>
 #include <cstdint>
@@ -21,14 +21,14 @@ class BlockSink {
     virtual ~BlockSink() = default;
 
     /// Takes one CFDATA record: its compressed bytes (copied or written before the call returns) and the
-    /// number of bytes that they expand to, 1 to kFrameSize. Throws ToolError when the cabinet cannot take it
-    /// (disk full, too big).
+    /// number of bytes that they expand to, 1 to kFrameSize. Throws ToolError when the cabinet cannot take
+    /// it (disk full, too big).
     virtual void PutBlock(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) = 0;
 };
 
 /// Compresses one folder into a sink that outlives it. A new object is a new folder: no state is carried
-/// over. An object that goes away before Finish() leaves the folder incomplete and gives the sink nothing
-/// more.
+/// over. An object that is destroyed before Finish() leaves the folder incomplete and gives the sink nothing
+/// more. What the sink throws passes through Write and Finish; the object is of no further use then.
 class FolderCompressor {
  public:
     virtual ~FolderCompressor() = default;

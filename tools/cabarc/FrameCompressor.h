@@ -1,6 +1,7 @@
 #pragma once
-// Base of the compressors that treat a folder frame by frame: it cuts the stream into frames and remembers
-// the last one.
+// Base of the compressors that treat a folder frame by frame: it cuts the stream into frames and keeps the
+// one before, which is all the history that MSZIP can refer to. LZX, whose window is larger, has a buffer of
+// its own.
 
 #include <vector>
 
@@ -8,6 +9,7 @@
 
 namespace tools::cabarc {
 
+/// Holds two frames of kFrameSize bytes.
 class FrameCompressor : public FolderCompressor {
  public:
     void Write(std::span<const std::uint8_t> bytes) final;
@@ -16,8 +18,9 @@ class FrameCompressor : public FolderCompressor {
  protected:
     FrameCompressor();
 
-    /// Compresses one frame of 1 to kFrameSize bytes and hands the record on. `previous` is the frame before
-    /// it, empty for the first one and otherwise full. Both are valid during the call.
+    /// Compresses one frame of 1 to kFrameSize bytes and gives its record to the sink, whose errors pass
+    /// through. `previous` is the frame before it, empty for the first one and otherwise full. Both are
+    /// valid during the call.
     virtual void CompressFrame(std::span<const std::uint8_t> frame,
                                std::span<const std::uint8_t> previous) = 0;
 

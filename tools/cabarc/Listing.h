@@ -8,9 +8,10 @@
 
 namespace tools::cabarc {
 
-/// Returns the table of the members that match one of `patterns` (all of them when there is none), with a
-/// line on the cabinet, named `label`, before and the sums after it. Names stand as Shown() (Utf8.h) makes
-/// them, one line each.
+/// Returns the table of the members that match one of `patterns` (all of them when there is none): a line
+/// about the cabinet, named `label`, headings, a line for each member, and the sums (bytes, files) of those
+/// listed. Every line ends with a line feed. Names are shown as Shown() (Utf8.h) returns them, so none can
+/// break its line. A pattern that matches nothing is no failure.
 std::string ListingOf(const CabinetDirectory& directory, const std::string& label,
                       std::span<const std::string> patterns);
 

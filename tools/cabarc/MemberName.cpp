@@ -31,7 +31,7 @@ bool IsWindowsDeviceName(std::string_view part) {
     while (base.ends_with(' ')) base.remove_suffix(1);
     if (EqualsFolded(base, "CONIN$") || EqualsFolded(base, "CONOUT$")) return true;
     if (!EqualsFolded(base.substr(0, 3), "COM") && !EqualsFolded(base.substr(0, 3), "LPT")) return false;
-    // The superscripts 1, 2 and 3 count as digits there.
+    // Windows takes the superscripts 1, 2 and 3 for digits here.
     constexpr std::string_view kMoreNumbers[] = {"0", "\u00B9", "\u00B2", "\u00B3"};
     return std::find(std::begin(kMoreNumbers), std::end(kMoreNumbers), base.substr(3)) !=
            std::end(kMoreNumbers);

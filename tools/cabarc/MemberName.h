@@ -1,6 +1,6 @@
 #pragma once
-// The names under which files are stored in a cabinet and which of them may be used for a file again. The
-// same rule guards both directions: what the packer stores, the extractor accepts.
+// The names under which files are stored in a cabinet, and which of them may name a file again. The same
+// rule applies in both directions: what the packer stores, the extractor accepts.
 
 #include <optional>
 #include <span>
@@ -10,20 +10,22 @@
 
 namespace tools::cabarc {
 
-/// What may stand between the parts of a path, on either system.
+/// The separators between the parts of a path, on both systems.
 inline constexpr std::string_view kPathSeparators = "/\\";
 
-/// Returns the parts of `path` between "/" and "\"; empty parts are kept.
+/// Returns the parts of `path` between "/" and "\", as views into it; empty parts are kept, and an empty
+/// path has one.
 std::vector<std::string_view> PathParts(std::string_view path);
 
 /// Returns the name under which the file at `path` (as the user's pattern leads to it, UTF-8) is stored.
 /// Without `keepFolders` it is the file's own name. Otherwise it is the path with "\" between its parts and
 /// without drive, leading separators and "." parts, less the first of `prefixes` that it starts with (whole
-/// parts, ASCII case and kind and number of separators do not matter).
+/// parts; ASCII case and the kind and number of separators do not matter). The file's own name always stays.
+/// "" for a path without a part that can be stored.
 std::string StoredName(std::string_view path, bool keepFolders, std::span<const std::string> prefixes);
 
-/// Returns why `name` (UTF-8) cannot be the relative path of a file below a target folder on Windows, as the
-/// end of a sentence ("it leads out of the folder"), or nothing when it can.
+/// Returns why `name` (UTF-8) cannot be the relative path of a file below a target folder on Windows, as a
+/// clause that ends a sentence ("it leads out of the folder"), or nothing when it can.
 std::optional<std::string> NameProblem(const std::string& name);
 
 }  // namespace tools::cabarc

@@ -60,7 +60,8 @@ void MsZipCompressor::CompressFrame(std::span<const std::uint8_t> frame,
     PutStored(frame);
     for (const auto& deflater : deflaters_) {
         trial_.assign(std::begin(kBlockSignature), std::end(kBlockSignature));
-        // A stream that would not be shorter than the best one so far is given up where that is seen.
+        // The limit is one byte less than the best result so far; a stream that reaches it is abandoned
+        // there.
         trial_.resize(payload_.size() - 1);
         const std::size_t size =
             deflater->Run(frame, previous, std::span(trial_).subspan(kBlockSignatureSize));
@@ -71,7 +72,7 @@ void MsZipCompressor::CompressFrame(std::span<const std::uint8_t> frame,
     sink_.PutBlock(payload_, static_cast<std::uint16_t>(frame.size()));
 }
 
-// No stream may be longer than one stored block; readers count on it.
+// The frame as one stored block. No stream may be longer than that; readers rely on it.
 void MsZipCompressor::PutStored(std::span<const std::uint8_t> frame) {
     const auto size = static_cast<std::uint32_t>(frame.size());
     payload_.assign(std::begin(kBlockSignature), std::end(kBlockSignature));

@@ -1,6 +1,7 @@
 #pragma once
-// The method MSZIP: each frame is "CK" and one complete raw deflate stream that may refer back into the frame
-// before it, so that the 32 KiB of history run through the whole folder.
+// The method MSZIP: each frame is "CK" and one complete raw deflate stream (RFC 1951) that may refer back
+// into the frame before it, so that the 32 KiB of history run through the whole folder. zlib does the
+// deflating.
 
 #include <memory>
 #include <vector>
@@ -9,8 +10,11 @@
 
 namespace tools::cabarc {
 
+/// Packs each frame in several ways and keeps the shortest. A payload has at most 32775 bytes, those of a
+/// stored frame.
 class MsZipCompressor : public FrameCompressor {
  public:
+    /// The sink must outlive this object. Throws std::bad_alloc when zlib cannot start.
     explicit MsZipCompressor(BlockSink& sink);
     ~MsZipCompressor() override;
     MsZipCompressor(const MsZipCompressor&) = delete;
@@ -19,13 +23,13 @@ class MsZipCompressor : public FrameCompressor {
  private:
     void CompressFrame(std::span<const std::uint8_t> frame, std::span<const std::uint8_t> previous) override;
 
-    /// Puts the frame into payload_ as it is.
+    /// Puts the frame into payload_ uncompressed.
     void PutStored(std::span<const std::uint8_t> frame);
 
     class Deflater;
     BlockSink& sink_;
     std::vector<std::unique_ptr<Deflater>> deflaters_;
-    std::vector<std::uint8_t> payload_;  ///< the best so far
+    std::vector<std::uint8_t> payload_;  ///< the shortest record so far
     std::vector<std::uint8_t> trial_;
 };
 

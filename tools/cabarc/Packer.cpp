@@ -41,14 +41,14 @@ bool ExtensionIsLess(const SourceFile& a, const SourceFile& b) {
                                         [](char x, char y) { return UpperAscii(x) < UpperAscii(y); });
 }
 
-// The same text for every spelling of a path: slashes and ASCII case.
+// Returns the same text for spellings of a path that differ only in slashes and ASCII case.
 std::string Canonical(std::string path) {
     std::replace(path.begin(), path.end(), '/', '\\');
     return UpperAscii(path);
 }
 
-// Puts files of one kind side by side, as they have most in common. Only files that wildcards or the search
-// through folders found in a row change places; whoever names files one by one may mean their order.
+// Puts files of one kind side by side, as they have most in common. Only files that a wildcard or the search
+// through folders found in a row change places; a user who names files one by one may want their order.
 void GroupByExtension(std::vector<SourceFile>& files, std::span<const std::string> names) {
     std::unordered_set<std::string> named;
     for (const std::string& name : names)

@@ -15,7 +15,7 @@ namespace tools::cabarc {
 
 namespace {
 
-// One walk over the folders of one pattern after the other.
+// Walks the folders of the patterns, one pattern after another.
 class Search {
  public:
     Search(bool recurse, const std::filesystem::path& cabinet) : recurse_(recurse), cabinet_(cabinet) {}
@@ -71,7 +71,8 @@ class Search {
     }
 
     // Returns whether a file is the cabinet that is to be written, or what a killed run has left of it.
-    // Asking the system about each file would be most of the walk; the names decide nearly always.
+    // Asking the system about each file would take most of the time of the walk; the names alone decide
+    // nearly always.
     bool IsCabinet(const std::string& path, const std::string& name) const {
         const std::filesystem::path file = PathFromUtf8(path);
         if (EqualsFolded(Utf8FromPath(cabinet_.filename()), name)) return IsSame(file, cabinet_);

@@ -1,10 +1,11 @@
 #pragma once
-// The method NONE: each frame is its own data record.
+// The method NONE: the payload of each data record is the frame itself.
 
 #include "tools/cabarc/FrameCompressor.h"
 
 namespace tools::cabarc {
 
+/// The sink must outlive the object.
 class StoredCompressor : public FrameCompressor {
  public:
     explicit StoredCompressor(BlockSink& sink) : sink_(sink) {}

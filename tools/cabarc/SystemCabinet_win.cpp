@@ -1,4 +1,4 @@
-// The one file of cabarc that speaks to Windows.
+// The only file of cabarc that calls Windows itself.
 #include <windows.h>
 // fdi.h needs windows.h before it.
 #include <fdi.h>
@@ -61,7 +61,7 @@ struct Session {
     }
 };
 
-// What the library knows as a file: the cabinet, which it may open several times, or the member that is
+// What the library takes for a file: the cabinet, which it may open several times, or the member that is
 // being unpacked.
 struct OpenFile {
     Session* Owner;
@@ -80,8 +80,8 @@ void DIAMONDAPI Release(void* memory) {
     std::free(memory);
 }
 
-// The library hands nothing but a name to this callback, so the name of the cabinet is the session's
-// address.
+// The library passes only a name to this callback, so the name of the cabinet is the session's address in
+// digits.
 INT_PTR DIAMONDAPI Open(char* name, int, int) {
     std::uintptr_t address = 0;
     const std::string_view text(name);
@@ -162,16 +162,16 @@ INT_PTR DIAMONDAPI Notify(FDINOTIFICATIONTYPE type, FDINOTIFICATION* notice) {
                 return EndMember(session, *notice);
             case fdintPARTIAL_FILE:
             case fdintNEXT_CABINET:
-                return kFailed;  // sets of cabinets are refused before
+                return kFailed;  // sets of cabinets have been rejected before
             default:
                 return 0;
         }
     });
 }
 
-// The cabinet library of the system's folder. It is loaded by its full path: were it imported, Windows would
-// take a file of its name that lies beside the program. A path holds on a Windows 7 without updates, too,
-// which cannot be told to look in one folder alone.
+// The cabinet library of the system's folder. It is loaded by its full path: if it were imported, Windows
+// would take a file of its name that lies beside the program. The path also works on a Windows 7 without
+// updates, which cannot be restricted to one folder.
 class Library {
  public:
     Library() : module_(Load()) {
@@ -235,7 +235,7 @@ void RequireUnpacking() {}
 void UnpackCabinet(const std::filesystem::path& file, const std::string& label,
                    const CabinetDirectory& directory, MemberReceiver& receiver) {
     // Wine's library takes the state of one method for that of another when folders of one cabinet differ in
-    // it, and crashes. So each run sees one method; nearly every cabinet has but one.
+    // it, and crashes. So each run unpacks one method; nearly every cabinet has only one.
     std::set<int> methods;
     for (std::size_t i = 0; i < directory.Members.size(); ++i) methods.insert(MethodOf(directory, i));
     const Library library;

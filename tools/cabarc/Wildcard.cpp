@@ -21,8 +21,8 @@ std::size_t CharacterLength(std::string_view text, std::size_t at) {
     return length;
 }
 
-// The plain meaning of "*" and "?". Only the last star is ever tried again, so the time is the product of
-// the lengths.
+// The plain meaning of "*" and "?". Only the last star is ever tried again, so the time is at most the
+// product of the lengths.
 bool MatchesPlainly(std::string_view pattern, std::string_view name) {
     constexpr std::size_t kNone = std::string_view::npos;
     std::size_t p = 0;

@@ -9,7 +9,7 @@ using base::UniqueHandle;
 
 namespace handles {
 
-/// A file that is open: a HANDLE or a descriptor. None is minus one on either system.
+/// An open file: a HANDLE or a descriptor. None is minus one on both systems.
 struct File {
 #ifdef _WIN32
     using Value = void*;

@@ -87,7 +87,7 @@ std::filesystem::path PathFromUtf8(const std::string& text) {
 
 std::u16string FoldedName(const std::string& name) {
     std::u16string folded = Utf16FromUtf8(name);
-    // Never freed: loading it costs more than all names of a folder.
+    // Never freed: loading it costs more than folding all names of a folder.
     static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     if (unicode == nullptr) throw ToolError("the characters of the locale C.UTF-8 cannot be read");
     for (char16_t& unit : folded) unit = static_cast<char16_t>(towupper_l(unit, unicode));

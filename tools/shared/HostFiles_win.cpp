@@ -123,8 +123,8 @@ bool Identify(const fs::path& path, BY_HANDLE_FILE_INFORMATION& status) {
     return file && GetFileInformationByHandle(file.Get(), &status);
 }
 
-// Returns the number of characters of a long path that name its drive or share, with the backslash behind it.
-// What comes after it are folders. Without that backslash it is a device, of which nothing can be asked.
+// Returns the number of characters of a long path that name its drive or share, with the backslash after it.
+// What follows are folders. Without that backslash it is a device, which cannot be queried.
 std::size_t RootLength(const std::wstring& path) {
     const bool isShare = path.starts_with(kLongNetworkPrefix);
     std::size_t end = path.find(L'\\', isShare ? kLongNetworkPrefixLength : kLongPrefixLength);
@@ -166,7 +166,7 @@ std::vector<std::string> Arguments(int, char**) {
     const std::vector<std::wstring> wide(words.Get() + (words ? 1 : 0), words.Get() + count);
     std::vector<std::string> arguments(wide.size());
     for (std::size_t i = 0; i < wide.size(); ++i)
-        // Its question marks would be wildcards.
+        // It must not be used in a lossy form: its question marks would be wildcards.
         if (!ConvertToUtf8(wide[i], arguments[i]))
             throw ToolError("this name is not Unicode: " + LossyUtf8(wide[i]));
     return arguments;
@@ -200,7 +200,7 @@ fs::path PathFromUtf8(const std::string& text) {
 std::u16string FoldedName(const std::string& name) {
     std::wstring wide = WideFromUtf8(name);
     const int length = static_cast<int>(wide.size());
-    // Without more flags the rules are those of the file systems.
+    // Without further flags the rules are those of the file systems.
     if (length > 0)
         LCMapStringEx(L"", LCMAP_UPPERCASE, wide.data(), length, wide.data(), length, nullptr, nullptr, 0);
     return {wide.begin(), wide.end()};
@@ -282,7 +282,7 @@ bool LiesBelow(const fs::path& file, const fs::path& folder) {
     const std::size_t root = RootLength(full);
     for (std::size_t end = full.find_last_of(L'\\'); end != std::wstring::npos && end + 1 >= root;
          end = full.find_last_of(L'\\', end - 1))
-        // With a backslash behind it a drive is its root and not the device.
+        // With a backslash after it a drive is its root and not the device.
         if (IsSame(full.substr(0, end + 1), folder)) return true;
     return false;
 }
@@ -297,7 +297,7 @@ void CreateFolders(const fs::path& folder) {
     }
     for (; !missing.empty(); missing.pop_back()) {
         if (CreateDirectoryW(missing.back().c_str(), nullptr)) continue;
-        // Another process may have been faster.
+        // Another process may have created it in the meantime.
         const DWORD error = GetLastError();
         if (KindOf(missing.back()) != FileKind::Folder)
             throw ToolError(Utf8FromPath(folder) + ": this folder cannot be made: " + SystemReason(error));

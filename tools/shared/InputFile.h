@@ -11,26 +11,29 @@
 
 namespace tools {
 
+/// A file that is read from its start on, or from wherever Seek moves to. It is not locked: what another
+/// program writes meanwhile is read, too.
 class InputFile {
  public:
-    /// Opens the file, whose path may be longer than Windows usually allows; others may go on writing it.
-    /// Throws ToolError naming it and the system's reason.
+    /// Opens the file, whose path may be longer than Windows usually allows; other programs may continue to
+    /// write it. Throws ToolError naming it and the system's reason.
     explicit InputFile(const std::filesystem::path& file);
 
-    /// Fills `bytes` from the position on and moves behind them. Returns how many there were: fewer than
-    /// asked for only at the end of the file. Throws ToolError.
+    /// Fills `bytes` from the position on and moves the position past them. Returns how many there were:
+    /// fewer than asked for only at the end of the file. Throws ToolError when the system cannot read.
     std::size_t Read(std::span<std::uint8_t> bytes);
 
-    /// Moves the position, in bytes from the start; it may lie beyond the end. Throws ToolError.
+    /// Moves the position, in bytes from the start; it may lie beyond the end, where Read finds nothing.
+    /// Throws ToolError when the system refuses.
     void Seek(std::uint64_t position);
 
     std::uint64_t Position() const { return position_; }
 
-    /// Returns the number of bytes in the file. Throws ToolError.
+    /// Returns the number of bytes in the file now. Throws ToolError when the system cannot say.
     std::uint64_t Size() const;
 
  private:
-    /// Reads once; at the end of the file it returns 0.
+    /// Reads once; returns 0 at the end of the file.
     std::size_t ReadSome(std::span<std::uint8_t> bytes);
 
     std::filesystem::path file_;

@@ -49,7 +49,7 @@ FileHandle TakePart(const std::filesystem::path& part) {
         // it is closed.
         if (isLocked && isNamed && (opened.st_size == 0 || SetSize(file, 0))) return file;
         const int error = !isOurs ? EEXIST : !isLocked ? lockError : errno;
-        // Where nothing can be locked, the next run shall not meet what this one leaves.
+        // Where nothing can be locked, the next run must not find what this one would leave.
         if (isNew && isNamed && error != EWOULDBLOCK) unlink(part.c_str());
         file.Reset();
         errno = error;

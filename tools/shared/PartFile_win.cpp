@@ -28,7 +28,7 @@ bool MarkForDeletion(HANDLE file, bool isMarked) {
     return SetFileInformationByHandle(file, FileDispositionInfo, &disposition, sizeof disposition) != 0;
 }
 
-// Renaming the file while it is still open leaves no moment in which a virus scanner could hold it.
+// Renaming the file while it is still open leaves no moment in which a virus scanner could open it.
 bool RenameOpenFile(HANDLE file, const std::wstring& target) {
     const std::size_t nameBytes = target.size() * sizeof(wchar_t);
     const std::size_t size = offsetof(FILE_RENAME_INFO, FileName) + nameBytes + sizeof(wchar_t);
@@ -47,7 +47,8 @@ bool MeansInUse(DWORD error) {
 }
 
 // What a virus scanner, an indexer or a backup holds is free again in a moment, so a target in use is waited
-// for. Between the tries the file is marked for deletion: it goes away with a process that is killed then.
+// for. Between the attempts the file is marked for deletion: it disappears with a process that is killed
+// then.
 bool RenameOnceTargetIsFree(HANDLE file, const std::wstring& target, DWORD& error) {
     const ULONGLONG end = GetTickCount64() + kReplacePatience;
     for (;;) {
@@ -85,14 +86,14 @@ FileHandle TakePart(const std::filesystem::path& part, DWORD& error) {
     FileHandle fresh = OpenPart(part, GENERIC_WRITE | DELETE, 0, CREATE_NEW, kMark);
     error = GetLastError();
     if (fresh || error != ERROR_FILE_EXISTS) return fresh;
-    // Not opened for writing unless it bears the mark: another program may be at work on a file of the
+    // Not opened for writing unless it bears the mark: another program may be working on a file of the
     // user's. A part that waits to be deleted has no attributes.
     const DWORD attributes = GetFileAttributesW(part.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & kMark) == 0) return {};
     FileHandle left = OpenPart(part, GENERIC_WRITE | DELETE, 0, OPEN_EXISTING, 0);
     if (!left) {
         error = GetLastError();
-        // The other run has ended meanwhile.
+        // The other run has ended in the meantime.
         return error == ERROR_FILE_NOT_FOUND ? TakePart(part, error) : FileHandle();
     }
     if (IsMarked(left.Get()) && SetSize(left, 0)) return left;
@@ -142,7 +143,7 @@ void PartFile::Resize(std::uint64_t size) {
 
 void PartFile::MoveToTarget() {
     // A file system may keep the renaming and lose the contents when the power fails. Network file systems
-    // need not know this function.
+    // may not have this function.
     if (!FlushFileBuffers(handle_.Get()) && GetLastError() != ERROR_INVALID_FUNCTION &&
         GetLastError() != ERROR_NOT_SUPPORTED)
         throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(GetLastError()));

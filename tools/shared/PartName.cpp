@@ -10,7 +10,7 @@ using Unit = Text::value_type;
 
 constexpr std::size_t kLongestName = 255;  // bytes on POSIX, UTF-16 units on Windows
 
-// Returns whether a character that needs more than one unit goes on here.
+// Returns whether a character that needs more than one unit continues here.
 bool Continues(Unit unit) {
     if constexpr (sizeof(Unit) == 1) return (static_cast<unsigned>(unit) & 0xC0U) == 0x80U;
     return (static_cast<unsigned>(unit) & 0xFC00U) == 0xDC00U;

@@ -11,13 +11,13 @@ namespace tools {
 /// Exit codes of the companions.
 enum class ExitCode {
     Done = 0,       ///< everything asked for was done
-    Failed = 1,     ///< the work could not be done; nothing was left behind
+    Failed = 1,     ///< the work could not be done; no partial file is left
     WrongCall = 2,  ///< the command line was not understood; the usage was printed
 };
 
-/// A failure that the user must read. `what()` is one line that names the file or the option and says what is
-/// wrong, without the program's name and without a line end; main prints it to standard error. Only a wrong
-/// call may have more lines, those of the usage.
+/// A failure that the user has to read about. `what()` is one line that names the file or the option and
+/// says what is wrong, without the program's name and without a line end; main prints it to standard error.
+/// Only a wrong call may have more lines, those of the usage.
 class ToolError : public std::runtime_error {
  public:
     /// `line` becomes what Shown() (Utf8.h) makes of it: the names of files may hold characters that make two

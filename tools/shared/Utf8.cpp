@@ -34,7 +34,7 @@ bool IsControl(char32_t character) {
 }
 
 // Returns whether a character beyond ASCII must not reach a screen as it is: a control character, a mark or
-// an order for the direction of writing, or the end of a line or paragraph.
+// a control for the direction of writing, or the end of a line or paragraph.
 bool Misleads(char32_t character) {
     return IsControl(character) || character == 0x061C || character == 0x200E || character == 0x200F ||
            (character >= 0x2028 && character <= 0x202E) || (character >= 0x2066 && character <= 0x2069);

@@ -13,13 +13,14 @@ namespace velbooter {
 /// `source` without a drive is looked up in the application folder and then in its folder "dos".
 /// `destination` is relative to the application folder and is replaced by its absolute form; missing folders
 /// are created, existing files overwritten. On a failure the user is asked (Abort, Retry, Ignore) unless
-/// `quiet` is set. Returns false only after Abort.
+/// `quiet` is set, which stands for Ignore. Of a folder, Ignore leaves out the file and all those after it.
+/// Returns false only after Abort.
 bool CopyFileWithPrompt(const ApplicationPaths& paths, Desktop& desktop, const std::string& source,
                         std::string& destination, bool quiet);
 
 /// Copies `sourceFolder` with its sub-folders over `destinationFolder`, which is created when missing; a
 /// trailing "\" is added to both arguments. The windows repaint between files. Never shows a message; stops
-/// at the first thing that cannot be copied and returns false.
+/// at the first file or folder that cannot be copied and returns false; what was copied by then stays.
 bool CopyFolderTree(Desktop& desktop, std::string& sourceFolder, std::string& destinationFolder);
 
 }  // namespace velbooter

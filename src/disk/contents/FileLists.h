@@ -13,8 +13,10 @@ namespace velbooter {
 /// first whether or not the tree holds them, and selects every entry.
 void FillInitialList(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard);
 
-/// Lists one folder of the walk: appends its files to LstFiles and inserts its sub-folders into LstDirs at
-/// position 1. `folder` is a full path below cabs.
+/// Lists one folder of the walk: appends its files that match `pattern` to LstFiles and inserts its
+/// sub-folders into LstDirs at position 1 (0 in an empty list), which decides the order of the walk. Folders
+/// whose name begins with a dot are left out. `folder` is a full path below cabs. Raises RuntimeError when
+/// it cannot be read.
 void ScanCabsFolder(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard,
                     const std::string& folder, const std::string& pattern);
 

@@ -12,11 +12,11 @@ namespace velbooter {
 [[nodiscard]] bool CreateDiskAsDir(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard,
                                    StagingArea& staging);
 
-/// Copies the selected entries of LstFiles from the tree cabs to `destination`, a folder without a
-/// trailing "\", or exactly "A:" for the floppy, whose free space is then tested before each file. Advances
-/// WorkProgress by one step for each entry. Failures are shown. Returns false when a source could not be read
-/// or the user aborted; files left out because the floppy is full or because the user chose Ignore do not
-/// count.
+/// Copies the selected entries of LstFiles from the tree cabs to `destination`, a folder without a trailing
+/// "\", or exactly "A:" for the floppy, whose free space is then tested before each file. Advances
+/// WorkProgress by one step for each entry, and again for each retry. Failures are shown. Returns false when
+/// a source could not be read or the user aborted; files left out because the floppy is full or because the
+/// user chose Ignore do not count.
 bool InjectFilesToDir(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard,
                       const std::string& destination);
 

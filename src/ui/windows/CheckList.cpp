@@ -29,8 +29,8 @@ void CheckList::Show(ListView& list) {
     ShowTitle(1, list.SecondColumnTitle, list.Sorted && list.SortKey == 1 ? arrow : 0);
     const bool changed = ShowRows(list.ListItems) != Change::None;
     fits_ = fits_ && !changed;
-    // A list that is being loaded is sorted in the end. Till then its columns stay: to fit them takes a look
-    // at every row.
+    // A list is sorted when it has been loaded. Until then its columns stay as they are, because fitting
+    // them reads every row.
     if (!list.Sorted) return;
     if (!fits_) FillWithColumn(1);
     fits_ = true;

@@ -35,7 +35,7 @@ void DiskList::Attach(HWND list) {
 }
 
 void DiskList::Show(const ListView& form) {
-    // What has been selected while the program was at work is not the user's choice.
+    // What was selected while the program was working is not the user's choice; it is undone below.
     ReadState();
     if (ShowRows(form.ListItems) != Change::Rows) return;
     ShowTitle(0, form.FirstColumnTitle, 0);

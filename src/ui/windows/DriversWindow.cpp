@@ -18,11 +18,12 @@ constexpr int kSelectAllId = 1002;
 constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
 constexpr DWORD kExtendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
 
-// Of the layout, in twips. The button on the left is as far from its side as Cancel is from the other.
+// Measures of the layout, in twips. The button on the left is as far from the left side as Cancel is from
+// the right one.
 constexpr int kButtonWidth = 1335;
 constexpr int kButtonHeight = 375;
 constexpr int kSelectAllLeft = 255;
-// The layout counts from the outer size of a window whose frame takes this much. A wider frame makes the
+// The layout is given for the outer size of a window whose frame takes this much. A wider frame makes the
 // window larger, so that the buttons stay within it.
 constexpr int kFrameWidth = 120;
 constexpr int kFrameHeight = 405;
@@ -64,7 +65,8 @@ void DriversWindow::BlockWhileOpen(HWND owner) {
 }
 
 void DriversWindow::CreateControls(HWND owner) {
-    // A template without menu, class, title and font: the system's own dialog, which screen readers know.
+    // A template without menu, class, title and font creates the system's own dialog class, which screen
+    // readers know.
     struct Template {
         DLGTEMPLATE Dialog;
         WORD Menu;
@@ -78,8 +80,8 @@ void DriversWindow::CreateControls(HWND owner) {
                    reinterpret_cast<LPARAM>(::LoadIconA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(1))));
     font_ = DialogFont();
 
-    // Readers of the screen call a list by the label before it. The layout has no space for one, so it takes
-    // none.
+    // Screen readers announce a list by the label before it. The layout has no space for one, so it has no
+    // size.
     CreateControl(Frame(), 0, "STATIC", kListName, 0, font_.get());
     list_.Create(Frame(), kListId, kListName, font_.get());
     const FrmDrivers& form = App().Drivers;
@@ -103,7 +105,7 @@ void DriversWindow::Appear(HWND owner) {
 }
 
 void DriversWindow::Hide() {
-    // Before the window goes: the system gives the activation to an owner that can take it.
+    // Before the window is hidden, because the system then activates the owner only if it is enabled.
     if (blockedOwner_ != nullptr) ::EnableWindow(blockedOwner_, TRUE);
     blockedOwner_ = nullptr;
     if (Handle() == nullptr) return;

@@ -1,7 +1,7 @@
 #pragma once
 // The window that shows FrmDrivers: the drivers with a tick each, and the three buttons. It is created when
 // it is first needed and hidden, never closed. The user's input goes into the form before a handler of the
-// selection is called.
+// selection is called, so a handler never reads a control.
 
 #include "src/ui/windows/CheckList.h"
 #include "src/ui/windows/ModelessDialog.h"
@@ -12,12 +12,14 @@ class DriversWindow final : public ModelessDialog {
  public:
     ~DriversWindow() { Close(); }
 
-    /// Brings the window in line with app.Drivers and paints it at once. When it appears, it stands above
-    /// `owner` (may be null) with the keyboard in the list. `app` must outlive every later call and message.
-    /// Throws what the messages of showing it throw.
+    /// Brings the window in line with app.Drivers and paints it at once; creates it when it is first to be
+    /// visible. When it appears, it lies above `owner` (may be null) and the list has the keyboard focus.
+    /// `app` must outlive every later call and message. Throws what the handlers of the messages throw that
+    /// showing it sends.
     void Show(Application& app, HWND owner);
 
-    /// Takes the input from `owner` (may be null) until the window is hidden again, which Show sees to.
+    /// Disables `owner` (may be null) until Show hides the window again, so that the selection has to be
+    /// answered first.
     void BlockWhileOpen(HWND owner);
 
  private:

@@ -1,6 +1,7 @@
 #pragma once
-// What the windows of the forms share: their classes and controls, how a person hears of what happens, how
-// the session is kept, and how a failure gets out of a procedure that the system calls.
+// What the windows of the forms share: registering classes and creating controls, bringing a control in line
+// with a form without flicker, announcements for screen readers, holding back the end of the session, and
+// carrying a failure out of a procedure that the system calls.
 
 #include <windows.h>
 
@@ -10,39 +11,40 @@
 
 namespace velbooter {
 
-/// Registers the class `name` of a form, by which other programs find its windows. `procedure` serves them
-/// with `extraBytes` bytes of their own; `cursor` is one of the system's pointers (IDC_ARROW). That it is
-/// registered already does no harm.
+/// Registers the window class `name` of a form, by which other programs find its windows. `procedure`
+/// handles their messages, each has `extraBytes` bytes of its own, and `cursor` is one of the system's
+/// pointers (IDC_ARROW). Registering a class again is harmless.
 void RegisterFormClass(const char* name, WNDPROC procedure, int extraBytes, LPCSTR cursor);
 
-/// Creates a visible control of the class `className` within `parent`, which owns it, with no size yet.
-/// `style` and `extendedStyle` are added to those of a child.
+/// Creates a visible control of the class `className` in `parent`, which owns it, at first without a size,
+/// and returns it. `style` and `extendedStyle` are added to those of a child window. `font` must outlive the
+/// control.
 HWND CreateControl(HWND parent, int id, const char* className, const std::string& text, DWORD style,
                    HFONT font, DWORD extendedStyle = 0);
 
-/// Gives `control` the text when it has another, and returns whether it had. Compared in 16-bit characters: a
-/// box into which somebody has typed what the code page cannot hold shows in the end what the program has
-/// taken for it.
+/// Gives `control` the text (ANSI code page) when it has another, and returns whether it had. The texts are
+/// compared as UTF-16: when a user has typed characters that the code page lacks, the box then shows what
+/// the program has read instead of them.
 bool ShowText(HWND control, const std::string& text);
 
-/// Shows or hides `control` when it is not so yet, without giving it the keyboard.
+/// Shows or hides `control` unless it is so already, without giving it the keyboard focus.
 void ShowVisible(HWND control, bool visible);
 
 /// Returns `window` (may be null) when it is visible, else null.
 HWND IfVisible(HWND window);
 
-/// Paints `window` and its controls at once.
+/// Paints `window` and its controls at once, without waiting for the message loop.
 void PaintNow(HWND window);
 
-/// Lets readers of the screen say the text of `label`: a step of the work or its outcome, which happens
-/// without the user's doing. None of these labels ever has the focus.
+/// Makes screen readers speak the text of `label`: a step of the work or its outcome, which the user has not
+/// caused. By themselves they speak what gets the focus, which such a label never does.
 void Announce(HWND label);
 
-/// Lets a loop that waits for a message look at the state again.
+/// Wakes a message loop that waits, so that it looks at the state again.
 void WakeLoop();
 
-/// While a disk is made the session should not end: the system then asks the person at the screen, and shows
-/// what there is to wait for. It has the reason for as long as the object lives; the window answers
+/// Keeps the Windows session from ending while a disk is being created: the system then asks the user and
+/// shows the reason that this object gives it as long as it lives. The window itself has to answer
 /// WM_QUERYENDSESSION with FALSE meanwhile.
 class SessionHold {
  public:
@@ -55,7 +57,7 @@ class SessionHold {
     HWND window_;
 };
 
-/// Sets `flag` for as long as it lives; then the flag is as it was.
+/// Sets `flag` as long as it lives and then restores its former value, so scopes may be nested.
 class FlagScope {
  public:
     explicit FlagScope(bool& flag) : flag_(flag), former_(std::exchange(flag, true)) {}
@@ -68,13 +70,13 @@ class FlagScope {
     bool former_;
 };
 
-/// Carries an exception past the system. None may cross a procedure that the system calls, so the procedure
-/// catches it at its edge, and the program's own code that waits for the system throws it again.
+/// Carries an exception past the system's code. None may leave a procedure that the system calls, so the
+/// procedure catches it at its edge, and the program's own code that waits for the system throws it again.
 class CaughtFailure {
  public:
-    /// Runs `action` and returns its result. What it throws is remembered, unless an earlier failure still
-    /// is, and `otherwise` returned. The message loop is woken: a message that was sent, not posted, is
-    /// handled within its waiting.
+    /// Runs `action` and returns its result. When it throws, `otherwise` is returned and the exception kept,
+    /// unless an earlier one is still kept. The message loop is woken, because it may be waiting: a message
+    /// that is sent, not posted, is handled within GetMessage.
     template <class Step, class Result>
     Result Guard(Step action, Result otherwise) noexcept {
         try {
@@ -86,10 +88,10 @@ class CaughtFailure {
         }
     }
 
-    /// Whether a failure is remembered.
+    /// Whether a failure is kept.
     bool Holds() const { return failure_ != nullptr; }
 
-    /// Throws the remembered failure and forgets it; does nothing when there is none.
+    /// Throws the failure and forgets it; does nothing when there is none.
     void Rethrow() {
         if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
     }

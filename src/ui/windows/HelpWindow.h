@@ -1,5 +1,5 @@
 #pragma once
-// The door to the system's help viewer.
+// Calls the system's help viewer, which runs in this process.
 
 #include <windows.h>
 
@@ -9,14 +9,14 @@
 
 namespace velbooter {
 
-/// Closes what the help viewer shows, if this program has called it: its windows live in this process and
-/// must not outlive what they use.
+/// Closes the help viewer's windows, if this program has called it: they live in this process and must not
+/// outlive the program's own windows.
 void CloseHelp();
 
-/// Calls the help viewer's HtmlHelpA with `owner`, `file` (which may name a window type behind ">"), a
-/// command of its published interface and the command's data. The viewer is the one in the system's folder;
-/// one that lies beside the program is never called. Nothing happens on a system without the viewer;
-/// a missing file or topic is the viewer's to tell.
+/// Calls the help viewer's HtmlHelpA with `owner`, `file` (which may be followed by ">" and a window type),
+/// a command of its published interface and the command's data. The viewer is the one in the system's
+/// folder; one that lies beside the program is never called. On a system without the viewer nothing happens;
+/// a missing file or topic is reported by the viewer itself.
 void CallHtmlHelp(HWND owner, const std::string& file, HelpCommand command, std::uintptr_t data);
 
 }  // namespace velbooter

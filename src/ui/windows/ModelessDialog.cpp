@@ -77,7 +77,7 @@ INT_PTR ModelessDialog::Dispatch(HWND window, UINT message, WPARAM wParam, LPARA
         case WM_SETCURSOR:
             return ShowWaiting(window, LOWORD(lParam)) ? TRUE : FALSE;
         case WM_DESTROY:
-            // The system takes a window along when its owner goes.
+            // The system also destroys a window together with its owner.
             if (window == window_.get()) static_cast<void>(window_.release());
             return TRUE;
         default:
@@ -85,7 +85,7 @@ INT_PTR ModelessDialog::Dispatch(HWND window, UINT message, WPARAM wParam, LPARA
     }
 }
 
-// The pointer of a border that can be pulled stays.
+// Over a border that can be dragged, the pointer that says so stays.
 bool ModelessDialog::ShowWaiting(HWND window, int hit) const {
     const bool canBePulled = (::GetWindowLongA(window, GWL_STYLE) & WS_THICKFRAME) != 0;
     if (!IsWorking() || (canBePulled && hit != HTCLIENT)) return false;

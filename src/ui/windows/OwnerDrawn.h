@@ -5,11 +5,11 @@
 
 namespace velbooter {
 
-/// Draws the wizard's side picture over the whole of the control.
+/// Draws the wizard's side picture over the whole control (WM_DRAWITEM): the smallest of the pictures that
+/// covers it, cut at the edges, or the largest one stretched.
 void DrawSideImage(const DRAWITEMSTRUCT& item);
 
-/// Draws the mark of a finished step, a check mark, in the middle of the control when it has a text;
-/// otherwise nothing.
+/// Draws the check mark of a finished step when the control has a text, else only its background.
 void DrawStepMark(const DRAWITEMSTRUCT& item);
 
 }  // namespace velbooter

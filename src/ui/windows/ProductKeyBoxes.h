@@ -1,6 +1,6 @@
 #pragma once
-// The five boxes of the product key, which a person fills as if they were one: typing goes on in the next box
-// when one is full, and a whole key can be pasted.
+// The five boxes of the product key, which the user fills as if they were one: typing continues in the next
+// box when one is full, and a whole key can be pasted.
 
 #include <windows.h>
 
@@ -11,14 +11,15 @@
 
 namespace velbooter {
 
+/// Hooks into the procedures of the edit controls, so it can be neither copied nor moved.
 class ProductKeyBoxes {
  public:
     ProductKeyBoxes() = default;
     ProductKeyBoxes(const ProductKeyBoxes&) = delete;
     ProductKeyBoxes& operator=(const ProductKeyBoxes&) = delete;
 
-    /// Takes over the edit controls `boxes`, in their order, of the dialog `frame`. `failure` gets what their
-    /// procedure throws. It and the object must live longer than the boxes do.
+    /// Takes over the edit controls `boxes`, in their order, of the dialog `frame`, and limits each to a
+    /// group's length. `failure` gets what their procedure throws. It and the object must outlive the boxes.
     void Attach(HWND frame, const std::array<HWND, kKeyGroups>& boxes, CaughtFailure& failure);
 
  private:

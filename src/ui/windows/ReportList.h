@@ -1,6 +1,6 @@
 #pragma once
-// A list view that shows a ListView of the forms: two columns with titles, and rows with a picture or a tick.
-// It never sorts by itself: the rows stand as they do in the state.
+// A list view that shows a ListView of the forms: two columns with titles, and rows with a picture or a
+// tick. It never sorts by itself: the rows have the order that they have in the form.
 
 #include <windows.h>
 // commctrl.h needs windows.h before it.
@@ -14,11 +14,13 @@
 
 namespace velbooter {
 
+/// Keeps a copy of what the control shows, so that only what has changed is sent to it. Rows and columns are
+/// counted from 0.
 class ReportList {
  public:
     HWND Handle() const { return list_; }
 
-    /// Writes ticks and selection into `rows` as the user has changed them. Rows that the control does not
+    /// Writes ticks and selection into `rows` as the control has them now. Rows that the control does not
     /// show stay as they are.
     void Read(std::vector<ListItem>& rows);
 
@@ -26,21 +28,21 @@ class ReportList {
     /// What differed when rows were shown: nothing, ticks and selection alone, or the texts as well.
     enum class Change { None, State, Rows };
 
-    /// Takes the empty control `list`, which must outlive the object's use and have its extended style, and
-    /// gives it its two columns.
+    /// Takes the empty control `list`, which must exist as long as the object is used and already have its
+    /// extended style, and gives it its two columns.
     void Attach(HWND list);
 
-    /// Brings the title of a column in line, and its arrow: HDF_SORTUP, HDF_SORTDOWN or 0 for none.
+    /// Gives a column its title and its arrow: HDF_SORTUP, HDF_SORTDOWN or 0 for none.
     void ShowTitle(size_t column, const std::string& title, int arrow);
 
-    /// Brings rows, ticks and selection in line with `rows`. A row is left alone that shows its values since
-    /// it was shown or read last.
+    /// Brings rows, ticks and selection in line with `rows` and returns what differed. A row is left alone
+    /// if it had these values when it was last shown or read.
     Change ShowRows(const std::vector<ListItem>& rows);
 
-    /// Takes note of ticks and selection as they are.
+    /// Takes over ticks and selection from the control into the copy.
     void ReadState();
 
-    /// Returns the row that is selected; -1 for none.
+    /// Returns the row that is selected, the first one of several; -1 for none.
     int SelectedRow() const;
 
     /// Returns how wide a text is in the list's font, in pixels.
@@ -49,7 +51,8 @@ class ReportList {
     /// Makes a column as wide as its longest text, or as `least` when that is more (pixels).
     void FitColumn(int column, int least) const;
 
-    /// Makes a column as wide as its longest text, or as what the other one leaves when that is more.
+    /// Makes a column as wide as its longest text, or as the space that the other column leaves when that is
+    /// more.
     void FillWithColumn(int column) const;
 
  private:

@@ -10,7 +10,7 @@ namespace velbooter {
 
 namespace {
 
-// Takes the input from a window (null for none) for as long as a dialog stands that another one owns.
+// Disables a window (null for none) as long as a dialog is open that another window owns.
 class DisabledWindow {
  public:
     explicit DisabledWindow(HWND window)
@@ -55,7 +55,7 @@ void SystemDesktop::ShowDriverSelection() {
                 HandleMessage(message);
                 continue;
             }
-            // The program is to end: the loop around this one has to see it too.
+            // The program is ending: the loop around this one has to see the message, too.
             ::PostQuitMessage(static_cast<int>(message.wParam));
             CmdCancelDrivers_Click(*app_);
         }
@@ -107,7 +107,7 @@ void SystemDesktop::Repaint() {
 
 void SystemDesktop::PendingEvents() {
     Repaint();
-    // The wizard knows of its own work. What is loaded into the selection is the work of others.
+    // The wizard knows of its own work. The selection is loaded by others, so its input is held back here.
     const FlagScope work = driversWindow_.HoldInput();
     MSG message{};
     while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {

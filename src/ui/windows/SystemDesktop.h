@@ -1,5 +1,6 @@
 #pragma once
-// The real desktop: system message boxes and dialogs, and the windows that show the forms.
+// The real desktop: system message boxes and dialogs, and the windows that show the forms. Tests replace it
+// by a scripted one (Desktop.h has the contracts of the overridden functions).
 
 #include "src/run/Application.h"
 #include "src/run/Desktop.h"
@@ -11,14 +12,15 @@ namespace velbooter {
 
 class SystemDesktop : public Desktop {
  public:
-    /// Makes the windows show the forms of `app`, which must live until CloseWindows and every later call.
+    /// Makes the windows show the forms of `app`, which must live until CloseWindows.
     void ShowFormsOf(Application& app) { app_ = &app; }
 
-    /// Ends the windows, the help's too, and forgets the application: what a window is told while it ends may
-    /// need it.
+    /// Destroys the windows, those of the help viewer too, and forgets the application. To be called while
+    /// the application still exists, because the last messages of a window may need it.
     void CloseWindows();
 
-    /// Runs the program as long as its windows live; every ending is an exception (ProgramEnd).
+    /// Runs the message loop of the program. It ends by an exception, ProgramEnd or what a handler has
+    /// thrown, or returns after a message that the program is to quit.
     void RunMessages();
 
     Answer ShowMessage(const Message& message) override;
@@ -33,19 +35,20 @@ class SystemDesktop : public Desktop {
     void Repaint() override;
     void PendingEvents() override;
 
-    /// Handles a message of the loop that the program waits in, the keys of its dialogs included. Throws what
-    /// a handler has thrown within a window's procedure.
+    /// Handles a message from the queue, with the keys of the program's dialogs. Throws what a handler has
+    /// thrown within a window's procedure.
     void HandleMessage(MSG& message);
 
  private:
     void RethrowFailures();
 
-    /// The window that owns the driver selection, and the one that owns dialogs, which is the one whose
-    /// handler asks; null while none is visible.
+    /// The owner of the driver selection, and the owner of other dialogs, which is the window whose handler
+    /// asks; null while none is visible.
     HWND Owner() const;
     HWND Front() const;
 
-    /// The window that stands beside Front; null when there is none.
+    /// The visible window beside Front, which must not take input while a dialog of Front is open; null when
+    /// there is none.
     HWND Other() const;
 
     Application* app_ = nullptr;

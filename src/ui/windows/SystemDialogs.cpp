@@ -24,12 +24,13 @@ std::string SystemFilter(const std::string& pattern) {
 
 using Dialog = BOOL(WINAPI*)(OPENFILENAMEA*);
 
-// A target that is a folder, or nothing yet, is where the dialog begins.
+// A target that is a folder, or empty, is only where the dialog opens.
 bool NamesAFile(const std::string& path) {
     return !path.empty() && path.back() != '\\' && path.back() != '/' && !FolderExists(path);
 }
 
-// Returns what `show` leaves in `path`, or nothing after Cancel and after a failure, which is told.
+// Returns the path that `show` leaves in `settings`, or nothing after Cancel and after a failure, which a
+// message reports.
 std::optional<std::string> Result(OPENFILENAMEA& settings, Dialog show) {
     if (show(&settings) != 0) return settings.lpstrFile;
     if (const DWORD error = ::CommDlgExtendedError(); error != 0) {

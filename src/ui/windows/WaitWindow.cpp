@@ -9,16 +9,16 @@ namespace {
 
 constexpr const char* kWaitClass = "FrmWait";
 constexpr int kStatusId = 1001;
-// Client area at 96 dots per inch, in pixels: room for the longest status text with its margins.
+// Client area at 96 dots per inch, in pixels: space for the longest status text with its margins.
 constexpr int kWidth = 420;
 constexpr int kHeight = 72;
 constexpr int kMargin = 16;
 constexpr DWORD kWaitStyle = WS_POPUP | WS_CAPTION;
 
 LRESULT CALLBACK WaitProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    // Closing waits until the work has ended, and then the program hides the window itself.
+    // The window cannot be closed: the program hides it when the work has ended.
     if (message == WM_CLOSE) return 0;
-    // So does the end of the session; after the work there is nothing to wait for.
+    // The session may not end before that either; afterwards it may.
     if (message == WM_QUERYENDSESSION) return ::IsWindowVisible(window) != FALSE ? FALSE : TRUE;
     return ::DefWindowProcA(window, message, wParam, lParam);
 }

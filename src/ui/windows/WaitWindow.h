@@ -1,6 +1,6 @@
 #pragma once
-// The window that shows FrmWait: a small framed window with one status line. It cannot be closed by the user;
-// the work it tells of decides when it goes.
+// The window that shows FrmWait: a small framed window with one status line. The user cannot close it; it is
+// hidden when the work that it describes has ended.
 
 #include <optional>
 
@@ -10,18 +10,20 @@
 
 namespace velbooter {
 
+/// Also keeps the Windows session from ending while it is visible (SessionHold).
 class WaitWindow {
  public:
-    /// Brings the window in line with `form`, creating it when it is first needed, and paints it at once.
+    /// Brings the window in line with `form`, creating it when it is first to be visible, and paints it at
+    /// once. A new status is announced to screen readers.
     void Show(const FrmWait& form);
 
-    /// Ends the window, if there is one.
+    /// Destroys the window, if there is one.
     void Close() {
         hold_.reset();
         window_.reset();
     }
 
-    /// The window to own message boxes; null while it is not visible.
+    /// The window that message boxes may have as their owner; null while it is not visible.
     HWND Handle() const { return IfVisible(window_.get()); }
 
  private:

@@ -1,5 +1,6 @@
 #pragma once
-// Owning types for windows, menus and drawing objects.
+// Owning types for windows, menus and drawing objects: std::unique_ptr, as all of them are pointers that are
+// null for none. The kernel's handles are in src/common/Handle.h.
 
 #include <windows.h>
 // commctrl.h needs windows.h before it.
@@ -10,7 +11,7 @@
 
 namespace velbooter {
 
-/// Ends what a handle stands for. Each type of handle has its own way.
+/// Gives back what a handle stands for, each type by its own function.
 struct HandleDeleter {
     void operator()(HWND window) const { ::DestroyWindow(window); }
     void operator()(HMENU menu) const { ::DestroyMenu(menu); }
@@ -52,7 +53,8 @@ class WindowContext {
     HDC context_;
 };
 
-/// Draws with `object` for as long as it lives. It ends before the object and the context do.
+/// Selects `object` into `context` as long as it lives, then the former object again. It must be destroyed
+/// before both.
 class SelectedObject {
  public:
     SelectedObject(HDC context, HGDIOBJ object)

@@ -14,8 +14,8 @@ namespace {
 // Dark enough to be read on the grey of a dialog.
 constexpr COLORREF kWarningColor = RGB(176, 0, 0);
 
-// What readers of the screen say of a finished step. The form's text is a character of a symbol font, and in
-// some code pages no character at all.
+// What screen readers say for a finished step. The form's text is a character of a symbol font, and in some
+// code pages no character at all.
 constexpr const char* kDone = "Done";
 
 template <typename Member>
@@ -171,8 +171,8 @@ void WizardControls::Show(const FrmWizard& form) {
         ShowEnabled(Control(id), (form.*button).Enabled);
         ShowVisible(Control(id), (form.*button).Visible);
     }
-    // A list is brought in line while its page stands: the files are listed one by one before their page is
-    // turned to, and all that the build does, it does behind it.
+    // A list is brought in line only while its page is visible: the files are listed one by one before their
+    // page is shown, and the build changes them when it is no longer visible.
     if (form.FraMain[kDiskPage].Visible) disks_.Show(form.LV_Disk);
     if (form.FraMain[kFilesPage].Visible) ShowFiles(form.LstFiles);
     ShowProgress(form.WorkProgress);
@@ -192,7 +192,7 @@ void WizardControls::ShowLabel(int id, const Label& label) {
     ::InvalidateRect(control, nullptr, TRUE);
 }
 
-// A link need not tell its text as it was set, and loses its mark of the focus when it is set again.
+// A link may not return its text as it was set, and loses its focus rectangle when it is set again.
 void WizardControls::ShowLink(int id, const Label& link) {
     std::string& shown = shownLinks_[id];
     if (shown == link.Caption) return;
@@ -230,7 +230,7 @@ void WizardControls::ShowFiles(const ListBox& files) {
         if (selected != files.Selected(i))
             ::SendMessageA(list, LB_SETSEL, files.Selected(i) ? TRUE : FALSE, i);
     }
-    // Selecting a row goes to it; the user stays where he was.
+    // Selecting a row scrolls to it, so the user's position is restored.
     if (::SendMessageA(list, LB_GETCARETINDEX, 0, 0) != caret)
         ::SendMessageA(list, LB_SETCARETINDEX, static_cast<WPARAM>(std::max<LRESULT>(caret, 0)), FALSE);
     if (::SendMessageA(list, LB_GETTOPINDEX, 0, 0) != top)
@@ -242,8 +242,8 @@ void WizardControls::ShowProgress(const ProgressBar& progress) {
     if (static_cast<int>(::SendMessageA(bar, PBM_GETRANGE, FALSE, 0)) != progress.Max)
         ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max);
     if (static_cast<int>(::SendMessageA(bar, PBM_GETPOS, 0, 0)) == progress.Value) return;
-    // The bar creeps up and jumps down: a step further and back it stands where it should, before the page
-    // goes.
+    // The bar moves up slowly and down at once: a step too far and back shows the right value at once,
+    // before the page is hidden.
     ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max + 1);
     ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value) + 1, 0);
     ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value), 0);
@@ -261,7 +261,7 @@ HBRUSH WizardControls::ColorLabel(HDC context, HWND label) const {
     HIGHCONTRASTA contrast{};
     contrast.cbSize = sizeof contrast;
     ::SystemParametersInfoA(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0);
-    // Who has chosen his own colours sees the bold letters.
+    // In a high-contrast theme, bold type alone marks the warning.
     if ((contrast.dwFlags & HCF_HIGHCONTRASTON) != 0) return nullptr;
     ::SetTextColor(context, kWarningColor);
     ::SetBkColor(context, ::GetSysColor(COLOR_BTNFACE));

@@ -1,6 +1,6 @@
 #pragma once
-// The controls of the wizard's frame and pages and the members of FrmWizard that they show, in tables: one
-// place tells which control stands for which member.
+// The controls of the wizard's frame and pages and the members of FrmWizard that they show. Tables in the
+// .cpp are the one place that connects a control with its member.
 
 #include <windows.h>
 
@@ -17,32 +17,34 @@
 
 namespace velbooter {
 
+/// Attach comes first, once; then Show and Read copy between the form and the controls, in one direction
+/// each.
 class WizardControls {
  public:
-    /// Takes the controls of `frame` and its pages, which must outlive the object's use. `failure` gets what
-    /// a control's procedure throws.
+    /// Takes the controls of `frame` and its pages, which must exist as long as the object is used.
+    /// `failure` gets what a control's procedure throws and must outlive them.
     void Attach(HWND frame, const std::array<HWND, kPageCount>& pages, CaughtFailure& failure);
 
     /// Brings the controls in line with `form`; a control that shows its value already is left alone, and so
-    /// is the list of a page that does not stand.
+    /// is the list of a page that is not visible.
     void Show(const FrmWizard& form);
 
-    /// Takes over what the user has entered and ticked, and what is selected in the list of the page that
-    /// stands.
+    /// Copies into `form` what the user has entered and ticked, and what is selected in the list of the
+    /// visible page.
     void Read(FrmWizard& form);
 
-    /// Returns whether the control is an option that `form` has chosen already. A press on it changes
-    /// nothing: the system presses one whenever it gets the focus.
+    /// Returns whether the control is an option button that `form` has chosen already. Its click must be
+    /// ignored, because the system clicks an option whenever it gets the focus.
     static bool IsChosen(int id, const FrmWizard& form);
 
-    /// Prepares `context` for a label that warns. Returns the brush behind it, which is the system's; null
-    /// for any other label.
+    /// Sets the colours of `context` for a label that warns (WM_CTLCOLORSTATIC). Returns the brush for its
+    /// background, which the system owns; null for any other label, and in a high-contrast theme.
     HBRUSH ColorLabel(HDC context, HWND label) const;
 
-    /// Hands on that the system has other colours, which it tells only the windows that stand by themselves.
+    /// Passes on WM_SYSCOLORCHANGE, which the system sends to top-level windows only.
     void TellOfNewColors() const;
 
-    /// Returns the control with this number; null when there is none.
+    /// Returns the control with the number `id` (WizardIds.h); null when there is none.
     HWND Control(int id) const;
 
  private:

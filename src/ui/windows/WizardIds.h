@@ -1,9 +1,9 @@
 #pragma once
-// Numbers of the wizard's dialogs and controls, shared by the templates and the code. The templates' compiler
-// knows no constants, only macros.
+// Numbers of the wizard's dialogs and controls, shared by the templates and the code. They are macros
+// because the resource compiler knows nothing else.
 
 #define IDD_WIZARD 200
-#define IDD_FIRST_PAGE 210  // the pages have the numbers from here on, in their order
+#define IDD_FIRST_PAGE 210  // the pages have the numbers from here on, in the order of WizardPage
 
 #define IDC_SIDE_IMAGE 1000
 #define IDC_LINE 1001

@@ -31,7 +31,7 @@ const DLGTEMPLATE* TemplateOf(size_t id) {
     return static_cast<const DLGTEMPLATE*>(::LockResource(::LoadResource(program, found)));
 }
 
-// A run can be cancelled until it is over, which it may be when a Cancel that has waited comes.
+// A run can be cancelled until it is over. A Cancel that was postponed may come after that.
 void CancelIfPossible(Application& app) {
     if (app.Wizard.CmdCancel.Enabled) CancelApp(app);
 }
@@ -101,7 +101,7 @@ void WizardWindow::FocusPage(size_t page) {
     if (page == kFinishedPage) CallForTheUser();
 }
 
-// Whoever has turned to other windows during a long build sees the button on the task bar flash.
+// A user who works in other windows during a long build sees the button on the task bar flash.
 void WizardWindow::CallForTheUser() const {
     Announce(controls_.Control(IDC_OUTCOME));
     if (::GetForegroundWindow() == Frame()) return;
@@ -113,13 +113,14 @@ void WizardWindow::CallForTheUser() const {
 }
 
 bool WizardWindow::IsHeldInput(const MSG& message) {
-    // Alt+F4 becomes a close, which waits by itself.
+    // Alt+F4 becomes WM_CLOSE, which is postponed by itself.
     if (message.message == WM_SYSKEYDOWN && message.wParam == VK_F4) return false;
     const bool isEscape = message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE;
     const bool isAccessKey = message.message == WM_SYSKEYDOWN && message.wParam == kAccessKeyOfCancel;
     if (isEscape || isAccessKey) Run(CancelAction());
     if (message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST) return true;
-    // The system follows a held scroll bar in a loop of its own, and the work would stand still till then.
+    // The system follows a scroll bar that is held in a loop of its own, and the work would stand still
+    // until it is released.
     const bool isScrollBar = message.wParam == HTVSCROLL || message.wParam == HTHSCROLL;
     if (message.message == WM_NCLBUTTONDOWN && isScrollBar) return true;
     const bool isMouse = message.message > WM_MOUSEMOVE && message.message <= WM_MOUSELAST;
@@ -135,7 +136,7 @@ INT_PTR WizardWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM
             Run({Form_Unload, ActionKind::Close});
             return TRUE;
         case WM_QUERYENDSESSION:
-            // Half a floppy is worth less than a moment of waiting, and the person is told what it is for.
+            // An incomplete floppy would be useless, so the session waits; SessionHold gives the reason.
             return Reply(window, isBuilding_ ? FALSE : TRUE) ? TRUE : FALSE;
         case WM_ENDSESSION:
             // The system ends the program without another message, so the clean-up is done here.
@@ -177,13 +178,13 @@ bool WizardWindow::OnCommand(int id, int notice) {
         {IDC_FLOPPY, {OptFloppy_Click}},
         {IDC_BROWSE, {CmdBrowse_Click}},
     };
-    // The second of two quick clicks changes the tick as well, and the list tells of nothing but a double
+    // The second of two quick clicks changes the selection, too, and the list reports it only as a double
     // click.
     if (id == IDC_FILES && (notice == LBN_SELCHANGE || notice == LBN_DBLCLK)) {
         Run({ShowSpace});
         return true;
     }
-    // What is typed starts no handler.
+    // Typing starts no handler.
     if (notice == EN_CHANGE) {
         TakeInput();
         return true;
@@ -194,7 +195,7 @@ bool WizardWindow::OnCommand(int id, int notice) {
     return true;
 }
 
-// The Esc key presses Cancel and the Enter key the default button, also one that is disabled or hidden.
+// The Esc key clicks Cancel and the Enter key the default button even if it is disabled or hidden.
 bool WizardWindow::TakesClicks(int id) const {
     const HWND control = controls_.Control(id);
     return ::IsWindowVisible(control) != FALSE && ::IsWindowEnabled(control) != FALSE;
@@ -207,7 +208,7 @@ bool WizardWindow::OnNotify(HWND /*window*/, const NMHDR& notice) {
     } else if (notice.idFrom == IDC_FRAMEWORK_SITE && isLink) {
         Run({LblFrameworkSite_Click});
     } else if (notice.idFrom == IDC_DISKS && notice.code == static_cast<UINT>(LVN_ITEMACTIVATE)) {
-        // Later: the list is still in the middle of its own handling of the mouse.
+        // Posted, because the list is still handling the mouse itself.
         if (!IsWorking()) ::PostMessageA(Frame(), WM_COMMAND, MAKEWPARAM(IDC_NEXT, BN_CLICKED), 0);
     } else if (notice.idFrom == IDC_DISKS && notice.code == static_cast<UINT>(LVN_ITEMCHANGED)) {
         TakeInput();
@@ -217,8 +218,8 @@ bool WizardWindow::OnNotify(HWND /*window*/, const NMHDR& notice) {
     return true;
 }
 
-// At each change, since the form is shown again not by this window alone: what the user does in the driver
-// selection beside it must not bring the former texts back.
+// At each change, because other windows cause the form to be shown again, too: an action in the driver
+// selection must not bring the former texts back.
 void WizardWindow::TakeInput() {
     if (!IsCopying() && !IsWorking()) controls_.Read(App().Wizard);
 }

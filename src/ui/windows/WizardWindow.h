@@ -1,6 +1,7 @@
 #pragma once
-// The window that shows FrmWizard: a frame with a side picture and a row of buttons, and eight pages of which
-// one is visible. What the user does reaches the form's state first and then the form's handlers.
+// The window that shows FrmWizard: a frame with a side picture and a row of buttons, and eight pages of
+// which one is visible. The user's input is copied into the form before a handler of the form is called, so
+// a handler never reads a control.
 
 #include <windows.h>
 
@@ -11,12 +12,15 @@
 
 namespace velbooter {
 
+/// Keys, messages and postponed actions are ModelessDialog's; this class adds the pages, and what may be
+/// done during a build.
 class WizardWindow final : public ModelessDialog {
  public:
     ~WizardWindow() { Close(); }
 
     /// Brings the window in line with the wizard of `app`, which must outlive every later call and message.
-    /// It is created when it is first to be shown. Throws what the messages of showing it throw.
+    /// It is created when it is first to be visible. Throws what the handlers of the messages throw that
+    /// showing it sends.
     void Show(Application& app);
 
  private:
@@ -37,7 +41,7 @@ class WizardWindow final : public ModelessDialog {
     std::array<HWND, kPageCount> pages_{};  ///< children, destroyed with the frame
     HWND shownPage_ = nullptr;
     WizardControls controls_;
-    bool isBuilding_ = false;  ///< the work is one that the end of the session waits for
+    bool isBuilding_ = false;  ///< a build runs, for which the end of the session waits
 };
 
 }  // namespace velbooter

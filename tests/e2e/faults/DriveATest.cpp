@@ -1,5 +1,5 @@
-// Drives that are full or write-protected. Wine lets the system's administrator write into read-only folders,
-// so a drive A: that is mounted read-only stands for them; with-drive-a.sh makes it.
+// Drives that are full or write-protected. Wine lets the system's administrator write into read-only
+// folders, so the tests use a drive A: that is mounted read-only; with-drive-a.sh creates it.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -41,7 +41,7 @@ class DriveA : public testing::Test {
         return names;
     }
 
-    // Gives the drive just `bytes` bytes more than are used.
+    // Leaves the drive just `bytes` free bytes.
     static void LeaveFree(ULONGLONG bytes) {
         ULARGE_INTEGER available{};
         ULARGE_INTEGER total{};
@@ -53,7 +53,7 @@ class DriveA : public testing::Test {
 class TargetOnDriveA : public DriveA {
  protected:
     void SetUp() override {
-        // What does not pack and is no zeros, which a file system may keep without room.
+        // Bytes that do not compress and are not zeros, which a file system could store without space.
         std::string noise(1000000, '\0');
         unsigned number = 1;
         for (char& byte : noise) {
@@ -99,8 +99,8 @@ TEST_F(TargetOnDriveA, WriteProtectedDriveKeepsItsOldImage) {
     EXPECT_THAT(NamesOnDrive(), ElementsAre("disk.img"));
 }
 
-// On a USB stick the program often lies beside everything else, in the root. The current folder of its drive
-// is any.
+// On a USB stick the program is often in the root, among everything else. The current folder of its drive
+// can be any.
 class ApplicationInTheRootOfDriveA : public DriveA {
  protected:
     void SetUp() override {
@@ -156,7 +156,8 @@ TEST_F(ApplicationOnDriveA, WriteProtectedFolderShowsTheWizardsLastPage) {
     ExpectOldImage(folder_);
 }
 
-// Each group of files asks for itself; the build is cancelled when those of every disk could not be copied.
+// There is a question for each group of files; the build is cancelled when the base files could not be
+// copied.
 TEST_F(ApplicationOnDriveA, FullDriveIsAskedAboutAndCancels) {
     LeaveFree(8192);
     ProgramUnderTest program(folder_, kBuild);

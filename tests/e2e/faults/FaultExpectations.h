@@ -1,6 +1,6 @@
 #pragma once
-// What the tests of faults expect: an image is the old one or a whole new one, whatever happens, and the next
-// run works.
+// What the tests of faults expect: whatever happens, an image is the old one or a complete new one, and the
+// next run works.
 
 #include <string>
 
@@ -18,28 +18,28 @@ inline constexpr const char* kTarget = "out\\disk.img";
 /// The arguments that build it.
 inline const std::string kBuild = std::string(" custom ") + kTarget;
 
-/// The lines of a small disk with a module, which takes the archiver to build.
+/// The lines of a small disk with a module, which only the archiver can build.
 std::vector<std::string> DiskWithAModule();
 
-/// Puts an old image in the place of the target.
+/// Creates an old image as the target.
 void PutOldImage(const ApplicationFolder& folder);
 
-/// Expects the old image as it was, and nothing beside it.
+/// Expects the old image unchanged, and nothing else in its folder.
 void ExpectOldImage(const ApplicationFolder& folder);
 
-/// Runs a build of the custom disk that shows nothing and leaves no new image.
+/// Runs a build of the custom disk and expects that it shows no message and leaves no new image.
 void ExpectRunWithoutImage(const ApplicationFolder& folder);
 
-/// Runs a build of the custom disk that works.
+/// Runs a build of the custom disk and expects that it works.
 void ExpectRunWorks(const ApplicationFolder& folder);
 
-/// The message after an archiver that has made no cabinet.
+/// The message when the archiver has created no cabinet.
 ShownMessage NoCabinet(const std::string& name);
 
-/// The message after a staged file that cannot be read; `entry` is its place on the disk.
+/// The message when a file to be staged cannot be read; `entry` is its path on the disk.
 ShownMessage UnreadableSource(const std::string& entry);
 
-/// The message about a file error that no step expects; `text` is what the error's number stands for.
+/// The message about a file error that no step expects; `text` is the text of the error's number.
 ShownMessage FileError(int number, const std::string& text, const std::string& file);
 
 }  // namespace velbooter::e2e

@@ -1,4 +1,4 @@
-// Text files of the application folder that hold anything but what they should.
+// Text files of the application folder with random contents.
 
 #include <gtest/gtest.h>
 
@@ -24,14 +24,14 @@ std::string RandomBytes(size_t size, unsigned seed) {
     return bytes;
 }
 
-// A line without "=" does nothing, so a file without that character leaves the disk empty.
+// A line without "=" does nothing, so a configuration without that character leaves the disk empty.
 std::string WithoutEquals(std::string text) {
     std::erase(text, '=');
     return text;
 }
 
-// The bytes are made when their case runs: every start of this program would make those of all cases
-// otherwise.
+// The bytes are generated when their case runs; otherwise every start of this program would generate those
+// of all cases.
 struct Garbage {
     const char* Name;
     std::function<std::string()> Contents;
@@ -67,7 +67,7 @@ class GarbageTest : public testing::TestWithParam<Garbage> {
     const ApplicationFolder folder_;
 };
 
-// A configuration in which something asks for an operation before anything has succeeded cancels the build.
+// A configuration cancels the build when a line with "=" that does nothing comes before the first operation.
 class GarbledConfiguration : public GarbageTest {};
 
 TEST_P(GarbledConfiguration, CancelsTheBuild) {
@@ -94,7 +94,7 @@ size_t MemoryOf(const ProgramUnderTest& program) {
     return counters.PeakWorkingSetSize;
 }
 
-// A configuration that asks for nothing leaves a disk without its first system file.
+// A configuration without any operation leaves a disk without its first system file.
 class EmptyConfiguration : public GarbageTest {};
 
 TEST_P(EmptyConfiguration, NamesTheMissingSystemFile) {
@@ -118,7 +118,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Garbage{"RandomAndLarge", [] { return WithoutEquals(RandomBytes(kLarge, 5)); }}),
     NameOfCase);
 
-// A catalogue that names no disk leaves the custom one.
+// A catalogue that names no disk leaves only the custom disk.
 class GarbledCatalogue : public GarbageTest {};
 
 TEST_P(GarbledCatalogue, HasTheCustomDiskAlone) {

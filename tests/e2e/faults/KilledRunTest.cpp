@@ -1,4 +1,4 @@
-// Runs that are killed at any moment: nothing incomplete bears the target's name, and the next run works.
+// Runs that are killed at any moment: no incomplete file has the target's name, and the next run works.
 
 #include <gtest/gtest.h>
 
@@ -20,8 +20,8 @@ class KilledRun : public testing::Test {
         duration_ = static_cast<DWORD>(::GetTickCount64() - begin);
     }
 
-    // Kills a run `moment` milliseconds after its start. A tool that it has just started goes on alone, but
-    // for one that the kill has kept from beginning: that would stand for ever.
+    // Kills a run `moment` milliseconds after its start. A tool that it has just started continues alone and
+    // gets a second to end; one that the kill has kept from beginning would hang for ever.
     void Kill(DWORD moment) const {
         PutOldImage(folder_);
         ProgramUnderTest program(folder_, kBuild);

@@ -1,4 +1,5 @@
-// Tools that are killed at work: what they make is the old file or the whole new one, never a part of it.
+// Tools that are killed while they work: their output is the old file or the complete new one, never a part
+// of it.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,7 +17,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// Text that takes the archiver a while and packs well.
+// Text that keeps the archiver busy for a while and compresses well.
 std::string LongText() {
     constexpr size_t kBytes = 24000000;
     std::string text;
@@ -28,7 +29,7 @@ std::string LongText() {
     return text;
 }
 
-// Waits until a tool has something in its target's folder and is well at work.
+// Waits until a tool has created something in its target's folder and has worked for a moment.
 void WaitUntilItWrites(const ApplicationFolder& folder, const std::string& tail) {
     constexpr DWORD kWellAtWorkMs = 100;
     if (!Eventually([&] { return !folder.Names(tail).empty(); }))
@@ -71,7 +72,7 @@ TEST(Kill, ProgramAndArchiverKilledWhilePackingHinderNoLaterRun) {
 TEST(Kill, ImageToolKilledAtWorkKeepsTheOldImage) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(SmallDisk());
-    // The tool is quick: it may end before it is caught.
+    // The tool is quick and may end before it is killed.
     constexpr int kTries = 8;
     bool killed = false;
     for (int i = 0; i < kTries && !killed; ++i) {
@@ -136,8 +137,8 @@ class KilledTool {
         tool.Kill();
     }
 
-    // The moments at which a part is made, and is about to get the target's name, may leave the part behind:
-    // the next run sees to it.
+    // A kill while a part is created, or just before it gets the target's name, may leave the part: the next
+    // run deals with it.
     void ExpectOldOr(const std::string& complete) {
         const std::string found = folder_.Read("out\\" + target_);
         EXPECT_TRUE(found == kOldImage || found == complete)
@@ -146,9 +147,9 @@ class KilledTool {
         RemoveUnmarkedPart();
     }
 
-    // A run knows the part of a former one by its attributes. Windows gives them to a file when it is made,
-    // Wine a moment later: a tool that is killed in between leaves an empty part that every later run must
-    // take for the user's.
+    // A run recognises the part of an earlier run by its attributes. Windows sets them when it creates a
+    // file, Wine a moment later: a tool that is killed in between leaves an empty part that every later run
+    // must take for the user's.
     void RemoveUnmarkedPart() const {
         if (UnixPath(folder_.Path()).empty()) return;
         for (const std::string& name : folder_.Names("out")) {

@@ -1,5 +1,5 @@
-// Files of the application folder and of the tree that another program holds. What the steps ask about files
-// that they copy is in CopyMessagesTest.cpp.
+// Files of the application folder and of the tree that another program has open. The questions about files
+// that are copied are in CopyMessagesTest.cpp.
 
 #include <gtest/gtest.h>
 
@@ -20,8 +20,7 @@ class Locked : public testing::Test {
         PutOldImage(folder_);
     }
 
-    // Expects a run that shows `message` and ends with `code`; when nobody holds the file any more, all
-    // works.
+    // Expects a run that shows `message` and ends with `code`, and one that works when the file is released.
     void ExpectMessage(LockedFile& lock, const ShownMessage& message, ExitCode code) const {
         {
             ProgramUnderTest program(folder_, kBuild);
@@ -102,7 +101,7 @@ TEST_F(Locked, StagedFileMakesNoImage) {
         tool.Release();
         EXPECT_EQ(program.ExitCode(), Number(ExitCode::NoImage));
         ExpectOldImage(folder_);
-        // What is held cannot be deleted; the next run does so.
+        // A file that is open cannot be deleted; the next run deletes it.
         EXPECT_TRUE(folder_.Exists("Temp"));
     }
     ExpectRunWorks(folder_);

@@ -1,4 +1,4 @@
-// Every file of the application folder that a build reads, missing in turn. The disk of these tests reads a
+// Each file of the application folder that a build reads is missing in turn. The disk of these tests reads a
 // file of each kind.
 
 #include <gmock/gmock.h>
@@ -49,7 +49,7 @@ void PrintTo(const Missing& missing, std::ostream* out) {
     *out << missing.File << missing.Arguments;
 }
 
-// Stands in the place of the application folder in an expected text.
+// Stands for the application folder in an expected text.
 const char* const kFolder = "<folder>";
 
 ShownMessage NoFile(const std::string& tail) {
@@ -74,13 +74,13 @@ const std::vector<Missing> kTable = {
     // The companions.
     {"bfi.exe", ExitCode::NoImage, {}},
     {"cabarc.exe", ExitCode::Canceled, {Acknowledged(NoCabinet("dos"))}},
-    // The catalogue: without it there is the custom disk alone, and no driver is offered.
+    // The catalogue: without it there is only the custom disk, and no driver is offered.
     {"files\\disklist.ini", ExitCode::UnknownDisk, {Acknowledged(kNoDisk)}, " minimal"},
     {"files\\disklist.ini", ExitCode::Built, {}},
     {"files\\custom.ini", ExitCode::InternalError, {Acknowledged(NoFile("files\\custom.ini"))}},
     {"files\\minimal.ini", ExitCode::InternalError, {Acknowledged(NoFile("files\\minimal.ini"))}, " minimal"},
     {"files\\bootsect.bin", ExitCode::NoImage, {}},
-    // What every disk carries: only MSDOS.SYS must be there.
+    // The base files: only MSDOS.SYS must exist.
     {"files\\base_files\\MSDOS.SYS", ExitCode::Canceled, {Acknowledged(UnreadableSource("MSDOS.SYS"))}},
     {"files\\base_files\\AUTOEXEC.BAT", ExitCode::Built, {}},
     {"files\\base_files\\CONFIG.SYS", ExitCode::Built, {}},
@@ -112,7 +112,7 @@ const std::vector<Missing> kTable = {
     {"files\\setupwin", ExitCode::InternalError, {Acknowledged(NoPath("files\\setupwin\\bin\\key.inf"))}},
     {"files\\setupnt", ExitCode::InternalError, {Acknowledged(NoPath("files\\setupnt\\bin\\unattend.txt"))}},
     {"keyfile.txt", ExitCode::Built, {}},
-    // Drivers: a group without a folder is not offered, a driver that is chosen must be there.
+    // Drivers: a group without a folder is not offered, a driver that is chosen must exist.
     {"drivers", ExitCode::Built, {}},
     {"drivers\\aspi", ExitCode::Built, {}},
     {kNetworkCabinet, ExitCode::Canceled, {{CopyQuestion(kNetworkCabinet), "Abort"}}},
@@ -166,12 +166,13 @@ bool IsOrLiesBelow(const std::string& file, const std::string& folder) {
     return file == folder || file.rfind(folder + "\\", 0) == 0;
 }
 
-// A file that is added to the application folder has to find its place here.
+// A file that is added to the application folder must be added here, too.
 TEST(MissingFiles, TableKnowsEveryFileOfTheApplicationFolder) {
-    // The start asks for these.
+    // The program checks these when it starts.
     std::vector<std::string> known = {"dos"};
     for (const Missing& missing : kTable) known.push_back(missing.File);
-    // Not read, or read by another disk as custom.ini, keyb and RTL8029 are by this one.
+    // Not read by a build, or only by another disk, in the way in which this one reads custom.ini, keyb and
+    // RTL8029.
     for (const char* other : {"velbooter.exe",
                               "velbooter.com",
                               "CHANGELOG.txt",

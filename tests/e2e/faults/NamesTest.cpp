@@ -1,4 +1,4 @@
-// Names with blanks and with characters that a command line or a code page could take for something else.
+// Names with spaces and with characters that a command line or a code page could take for something else.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// Windows while a tool or a plugin works: what another window has covered is painted again, and what a person
-// does waits.
+// Windows while a tool or a plugin works: what another window has covered is painted again, and the user's
+// input waits.
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ RECT PlaceOf(HWND window) {
     return place;
 }
 
-// A window of the test's own, black, above all others.
+// A black window of the test above all others.
 class Cover {
  public:
     explicit Cover(const RECT& place)
@@ -36,7 +36,7 @@ class Cover {
     Cover(const Cover&) = delete;
     Cover& operator=(const Cover&) = delete;
 
-    /// Lets the window paint itself.
+    /// Handles the messages by which the window is painted.
     static void Paint() {
         MSG message{};
         while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != 0) ::DispatchMessageA(&message);
@@ -54,7 +54,8 @@ class Painting : public WizardTest {
         return ReadFileAt("Z:" + path);
     }
 
-    // The window may have been painted and not yet have reached the screen: what counts is twice the same.
+    // The window may have been painted without the screen showing it yet, so two equal pictures in a row
+    // count.
     std::string SteadyPictureOf(const ProgramUnderTest& program, HWND window) const {
         std::string last;
         std::string picture = PictureOf(window);
@@ -68,7 +69,7 @@ class Painting : public WizardTest {
         return picture;
     }
 
-    // Whether a picture has a text on its ground.
+    // Whether a picture shows anything but its background.
     static bool ShowsSomething(const std::string& picture) {
         constexpr size_t kHeaderBytes = 64;
         return picture.find_first_not_of(picture.back(), kHeaderBytes) != std::string::npos;
@@ -103,7 +104,7 @@ TEST_P(PaintingWhileAToolWorks, WaitWindowComesBackFromBehindAnother) {
     ProgramUnderTest program(folder_, kBuild);
     program.WaitUntil([&] { return tool.IsAtWork(); }, "the tool is not run");
     ExpectPaintsItselfAgain(program, program.WaitWindow());
-    // Closing it does nothing.
+    // A request to close it does nothing.
     ::PostMessageA(program.WaitWindow(), WM_CLOSE, 0, 0);
     Ask(program.WaitWindow(), WM_NULL);
     EXPECT_NE(program.WaitWindow(), nullptr);

@@ -1,5 +1,5 @@
-// Targets that cannot be written. Whatever is wrong, an old image stays as it was, the exit code tells that
-// there is no new one, and the next run works.
+// Targets that cannot be written. Whatever is wrong, an old image stays as it was, the exit code reports
+// that there is no new one, and the next run works.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

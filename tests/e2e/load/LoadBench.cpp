@@ -1,9 +1,9 @@
-// Times the program under great loads, and how long it leaves a question of another program unanswered:
+// Times the program under heavy loads, and how long it leaves another program's message unanswered:
 // load_bench RUNS. Prints one table of medians. The program is driven by messages that are sent, so that an
-// answer tells that the work is done; nothing is hooked into it.
+// answer means that the work is done; nothing is hooked into it.
 
 #include <windows.h>
-// Behind windows.h, on which it depends.
+// It needs windows.h before it.
 #include <commctrl.h>
 
 #include <algorithm>
@@ -39,7 +39,7 @@ struct Measured {
     double LongestPause = 0;
 };
 
-// Asks a window again and again whether it still answers.
+// Sends a window messages again and again and times the answers.
 class Watch {
  public:
     explicit Watch(HWND window) : asker_([this, window] { Run(window); }) {}
@@ -118,7 +118,7 @@ HWND ControlOf(HWND window, int id) {
     throw HarnessFailure("there is no control " + std::to_string(id));
 }
 
-// The wizard of a program, and what clicks in it cost.
+// The wizard of a program, and the times of clicks in it.
 class TimedWizard {
  public:
     explicit TimedWizard(const ApplicationFolder& folder) {
@@ -129,7 +129,7 @@ class TimedWizard {
         start_.Ms = Since(start);
     }
 
-    /// From the start of the program until the wizard stands.
+    /// From the start of the program until the wizard is visible.
     Measured Start() const { return start_; }
 
     /// Clicks a button and waits until its work is done.
@@ -159,7 +159,7 @@ class TimedWizard {
         program_->ExitCode();
     }
 
-    /// Presses Finish on the final page.
+    /// Clicks Finish on the final page.
     void Finish() const {
         ::PostMessageA(ControlOf(window_, IDC_FINISH), BM_CLICK, 0, 0);
         program_->ExitCode();

@@ -1,9 +1,9 @@
-// Great numbers of disks, drivers and files: all are there, and the windows live while they are loaded.
+// Great numbers of disks, drivers and files: all are listed, and the windows respond while they are loaded.
 
 #include "tests/e2e/support/Load.h"
 
 #include <windows.h>
-// Behind windows.h, on which it depends.
+// It needs windows.h before it.
 #include <commctrl.h>
 
 #include <algorithm>
@@ -55,7 +55,7 @@ TEST_F(Load, AllOf200DisksAreListedAndTheLastIsBuilt) {
 TEST_F(Load, AllOf500DriversAreListedAndWritten) {
     MakeCatalogue(folder_, 1);
     MakeDrivers(folder_, kDrivers);
-    // What takes the time is to start the archiver for each cabinet, and other tests read descriptions.
+    // Starting the archiver for each cabinet would take most of the time, and other tests read descriptions.
     folder_.Remove("cabarc.exe");
     const ShownWizard wizard = OpenAt(kDriversPage);
     std::vector<std::string> names;
@@ -71,7 +71,7 @@ TEST_F(Load, AllOf500DriversAreListedAndWritten) {
     wizard.Click(IDC_SELECT_NDIS);
     const SelectionWindow selection(Program().DriverSelection());
     const auto count = [&] { return Ask(selection.List(), LVM_GETITEMCOUNT); };
-    // The list grows before the eyes.
+    // The list grows while it is visible.
     Program().WaitUntil([&] { return count() > 0; }, "no driver is listed");
     EXPECT_LT(count(), kDrivers);
     for (LRESULT last = 0; last != kDrivers;) {

@@ -1,5 +1,5 @@
-// Holds a tool up: stands in its place as NAME.exe, tells by a file NAME.held that it was started, waits for
-// a file NAME.go, and then runs the tool itself, NAME.real.exe, with its own arguments.
+// Holds a tool up: takes its place as NAME.exe, shows by a file NAME.held that it was started, waits for a
+// file NAME.go, and then runs the tool itself, NAME.real.exe, with its own arguments.
 
 #include <windows.h>
 
@@ -8,7 +8,7 @@
 
 namespace {
 
-// What stands behind the program's own name, the separating blank included.
+// The text after the program's own name, the separating space included.
 std::string Arguments() {
     const std::string line = ::GetCommandLineA();
     const bool isQuoted = !line.empty() && line.front() == '"';
@@ -25,7 +25,7 @@ bool Exists(const std::string& path) {
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, char* /*commandLine*/, int /*show*/) {
     constexpr int kNoTool = 99;
     constexpr DWORD kStep = 10;
-    constexpr ULONGLONG kPatience = 60000;  // a test that has died must not hold anybody up for ever
+    constexpr ULONGLONG kPatience = 60000;  // a test that has died must not hold up others for ever
     char path[MAX_PATH] = "";
     ::GetModuleFileNameA(nullptr, path, MAX_PATH);
     const std::string own = path;

@@ -1,6 +1,6 @@
-// Stands in for the system's help viewer when it lies in its place as hhctrl.ocx: notes each call in
-// help-calls.txt beside the program that calls, and shows the window that tells the program of an open help.
-// It runs in the program's process, and notes beside the calls who tells there of a drive without a disk.
+// Stands in for the system's help viewer when it is installed in its place as hhctrl.ocx: records each call
+// in help-calls.txt next to the calling program, and shows the window by which the program recognises an
+// open help. It runs in the program's process, and also records who reports a drive without a disk there.
 
 #include <windows.h>
 
@@ -41,7 +41,7 @@ extern "C" __declspec(dllexport) HWND WINAPI
     std::ofstream note(NoteFile("help-calls.txt"), std::ios::app);
     note << "owner " << reinterpret_cast<INT_PTR>(owner) << " file " << (file != nullptr ? file : "none")
          << " command " << command << " data " << data << "\n";
-    // Whoever sees the window finds the note.
+    // The record is complete before the window is visible.
     note.close();
     constexpr UINT kCloseAll = 18;
     if (command != kCloseAll) return ShowWindowOfHelp();

@@ -1,4 +1,4 @@
-// Stands in for the browser: notes its command line in a text file that has its own name and lies beside it.
+// Stands in for the browser: records its command line in a text file with its own name, next to it.
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-// A plugin's program for the tests: notes in the plugin's folder, which has its own name without the
+// A plugin's program for the tests: records in the plugin's folder, which has its own name without the
 // extension, that it ran and how it was started.
 
 #include <windows.h>
@@ -18,5 +18,5 @@ int main() {
     const bool hidden = (startup.dwFlags & STARTF_USESHOWWINDOW) != 0 && startup.wShowWindow == SW_HIDE;
     std::ofstream note(folder + "\\RAN.TXT");
     note << ::GetCommandLineA() << "\n" << current << "\n" << (hidden ? "hidden" : "shown") << "\n";
-    return 3;  // nobody looks at it
+    return 3;  // ignored by the program
 }

@@ -1,7 +1,8 @@
 // Stands in for the two tools that unpack a setup CD, as EXTRACT.EXE of the CD and as expand.exe of Windows.
-// It takes their command lines and unpacks with cabarc.exe, which lies beside it or one folder above.
-//   extract /y /a CABINET NAME /l FOLDER    the cabinet and those that follow it by their numbers, until one
-//   has the member expand *.cab -f:NAME "FOLDER"           every cabinet of the current folder
+// It takes their command lines and unpacks with cabarc.exe, which is next to it or one folder above.
+//   extract /y /a CABINET NAME /l FOLDER    CABINET and those that follow it by their numbers, until one has
+//                                           the member
+//   expand *.cab -f:NAME "FOLDER"           every cabinet of the current folder
 
 #include <windows.h>
 
@@ -26,7 +27,7 @@ std::string CabarcPath() {
     return Exists(beside) ? beside : FolderOf(folder) + "\\cabarc.exe";
 }
 
-// The words behind the program's own name. Double quotes hold a word together and are dropped; a backslash
+// The words after the program's own name. Double quotes hold a word together and are dropped; a backslash
 // before one is a backslash.
 std::vector<std::string> Words() {
     std::vector<std::string> words;

@@ -1,7 +1,7 @@
 #pragma once
-// What the tests and the spy, a library that the tests place into the program's own thread, agree on. Some
-// facts can only be had in there: which picture a message box shows, and every text of the status line,
-// however short it stands.
+// What the tests and the spy, a library that the tests load into the program's own thread, agree on. Some
+// facts are available only there: which picture a message box shows, and every text of the status line,
+// however briefly it is shown.
 
 namespace velbooter::e2e {
 
@@ -18,8 +18,8 @@ inline constexpr const char* kAskForTextSize = "VelbooterE2eAskForTextSize";
 /// How a text is measured: on one line, in lines as wide as the control, or on one line in bold.
 enum class TextLook { OneLine, InLines, Bold };
 
-/// A window property: 1 more than the size in pixels that the control's text takes in its font, the width in
-/// the lower half.
+/// A window property: 1 more than the size in pixels that the control's text takes in its font, with the
+/// width in the lower half.
 inline constexpr const char* kTextSizeProperty = "VelbooterE2eTextSize";
 
 /// An environment variable of the program: the full path of the file to which the spy adds each text that a

@@ -6,7 +6,7 @@ namespace velbooter::e2e {
 
 namespace {
 
-// The system's call tells nothing of the object that listens.
+// The system's call has no parameter for the object that listens.
 std::vector<HWND>& Windows() {
     static std::vector<HWND> windows;
     return windows;
@@ -30,7 +30,7 @@ Announcements::~Announcements() {
     ::UnhookWinEvent(hook_);
 }
 
-// The calls come while the thread looks for messages.
+// The calls arrive while the thread looks for messages.
 std::vector<HWND> Announcements::Heard() const {
     MSG message{};
     while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != 0) ::DispatchMessageA(&message);

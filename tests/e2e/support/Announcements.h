@@ -1,5 +1,5 @@
 #pragma once
-// Hears what a program tells readers of the screen without being asked.
+// Receives what a program announces to screen readers by itself.
 
 #include <windows.h>
 
@@ -9,7 +9,7 @@ namespace velbooter::e2e {
 
 class Announcements {
  public:
-    /// Listens to `process`. One object at a time.
+    /// Listens to `process`. Only one object may exist at a time.
     explicit Announcements(DWORD process);
     ~Announcements();
     Announcements(const Announcements&) = delete;

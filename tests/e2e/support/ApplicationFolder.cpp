@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A path of the system below Wine is seen through drive Z:.
+// A path of the system below Wine is reached through drive Z:.
 std::string WindowsPath(std::string path) {
     if (path.empty() || path.front() != '/') return path;
     std::replace(path.begin(), path.end(), '/', '\\');
@@ -38,7 +38,7 @@ std::string NewTestFolder() {
            std::to_string(++number);
 }
 
-// What the library does with narrow names has nothing to do with the code page.
+// The library does not convert narrow names by the code page.
 fs::path PathFromAnsi(const std::string& text) {
     const int length = static_cast<int>(text.size());
     std::wstring wide(text.size(), L'\0');
@@ -48,8 +48,8 @@ fs::path PathFromAnsi(const std::string& text) {
     return wide;
 }
 
-// Read-only files cannot be removed; a test may have made some. An iterator that fails at a folder which goes
-// away meanwhile stays where it is.
+// Read-only files cannot be removed; a test may have created some. An iterator that fails at a folder which
+// disappears meanwhile does not advance.
 void RemoveTree(const fs::path& path) {
     std::error_code error;
     for (fs::recursive_directory_iterator entry(path, error), end; !error && entry != end;
@@ -69,7 +69,7 @@ ApplicationFolder::ApplicationFolder(const std::string& name, const std::string&
     }
     RemoveTree(base_);
     const fs::path target = PathFromAnsi(path_);
-    // A folder that is there already would be taken for the demonstration itself when both lie on one drive.
+    // An existing folder would be taken for the demonstration itself when both are on one drive.
     fs::create_directories(target.parent_path());
     fs::copy(demo, target, fs::copy_options::recursive);
 }
@@ -122,7 +122,7 @@ void ApplicationFolder::SetCustomDisk(const std::vector<std::string>& lines) con
 }
 
 std::vector<std::string> SmallDisk() {
-    // The empty section chooses no driver.
+    // The empty section selects no driver.
     return {"[DefaultDrivers]", "[Copy_Files]", "io.sys=IO.SYS", "command.com=COMMAND.COM"};
 }
 

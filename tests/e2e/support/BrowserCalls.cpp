@@ -10,7 +10,7 @@ namespace velbooter::e2e {
 
 namespace {
 
-// Below the user's own key Wine does not look for it.
+// Wine does not look for it below the user's own key.
 constexpr const char* kCommand = "Software\\Classes\\https\\shell\\open\\command";
 
 void SetCommand(const std::string& command) {
@@ -43,7 +43,7 @@ std::string BrowserCalls::Next(const ProgramUnderTest& program) const {
     };
     program.WaitUntil(isNoted, "no browser was started");
     std::filesystem::remove(note);
-    // The address is the last argument, between double quotes.
+    // The address is the last argument, in double quotes.
     const size_t end = line.rfind('"');
     const size_t begin = line.rfind('"', end - 1) + 1;
     return line.substr(begin, end - begin);

@@ -1,5 +1,5 @@
 #pragma once
-// A program of the tests in place of the browser, which takes the addresses that the program opens.
+// A program of the tests in place of the browser, which records the addresses that the program opens.
 
 #include <string>
 
@@ -10,15 +10,16 @@ namespace velbooter::e2e {
 
 class BrowserCalls {
  public:
-    /// Lets the prefix of the tests open addresses with a program beside `folder`, which must live longer.
+    /// Makes the Wine prefix of the tests open addresses with a program next to `folder`, which must live
+    /// longer.
     explicit BrowserCalls(const ApplicationFolder& folder);
 
-    /// Gives the prefix its former browser again.
+    /// Restores the prefix's former browser.
     ~BrowserCalls();
     BrowserCalls(const BrowserCalls&) = delete;
     BrowserCalls& operator=(const BrowserCalls&) = delete;
 
-    /// Waits for the next address that `program` opens.
+    /// Waits for the next address that `program` opens and returns it.
     std::string Next(const ProgramUnderTest& program) const;
 
  private:

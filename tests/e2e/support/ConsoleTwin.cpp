@@ -9,7 +9,7 @@ namespace velbooter::e2e {
 
 namespace {
 
-// Returns the end that programs write to; `reading` becomes the test's own, which no program inherits.
+// Returns the end that programs write to; `reading` becomes the end of the test, which no program inherits.
 HANDLE MakePipe(HANDLE& reading) {
     SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     HANDLE writing = nullptr;
@@ -68,7 +68,7 @@ DWORD ConsoleTwin::ExitCode() const {
     return code;
 }
 
-// Below Wine a console is a process too, which holds the streams for a moment longer.
+// Under Wine a console is a process, too, which keeps the streams open a moment longer.
 std::string ConsoleTwin::Drain(HANDLE pipe, const std::string& what) const {
     constexpr DWORD kStep = 10;
     std::string text;

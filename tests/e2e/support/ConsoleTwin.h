@@ -13,30 +13,30 @@ namespace velbooter::e2e {
 class ConsoleTwin {
  public:
     /// Starts velbooter.com of `folder`, which must live longer, from another current folder. Its command
-    /// line is its path between double quotes and then `arguments` to the letter. It has a console without a
+    /// line is its path in double quotes followed by `arguments` unchanged. It has a console without a
     /// window, and both its streams are pipes of the test.
     ConsoleTwin(const ApplicationFolder& folder, const std::string& arguments);
 
-    /// Has a command prompt carry out `line` in the folder. The exit code is then the prompt's, which is that
-    /// of the program it has run.
+    /// Has a command prompt run `line` in the folder. The exit code is then the prompt's, which is that of
+    /// the program that it has run.
     static ConsoleTwin Typed(const ApplicationFolder& folder, const std::string& line);
 
     ~ConsoleTwin();
     ConsoleTwin(const ConsoleTwin&) = delete;
     ConsoleTwin& operator=(const ConsoleTwin&) = delete;
 
-    /// The id of the velbooter.exe that it has started; waits for that. Throws HarnessFailure when none
-    /// comes.
+    /// Waits until it has started velbooter.exe and returns that process's id. Throws HarnessFailure when it
+    /// starts none.
     DWORD Program() const;
 
-    /// Whether it has not ended yet.
+    /// Whether it still runs.
     bool IsRunning() const;
 
-    /// Waits for the end and returns the exit code. Throws HarnessFailure after a minute.
+    /// Waits for its end and returns its exit code. Throws HarnessFailure after a minute.
     DWORD ExitCode() const;
 
-    /// What it has written since the last call, once it has ended. Throws HarnessFailure when another process
-    /// still holds the stream: whoever reads the output would wait for that.
+    /// Returns what it has written since the last call, once it has ended. Throws HarnessFailure when
+    /// another process still has the stream open: a program that reads the output would wait for that.
     std::string Output() const { return Drain(output_, "output"); }
     std::string Errors() const { return Drain(errors_, "errors"); }
 

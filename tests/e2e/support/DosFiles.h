@@ -1,5 +1,5 @@
 #pragma once
-// What the tests of the DOS files share: their names, and what the program says about them.
+// What the tests of the DOS files share: the names of the files, and the program's messages about them.
 
 #include <string>
 #include <vector>
@@ -11,7 +11,7 @@ namespace velbooter::e2e {
 /// The names of the files in the order in which they are imported.
 const std::vector<std::string>& DosFileNames();
 
-/// The question when they are missing.
+/// The program's question when they are missing.
 ShownMessage ImportQuestion();
 
 /// The texts of the wait window during an import.

@@ -18,7 +18,7 @@ std::string PciFile(const std::string& group) {
     return (group == "aspi" ? "scsi" : group) + ".pci";
 }
 
-// The description begins behind a field of 13 characters.
+// The description begins after a field of 13 characters.
 std::string MenuLine(const std::string& name, const std::string& description) {
     std::string field = ":_" + name;
     field.resize(13, ' ');

@@ -7,7 +7,7 @@
 
 namespace velbooter::e2e {
 
-/// Empties the driver store of `folder`, so that a test's own drivers are all there is.
+/// Empties the driver store of `folder`, so that it contains only the drivers that a test adds.
 void ClearDrivers(const ApplicationFolder& folder);
 
 /// Adds the driver `name` to the group folder `group` ("aspi", "ndis", "odi16" or "odi32") with a

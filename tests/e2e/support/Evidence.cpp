@@ -25,7 +25,7 @@ std::string CurrentTestName() {
 
 std::string RecordEvidence(DWORD process, const std::string& reason) {
     std::string text = reason + "\nwindows of the program:\n" + DescribeWindows(process);
-    // Away from the machine of the build the report of the tests is the only evidence.
+    // On another machine than that of the build the report of the tests is the only evidence.
     if (tools::testing::TestsTravel()) return text;
     const std::string path = std::string(VELBOOTER_E2E_FAILURES) + "/" + CurrentTestName();
     WriteFileAt("Z:" + path + ".txt", text);

@@ -1,6 +1,6 @@
 #pragma once
-// What a failed test leaves behind for a person to look at: the windows of the program as text, and a picture
-// of the screen, both in build/e2e-failures under the test's name.
+// What a failed test leaves for people to look at: the windows of the program as text, and a picture of the
+// screen, both in build/e2e-failures under the test's name.
 
 #include <windows.h>
 
@@ -9,8 +9,8 @@
 namespace velbooter::e2e {
 
 /// Records the windows of `process` and the screen with `reason`. Returns what was recorded, and where, as
-/// text for the test's own message. A picture that cannot be taken is said so in it, never an error of its
-/// own.
+/// text for the test's own message. That text also says when no picture could be taken, which is never a
+/// failure of its own.
 std::string RecordEvidence(DWORD process, const std::string& reason);
 
 }  // namespace velbooter::e2e

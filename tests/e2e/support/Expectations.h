@@ -14,25 +14,25 @@ namespace velbooter::e2e {
 inline constexpr size_t kSmallImageBytes = 1474560;
 inline constexpr size_t kLargeImageBytes = 2949120;
 
-/// The number a process ends with.
+/// The exit code as the system returns it.
 inline unsigned long Number(ExitCode code) {
     return static_cast<unsigned long>(code);
 }
 
-/// An error in the command line: an OK button and no icon.
+/// The message about an error in the command line: an OK button and no icon.
 ShownMessage OptionError(const std::string& text, const std::string& title = "Command Line options Error");
 
-/// The question after a copy that failed; `source` is as the configuration names it.
+/// The question after a copy that failed; `source` is spelled as in the configuration.
 ShownMessage CopyQuestion(const std::string& source);
 
-/// The usage text, as the message about an unknown option ends with it.
+/// The usage text, with which the message about an unknown option ends.
 std::string Usage();
 
 /// Expects that a run has left none of its working files and folders.
 void ExpectNoWorkingFiles(const ApplicationFolder& folder);
 
-/// Expects a whole image of `bytes` bytes at `path`, with the label and the three system files that `folder`
-/// gives every disk, and returns it. Throws HarnessFailure when it cannot be read as an image.
+/// Expects a complete image of `bytes` bytes at `path`, with the label and the three system files that
+/// `folder` gives every disk, and returns it. Throws HarnessFailure when it cannot be read as an image.
 FloppyImage ExpectImage(const ApplicationFolder& folder, const std::string& path, size_t bytes);
 
 }  // namespace velbooter::e2e

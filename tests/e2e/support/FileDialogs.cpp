@@ -8,7 +8,7 @@ namespace velbooter::e2e {
 
 namespace {
 
-// The number of the box differs between systems.
+// Windows and Wine number the box differently.
 HWND NameBox(HWND dialog) {
     for (const int id : {1148, 1152}) {
         if (const HWND box = ::GetDlgItem(dialog, id)) return box;

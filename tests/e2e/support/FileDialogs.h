@@ -9,13 +9,13 @@
 
 namespace velbooter::e2e {
 
-/// The name that stands in the dialog's box.
+/// Returns the name in the dialog's box.
 std::string FileNameIn(HWND dialog);
 
-/// Writes `path` into the box, presses the button that takes it, and waits until the dialog is gone.
+/// Writes `path` into the box, clicks Open or Save, and waits until the dialog is gone.
 void ChooseFile(ProgramUnderTest& program, HWND dialog, const std::string& path);
 
-/// Presses Cancel and waits until the dialog is gone.
+/// Clicks Cancel and waits until the dialog is gone.
 void CancelFileDialog(ProgramUnderTest& program, HWND dialog);
 
 }  // namespace velbooter::e2e

@@ -73,7 +73,7 @@ size_t FloppyImage::UsedBytes() const {
     return used;
 }
 
-// Returns where the clusters begin.
+// Returns where the clusters of a chain begin in the image, in bytes.
 std::vector<size_t> FloppyImage::Chain(std::uint32_t cluster) const {
     std::vector<size_t> places;
     for (; cluster != 0 && cluster < kEndOfChain; cluster = NextCluster(cluster)) {
@@ -126,7 +126,7 @@ std::string FloppyImage::BytesWithoutTimes() const {
     std::string bytes = bytes_;
     bytes.replace(39, 4, 4, '\0');  // the serial number
     for (const size_t entry : entries_) {
-        bytes.replace(entry + 13, 7, 7, '\0');  // made, last read
+        bytes.replace(entry + 13, 7, 7, '\0');  // created, last read
         bytes.replace(entry + 22, 4, 4, '\0');  // last written
     }
     return bytes;

@@ -8,7 +8,7 @@
 
 namespace velbooter::e2e {
 
-/// An image read as a whole. Long names are not looked at: a file is known by its 8.3 name.
+/// An image that has been read as a whole. Long names are ignored: a file is identified by its 8.3 name.
 class FloppyImage {
  public:
     /// Reads the image at `path`. Throws HarnessFailure when it is not a FAT12 volume that fills its file, or
@@ -18,17 +18,17 @@ class FloppyImage {
     /// The size of the image in bytes.
     size_t Size() const { return bytes_.size(); }
 
-    /// How much of the data area is taken, in bytes of whole clusters.
+    /// How many bytes of the data area are taken, in whole clusters.
     size_t UsedBytes() const;
 
-    /// The volume label of the root folder.
+    /// The volume label in the root directory.
     const std::string& Label() const { return label_; }
 
     /// The contents of all files by path, as in "BIN\MENU.BAT".
     const std::map<std::string, std::string>& Files() const { return files_; }
 
-    /// The whole image with the times and dates of all folder entries blanked out, and with them the serial
-    /// number, which is made from all bytes.
+    /// The whole image with zeros for the times and dates of all directory entries and for the serial
+    /// number, which is computed from all bytes.
     std::string BytesWithoutTimes() const;
 
     /// The attribute byte of a file; 0 when there is no such file.

@@ -10,7 +10,7 @@ namespace velbooter::e2e {
 
 namespace {
 
-// Wine takes its own viewer first unless it is told otherwise.
+// By default Wine uses its own viewer first.
 constexpr const char* kOverrides = "Software\\Wine\\AppDefaults\\velbooter.exe\\DllOverrides";
 constexpr const char* kViewer = "hhctrl.ocx";
 constexpr const char* kNotes = "help-calls.txt";
@@ -28,8 +28,8 @@ bool IsThere(const std::string& path) {
 
 }  // namespace
 
-// The system's viewer stays under the second name until the end of the test. One that is there already was
-// left by a test that has died.
+// The system's viewer has the second name until the end of the test. If that name exists already, a test
+// that has died has left it.
 HelpCalls::HelpCalls(const ApplicationFolder& folder, Place place)
     : folder_(folder), viewer_(place == Place::System ? SystemPath(kViewer) : folder.Path(kViewer)) {
     if (!IsThere(viewer_ + kOwn)) ::MoveFileA(viewer_.c_str(), (viewer_ + kOwn).c_str());

@@ -1,5 +1,5 @@
 #pragma once
-// A library of the tests in place of the system's help viewer, which takes the program's calls.
+// A library of the tests in place of the system's help viewer, which records the program's calls.
 
 #include <string>
 #include <vector>
@@ -12,11 +12,11 @@ class HelpCalls {
  public:
     enum class Place { System, BesideTheProgram };
 
-    /// Puts the library into the system's folder, where the viewer is, or where no viewer should be called:
-    /// beside the program of `folder`, which must live longer.
+    /// Puts the library into the system's folder, where the viewer is, or next to the program of `folder`,
+    /// where none may be called. `folder` must live longer.
     explicit HelpCalls(const ApplicationFolder& folder, Place place = Place::System);
 
-    /// Gives the programs of the tests the system's viewer again.
+    /// Restores the system's viewer.
     ~HelpCalls();
     HelpCalls(const HelpCalls&) = delete;
     HelpCalls& operator=(const HelpCalls&) = delete;
@@ -24,10 +24,10 @@ class HelpCalls {
     /// The calls so far, one line each: owner, file, command and data.
     std::vector<std::string> Lines() const;
 
-    /// The last number of each call, which is a topic's for the calls that the wizard makes.
+    /// The last number of each call, which is the topic in the calls of the wizard.
     std::vector<int> Topics() const;
 
-    /// Forgets the calls so far.
+    /// Deletes the record of the calls so far.
     void Forget() const;
 
  private:

@@ -99,7 +99,7 @@ DWORD ProgramUnderTest::ExitCode() {
     return code;
 }
 
-// Once in a long while Wine does not do at all what it is asked for here.
+// Very rarely Wine does not carry out this request at all.
 void ProgramUnderTest::Kill() {
     constexpr DWORD kAgain = 5000;
     do {

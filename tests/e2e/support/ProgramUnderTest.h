@@ -1,6 +1,6 @@
 #pragma once
-// One run of the real velbooter.exe, watched and answered from outside. Whatever the program shows that a
-// test did not ask for is that test's failure.
+// One run of the real velbooter.exe, watched and answered from outside. Anything that the program shows and
+// the test does not expect is the test's failure.
 
 #include <windows.h>
 
@@ -16,31 +16,31 @@ namespace velbooter::e2e {
 
 class ProgramUnderTest {
  public:
-    /// Starts the program of `folder`, which must live longer. Its command line is its path between double
-    /// quotes and then `arguments` to the letter, the separating blank included. The current folder is not
-    /// the program's own, so that nothing relies on it.
+    /// Starts the program of `folder`, which must live longer. Its command line is its path in double quotes
+    /// followed by `arguments` unchanged, the separating space included. The current folder is not the
+    /// program's own, so that nothing can rely on it.
     ProgramUnderTest(const ApplicationFolder& folder, const std::string& arguments);
 
-    /// Watches a program that another one has started; `process` is its id, and `showsWizard` tells whether
+    /// Watches a program that another one has started; `process` is its id, and `showsWizard` says whether
     /// it was started without arguments. Its StatusTexts are not recorded. Throws HarnessFailure when it has
     /// ended.
     ProgramUnderTest(DWORD process, bool showsWizard);
 
-    /// Ends a program that still runs, which is a failure of the test.
+    /// Ends a program that still runs, and then fails the test.
     ~ProgramUnderTest();
     ProgramUnderTest(const ProgramUnderTest&) = delete;
     ProgramUnderTest& operator=(const ProgramUnderTest&) = delete;
 
-    /// Waits for the next message box and reads it. It stays until Press.
+    /// Waits for the next message box and reads it. It stays open until Press.
     ShownMessage Message();
 
-    /// Presses a button of the message box that Message has read, and waits until the box is gone.
+    /// Clicks a button of the message box that Message has read, and waits until the box is gone.
     void Press(const std::string& button);
 
-    /// Presses a button that leaves the message box standing.
+    /// Clicks a button that leaves the message box open.
     void PressAndKeep(const std::string& button);
 
-    /// Waits for the next message box, reads it and presses `button`.
+    /// Waits for the next message box, reads it and clicks `button`.
     ShownMessage Answer(const std::string& button);
 
     /// Waits for the dialog that asks for a file.
@@ -52,23 +52,24 @@ class ProgramUnderTest {
     /// Waits for the wizard, which a program without arguments shows.
     HWND Wizard();
 
-    /// Waits for the window of the help viewer. From now on it may stand beside the others.
+    /// Waits for the window of the help viewer, which may be open from then on.
     HWND HelpWindow();
 
-    /// Places the spy into the thread of `window`, a window of the program, once. TextSizeOf needs it; a
-    /// message box gets it by itself. It sees each message of the thread, which makes the program slow.
+    /// Loads the spy into the thread of `window`, a window of the program, once. TextSizeOf needs it; for a
+    /// message box this class loads it. It sees each message of the thread, which makes the program slow.
     void PlaceSpy(HWND window);
 
-    /// Waits until `condition` holds; `what` tells a person what did not come.
+    /// Waits until `condition` holds; `what` says in the failure what did not happen.
     void WaitUntil(const std::function<bool()>& condition, const std::string& what) const;
 
-    /// Waits until `window`, which is kept for another time, is hidden.
+    /// Waits until `window`, which the program keeps for later, is hidden.
     void WaitUntilHidden(HWND window);
 
     /// Waits until `window` is gone.
     void WaitUntilGone(HWND window);
 
-    /// Waits for the end and returns the exit code. Fails at any dialog.
+    /// Waits for the program's end and returns its exit code. Throws HarnessFailure when it shows a dialog
+    /// instead.
     DWORD ExitCode();
 
     /// Ends the program from outside, as a task manager would, and waits until it is gone.
@@ -85,10 +86,10 @@ class ProgramUnderTest {
     /// The status line of the wait window; "" while it is not shown.
     std::string Status() const;
 
-    /// Every text the status line has received since the first message was read, in order.
+    /// Every text that the status line has received since the first message was read, in order.
     std::vector<std::string> StatusTexts() const;
 
-    /// Whether the wait window was ever seen on the screen.
+    /// Whether the wait window has ever been seen on the screen.
     bool SawWaitWindow() const { return sawWaitWindow_; }
 
  private:

@@ -15,7 +15,7 @@ namespace {
 
 constexpr DWORD kAccessToKill = PROCESS_TERMINATE | SYNCHRONIZE | PROCESS_QUERY_INFORMATION;
 
-// Returns whether the process was still at work.
+// Returns whether the process was still running.
 bool KillAndWait(HANDLE process) {
     ::TerminateProcess(process, kKilled);
     ::WaitForSingleObject(process, kPatienceMs);
@@ -24,7 +24,7 @@ bool KillAndWait(HANDLE process) {
     return code == kKilled;
 }
 
-// A parent is known by its id alone, also one that has ended.
+// A parent is identified by its id only, even if it has ended.
 std::vector<PROCESSENTRY32> ChildrenOf(DWORD parent) {
     const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
     PROCESSENTRY32 entry{};

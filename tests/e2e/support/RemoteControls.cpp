@@ -10,8 +10,8 @@
 
 namespace velbooter::e2e {
 
-// The system calls a window hung after five seconds, which is nothing for a program at work on a busy
-// machine.
+// The system regards a window as hung after five seconds, which a program that works on a busy machine may
+// easily need.
 LRESULT Ask(HWND window, UINT message, WPARAM wParam, const void* pointer) {
     DWORD_PTR answer = 0;
     if (::SendMessageTimeoutA(window, message, wParam, reinterpret_cast<LPARAM>(pointer), SMTO_NORMAL,
@@ -23,7 +23,7 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam, const void* pointer) {
 
 namespace {
 
-// Asks for the text of something that `item` describes: an LVITEMA or an HDITEMA.
+// Asks for the text of the item that `item` describes: an LVITEMA or an HDITEMA.
 template <typename Item>
 std::string TextByItem(HWND control, UINT message, int index, Item item) {
     const RemoteMemory memory(control, sizeof item + kRemoteTextBytes);
@@ -75,7 +75,7 @@ SIZE IdealSizeOfButton(HWND button) {
     return size;
 }
 
-// The spy answers behind the window's own answer, a moment later.
+// The spy answers a moment after the window itself.
 SIZE TextSizeOf(HWND control, TextLook look) {
     ::RemovePropA(control, kTextSizeProperty);
     ::SendNotifyMessageA(control, ::RegisterWindowMessageA(kAskForTextSize), static_cast<WPARAM>(look), 0);

@@ -1,6 +1,6 @@
 #pragma once
-// What several windows of the program under test are asked and told: messages with an answer, rows of list
-// views, clicks.
+// How the tests use several kinds of windows of the program: messages with an answer, rows of list views,
+// clicks.
 
 #include <windows.h>
 
@@ -20,7 +20,8 @@ std::string ItemText(HWND list, int row, int column);
 /// The title of a column of the header `header`; the column is 0-based.
 std::string TitleOf(HWND header, int column);
 
-/// Where a row of the list view `list` stands in it. `part` is one of the system's numbers (LVIR_...).
+/// Where a row of the list view `list` is in it, in pixels. `part` is one of the system's numbers
+/// (LVIR_...).
 RECT ItemPlace(HWND list, int row, int part);
 
 /// The width that `text` takes in the list view `list`, in pixels.

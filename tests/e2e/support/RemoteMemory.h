@@ -1,6 +1,6 @@
 #pragma once
-// A block of memory in another process: what a control's message points to has to lie where the control can
-// reach it.
+// A block of memory in another process: what a control's message points to has to be in the memory of the
+// control's process.
 
 #include <windows.h>
 
@@ -10,12 +10,13 @@
 
 namespace velbooter::e2e {
 
-/// The most bytes of a text that is read from a control.
+/// The most bytes of a text that are read from a control.
 inline constexpr size_t kRemoteTextBytes = 512;
 
 class RemoteMemory {
  public:
-    /// Takes `size` bytes in the process that `window` belongs to. Throws HarnessFailure when it gives none.
+    /// Allocates `size` bytes in the process that `window` belongs to. Throws HarnessFailure when that
+    /// fails.
     RemoteMemory(HWND window, size_t size) {
         DWORD id = 0;
         ::GetWindowThreadProcessId(window, &id);
@@ -30,7 +31,7 @@ class RemoteMemory {
     RemoteMemory(const RemoteMemory&) = delete;
     RemoteMemory& operator=(const RemoteMemory&) = delete;
 
-    /// The block's address in the other process, `offset` bytes on.
+    /// The address in the other process of the byte at `offset` in the block.
     char* At(size_t offset = 0) const { return static_cast<char*>(address_) + offset; }
 
     /// Copies `value` to the start of the block.
@@ -46,7 +47,7 @@ class RemoteMemory {
         ReadBytes(0, &value, sizeof value);
     }
 
-    /// The text, ended by a NUL, that begins `offset` bytes into the block and has room for `size` bytes.
+    /// The text, ended by a NUL, that begins at `offset` in the block; its buffer has `size` bytes.
     std::string Text(size_t offset, size_t size) const {
         std::string text(size, '\0');
         ReadBytes(offset, text.data(), size);

@@ -10,7 +10,7 @@ namespace velbooter::e2e {
 
 namespace {
 
-// Returns the window of `process` that a person would type into, or null: the active one, else the topmost.
+// Returns the window of `process` that a user would type into, or null: the active one, else the topmost.
 HWND ActiveWindow(DWORD process) {
     for (const WindowInfo& window : TopLevelWindows(process)) {
         if (!window.Visible || !window.Enabled) continue;
@@ -23,8 +23,8 @@ HWND ActiveWindow(DWORD process) {
     return nullptr;
 }
 
-// An empty file under a name that nobody had before, in the folder for temporary files of this Windows, which
-// belongs to its user alone. It goes with the object. Without a name when it cannot be made.
+// An empty file with a new name in the folder for temporary files of this Windows, which belongs to its user
+// alone. It is removed with the object. When it cannot be created, it has no name.
 class PrivateFile {
  public:
     PrivateFile() {
@@ -40,7 +40,7 @@ class PrivateFile {
     PrivateFile(const PrivateFile&) = delete;
     PrivateFile& operator=(const PrivateFile&) = delete;
 
-    // Empty when there is none that the system below Wine knows.
+    // Its path in the system below Wine; empty when there is none.
     std::string Name() const { return path_.empty() ? "" : UnixPath(path_); }
     bool IsFilled() const {
         std::error_code error;
@@ -52,8 +52,8 @@ class PrivateFile {
     std::filesystem::path path_;
 };
 
-// Wine starts a program of the system below it as it starts one of Windows, but gives no handle to wait for:
-// a file that is filled tells that the command has succeeded.
+// Wine starts a program of the system below it as it starts one of Windows, but returns no handle to wait
+// for: the command writes to a file when it has succeeded.
 bool RunBelow(const std::string& command) {
     const PrivateFile done;
     const std::string unixPath = done.Name();
@@ -112,9 +112,9 @@ std::string ScreenshotPath(const std::string& name) {
     return std::string(VELBOOTER_E2E_SCREENSHOTS) + "/" + name;
 }
 
-// With no window manager the screen may leave the keyboard to no window when a dialog goes. Then the
-// program's window takes it first, of Windows and of the screen, as it would by a person's click. When it has
-// it nothing changes.
+// Without a window manager no window may have the keyboard after a dialog has closed. Then the program's
+// window takes it first, in Windows and on the screen, as it would by a user's click. When it has it
+// already, nothing changes.
 bool TypeKeys(DWORD process, const std::string& keys) {
     const HWND window = ActiveWindow(process);
     if (window == nullptr) return false;
@@ -123,7 +123,7 @@ bool TypeKeys(DWORD process, const std::string& keys) {
     return RunBelow("xdotool windowfocus " + std::to_string(number) + " key " + keys);
 }
 
-// Wine hears of it in a message of its own, which must not come between keys that are typed later.
+// Wine is notified by a message of its own, which must not arrive between keys that are typed later.
 bool TakeKeyboardAway(HWND window) {
     return RunBelow("xdotool windowfocus 0") && Eventually([&] { return ::GetForegroundWindow() != window; });
 }

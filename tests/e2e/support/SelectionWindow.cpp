@@ -168,7 +168,7 @@ RECT SelectionWindow::HeaderPlace(int column) const {
     return place;
 }
 
-// The box stands between the row's left side and its label.
+// The box is between the row's left side and its label.
 POINT SelectionWindow::BoxOf(int row) const {
     RECT box = ItemPlace(List(), row, LVIR_BOUNDS);
     box.right = ItemPlace(List(), row, LVIR_LABEL).left;

@@ -1,6 +1,5 @@
 #pragma once
-// The window of the driver selection as a person uses it: read, clicked and typed to from outside the
-// program's thread.
+// The window of the driver selection as a user sees and uses it, from outside the program's thread.
 
 #include <windows.h>
 
@@ -27,7 +26,7 @@ enum class Arrow { None, Up, Down };
 
 class SelectionWindow {
  public:
-    /// `window` is the selection's, of this process or another.
+    /// `window` is the selection's window, in this process or another.
     explicit SelectionWindow(HWND window) : window_(window) {}
 
     HWND Handle() const { return window_; }
@@ -47,18 +46,18 @@ class SelectionWindow {
     /// The name of the selected row; "" when none is.
     std::string Selected() const;
 
-    /// The title of a 0-based column, and the arrow beside it.
+    /// The title of a 0-based column, and the arrow next to it.
     std::string ColumnTitle(int column) const;
     Arrow ColumnArrow(int column) const;
 
-    /// The width of a column, and that of a text in the list, in pixels.
+    /// The width of a 0-based column, and that of a text in the list, in pixels.
     int ColumnWidth(int column) const;
     int TextWidth(const std::string& text) const;
 
     /// The buttons' captions from left to right.
     std::vector<std::string> Buttons() const;
 
-    /// The button that reads `caption`. Throws HarnessFailure when there is none.
+    /// The button with this caption. Throws HarnessFailure when there is none.
     HWND Button(const std::string& caption) const;
 
     /// Clicks a button, the title of a column, or the check box of a row, and returns at once.
@@ -69,7 +68,7 @@ class SelectionWindow {
     /// Presses a key (a VK_ number) in the control that has the focus, and returns at once.
     void Key(WPARAM key) const;
 
-    /// The control that has the focus, and its caption or class as a word for a person.
+    /// The control that has the focus, and its caption or class as text for a failure.
     HWND Focus() const;
     std::string FocusedPart() const;
 
@@ -79,8 +78,7 @@ class SelectionWindow {
     /// The size that a button needs for its caption, in pixels.
     SIZE IdealSizeOf(HWND button) const;
 
-    /// Where a child or the window stands, in pixels: of the client area for a child, of the screen for the
-    /// window.
+    /// The place of a child in the client area, or of the window on the screen, in pixels.
     RECT PlaceOf(HWND part) const;
 
     /// Where the check box of a row is on the screen.

@@ -37,7 +37,7 @@ std::vector<WindowInfo> ButtonsOf(HWND box) {
     return buttons;
 }
 
-// The spy answers behind the window's own answer, a moment later.
+// The spy answers a moment after the window itself.
 Picture AskForPictureOf(HWND box) {
     ::SendNotifyMessageA(box, ::RegisterWindowMessageA(kAskForPicture), 0, 0);
     INT_PTR answer = 0;
@@ -83,7 +83,7 @@ ShownMessage ReadMessageBox(HWND box) {
 void PressButton(HWND box, const std::string& button) {
     for (const WindowInfo& child : ButtonsOf(box)) {
         if (WithoutAccessKey(TextOf(child.Handle)) != button) continue;
-        // Posted: a message that is sent would wait for all that follows in the program.
+        // Posted, because a message that is sent would wait for everything that follows in the program.
         ::PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(child.Id), 0);
         return;
     }

@@ -1,5 +1,5 @@
 #pragma once
-// A message box as another process sees it, read in full and pressed by messages.
+// A message box as another process sees it, read in full and answered by messages.
 
 #include <windows.h>
 
@@ -24,10 +24,11 @@ struct ShownMessage {
 /// Prints a message for GoogleTest.
 void PrintTo(const ShownMessage& message, std::ostream* out);
 
-/// Reads the box `box`, in whose thread the spy must be.
+/// Reads the message box `box`. The spy must be loaded into its thread.
 ShownMessage ReadMessageBox(HWND box);
 
-/// Presses the button that reads `button` and returns at once. Throws HarnessFailure when the box has none.
+/// Clicks the button with the text `button` and returns at once. Throws HarnessFailure when the box has
+/// none.
 void PressButton(HWND box, const std::string& button);
 
 }  // namespace velbooter::e2e

@@ -17,7 +17,7 @@ const void* Pointer(UINT_PTR value) {
     return reinterpret_cast<const void*>(value);
 }
 
-// Asked for in 16-bit characters: Wine hands the text on to another process as it keeps it.
+// Asked for in 16-bit characters, because Wine passes the text to another process as it stores it.
 std::string FileText(HWND list, int row) {
     wchar_t wide[4096] = L"";
     DWORD_PTR length = 0;
@@ -32,11 +32,11 @@ std::string FileText(HWND list, int row) {
 
 }  // namespace
 
-// The windows live as long as the wizard. Looking for one costs the server of Wine more than most handlers of
+// The windows live as long as the wizard. Looking for one takes Wine's server longer than most handlers of
 // the program, so each is looked for once.
 ShownWizard::ShownWizard(ProgramUnderTest& program, int page) : program_(program), window_(program.Wizard()) {
     for (const WindowInfo& child : ChildWindows(window_)) {
-        // The pages follow each other in the order of the Tab key.
+        // In the order of the windows the pages follow each other.
         if (child.Class == "#32770") pages_.push_back(child.Handle);
         controls_.emplace(child.Id, child.Handle);
     }
@@ -61,7 +61,7 @@ int ShownWizard::Page() const {
 
 void ShownWizard::WaitForPage(int page) const {
     program_.WaitUntil([&] { return Page() == page; }, "page " + std::to_string(page) + " did not come");
-    // An answer tells that the handler which has turned the page has returned.
+    // The answer arrives when the handler that has turned the page has returned.
     Ask(window_, WM_NULL);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
-// The wizard as a person uses it, from outside the program: which page stands, what its controls say, and the
-// clicks that a person could make. Controls are named by their numbers (WizardIds.h).
+// The wizard as a user sees and uses it, from outside the program: which page is visible, what its controls
+// show, and the clicks that a user could make. Controls are named by their numbers (WizardIds.h).
 
 #include <windows.h>
 
@@ -21,39 +21,39 @@ class ShownWizard {
 
     HWND Handle() const { return window_; }
 
-    /// The page that stands; -1 when it is none or more than one.
+    /// The visible page; -1 when there is none or more than one.
     int Page() const;
 
-    /// Waits until `page` alone stands and the program waits for input.
+    /// Waits until only `page` is visible and the program waits for input.
     void WaitForPage(int page) const;
 
-    /// The window of a page, shown or not.
+    /// The window of a page, visible or not.
     HWND PageWindow(int page) const;
 
     /// A control of the frame or of any page. Throws HarnessFailure when there is none.
     HWND Control(int id) const;
 
-    /// Whether a person can see the control, and whether it would take a click.
+    /// Whether a user can see the control, and whether it would accept a click.
     bool Shows(int id) const;
     bool Takes(int id) const;
 
     std::string Text(int id) const;
     bool IsTicked(int id) const;
 
-    /// The numbers of the visible buttons below the pages that take a click, from left to right.
+    /// The numbers of the visible buttons below the pages that accept a click, from left to right.
     std::vector<int> Buttons() const;
 
-    /// Clicks a control that a person could click, and returns at once. Throws HarnessFailure otherwise.
+    /// Clicks a control and returns at once. Throws HarnessFailure when a user could not click it.
     void Click(int id) const;
 
     /// Clicks Next or Back and waits for the page that it leads to.
     void Next(int page) const;
     void Back(int page) const;
 
-    /// Clicks Next on one page after the other until `page` stands.
+    /// Clicks Next on one page after another until `page` is visible.
     void GoTo(int page) const;
 
-    /// Presses the mouse button on a control, whether or not it takes a click, and returns at once.
+    /// Presses the mouse button on a control, whether or not it accepts a click, and returns at once.
     void PressMouseOn(int id) const;
 
     /// Writes into a text box.
@@ -73,10 +73,10 @@ class ShownWizard {
     /// Clicks a row of the list of files.
     void ClickFile(const std::string& file) const;
 
-    /// The number of the control with the focus; 0 when none of this window has it.
+    /// The number of the control with the focus; 0 when no control of this window has it.
     int Focus() const;
 
-    /// Asks the window to close, as its close box does, and returns at once.
+    /// Asks the window to close, as its close button does, and returns at once.
     void Close() const;
 
  private:

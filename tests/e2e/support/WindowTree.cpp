@@ -50,7 +50,7 @@ std::string AskForText(HWND window, DWORD patienceMs) {
     return text;
 }
 
-// What cannot answer is described without its text.
+// A window that does not answer is described without its text.
 void Describe(std::ostream& out, const WindowInfo& info, const char* indent) {
     constexpr DWORD kMomentMs = 1000;
     out << indent << info.Class << " id " << info.Id << (info.Visible ? " visible" : " hidden")

@@ -1,5 +1,5 @@
 #pragma once
-// Looks at the windows of another process: by process and class, never by position on the screen.
+// Finds the windows of another process: by process and class, never by position on the screen.
 
 #include <windows.h>
 
@@ -22,13 +22,13 @@ std::vector<WindowInfo> TopLevelWindows(DWORD process);
 /// All windows below `parent`, children of children included.
 std::vector<WindowInfo> ChildWindows(HWND parent);
 
-/// A window's text, asked of the window itself; "" when it does not answer or is gone.
+/// A window's text as the window itself returns it; "" when it does not answer or is gone.
 std::string TextOf(HWND window);
 
-/// A window's text as the system keeps it, which asks nothing of a busy window.
+/// A window's text as the system keeps it, which works even when the window is busy.
 std::string KeptTextOf(HWND window);
 
-/// The windows of a process as an indented tree, for a person to read.
+/// The windows of a process as an indented tree, for people to read.
 std::string DescribeWindows(DWORD process);
 
 }  // namespace velbooter::e2e

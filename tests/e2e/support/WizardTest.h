@@ -36,7 +36,7 @@ class WizardTest : public testing::Test {
         return ShownWizard(*program_);
     }
 
-    /// Opens the wizard, chooses a disk and goes on to `page`.
+    /// Opens the wizard, chooses a disk and continues to `page`.
     ShownWizard OpenAt(int page, const std::string& disk = "custom") {
         ShownWizard wizard = Open();
         if (page == kWelcomePage) return wizard;
@@ -46,7 +46,7 @@ class WizardTest : public testing::Test {
         return wizard;
     }
 
-    /// Expects the final page, and nothing but Finish and Help as a way on from it.
+    /// Expects the final page, on which only Finish and Help can be clicked.
     static void ExpectTheEnd(const ShownWizard& wizard, const std::string& outcome) {
         wizard.WaitForPage(kFinishedPage);
         EXPECT_EQ(wizard.Text(IDC_OUTCOME), outcome);
@@ -56,7 +56,7 @@ class WizardTest : public testing::Test {
         EXPECT_FALSE(wizard.Shows(IDC_NEXT));
     }
 
-    /// Closes the wizard, which is no failure, whether or not a disk has been built.
+    /// Closes the wizard and expects the exit code of success, whether or not a disk has been built.
     void Leave(const ShownWizard& wizard) {
         wizard.Close();
         EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
@@ -72,7 +72,7 @@ class WizardTest : public testing::Test {
         return ExpectImage(folder_, target, kSmallImageBytes);
     }
 
-    /// Waits until the wizard takes input again after the file dialog `dialog`, which is canceled.
+    /// Cancels the file dialog `dialog` and waits until the wizard takes input again.
     void CancelBrowsing(const ShownWizard& wizard, HWND dialog) {
         CancelFileDialog(Program(), dialog);
         Program().WaitUntil([&] { return wizard.Takes(IDC_BROWSE); }, "the wizard takes no input again");

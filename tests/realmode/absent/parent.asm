@@ -1,4 +1,5 @@
-; Starts C:\BIN\SYS.COM with the error output where the standard output is, so that a test can read both. Ends with its exit code.
+; Starts C:\BIN\SYS.COM with the error output redirected to the standard output, so that a test can read both. Ends with its
+; exit code.
 
         cpu     8086
         bits    16

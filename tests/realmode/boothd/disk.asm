@@ -1,5 +1,5 @@
 ; A hard disk of four sectors whose first one reports how it was started, as lines "NAME=HEX" on port E9h, then overwrites the
-; memory of the DOS that started it, and reports whether time and disk still work. It judges nothing; the test does.
+; memory of the DOS that started it, and reports whether time and disk still work. It only reports; the test decides.
 
         cpu     386
         bits    16
@@ -61,7 +61,7 @@ marker  dw      0
         report  "INT76", [76h * 4 + 2]
         report  "INT19OFFSET", [19h * 4]
 
-; What DOS was, below this code and above it, becomes HLT with the interrupts off.
+; The memory of DOS, below this code and above it, becomes CLI and HLT.
         mov     al, 0FAh
         mov     ah, 0F4h
         xor     di, di

@@ -1,5 +1,5 @@
-; In the place of KERNEL.SYS: reports how it was started and whether all of it was loaded, and ends the machine. It judges
-; nothing; the test does. SECTORS is its length; the last word of each sector is the number of that sector, and 100 bytes
+; Takes the place of KERNEL.SYS: reports how it was started and whether all of it was loaded, and ends the machine. It only
+; reports; the test decides. SECTORS is its length; the last word of each sector is the number of that sector, and 100 bytes
 ; follow the last one.
 
         cpu     8086
@@ -25,7 +25,7 @@
         report  "TRACK", [bp + 18h]
         report  "SIGNATURE", [bp + 1FEh]
 
-; GOOD: the number of sectors in front of the first that is another one than it should be; AX counts paragraphs.
+; GOOD: the number of sectors before the first wrong one; AX counts paragraphs.
         mov     ax, cs
         xor     bx, bx
 nextSector:

@@ -1,5 +1,5 @@
 ; A stand-in for a DOS that runs one program: answers the calls of INT 21h that the programs of this project make, out of what
-; the test wrote into the image, and reports on port E9h what the program does. It judges nothing; the test does.
+; the test wrote into the image, and reports on port E9h what the program does. It only reports; the test decides.
 ;
 ; From the test, at kGiven: see `given` and `disk`. Reports, a letter and a byte each:
 ;   "O" and "S"  a byte written to the standard output, to the error output
@@ -336,7 +336,7 @@ control:
         mov     ax, 15
         jmp     returnError
 
-; What DOS describes a drive with: only the address of the driver is there, in its two places.
+; DOS's description of a drive: it contains only the address of the driver, in its two places.
 describe:
         push    di
         mov     al, dl
@@ -383,7 +383,7 @@ space:
         mov     ax, 0FFFFh
         iret
 
-; Only labels are looked for; the answer is left where the program's prefix has its place for it.
+; Only labels are searched for; the answer is left in the place that the program's prefix has for it.
 findLabel:
         push    di
         push    si

@@ -13,7 +13,7 @@ constexpr std::size_t kSizeAt = 8;
 constexpr std::size_t kMembersAt = 16;
 constexpr std::uint8_t kReserveByte = 0x5A;
 
-// As the format says it: words, then a tail whose first byte weighs most.
+// As the format defines it: words, then a tail whose first byte is the most significant.
 std::uint32_t Checksum(const Bytes& bytes) {
     std::uint32_t sum = 0;
     for (std::size_t i = 0; i < bytes.size(); ++i) {

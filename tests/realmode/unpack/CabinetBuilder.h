@@ -1,5 +1,5 @@
 #pragma once
-// Makes cabinets by hand, right ones and such as no packer writes.
+// Builds cabinets by hand, valid ones and some that no packer writes.
 
 #include <cstdint>
 #include <string>
@@ -11,7 +11,7 @@ using Bytes = std::vector<std::uint8_t>;
 
 constexpr unsigned kStored = 0;
 constexpr unsigned kMsZip = 1;
-/// The number of LZX with that window.
+/// Returns the number of the method LZX with a window of 2^windowBits bytes.
 constexpr unsigned Lzx(unsigned windowBits) {
     return 3 | windowBits << 8;
 }
@@ -51,7 +51,8 @@ struct BuiltCabinet {
     Bytes Build() const;
 };
 
-/// Returns a cabinet of one folder of that method and one member F of all that its records unpack to.
+/// Returns a cabinet of one folder with that method and one member, F, which consists of everything that its
+/// records unpack to.
 BuiltCabinet OneFile(unsigned method, const std::vector<BuiltRecord>& records);
 
 /// Returns the bytes of a text.

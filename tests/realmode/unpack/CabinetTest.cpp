@@ -1,4 +1,4 @@
-// Cabinets around their streams: what is restored, what is refused, and what is said of it.
+// Cabinets apart from their streams: what is restored, what is rejected, and with which message.
 
 #include <gmock/gmock.h>
 
@@ -225,7 +225,7 @@ TEST(RefusedCabinet, ANameWithoutAnEndIsRefused) {
 TEST(RefusedCabinet, RecordsOfWrongSizesAreRefused) {
     const std::vector<std::vector<BuiltRecord>> folders = {
         {StoredFrame('a', 10), StoredFrame('b', 10)},  // a short one that is not the last
-        {{Text("abc"), 0}},                            // goes on in another cabinet
+        {{Text("abc"), 0}},                            // continues in another cabinet
         {{Text("abc"), 32769}},
         {{Text("abc"), 2}},
         {{Text("abc"), 4}},

@@ -1,5 +1,5 @@
-// The first instructions of UNPACK.EXE on CPUs that no emulator here has: a little interpreter with the
-// instructions of the 8086 that they consist of, and the flags of each CPU.
+// The first instructions of UNPACK.EXE on CPUs that no available emulator has: a small interpreter for the
+// 8086 instructions that they consist of, and the flags of each CPU.
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@
 namespace realmode::unpack::testing {
 namespace {
 
-// What POPF leaves of the flags that it takes from the stack.
+// Which flags POPF keeps of those that it takes from the stack.
 using FlagsOf = std::function<unsigned(unsigned)>;
 
 unsigned Flags8086(unsigned flags) {

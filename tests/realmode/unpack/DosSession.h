@@ -9,10 +9,10 @@ namespace realmode::unpack::testing {
 
 class DosSession {
  public:
-    /// Keys that somebody presses while a program runs.
+    /// Keys that are pressed while a program runs.
     enum class Keys { None, Break };
 
-    /// What a program left.
+    /// What a program has left.
     struct Result {
         int ExitCode = -1;               ///< -1 when it did not end
         std::vector<std::string> Lines;  ///< what it printed, to the screen and as errors

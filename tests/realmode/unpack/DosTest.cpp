@@ -1,4 +1,4 @@
-// UNPACK.EXE itself, on an emulated DOS: what it unpacks, with which memory, and how it says that it cannot.
+// UNPACK.EXE itself on an emulated DOS: what it unpacks, with which memory, and how it reports failures.
 
 #include <gmock/gmock.h>
 

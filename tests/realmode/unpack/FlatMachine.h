@@ -1,6 +1,6 @@
 #pragma once
-// A machine for the unpacker that is wholly in memory: a cabinet of bytes, a target that collects files, and
-// as much conventional memory and XMS as a test wants.
+// A machine for the unpacker that exists only in memory: a cabinet of bytes, a target that collects files,
+// and as much conventional memory and XMS as a test wants.
 
 #include <cstdint>
 #include <map>
@@ -17,7 +17,7 @@ using Bytes = std::vector<std::uint8_t>;
 
 class FlatCabinet final : public CabinetFile {
  public:
-    /// `bytes` stay with the caller and outlive the object.
+    /// `bytes` belong to the caller and must outlive the object.
     explicit FlatCabinet(const Bytes& bytes) : bytes_(bytes) {}
 
     uint32_t Size() override { return static_cast<uint32_t>(bytes_.size()); }
@@ -36,7 +36,7 @@ struct UnpackedFile {
 
 class FlatTarget final : public TargetFolder {
  public:
-    /// A name is created only in a folder that was made.
+    /// Create accepts a name only in a folder that was created by this.
     Fault MakeFolder(const char* name) override;
     Fault Create(const char* name) override;
     Fault Write(FarBytes from, uint32_t at, uint32_t count) override;
@@ -46,7 +46,7 @@ class FlatTarget final : public TargetFolder {
     std::map<std::string, UnpackedFile> Files;
     std::set<std::string> Folders;
     std::vector<std::string> Created;       ///< in their order
-    std::uint64_t Capacity = UINT64_MAX;    ///< bytes that the disk has room for
+    std::uint64_t Capacity = UINT64_MAX;    ///< bytes that the disk has space for
     std::uint64_t StopsAfter = UINT64_MAX;  ///< how often it is asked before the user stops it
 
  private:
@@ -75,7 +75,7 @@ class FlatMemory final : public Memory {
     Bytes match_;
 };
 
-/// What unpacking a cabinet comes to.
+/// The result of unpacking a cabinet.
 struct Outcome {
     Fault Result = Fault::None;
     std::string Subject;  ///< the member that the fault is about, "" for the cabinet
@@ -85,7 +85,7 @@ struct Outcome {
     std::map<std::string, Bytes> Tree() const;
 };
 
-/// Unpacks a cabinet, with room for everything in conventional memory when `memory` is not given.
+/// Unpacks a cabinet, with enough conventional memory for everything when `memory` is not given.
 Outcome Unpack(const Bytes& cabinet);
 Outcome Unpack(const Bytes& cabinet, FlatMemory& memory);
 

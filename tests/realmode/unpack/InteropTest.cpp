@@ -56,7 +56,7 @@ INSTANTIATE_TEST_SUITE_P(Methods, UnpackInterop,
 class UnpackWindow : public UnpackInterop {};
 
 TEST_P(UnpackWindow, WhatDoesNotFitIsInTheStore) {
-    // More than the largest window.
+    // More data than the largest window.
     MakeRandomFiles("in", 7, 1'400'000);
     const auto packed = RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab in\\*");
     ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;

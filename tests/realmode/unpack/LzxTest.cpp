@@ -1,4 +1,4 @@
-// LZX: what few packers write and a decoder has to know all the same, and what it must refuse.
+// LZX: what few packers write and a decoder has to know nevertheless, and what it must reject.
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ Outcome UnpackLzx(const std::vector<BuiltRecord>& records) {
     return Unpack(OneFile(Lzx(15), records).Build());
 }
 
-// The bytes of the file of a cabinet that is in order.
+// Returns the bytes of the file in a valid cabinet.
 Bytes LzxFile(const std::vector<BuiltRecord>& records) {
     const Outcome outcome = UnpackLzx(records);
     EXPECT_EQ(outcome.Result, Fault::None) << TextOf(outcome.Result);

@@ -1,4 +1,4 @@
-// Which names of members are taken.
+// Which names of members are accepted.
 
 #include "realmode/unpack/MemberPath.h"
 

@@ -1,4 +1,4 @@
-// MSZIP: what few packers write and a decoder has to know all the same, and what it must refuse.
+// MSZIP: what few packers write and a decoder has to know nevertheless, and what it must reject.
 
 #include <gtest/gtest.h>
 

@@ -53,7 +53,7 @@ void MakeRandomFiles(const std::string& folder, std::uint32_t seed, std::size_t 
         tools::cabarc::testing::WriteBytes(folder + "/" + sub + name, contents);
         written += length + 1;
     }
-    // What was there long ago: matches from as far as the window reaches.
+    // Repetitions of much earlier bytes: matches from as far as the window reaches.
     const auto far = tools::cabarc::lzx::testing::FarCopies(std::min<std::size_t>(size, 700'000), size, seed);
     tools::cabarc::testing::WriteBytes(folder + "/FAR", far);
 }

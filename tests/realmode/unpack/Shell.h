@@ -7,7 +7,7 @@
 
 namespace realmode::unpack::testing {
 
-/// Runs `line` by the shell in the working folder.
+/// Runs `line` with the shell in the working folder.
 inline tools::testing::ProgramResult RunShell(const std::string& line) {
     return tools::testing::RunProgram({"sh", "-c", line});
 }

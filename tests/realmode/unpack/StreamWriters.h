@@ -1,5 +1,5 @@
 #pragma once
-// Write packed frames by hand, bit by bit, right ones and such as no packer writes.
+// Write packed frames by hand, bit by bit, valid ones and some that no packer writes.
 
 #include <cstdint>
 #include <map>
@@ -20,23 +20,24 @@ class LzxWriter {
     static constexpr unsigned kUncompressed = 3;
     static constexpr unsigned kMainSymbols = 496;
     static constexpr unsigned kLengthSymbols = 249;
-    /// The symbol of a match with that slot and a length of 2 to 8, or more with 9.
+    /// The main symbol of a match with this position slot and a length of 2 to 8; 9 stands for all longer
+    /// ones.
     static constexpr unsigned Match(unsigned slot, unsigned length) { return 256 + 8 * slot + length - 2; }
 
     void Put(std::uint32_t bits, int count) { bits_.Put(bits, count); }
-    /// The bit before the first block of a folder.
+    /// The bit before the first block of a folder: no call is translated.
     void NothingTranslated() { Put(0, 1); }
     void BlockHeader(unsigned type, std::uint32_t size);
     /// The trees of a verbatim block that is the first of its folder.
     void Trees(const CodeLengths& main, const CodeLengths& lengths = {});
-    /// The list of one tree: the symbols from `begin` to `end`.
+    /// The code lengths of the symbols from `begin` to before `end`.
     void Lengths(const CodeLengths& lengths, unsigned begin, unsigned end);
-    /// The pretree that Lengths uses: 0 is the code 0, 15 is 10, 16 is 11.
+    /// The pretree that Lengths uses: the symbol 0 has the code 0, 15 has 10, 16 has 11.
     void Pretree();
-    /// What comes before the bytes of an uncompressed block.
+    /// The padding and the repeat queue before the bytes of an uncompressed block.
     void Queue(std::uint32_t r0, std::uint32_t r1, std::uint32_t r2);
     void Raw(const Bytes& bytes) { bits_.PutBytes(bytes); }
-    /// Ends a frame and returns it.
+    /// Ends the frame and returns it.
     Bytes Frame();
 
  private:
@@ -50,7 +51,7 @@ class DeflateWriter {
     static constexpr unsigned kFixed = 1;
     static constexpr unsigned kDynamic = 2;
 
-    /// Begins a frame with the letters "CK".
+    /// Begins a frame with its signature, "CK".
     DeflateWriter() : bytes_{'C', 'K'} {}
 
     void BlockHeader(bool isLast, unsigned type);

@@ -1,7 +1,7 @@
 ; RUN LOG KB KEY PROGRAM [ARGUMENTS]: runs a program on DOS and writes to the file LOG what it prints, to the screen and as
-; errors, each time and date ("time ttttdddd") and set of attributes ("attributes aaaa") that it gives to a file, and
-; at last "exit nn" with its exit code; numbers are hexadecimal. KB is how much conventional memory is left to it, 0 for all. With
-; C as KEY somebody presses Ctrl-C when it first writes to a file, with - nobody does.
+; errors, each time and date ("time ttttdddd") and set of attributes ("attributes aaaa") that it gives to a file, and at last
+; "exit nn" with its exit code; numbers are hexadecimal. KB is how much conventional memory is left to it, 0 for all. With C as
+; KEY, Ctrl-C is pressed when it first writes to a file; with - no key is pressed.
 cpu 386
 org 100h
     mov sp, stackTop
@@ -49,7 +49,7 @@ org 100h
     mov ah, 3Eh
     int 21h
 
-    ; Everything but KB and a little for the names of the blocks is taken.
+    ; Allocates everything except KB and a little for the names of the blocks.
     mov si, [kilobytes]
     xor ax, ax
 .digit:
@@ -137,7 +137,7 @@ NextWord:
     mov byte [si - 1], 0
     ret
 
-; The program's calls of DOS.
+; Handles the program's DOS calls.
 OnDos:
     pushad
     push ds

@@ -1,5 +1,5 @@
-; A stand-in for a DOS that loads VELRAM.SYS and for an XMS manager: gives the driver the requests that the test wrote into
-; the image, and reports on port E9h what becomes of them. It judges nothing; the test does.
+; A stand-in for a DOS that loads VELRAM.SYS and for an XMS manager: passes the driver the requests that the test wrote into
+; the image, and reports on port E9h what becomes of them. It only reports; the test decides.
 ;
 ; From the test, at kGiven: see `given`. The script after the driver is a list of actions:
 ;   1, 32 bytes           a request, which the driver gets      -> "R", the 32 bytes afterwards
@@ -15,7 +15,7 @@
 kBuffer         equ     4000h           ; segments: the buffer of the transfers,
 kRequest        equ     3000h           ; the request,
 kDriver         equ     2000h           ; the driver
-kBlock          equ     110000h         ; where the extended memory lies that is given out
+kBlock          equ     110000h         ; where the extended memory that is allocated begins
 kHandle         equ     1234h
 
         struc   given
@@ -116,7 +116,7 @@ doRequest:
         pusha
         xor     bx, bx
         call    far [strategy]
-        mov     bx, 2222h               ; a driver looks at none of these, and keeps them
+        mov     bx, 2222h               ; a driver must ignore these registers, and keep them
         mov     cx, 3333h
         mov     dx, 4444h
         mov     si, 5555h
@@ -150,7 +150,7 @@ registersLost:
         out     0E9h, al
         jmp     reportRequest
 
-; Returns with the carry flag set when a register is another one than before.
+; Returns with the carry flag set when a register has changed.
 compareRegisters:
         cmp     ax, 9999h
         jne     .differ
@@ -261,7 +261,7 @@ xmsEntry:
         je      xmsMove
 xmsFails:
         xor     ax, ax
-        mov     bl, 80h                 ; not there
+        mov     bl, 80h                 ; not implemented
         retf
 
 xmsFree:
@@ -345,8 +345,8 @@ xmsMove:
         mov     ax, 1
         retf
 
-; Turns the handle BX and the offset ECX of a piece of EDI bytes into an address in ECX; with the carry flag set when it
-; does not lie in the memory of the handle. EAX and EDX are lost.
+; Turns the handle BX and the offset ECX of a piece of EDI bytes into an address in ECX; with the carry flag set when it is
+; outside the memory of the handle. EAX and EDX are lost.
 address:
         test    bx, bx
         jz      .conventional

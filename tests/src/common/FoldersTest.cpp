@@ -70,7 +70,7 @@ TEST_F(FolderFunctions, AListingOfNothingIsEmpty) {
     EXPECT_FALSE(FolderListing(Folder.At("*.none")).Next());
 }
 
-// U+03A9 and U+FF3C: a code page that lacks them shows them as an O and a backslash.
+// U+03A9 and U+FF3C: a code page that lacks them replaces them by an O and a backslash.
 constexpr const wchar_t* kOmega = L"\x3A9.txt";
 constexpr const wchar_t* kLeadsAway =
     L"..\xFF3C"
@@ -127,7 +127,7 @@ TEST_F(FolderFunctions, ALinkIsNeverEntered) {
     EXPECT_TRUE(Folder.HasFile("mine\\sub\\photo.txt"));
 }
 
-// Who holds a folder open for himself keeps others from listing it.
+// A folder that is open without sharing cannot be listed.
 TEST_F(FolderFunctions, AFolderThatCannotBeListedStopsTheDeleting) {
     Folder.MakeFolder("t\\held");
     const HANDLE held = ::CreateFileA(Folder.At("t\\held").c_str(), FILE_LIST_DIRECTORY, 0, nullptr,

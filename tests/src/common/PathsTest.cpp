@@ -131,7 +131,7 @@ TEST_F(ShortPaths, GetShortPathOfAMissingFileIsThePathUnchanged) {
     EXPECT_EQ("", GetShortPath(""));
 }
 
-// The system is asked for at most 299 characters.
+// The buffer for the system's answer has space for 299 characters.
 TEST_F(ShortPaths, GetShortPathOfATooLongPathIsThePathUnchanged) {
     std::string path = "\\\\?\\" + Folder.Path() + "\\x";
     while (path.size() < 320) {

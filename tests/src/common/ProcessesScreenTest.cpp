@@ -1,4 +1,4 @@
-// The helper that looks for windows. It needs a screen, if only a virtual one (scripts/with-display.sh).
+// The function that looks for windows. It needs a screen, which may be virtual (scripts/with-display.sh).
 #include <gtest/gtest.h>
 #include <windows.h>
 

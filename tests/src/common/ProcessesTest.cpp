@@ -128,7 +128,7 @@ TEST(ProgramFolder, IsThatOfTheRunningProgram) {
     EXPECT_TRUE(FileExists(GetProgramFolder() + "\\test_common.exe"));
 }
 
-// The everyday line of a batch file, "%~dp0"velbooter.exe, has its quotes around the folder alone.
+// The usual line of a batch file, "%~dp0"velbooter.exe, has quotes around the folder only.
 TEST(CallText, OneBlankOrTabBehindTheNameIsDropped) {
     struct Case {
         std::string whole, text;

@@ -10,7 +10,7 @@ namespace {
 
 using std::string_literals::operator""s;
 
-/// A registry key of the test's own, in memory alone, removed at its end.
+/// A registry key of the test, in memory only, removed at its end.
 class RegistryKey {
  public:
     RegistryKey() : name_("Software\\VelbooterTest" + std::to_string(GetCurrentProcessId())) {

@@ -50,7 +50,7 @@ TEST_F(SingleInstances, TheMarkIsHeldAsLongAsTheInstanceLives) {
     EXPECT_TRUE(next.IsFirst());
 }
 
-// The file of a running program can always be looked at; the path has to do where it cannot.
+// The file of a running program can always be queried; where a file cannot, its path identifies it.
 TEST_F(SingleInstances, WithoutAFileThePathCounts) {
     const std::string path = Folder.At(std::string(200, 'x') + "\\B\xFCro.exe");
     const SingleInstance first(path);
@@ -59,7 +59,7 @@ TEST_F(SingleInstances, WithoutAFileThePathCounts) {
     EXPECT_FALSE(SingleInstance(Folder.At(std::string(200, 'X') + "\\B\xDCRO.EXE")).IsFirst());
 }
 
-// Another user of the PC, with a desktop of his own, meets the same mark.
+// Another user of the PC, with another desktop, finds the same mutex.
 TEST_F(SingleInstances, TheMarkIsThatOfTheWholePc) {
     const SingleInstance first(Program);
     BY_HANDLE_FILE_INFORMATION facts{};

@@ -61,7 +61,7 @@ TEST_F(LineReading, BlanksAndNulsAreKept) {
 }
 
 TEST_F(LineReading, LineEndsMayFallAnywhere) {
-    // Lines of growing length put the CR and the LF on every side of any buffer's edge.
+    // Lines of growing length put the CR and the LF at every place around the end of a buffer.
     std::string content;
     Lines expected;
     for (size_t length = 0; length < 700; ++length) {
@@ -99,7 +99,7 @@ TEST_F(LineReading, AFolderIsAnError) {
 
 class LineWriting : public ::testing::Test {
  protected:
-    /// Returns the number of the error that making `file` raises; 0 when it raises none.
+    /// Returns the number of the error that creating `file` raises; 0 when it raises none.
     static int NumberOfMaking(const std::string& file) {
         try {
             LineWriter writer(file);
@@ -177,7 +177,7 @@ TEST_F(LineWriting, NoOtherWriterCanTakeTheFile) {
 }
 
 TEST_F(LineWriting, AFullDiskIsError61) {
-    LineWriter writer("Z:\\dev\\full");  // the host's file that never has room
+    LineWriter writer("Z:\\dev\\full");  // a device of the host that is always full
     try {
         writer.Write("one");
         ADD_FAILURE();

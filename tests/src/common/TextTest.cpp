@@ -75,7 +75,7 @@ TEST(Text, BeginningsAndEnds) {
     EXPECT_FALSE(StartsWithIgnoringCase("D:\\App", "c:\\app"));
 }
 
-// In code page 932 the second byte of the first character is 5C, of the second one 83.
+// In code page 932 the second byte of the first character is 5C, that of the second one 83.
 TEST(Text, ABackslashWithinACharacterIsNone) {
     constexpr unsigned kJapanese = 932;
     const std::string word = "\x95\x5C\x8E\x83";
@@ -103,7 +103,7 @@ TEST(Text, ComparingIgnoresCase) {
 }
 
 TEST(Text, ComparingFollowsTheAlphabet) {
-    // In rising order; by their codes "Z" would come before "a", and the letters with marks last.
+    // In ascending order; by their codes "Z" would come before "a", and the accented letters last.
     const std::string rising[] = {"", "1", "2", "a", "AB", "abc", "B", "c", "\xE9t\xE9", "F", "x", "Z", "za"};
     for (size_t i = 0; i < std::size(rising); ++i) {
         for (size_t k = 0; k < std::size(rising); ++k) {

@@ -36,10 +36,10 @@ class DosImport : public ApplicationTest {
         if (withCheck) texts.push_back("Please wait ... Checking import process");
         return texts;
     }
-    /// Compares the painted statuses, and that they were seen in the wait window.
+    /// Compares the painted statuses, and expects that the wait window showed them.
     void ExpectProgress() {
         Files painted = Screen.WaitStatuses();
-        // The window may have been painted with its first text, and after the last one or not.
+        // The window may have been painted with its first text, and once more after the last one.
         if (!painted.empty() && painted.front() == "Please wait ...") painted.erase(painted.begin());
         const bool withCheck = painted.size() == 26;
         EXPECT_EQ(Statuses(withCheck), painted);
@@ -114,7 +114,7 @@ TEST_F(ImportWithExtract, AToolThatLeavesNothingIsNoErrorYet) {
     EXPECT_FALSE(Folder.HasFile("dos\\WINBOOT.SYS"));
 }
 
-// The tool sees the mark that a cut would leave.
+// The tool finds the mark that an interruption would leave.
 TEST_F(ImportWithExtract, WhileAToolWritesAFileIsMarked) {
     MakePlainFiles();
     Folder.MakeTool("cd\\EXTRACT.EXE");

@@ -1,5 +1,5 @@
 #pragma once
-// The common ground of the tests that work on a real drive A:, which with-drive-a.sh makes for them.
+// What the tests on a real drive A:, which with-drive-a.sh creates for them, have in common.
 
 #include <windows.h>
 
@@ -32,7 +32,7 @@ class DriveATest : public ApplicationTest {
         App.Wizard.LstFiles.Select(App.Wizard.LstFiles.ListCount() - 1, true);
     }
 
-    /// Returns the size of a file on the drive; -1 when it is not there.
+    /// Returns the size of a file on the drive in bytes; -1 when it does not exist.
     static std::int32_t SizeOnDrive(const std::string& entry) { return GetFileSize("A:\\" + entry); }
 
     static std::string DescriptionOf(int number) {

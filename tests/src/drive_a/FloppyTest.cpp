@@ -1,4 +1,4 @@
-// A drive A: of 1.44 MB. Its file system gives space in blocks of 4096 bytes.
+// A drive A: of 1.44 MB. Its file system allocates space in blocks of 4096 bytes.
 #include <gtest/gtest.h>
 
 #include "src/common/Files.h"

@@ -1,4 +1,4 @@
-// A drive A: with free space but without room for more than three names: the system itself says "disk full".
+// A drive A: with free space that takes no more than three names: the system itself reports "disk full".
 #include <gtest/gtest.h>
 
 #include "src/disk/output/Staging.h"

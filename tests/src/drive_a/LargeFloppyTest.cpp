@@ -1,4 +1,4 @@
-// A drive A: with more than 2 GB free, whose space does not fit the 32-bit product.
+// A drive A: with more than 2 GB free, which is too much for the 32-bit product.
 #include <gtest/gtest.h>
 
 #include "src/disk/output/Staging.h"

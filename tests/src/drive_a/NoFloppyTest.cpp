@@ -1,4 +1,4 @@
-// No drive A: at all.
+// A PC without a drive A:.
 #include <gtest/gtest.h>
 
 #include "src/disk/output/Staging.h"

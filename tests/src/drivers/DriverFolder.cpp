@@ -47,7 +47,7 @@ void DriversTest::MakeCabinet(const std::string& cabinet, const Members& members
     }
     ASSERT_TRUE(RunAndWait(commandLine, kNoTimeout, false, true));
     ASSERT_TRUE(FileExists(path)) << path;
-    // A protected member would withstand the removal.
+    // A read-only member could not be removed.
     for (const auto& member : members)
         Folder.SetAttributes("members\\" + member.first, FILE_ATTRIBUTE_NORMAL);
     Folder.Remove("members");

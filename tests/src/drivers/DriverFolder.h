@@ -1,5 +1,5 @@
 #pragma once
-// What the tests of the drivers share: an application folder with the real archiver in it, in which they make
+// What the tests of the drivers share: an application folder with the real archiver, in which they create
 // driver cabinets, and the keys of Drivers.ini.
 
 #include <cstdint>
@@ -13,8 +13,8 @@
 
 namespace velbooter::testing {
 
-/// Lets others read a file but not write it until its end. The read-only attribute would not do: where the
-/// tests run with all rights, it does not keep anyone from writing.
+/// Allows others to read a file but not to write it, as long as it lives. The read-only attribute would not
+/// do: where the tests run with all rights, it keeps nobody from writing.
 class WriteProtectedFile {
  public:
     explicit WriteProtectedFile(const std::string& fullPath);
@@ -28,25 +28,26 @@ class WriteProtectedFile {
 
 class DriversTest : public ApplicationTest {
  protected:
-    /// The list of files is empty, not as it is designed: every build fills it before the drivers are added.
+    /// The list of files is empty and lacks its first entry: every build fills it before the drivers are
+    /// added.
     DriversTest() { App.Wizard.LstFiles.Clear(); }
 
-    /// Names of a cabinet's members and what they hold.
+    /// The names of a cabinet's members and their contents.
     using Members = std::vector<std::pair<std::string, std::string>>;
 
     /// Puts the real archiver into the application folder.
     void InstallArchiver() const;
 
-    /// Makes drivers\`cabinet` ("ndis\\E100B.CAB") of `members` with the archiver, which is installed for it.
-    /// Members carry the attributes `attributes`.
+    /// Creates drivers\`cabinet` ("ndis\\E100B.CAB") from `members` with the archiver, which is installed
+    /// for it. The members have the attributes `attributes`.
     void MakeCabinet(const std::string& cabinet, const Members& members, std::uint32_t attributes = 0) const;
 
-    /// Makes drivers\`cabinet` with one member, `descriptionFile`, that describes the driver as `text` behind
-    /// the field of 13 characters.
+    /// Creates drivers\`cabinet` with one member, `descriptionFile`, which describes the driver as `text`
+    /// after the field of 13 characters.
     void MakeDriver(const std::string& cabinet, const std::string& descriptionFile,
                     const std::string& text) const;
 
-    /// Makes the files `names` in drivers\`folder`. They are empty: nothing can be extracted from them.
+    /// Creates the files `names` in drivers\`folder`. They are empty: nothing can be extracted from them.
     void MakeEmptyCabinets(const std::string& folder, std::initializer_list<const char*> names) const;
 
     /// Returns the value of a key in Drivers.ini; "" when there is none.
@@ -59,7 +60,7 @@ class DriversTest : public ApplicationTest {
     /// Returns the number of the RuntimeError that `action` raises; 0 when it raises none.
     static int NumberOf(const std::function<void()>& action);
 
-    /// Returns the values of the progress bar as they were painted, repetitions left out.
+    /// Returns the values of the progress bar as they were painted, without repetitions.
     std::vector<int> PaintedProgress() const;
 };
 

@@ -30,12 +30,12 @@ class DriverCopying : public DriversTest {
         App.Wizard.ChkNDIS.Value = network == Network::Off ? 0 : 1;
         SetNetworkMode(App.Wizard, network == Network::Odi ? NetworkMode::Odi : NetworkMode::Ndis);
     }
-    /// Returns whether the run goes on.
+    /// Prepares the drivers of `index` and returns whether the run continues.
     bool Prepare(const std::string& index) {
         Folder.Write("Drivers.ini", index);
         return PrepareDrivers(App.Paths, App.Screen, App.Wizard);
     }
-    /// The drivers that are copied when Drivers.ini holds `index`, relative to cabs\Lib.
+    /// The drivers that are copied when Drivers.ini contains `index`, relative to cabs\Lib.
     Files Copied(const std::string& index) {
         Folder.Remove("cabs");
         App.Wizard.LstFiles.Clear();

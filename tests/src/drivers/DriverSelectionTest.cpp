@@ -66,7 +66,7 @@ TEST_F(DriverList, ALongerEndingIsNoDriver) {
     EXPECT_EQ((Texts{"+A"}), Rows());
 }
 
-// No driver is ever taken for another one whose name looks alike.
+// A driver must not be mistaken for another one with a similar name.
 TEST_F(DriverList, ANameThatTheCodePageLacksIsAnError) {
     MakeDriver("ndis\\E100B.CAB", "ndis.txt", "Intel PRO/100");
     const std::wstring folder(Folder.Path().begin(), Folder.Path().end());

@@ -26,7 +26,7 @@ class DiskSettings : public DriversTest {
         Folder.Write("Drivers.ini", kEverything);
     }
 
-    /// Prepares the page for the catalogue's first disk, whose section holds `keys`.
+    /// Prepares the page for the catalogue's first disk, whose section contains `keys`.
     void Prepare(const std::string& keys) {
         Folder.Write("files\\disklist.ini", "[1]\r\nname=NET\r\n" + keys);
         App.SelectedDiskIndex = 2;
@@ -68,7 +68,7 @@ class DiskSettings : public DriversTest {
             "network interface.",
             App.Wizard.LblNDISNote.Caption);
     }
-    /// The groups to which the disk's defaults have been applied: A alone is selected there, not B.
+    /// The groups to which the disk's defaults have been applied: there only A is selected, not B.
     std::set<std::string> Narrowed() const {
         std::set<std::string> groups;
         for (const char* group : {"ASPI", "NDIS", "ODI16", "ODI32"}) {

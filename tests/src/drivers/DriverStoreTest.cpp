@@ -48,7 +48,7 @@ class DefaultDrivers : public DriversTest {
         Folder.Write("Drivers.ini", kEverything);
     }
 
-    /// Applies the defaults of a disk whose configuration file holds `lines`.
+    /// Applies the defaults of a disk whose configuration file contains `lines`.
     void Apply(const std::string& lines, const std::string& group) {
         Folder.Write("files\\net.ini", lines);
         GetDefaultDriversOptions(App.Paths, App.Screen, "net.ini", group);

@@ -21,7 +21,7 @@ class NetworkListsTest : public DriversTest {
         SetNetworkMode(App.Wizard, NetworkMode::Ndis);
     }
 
-    /// Makes a driver with both members, each telling the driver's name.
+    /// Creates a driver with both members, each containing the driver's name.
     void MakeNdisDriver(const std::string& name) {
         MakeCabinet("ndis\\" + name + ".CAB", {{"ndis.txt", Menu(name) + "\r\nnot taken over\r\n"},
                                                {"ndis.pci", Pci(name) + "\r\n"},
@@ -175,7 +175,7 @@ TEST_F(NetworkLists, WhatAnExtractionHasBroughtIsDeletedAndNothingElse) {
     EXPECT_EQ("the user's own", Folder.Read("ndis.doc"));
 }
 
-// A list that an editor of DOS has ended with 1Ah would hide all that follows from a reader under DOS.
+// A list that a DOS editor has ended with 1Ah would hide everything after it from a DOS program.
 TEST_F(NetworkLists, TheEndOfTextOfAListIsNotTakenOver) {
     MakeCabinet("ndis\\A.CAB", {{"ndis.txt", "\x1A"}, {"ndis.pci", "one\r\ntwo\r\n\x1A"}});
     MakeNdisDriver("B");
@@ -297,14 +297,14 @@ TEST_F(NetworkLists, ALockedListIsAnError) {
     EXPECT_EQ(kPermissionDenied, NumberOf([&] { Create(""); }));
 }
 
-/// With a stand-in for the archiver, which shows what it was called with.
+/// With a stand-in for the archiver, which records its command lines.
 class NetworkListCalls : public NetworkListsTest {
  protected:
     NetworkListCalls() { Folder.MakeTool("cabarc.exe"); }
     std::string Call(const std::string& driver) const {
         return Folder.Path() + "\\cabarc -o x drivers\\ndis\\" + driver + ".cab ndis.*";
     }
-    /// The drivers whose cabinets are opened when Drivers.ini holds `index`.
+    /// The drivers whose cabinets are opened when Drivers.ini contains `index`.
     Files Opened(const std::string& index) {
         Folder.Remove("cabarc.log");
         Create(index);

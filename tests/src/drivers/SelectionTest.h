@@ -1,5 +1,5 @@
 #pragma once
-// The fixture of the tests of the driver selection: its list in words.
+// The fixture of the tests of the driver selection, which describes its list as text.
 
 #include <stdexcept>
 #include <string>
@@ -18,7 +18,7 @@ class SelectionTest : public DriversTest {
     }
 
     ListView& List() { return App.Drivers.LV; }
-    /// The rows as displayed: a tick, the name, and the description if there is one.
+    /// The rows as displayed: a tick, the name, and the description if it is wanted.
     std::vector<std::string> Rows(bool withDescriptions = false) const {
         std::vector<std::string> rows;
         for (const ListItem& row : App.Drivers.LV.ListItems) {

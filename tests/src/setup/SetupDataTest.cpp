@@ -12,7 +12,7 @@ using std::string_literals::operator""s;
 
 using Groups = std::vector<std::string>;
 
-/// What the setup page holds.
+/// The fields of the setup page.
 struct Page {
     std::string Owner, Organization, Edition, Computer, Workgroup;
     Groups Key;
@@ -40,7 +40,7 @@ struct KeyCase {
 
 const KeyCase kKeyCases[] = {
     {"ABCDE-FGHIJ-KLMNO-PQRST-UVWXY", {"ABCDE", "FGHIJ", "KLMNO", "PQRST", "UVWXY"}},
-    // What stands at the separators' places is passed over, whatever it is.
+    // The characters in the separators' places are skipped, whatever they are.
     {"ABCDE.FGHIJ KLMNOxPQRST\\UVWXY", {"ABCDE", "FGHIJ", "KLMNO", "PQRST", "UVWXY"}},
     {"ABCDEFGHIJKLMNOPQRSTUVWXY", {"ABCDE", "GHIJK", "MNOPQ", "STUVW", "Y"}},
     {"AB-CD-EFGHI", {"AB-CD", "EFGHI", "", "", ""}},

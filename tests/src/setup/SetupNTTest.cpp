@@ -18,7 +18,7 @@ class SetupNT : public SetupTest {
         Folder.MakeFolder("files\\setupnt\\bin");
         MakeArchiver("setupnt");
     }
-    /// Makes the answer file from a key file whose [Win2KInfo] holds `keys`, and returns its lines.
+    /// Creates the answer file from a key file whose [Win2KInfo] contains `keys`, and returns its lines.
     Lines AnswersFrom(const std::string& keys) {
         Folder.Write("keyfile.txt", "[Win2KInfo]\r\n" + keys);
         FillSetupDataFromKeyFileToUnattend(App.Paths, Folder.At("keyfile.txt"), Folder.At(kUnattendPath));

@@ -15,8 +15,8 @@ using Lines = std::vector<std::string>;
 
 class SetupTest : public ApplicationTest {
  protected:
-    /// Returns the lines of a file without the empty ones, which the system's profile functions may drop when
-    /// they write; fails the test for a line that does not end in CR LF.
+    /// Returns the lines of a file without the empty ones, which the system's profile functions may remove
+    /// when they write; fails the test for a line that does not end in CR LF.
     Lines LinesOf(const std::string& tail) const {
         Lines lines;
         std::istringstream content(Folder.Read(tail));
@@ -40,18 +40,18 @@ class SetupTest : public ApplicationTest {
         return std::nullopt;
     }
 
-    /// The message of a cabinet that could not be made.
+    /// The message about a cabinet that could not be created.
     static Message PackingFailure(const std::string& name) {
         return {"The Cabinet " + name + ".cab could not be created \r\n\r\nThe Veltrane Can't Continue !",
                 "Error While Copying", Buttons::Ok, Icon::Critical};
     }
 
-    /// Puts a stand-in archiver beside the program that makes the cabinet of `name`.
+    /// Puts a stand-in archiver, which creates the cabinet of `name`, next to the program.
     void MakeArchiver(const std::string& name) {
         Folder.MakeTool("cabarc.exe", "create|cabs\\lib\\" + name + ".cab\n");
     }
 
-    /// The archiver's only call must be that for the module `name`.
+    /// Expects that the archiver was called only once, for the module `name`.
     void ExpectPacked(const std::string& name) {
         const auto calls = Folder.Calls("cabarc.exe");
         ASSERT_EQ(1u, calls.size());

@@ -1,6 +1,6 @@
 #pragma once
-// The fixture of the batch mode's tests: a catalogue, a configuration file for each disk that puts one file
-// "mark\<disk>" onto it, the DOS system files, and an image tool that lists what it was given in tree.txt.
+// The fixture of the batch mode's tests: a catalogue, for each disk a configuration file that puts one file
+// "mark\<disk>" onto it, the DOS system files, and an image tool that lists its input in tree.txt.
 
 #include <string>
 #include <utility>
@@ -18,7 +18,7 @@ class BatchModeTest : public ApplicationTest {
     /// A disk of the catalogue: its name and the further lines of its section.
     using Disks = std::vector<std::pair<std::string, std::string>>;
 
-    /// What the tree of every disk ends with, in front of the disk's own mark.
+    /// The files that every disk has, listed before the disk's own mark.
     static constexpr const char* kSystemFiles = "COMMAND.COM 11\nIO.SYS 6\nMSDOS.SYS 9\n";
 
     BatchModeTest() {
@@ -28,7 +28,7 @@ class BatchModeTest : public ApplicationTest {
         Folder.MakeTool("bfi.exe", "tree|tree.txt\nimage\n");
     }
 
-    /// Writes the catalogue of `disks` and their configuration files, that of the custom row included.
+    /// Writes the catalogue of `disks` and their configuration files, that of the custom disk included.
     void MakeDisks(const Disks& disks) {
         std::string catalogue = "[Disks_List]\r\nCount=" + std::to_string(disks.size()) + "\r\n";
         for (size_t i = 0; i < disks.size(); ++i) {
@@ -86,7 +86,7 @@ class BatchModeTest : public ApplicationTest {
         EXPECT_FALSE(Folder.HasFolder("Temp"));
     }
 
-    /// A folder of the test's own outside the application folder, for targets with a drive.
+    /// A folder of the test outside the application folder, for targets with a drive.
     const ApplicationFolder Elsewhere;
 };
 

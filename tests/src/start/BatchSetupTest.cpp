@@ -36,7 +36,7 @@ class BatchSetup : public BatchModeTest {
         Folder.MakeTool("cabarc.exe", instructions);
     }
 
-    /// Returns the owner that the answer file auto.inf names, with its quotes.
+    /// Returns the owner in the answer file auto.inf, with its quotes.
     std::string OwnerInAnswers() { return LineBehind("files\\setupwin\\bin\\auto.inf", "\r\nName="); }
 
     std::string EditionInBatchFile() { return LineBehind("files\\setupwin\\bin\\os.bat", "OSVersion= "); }

@@ -70,7 +70,7 @@ TEST_F(BuildRun, EachStepIsAnnouncedThenBoldThenTickedInTheirOrder) {
     for (const Label* mark : {&wizard.LblRight1, &wizard.LblRight2, &wizard.LblRight3, &wizard.LblRight4}) {
         EXPECT_EQ(kCheckMark, mark->Caption);
     }
-    // What each repaint showed, repetitions left out: status, bold lines and ticks.
+    // What each repaint showed, without repetitions: status, bold lines and ticks.
     Files seen;
     for (const View& view : Screen.Views) {
         std::string text = view.WaitStatus;
@@ -82,7 +82,7 @@ TEST_F(BuildRun, EachStepIsAnnouncedThenBoldThenTickedInTheirOrder) {
         }
         if (seen.empty() || seen.back() != text) seen.push_back(text);
     }
-    // A line may be seen ticked before the next step is announced; that is no step of its own.
+    // A line may be painted with its tick before the next step is announced; that is not a step.
     const auto isBetweenSteps = [](const std::string& text) {
         return text == "Preparing selected Drivers ... T1" ||
                text == "Preparing pre-built drivers cache ... T1 T2" || text == "Step three ... T1 T2 T3" ||

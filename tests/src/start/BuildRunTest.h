@@ -25,7 +25,8 @@ class BuildRun : public ApplicationTest {
         App.Wizard.LstFiles.AddItem(entry);
         App.Wizard.LstFiles.Select(App.Wizard.LstFiles.ListCount() - 1, true);
     }
-    /// Puts drivers into the store, both rows of the drivers page ticked, and `index` into Drivers.ini.
+    /// Puts drivers into the store, ticks both rows of the drivers page, and writes `index` into
+    /// Drivers.ini.
     void OfferDrivers(const std::string& index) {
         Folder.Write("drivers\\aspi\\bus.cab", "bus");
         Folder.Write("drivers\\aspi\\host.cab", "host");
@@ -46,7 +47,7 @@ class BuildRun : public ApplicationTest {
         EXPECT_TRUE(App.Wizard.FraMain[kFinishedPage].Visible);
         ExpectCleanFolder();
     }
-    /// Makes the staging step fail: its first file is not there.
+    /// Makes the staging step fail: its first file is missing.
     void BreakStaging() {
         Folder.Remove("cabs\\IO.SYS");
         Screen.Expect({"Error while copying the file from its Source :\r\nIO.SYS", "Error", Buttons::Ok,

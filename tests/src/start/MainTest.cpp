@@ -23,7 +23,7 @@ class ProgramStart : public ApplicationTest {
         Folder.Write("files\\base_files\\MSDOS.SYS");
         Folder.MakeTool("bfi.exe", "tree|tree.txt\nimage\n");
     }
-    /// Returns how the program has ended; nothing when it lives on with its wizard.
+    /// Returns how the program has ended; nothing when it continues with its wizard.
     std::optional<ExitCode> Start(const std::string& commandLine) {
         const SingleInstance instance(Folder.Path());
         try {

@@ -1,6 +1,6 @@
-// Whatever a user writes into the text files and the command line, the program raises nothing but its own
-// errors and touches nothing but its own working folders. Each test makes a fixed series of texts; with
-// VELBOOTER_FUZZ_SECONDS set it goes on for that many seconds.
+// Whatever a user writes into the text files and the command line, the program raises only its own errors
+// and changes only its own working folders. Each test runs a fixed series of texts; with
+// VELBOOTER_FUZZ_SECONDS set it continues for that many seconds.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -75,7 +75,7 @@ class AnsweringDesktop : public Desktop {
     Random& random_;
 };
 
-// Pieces that lines are made of. A drive or ".." leads anywhere a user wants, so no piece makes one.
+// Returns a piece of a line. A drive or ".." may lead anywhere that a user wants, so no piece contains one.
 std::string Piece(Random& random) {
     static const std::array<std::string, 44> kPieces{"[Copy_CABs]",
                                                      "[Copy_Files]",
@@ -162,7 +162,7 @@ std::string Text(Random& random) {
     std::string text;
     for (unsigned left = random.Below(25); left > 0; --left) text += Line(random) + kEnds[random.Below(4)];
     if (random.Below(3) == 0) text += Line(random);
-    // Pieces may meet in what none of them is alone.
+    // Two pieces together may form what neither contains.
     for (const char* forbidden : {"..", ":"}) {
         for (size_t at = text.find(forbidden); at != std::string::npos; at = text.find(forbidden))
             text.erase(at, 1);
@@ -170,7 +170,7 @@ std::string Text(Random& random) {
     return text;
 }
 
-/// One application folder beside a file that is none of the program's business.
+/// An application folder next to a file that the program must not touch.
 struct Machine {
     explicit Machine(unsigned seed) : Chance(seed), Screen(Chance) {
         for (const char* name : {"dos\\a", "loose.txt", "modules\\m.cab", "files\\mod\\one.txt",
@@ -182,7 +182,7 @@ struct Machine {
         SetNetworkMode(App.Wizard, NetworkMode::Ndis);
     }
 
-    /// Everything that the program is not to write: all but its working folders and Drivers.ini.
+    /// Everything that the program must not write: all files except its working folders and Drivers.ini.
     std::map<std::string, std::string> Untouchable() const {
         std::map<std::string, std::string> contents;
         for (const std::string& file : Folder.Tree("")) {
@@ -199,8 +199,8 @@ struct Machine {
     Application App{Folder.At("app"), Screen};
 };
 
-/// Runs `step` with text after text, each on a machine of its own; most texts begin with `opening`, without
-/// which many end at their first line. Errors of the program's own kinds are expected.
+/// Runs `step` with one text after another, each in a new application folder; most texts begin with
+/// `opening`, without which many end at their first line. The program's own kinds of errors are expected.
 template <typename Step>
 void RunSeries(const std::string& opening, const Step& step) {
     const char* const seconds = std::getenv("VELBOOTER_FUZZ_SECONDS");

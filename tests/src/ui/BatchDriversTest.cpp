@@ -1,4 +1,4 @@
-// The drivers of a batch run: which are built, and the driver choice of -sel.
+// The drivers of a batch run: which are put onto the disk, and the selection of -sel.
 
 #include <gtest/gtest.h>
 
@@ -48,7 +48,7 @@ class BatchDrivers : public BatchModeTest {
         return values;
     }
 
-    /// Returns the drivers and network lists that the image tool was given.
+    /// Returns the drivers and network lists among the image tool's input.
     Files DriverFiles() {
         Files files;
         std::istringstream tree(Folder.Read("tree.txt"));
@@ -60,8 +60,7 @@ class BatchDrivers : public BatchModeTest {
         return files;
     }
 
-    /// Returns the rows of the driver selection, a ticked one with a plus sign in front, in the order of
-    /// their texts.
+    /// Returns the rows of the driver selection, ticked ones after a plus sign, sorted by these texts.
     Files Rows() const {
         Files rows;
         for (const ListItem& row : App.Drivers.LV.ListItems)

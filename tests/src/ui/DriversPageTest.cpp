@@ -18,7 +18,7 @@ class DriverSelectionOpening : public SelectionTest {
         MakeEmptyCabinets("odi32", {"rtl8139.cab"});
         Folder.MakeTool("cabarc.exe");
     }
-    /// The cabinets and members that were asked for.
+    /// The cabinets and members that were extracted.
     Texts Extracted() const {
         Texts texts;
         const std::string before = Folder.Path() + "\\cabarc -o x drivers\\";

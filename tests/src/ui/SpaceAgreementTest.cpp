@@ -1,4 +1,4 @@
-// What the wizard's line says about a selection, and what the image tool does with the same files.
+// Compares what the wizard's line says about a selection with what the image tool does with the same files.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ class RandomSelection {
         folder.MakeFolder("cabs");
     }
 
-    // Files of all sizes, and one that leaves a few clusters or lacks them.
+    // Files of all sizes, and one after which a few clusters are left or missing.
     void AddUpToTheDataArea(const floppy::Geometry& geometry) {
         const std::uint64_t capacity = geometry.DataClusters() * geometry.ClusterBytes();
         const std::uint64_t share = capacity / 40;
@@ -47,16 +47,16 @@ class RandomSelection {
         Add(capacity + 3 * geometry.ClusterBytes() - taken - left);
     }
 
-    // Small files with names that nearly fill the root directory or are too many for it.
+    // Small files whose names nearly fill the root directory or are too many for it.
     void AddUpToTheRoot(const floppy::Geometry& geometry) {
         folders_.insert(folders_.end(), 11, "");
         folderOdds_ = 40;
-        // A name takes two entries on average, and some of them lie in folders.
+        // A name takes two entries on average, and some names are in folders.
         for (std::uint64_t count = geometry.RootEntries / 2 + Below(30); count > 0; --count) Add(Below(2));
     }
 
  private:
-    // The modulo is deterministic with every library, where its distributions are not.
+    // The remainder is the same with every library; the results of its distributions are not.
     std::size_t Below(std::uint64_t limit) { return static_cast<std::size_t>(random_() % limit); }
 
     std::string Letters(std::uint64_t count, const std::string& alphabet) {
@@ -84,7 +84,7 @@ class RandomSelection {
     }
 
     void Add(std::uint64_t bytes) {
-        // A folder comes with the file in it.
+        // A folder is created together with the first file in it.
         if (Below(folderOdds_) == 0) folders_.push_back(NewPath() + "\\");
         const bool isLone = Below(folderOdds_) == 0;
         const std::string path =
@@ -100,13 +100,13 @@ class RandomSelection {
     std::mt19937 random_;
     std::vector<std::string> folders_{""};  // each with a backslash at its end
     std::set<std::string> names_;
-    std::uint64_t folderOdds_ = 6;  // a new folder for so many files
+    std::uint64_t folderOdds_ = 6;  // one file out of this many gets a new folder
 };
 
-// What the image tool says of a tree.
+// What the image tool reports about a tree.
 struct Judgement {
     bool Fits = false;
-    std::optional<std::uint64_t> Bytes;  // what the tree takes of the data area, where the tool says it
+    std::optional<std::uint64_t> Bytes;  // what the tree takes of the data area, if the tool reports it
 };
 
 // The type of the disk, "144" or "288", is the parameter.
@@ -142,7 +142,7 @@ class SpaceAgreement : public ApplicationTest, public ::testing::WithParamInterf
         return {false, std::nullopt};
     }
 
-    // Holds the line against the tool, which says whether the files fit.
+    // Compares the line with the tool's result, which decides whether the files fit.
     void Compare(const Judgement& tool) {
         MeasureSpace(App);
         ShowSpace(App);

@@ -1,4 +1,5 @@
-// Programs that others wrote read what bfi writes: fsck.fat, mtools and 7-Zip. A missing one is a failure.
+// Programs that others wrote read what bfi writes: fsck.fat, mtools and 7-Zip. A missing program fails the
+// test.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -11,7 +11,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-// Parses and returns the refusal, which must be that of a wrong call and show the usage.
+// Parses and returns the error, which must be that of a wrong call and contain the usage.
 std::string WrongCall(const std::vector<std::string>& arguments) {
     try {
         ParseCommandLine(arguments);

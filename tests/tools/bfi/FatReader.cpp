@@ -38,7 +38,7 @@ class LongName {
         name_ = part + name_;
     }
 
-    // Returns the long name that belongs to the short one; empty when there is none.
+    // Returns the long name that belongs to the short one and forgets it; empty when there is none.
     std::u16string TakeFor(const std::string& shortName) {
         if (partsLeft_ == 0) return {};
         Require(partsLeft_ == kComplete && checksum_ == Checksum(shortName),
@@ -158,10 +158,10 @@ class Reader {
         return extension.empty() ? base : base + "." + extension;
     }
 
-    // One directory: the root with the cluster 0, or a folder.
+    // One directory: the root, whose cluster is 0, or a folder.
     struct Directory {
         std::vector<std::uint8_t> Table;
-        std::string Prefix;  // of the paths in it
+        std::string Prefix;  // of all paths in it
         std::uint32_t Self = 0;
         std::uint32_t Parent = 0;
     };

@@ -1,7 +1,7 @@
 #pragma once
-// A reader of FAT12 images that shares nothing with the writer but the published format. It refuses whatever
-// is not sound: copies of the allocation table that differ, clusters that are lost or used twice, chains that
-// do not match a size, a long name without its short one, "." and ".." that lead astray.
+// A reader of FAT12 images that shares nothing with the writer but the published format. It rejects
+// everything that is not sound: copies of the FAT that differ, clusters that are lost or used twice, chains
+// that do not match a size, a long name without its short one, "." and ".." that lead elsewhere.
 
 #include <cstdint>
 #include <string>
@@ -36,7 +36,7 @@ struct FatImage {
     const FatEntry& At(const std::string& path) const;
 };
 
-/// Throws std::runtime_error saying what is not sound.
+/// Reads an image. Throws std::runtime_error that says what is not sound.
 FatImage ReadFatImage(const std::vector<std::uint8_t>& image);
 
 }  // namespace tools::bfi::testing

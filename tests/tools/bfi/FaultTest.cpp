@@ -14,7 +14,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-// An older image stands in the place of the new one; whatever goes wrong, it must not change.
+// There is an older image of the same name; whatever goes wrong, it must not change.
 class Fault : public ImageTest {
  protected:
     Fault() {

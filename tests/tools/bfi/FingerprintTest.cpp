@@ -52,7 +52,7 @@ TEST(Fingerprint, TheOrderOfTwoPiecesCounts) {
     EXPECT_NE(forth.Value(), back.Value());
 }
 
-// Machines of either byte order and word size must agree, and so must later versions.
+// Machines of any byte order and word size must agree, and so must later versions.
 TEST(Fingerprint, TheNumberIsFixed) {
     Bytes bytes;
     for (int i = 0; i < 1000; ++i) bytes.push_back(static_cast<std::uint8_t>(i * 7));

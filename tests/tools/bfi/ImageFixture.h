@@ -1,6 +1,6 @@
 #pragma once
-// What the tests of whole images share: a folder with a boot sector and a tree, and the way from it to a read
-// image.
+// What the tests of whole images share: a folder with a boot sector and a tree, and functions to build an
+// image from it and read it back.
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ namespace tools::bfi::testing {
 using tools::testing::Bytes;
 using tools::testing::NoiseBytes;
 
-/// Returns a boot sector that bfi accepts, with noise for code.
+/// Returns a boot sector that bfi accepts, with random bytes for code.
 inline Bytes SampleBootSector() {
     Bytes sector = NoiseBytes(512, 4711);
     const std::string start = "\xEB\x3C\x90MSWIN4.1";
@@ -45,7 +45,7 @@ class ImageTest : public ::testing::TestWithParam<std::string> {
         return ReadFatImage(Files.Read("out.img"));
     }
 
-    /// What the refusal says; empty when the image is built.
+    /// Returns the error; empty when the image is built.
     std::string Refusal() const {
         const std::string error = tools::testing::ErrorOf([&] { BuildImage(Request()); });
         return error == "(no error)" ? "" : error;

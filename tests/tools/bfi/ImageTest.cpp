@@ -113,7 +113,7 @@ TEST_P(ImageTest, FillsTheDataAreaToTheLastCluster) {
 }
 
 TEST_P(ImageTest, FillsTheDataAreaWithFoldersAndSmallFiles) {
-    // A folder with 100 entries of 32 bytes and two of its own, and files of one byte in a cluster each.
+    // A folder with 100 entries of 32 bytes besides "." and "..", and files of one byte in a cluster each.
     for (int i = 0; i < 100; ++i) Files.Write("tree/sub/f" + std::to_string(i), "x");
     const auto folderClusters = static_cast<std::size_t>(Format().ClustersFor(102 * 32));
     const std::size_t rest = Format().DataClusters() - 100 - folderClusters;

@@ -18,7 +18,7 @@ CabinetDirectory ReadFrom(const Bytes& bytes) {
     return ReadCabinetDirectory(stream, "some.cab");
 }
 
-/// Returns the message by which the bytes are refused, or "accepted".
+/// Returns the message with which the bytes are rejected, or "accepted".
 std::string Refusal(const Bytes& bytes) {
     try {
         ReadFrom(bytes);
@@ -31,7 +31,7 @@ std::string Refusal(const Bytes& bytes) {
     }
 }
 
-/// Returns the cabinet with the bytes from `offset` on replaced.
+/// Returns the cabinet with the bytes from `offset` on replaced by `replacement`.
 Bytes With(Bytes bytes, std::size_t offset, const Bytes& replacement) {
     std::copy(replacement.begin(), replacement.end(), bytes.begin() + static_cast<std::ptrdiff_t>(offset));
     return bytes;
@@ -143,7 +143,7 @@ TEST(CabinetReader, MembersOfASetMayBelongToAnotherCabinet) {
     EXPECT_EQ("accepted", Refusal(cabinet));
 }
 
-// Whatever the bytes are, they are read or refused; the sanitizers watch.
+// Any bytes are read or rejected; the sanitizers notice everything else.
 TEST(CabinetReader, SurvivesRandomDamage) {
     const Bytes sample = Sample();
     std::mt19937 random(20);

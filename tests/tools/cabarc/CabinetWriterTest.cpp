@@ -114,7 +114,7 @@ TEST_F(CabinetWriterTest, FillsAFolderToItsLastRecordAndNotBeyond) {
                 ThrowsMessage<ToolError>(HasSubstr("too big for one cabinet")));
 }
 
-/// Keeps what a compressor delivers.
+/// Keeps the records that a compressor delivers.
 class Records : public BlockSink {
  public:
     std::vector<ParsedRecord> All;

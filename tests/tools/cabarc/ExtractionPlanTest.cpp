@@ -119,7 +119,7 @@ TEST_F(ExtractionPlan, NeedsSpaceForEveryFileAndGetsBackThatOfOlderOnes) {
     EXPECT_NO_THROW(RequireSpace(directory, "c.cab", plan, 6442351140U));
     directory.Members[2].Size = 0;
     directory.Members[1].Size = 1200;
-    // The old file of the first is gone when the second is written.
+    // The older file of the first member has been removed when the second is written.
     EXPECT_NO_THROW(RequireSpace(directory, "c.cab", plan, 0x7FFF8000U + 200));
     EXPECT_THROW(RequireSpace(directory, "c.cab", plan, 0x7FFF8000U + 199), ToolError);
 }

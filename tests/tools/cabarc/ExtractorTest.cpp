@@ -43,7 +43,7 @@ HostFile EntryOf(const std::string& folder, const std::string& name) {
     return {};
 }
 
-/// The tests work in work, so that a file which got out of it would show beside it.
+/// The tests work in the folder work, so that a file which is extracted outside it is found next to it.
 class Extractor : public InTestFolder {
  protected:
     Extractor() {
@@ -151,7 +151,7 @@ TEST_F(Extractor, UnpacksFoldersOfDifferentMethods) {
     EXPECT_TRUE(TreeOf(".") == expected);
 }
 
-// Keeps what it is given and in which order.
+// Records what it receives, and in which order.
 class Recorder : public MemberReceiver {
  public:
     bool Begin(std::size_t index) override {
@@ -201,7 +201,7 @@ TEST_F(Extractor, MembersThatAlternateBetweenMethodsTakeOneRunForEach) {
         EXPECT_TRUE(ReadBytes("f" + std::to_string(i)) == ProseBytes(kSize, i)) << i;
 }
 
-// The members overlap: each is the whole of a folder that claims to be as long as a folder can be.
+// The members overlap: each is all of a folder that claims to have the greatest possible length.
 TEST_F(Extractor, MoreThanTheDriveHoldsIsRefusedBeforeAnythingIsWritten) {
     std::vector<HandMember> members;
     for (int i = 0; i < 30000; ++i) members.push_back({std::to_string(100000 + i), {}});
@@ -299,7 +299,7 @@ TEST_F(Extractor, CutOffCabinetWritesNothing) {
     }
 }
 
-// The header may lie about the size, so that only the library notices that data is missing.
+// The size in the header may be wrong, so that only the library notices that data is missing.
 TEST_F(Extractor, MissingDataLeavesNoHalfMember) {
     Bytes cut = HandMade({{"a", ProseBytes(1000), 0x20, 0}, {"b", ProseBytes(90000), 0x20, 1}});
     cut.resize(cut.size() - 30000);

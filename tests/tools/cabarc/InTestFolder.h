@@ -1,6 +1,6 @@
 #pragma once
-// The fixture of tests that work in a folder of their own, and plain ways to put files into it, to look at
-// them and to run cabarc there.
+// The fixture of tests that work in a folder of their own, and simple functions to write and read files
+// there and to run cabarc.
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ namespace tools::cabarc::testing {
 
 using namespace tools::testing;
 
-/// Writes a file (name in UTF-8, either slash) with its missing folders; reads one, which must exist.
+/// Writes a file (name in UTF-8 with either slash) and its missing folders; reads a file, which must exist.
 void WriteBytes(const std::string& file, const Bytes& contents);
 Bytes ReadBytes(const std::string& file);
 
@@ -32,7 +32,7 @@ ProgramResult RunLine(const std::string& line);
 /// Runs the cabarc that was built with the tests; `arguments` as in RunLine.
 ProgramResult RunCabarc(const std::string& arguments);
 
-/// Makes an empty folder and the working folder of it for the length of a test; both are gone after it.
+/// Creates an empty folder, which is the working folder during a test, and removes it afterwards.
 class InTestFolder : public ::testing::Test {
  protected:
     InTestFolder();

@@ -1,5 +1,5 @@
-// What cabarc packs, unpacked by the programs of others: each must give every file back byte for byte under
-// its name, and those that restore times must restore the right ones.
+// What cabarc packs, unpacked by programs that others wrote: each must restore every file byte for byte
+// under its name, and those that restore times must restore the right ones.
 
 #include <gmock/gmock.h>
 
@@ -47,7 +47,7 @@ void MakeMixedTree() {
 }
 
 void MakeFarMatches() {
-    // Longer than the biggest window, with repetitions from one end to the other.
+    // Longer than the largest window, with repetitions from one end to the other.
     Bytes data = NoiseBytes(1500000, 3);
     const Bytes prose = ProseBytes(1200000, 4);
     data.insert(data.end(), prose.begin(), prose.end());

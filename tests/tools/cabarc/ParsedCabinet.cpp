@@ -15,7 +15,7 @@ void Require(bool holds, const std::string& rule) {
     if (!holds) throw std::runtime_error("the cabinet breaks a rule: " + rule);
 }
 
-/// The bytes of a cabinet in their order.
+/// Reads the bytes of a cabinet in order.
 class Cursor {
  public:
     explicit Cursor(const Bytes& bytes) : bytes_(bytes) {}
@@ -50,8 +50,8 @@ void AppendNumber(Bytes& bytes, std::uint64_t value, int count) {
     for (int i = 0; i < count; ++i) bytes.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
 }
 
-/// The checksum bit by byte: byte i of a whole word has weight 256^(i mod 4), those of the tail are turned
-/// round.
+/// The checksum byte by byte: byte i of a whole word has the weight 256^(i mod 4), those of the tail have
+/// their weights in reverse.
 std::uint32_t ChecksumOf(const Bytes& payload, std::size_t uncompressed) {
     Bytes sizes;
     AppendNumber(sizes, payload.size(), 2);

@@ -1,7 +1,7 @@
 #pragma once
-// A strict reader of cabinets that shares nothing with the program's: it takes a cabinet apart byte by byte
-// and refuses whatever a careful packer must not write. It also makes small cabinets by hand, with any names
-// that a test wants.
+// A strict reader of cabinets that shares nothing with the program's: it reads a cabinet byte by byte and
+// rejects everything that a careful packer must not write. It also builds small cabinets by hand, with any
+// names that a test wants.
 
 #include <cstdint>
 #include <optional>
@@ -39,10 +39,10 @@ struct ParsedCabinet {
     std::vector<ParsedMember> Members;
 };
 
-/// Throws std::runtime_error that says what is not as it must be.
+/// Reads a cabinet. Throws std::runtime_error that says what is wrong with it.
 ParsedCabinet Parse(const Bytes& cabinet);
 
-/// A member of a cabinet made by hand.
+/// A member of a cabinet that HandMade builds.
 struct HandMember {
     std::string Name;
     Bytes Contents;

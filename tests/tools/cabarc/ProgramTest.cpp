@@ -1,4 +1,4 @@
-// The program as its users start it: exit codes and where it says what.
+// The program as its users start it: its exit codes, and what it prints to which stream.
 
 #include <gmock/gmock.h>
 

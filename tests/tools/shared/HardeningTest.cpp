@@ -1,4 +1,4 @@
-// What the options of the build promise: a fault in memory ends the program with a word, in whatever build.
+// What the build's options promise: a memory error ends the program with a message, in every build.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,13 +13,13 @@ namespace {
 using ::testing::AnyOf;
 using ::testing::HasSubstr;
 
-// Matches the last words of a program with the given report, or that of a sanitizer, which comes first where
+// Matches the last output of a program: the given report, or that of a sanitizer, which comes first where
 // there is one.
 auto Reports(const char* report) {
     return AnyOf(HasSubstr(report), HasSubstr("AddressSanitizer"), HasSubstr("runtime error"));
 }
 
-// Reads and writes through volatile variables: the compiler neither foresees the fault nor leaves it out.
+// Volatile, so that the compiler neither foresees the error nor removes it.
 volatile std::size_t pastTheEnd = 64;
 volatile char sink;
 

@@ -166,7 +166,7 @@ TEST(FreeSpace, IsThatOfTheDriveOfAFolderThatNeedNotExist) {
     const std::uint64_t missing = FreeSpace(folder.Path("none/deeper"));
     EXPECT_GT(there, 0U);
     EXPECT_LT(there, std::uint64_t{1} << 60) << "a number that the system gave";
-    // Others may write meanwhile.
+    // Other programs may write to the drive meanwhile.
     EXPECT_NEAR(static_cast<double>(missing), static_cast<double>(there), 0.5 * static_cast<double>(there));
     EXPECT_LT(FreeSpace(""), std::uint64_t{1} << 60);
 }
@@ -205,7 +205,7 @@ TEST(CreateFolders, AFileInTheWayIsAnError) {
 }
 
 #ifdef _WIN32
-// A folder below the root of the drive of the tests, which is not there.
+// A folder in the root of the tests' drive that does not exist.
 class CreateFoldersBelowARoot : public ::testing::Test {
  protected:
     CreateFoldersBelowARoot() {

@@ -58,7 +58,7 @@ TEST(InputFile, MovesToAnyPlace) {
 
 TEST(InputFile, AMissingFileIsNamedWithTheReason) {
     const TestFolder folder;
-    constexpr int kNoSuchFile = 2;  // on either system
+    constexpr int kNoSuchFile = 2;  // on both systems
     EXPECT_EQ(folder.Text("none") + ": cannot be opened: " + SystemReason(kNoSuchFile),
               ErrorOf([&] { InputFile(folder.Path("none")); }));
 }

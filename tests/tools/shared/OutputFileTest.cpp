@@ -29,11 +29,11 @@
 
 #ifndef _WIN32
 namespace {
-// What is called each time when a file is to be written to the device.
+// Called each time a file is flushed to the device.
 std::function<void(int)> onFlush;
 }  // namespace
 
-// In the place of the function of the C library: tells the test, and has the system do the work.
+// Replaces the function of the C library: calls onFlush, and has the system do the work.
 extern "C" int fsync(int file) {
     if (onFlush) onFlush(file);
     return static_cast<int>(syscall(SYS_fsync, file));
@@ -240,7 +240,7 @@ TEST(PartName, IsCutWhereItWouldBeTooLong) {
     EXPECT_EQ(std::string(243, 'n') + ".unfinished~", name(std::string(243, 'n'), 1));
     EXPECT_EQ(std::string(243, 'n') + ".unfinished~", name(std::string(244, 'n'), 1));
     EXPECT_EQ(std::string(241, 'n') + ".unfinished~99", name(std::string(255, 'n'), 99));
-    // The last character that is kept is a whole one: two units on either system.
+    // The last character that is kept is complete: two units on Windows, four on POSIX.
     const std::string disk = "\xF0\x9F\x92\xBE";
     std::string disks;
     for (int i = 0; i < 125; ++i) disks += disk;
@@ -249,8 +249,8 @@ TEST(PartName, IsCutWhereItWouldBeTooLong) {
     EXPECT_TRUE(cut.ends_with(disk + ".unfinished~")) << cut;
 }
 
-// The process that dies may be another one that runs this test again: it finds the folder of the first one in
-// its environment.
+// The process that dies may be another one that runs this test again: it finds the first one's folder in its
+// environment.
 class KilledRun : public ::testing::Test {
  protected:
     KilledRun() {
@@ -287,7 +287,7 @@ class KilledRun : public ::testing::Test {
  private:
     static constexpr const char* kVariable = "VELBOOTER_KILLED_RUN";
 
-    // Sets the variable of the environment; no text removes it.
+    // Sets the environment variable; an empty text removes it.
     static void SetVariable(const std::string& value) {
 #ifdef _WIN32
         _putenv_s(kVariable, value.c_str());
@@ -339,7 +339,8 @@ TEST(OutputFile, OnAShareThatIsMissingTheTargetIsNamed) {
                 StartsWith("\\\\velbooter-no-server\\share\\x.img: cannot be written: "));
 }
 
-// Opens a file as most programs do: it can be read and written beside them, but neither deleted nor replaced.
+// Opens a file as most programs do: others can read and write it meanwhile, but neither delete nor replace
+// it.
 HANDLE HoldOpen(const std::filesystem::path& path) {
     const HANDLE holder = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                       OPEN_EXISTING, 0, nullptr);

@@ -18,7 +18,7 @@
 namespace tools::testing {
 namespace {
 
-// Runs `work` as a program named "tool" and returns what it printed.
+// Runs `work` as a program named "tool", expects its exit code and returns what it has printed.
 std::string Printed(const std::function<void()>& work, int expectedCode) {
     ::testing::internal::CaptureStderr();
     EXPECT_EQ(RunTool("tool", work), expectedCode);

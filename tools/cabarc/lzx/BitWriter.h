@@ -3,8 +3,9 @@
 // from the highest bit on, but stores each word with its low byte first. Whole bytes occur only in
 // uncompressed blocks, and only at a word border.
 //
-// Up to 15 bits wait in a 64-bit register, so that a field of 32 bits always fits above them; that bound is
-// why Put has no loop over parts of a field.
+// Invariant: between two calls at most 15 bits wait in a 64-bit register, because every full word leaves it
+// at once. So a field of 32 bits always fits above them, and Put needs no loop over parts of a field.
+// Nothing here fails: the bytes grow in memory, and the caller limits the size of a frame.
 
 #include <cstdint>
 #include <span>
@@ -12,6 +13,7 @@
 
 namespace tools::cabarc::lzx {
 
+/// Collects one frame at a time; Clear begins the next one, and the memory of the bytes is used again.
 class BitWriter {
  public:
     static constexpr int kMaxFieldBits = 32;
@@ -28,7 +30,7 @@ class BitWriter {
         }
     }
 
-    /// Fills the running word with zero bits; does nothing at a word border.
+    /// Fills the current word with zero bits; does nothing at a word border.
     void PadToWord() {
         if (pendingBits_ != 0) Put(0, kWordBits - pendingBits_);
     }
@@ -37,13 +39,14 @@ class BitWriter {
     /// border.
     void PadBeforeRawBytes() { Put(0, kWordBits - pendingBits_); }
 
-    /// Appends whole bytes. REQUIRES: a word border, or an odd number of raw bytes just before.
+    /// Appends whole bytes. REQUIRES: no bits wait, which holds at a word border and after other raw bytes.
     void PutBytes(std::span<const std::uint8_t> raw) { bytes_.insert(bytes_.end(), raw.begin(), raw.end()); }
 
-    /// The whole words and raw bytes so far.
+    /// The whole words and raw bytes so far, until the next call that is not const. The bits that still
+    /// wait for their word are not among them: PadToWord ends a frame.
     const std::vector<std::uint8_t>& Bytes() const { return bytes_; }
 
-    /// Forgets what was written; the next frame starts at a fresh word.
+    /// Forgets what was written, waiting bits included; the next frame starts at a fresh word.
     void Clear() {
         bytes_.clear();
         pending_ = 0;
@@ -58,7 +61,7 @@ class BitWriter {
 
     std::vector<std::uint8_t> bytes_;
     std::uint64_t pending_ = 0;  ///< the low pendingBits_ bits wait; what is above them has been written
-    int pendingBits_ = 0;
+    int pendingBits_ = 0;        ///< 0 to kWordBits - 1 between calls
 };
 
 }  // namespace tools::cabarc::lzx

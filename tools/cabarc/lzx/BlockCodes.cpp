@@ -16,8 +16,8 @@ std::uint64_t CodedBits(const std::array<std::uint32_t, Size>& counts,
 
 }  // namespace
 
-// A match has one main symbol for its position slot and the start of its length; lengths from 9 on go on in
-// the length tree, and the place inside the slot goes on in the extra bits.
+// A match has one main symbol for its position slot and the start of its length; lengths from 9 on have a
+// symbol of the length tree as well, and the place inside the slot follows in the extra bits.
 ItemSymbols::ItemSymbols(Item item) {
     if (item.IsLiteral()) {
         Main = item.Byte();

@@ -1,7 +1,7 @@
 #pragma once
 // The numbers of a block: how often each symbol occurs, the code lengths that follow from the counts, and
-// what the block's items cost with them. Kept apart from the parser and the writer because prices, splitting
-// and the choice of block type all work on these numbers alone.
+// what the block's items cost with them. Kept apart from the parser and the writer because prices,
+// splitting and the choice of block type all work on these numbers alone.
 
 #include <array>
 #include <cmath>
@@ -14,23 +14,24 @@
 
 namespace tools::cabarc::lzx {
 
-/// The symbols that an item is sent as.
+/// The symbols that an item is sent as: always one of the main tree, and for a match up to two more.
 struct ItemSymbols {
     explicit ItemSymbols(Item item);
 
-    int Main = 0;
+    int Main = 0;      ///< 0 to 255 a literal, from 256 on slot and length header
     int Length = -1;   ///< symbol of the length tree; -1 = none
     int Slot = -1;     ///< position slot; -1 for a literal
-    int Aligned = -1;  ///< the low offset bits where an aligned block codes them; else -1
+    int Aligned = -1;  ///< the three low offset bits where an aligned block codes them; else -1
 };
 
-/// Symbol counts of a stretch of items. The aligned symbols are counted for any block, for its type is chosen
-/// by these counts.
+/// Symbol counts of a stretch of items. The aligned symbols are counted for any block, because its type is
+/// chosen by these counts. A stretch of up to 2^32 - 1 items can be counted; a segment has at most 2^20.
 struct SymbolCounts {
     std::array<std::uint32_t, kMaxMainSymbols> Main{};
     std::array<std::uint32_t, kLengthSymbols> Length{};
     std::array<std::uint32_t, kAlignedSymbols> Aligned{};
 
+    /// Counts the symbols of one item, or of all the items of a stretch.
     void Add(Item item);
     void Add(std::span<const Item> items) {
         for (const Item item : items) Add(item);
@@ -46,7 +47,8 @@ struct CodeLengths {
     friend bool operator==(const CodeLengths&, const CodeLengths&) = default;
 };
 
-/// Returns the best complete code lengths for these counts.
+/// Returns the complete code lengths that spend the fewest bits on these counts, within the limits of the
+/// format (BuildCodeLengths). What it costs to send the lengths themselves is left out.
 CodeLengths BuildCodes(const SymbolCounts& counts);
 
 /// Returns the plain bits that the offsets take in a coded block of this type: all extra bits, or in an
@@ -69,8 +71,9 @@ struct BodyPlan {
 /// the same.
 BodyPlan PlanBody(const SymbolCounts& counts);
 
-/// Returns the bits of an uncompressed block of so many bytes: padding (8.5 bits in the mean), the recent
-/// offsets, the bytes. Type and size, which every block has, are counted for none.
+/// Returns the bits of an uncompressed block of `bytes` bytes: padding (8.5 bits on average, rounded up),
+/// the recent offsets, the bytes. Type and size are left out here as everywhere, because every block has
+/// them.
 constexpr std::uint64_t UncompressedBits(std::uint32_t bytes) {
     return 9 + 32 * kRecentOffsets + 8 * std::uint64_t{bytes};
 }
@@ -79,20 +82,23 @@ constexpr std::uint64_t UncompressedBits(std::uint32_t bytes) {
 ///
 ///     sum of n * -log2(n / N)  =  N * log2(N) - sum of n * log2(n)      (N the sum of all n)
 ///
-/// The right side needs one term for each count, which changes alone when its count does. So the entropy of a
-/// growing stretch is kept up to date symbol by symbol.
+/// The right side has one term for each count, and no other term changes with that count. So the entropy of
+/// a growing stretch is kept up to date symbol by symbol. It is a lower bound: codes of whole bits never
+/// spend less. Single precision may be off by some bits in a long stretch, which is little beside what an
+/// estimate leaves out; BodyBits is exact.
 class EntropyTerms {
  public:
     EntropyTerms() {
         for (std::size_t n = 1; n < table_.size(); ++n) table_[n] = Compute(static_cast<float>(n));
     }
 
-    /// Returns n * log2(n), 0 for 0; from a table for the counts that are common.
+    /// Returns n * log2(n), 0 for 0. The common counts are looked up in a table.
     float operator()(std::uint32_t n) const {
         return n < table_.size() ? table_.data()[n] : Compute(static_cast<float>(n));
     }
 
-    /// Returns the bits of symbols that occur so often, under ideal codes.
+    /// Returns the bits that symbols with these counts take under ideal codes, whose lengths may be
+    /// fractions.
     float EntropyBits(std::span<const std::uint32_t> counts) const;
 
  private:

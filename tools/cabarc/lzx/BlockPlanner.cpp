@@ -1,15 +1,17 @@
-// A block is planned in the order in which it will be written, because the code lengths of the last coded
-// block are what its own are sent as differences from. For each the coded form is worked out as far as its
-// last bit: counts, codes, the cheaper of verbatim and aligned, the encoded code lengths. If its bytes as
-// they are cost less, all that is dropped and the decoder's code lengths stay what they were.
+// Blocks are planned in the order in which they will be written, because the code lengths of each are sent
+// as differences from those of the last coded block before it. For each the coded form is worked out to its
+// last bit: counts, codes, the cheaper of verbatim and aligned, the encoded code lengths. If the plain
+// bytes cost less, all that is dropped and the decoder's code lengths stay what they were.
 //
-// The choice is greedy: an uncompressed block leaves the decoder with older code lengths, which may make the
-// next header dearer by more than was saved. But uncompressed blocks are rare in what compresses, and a
-// header is a small part of its block, so that a search over all series of types would have little to find.
+// The choice is greedy: an uncompressed block leaves the decoder with older code lengths, which may make
+// the next header dearer by more than was saved. But uncompressed blocks are rare in data that compresses,
+// and a header is a small part of its block, so a search over all sequences of types would have little to
+// gain.
 //
-// A coded block without trees is one that has to be planned anew, because its items have changed or because
-// it can no longer be sure of the block before. Replan does that. It keeps the choice between coded and
-// uncompressed, so that moving borders cannot go round in circles.
+// A coded block without trees has to be planned again, because its items have changed or because the coded
+// block before it may have gone. Replan does that. It keeps the choice between coded and uncompressed, so
+// that moving borders cannot go round in circles. For the same reason a block that the shift of a border
+// has made dearer than its plain bytes stays coded; a few items decide little.
 
 #include "tools/cabarc/lzx/BlockPlanner.h"
 
@@ -25,7 +27,7 @@ bool IsOdd(std::uint32_t n) {
 
 // Readers disagree about where the pad byte of an odd-sized uncompressed block goes, so such a block gives
 // items to its neighbours until it begins and ends at even places; only the end of the folder may be odd. A
-// block that has nothing left goes.
+// block that has nothing left is removed.
 void EvenOutUncompressed(std::span<const Item> items, std::vector<BlockPlan>& plans) {
     for (std::size_t i = 0; i < plans.size(); ++i) {
         if (plans[i].IsCoded()) continue;
@@ -47,8 +49,8 @@ void EvenOutUncompressed(std::span<const Item> items, std::vector<BlockPlan>& pl
     std::erase_if(plans, [](const BlockPlan& plan) { return plan.Span.Bytes() == 0; });
 }
 
-// The items of a block, taken from its front in parts that end at given places. No item goes over the border
-// of a frame, so that cuts at such borders fall between items.
+// The items of a block, taken from its front in parts that end at given places (bytes from the start of the
+// segment). No item crosses the border of a frame, so cuts at such borders fall between items.
 class BlockCutter {
  public:
     BlockCutter(std::span<const Item> items, const BlockSpan& block) : items_(items), rest_(block) {}
@@ -141,7 +143,7 @@ std::vector<BlockPlan> BlockPlanner::StoreFrame(std::span<const Item> items, std
             continue;
         }
         if (plan.Span.Begin >= end) {
-            // The coded block before it may be gone altogether.
+            // The coded block before it may have lost all its items and gone.
             plan.Trees.reset();
             result.push_back(std::move(plan));
             continue;

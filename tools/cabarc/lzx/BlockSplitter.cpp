@@ -1,22 +1,23 @@
 // The items are cut into cells of about kCellBytes, and a block is a run of whole cells. The cheapest
 // sequence of blocks is again a shortest path: the borders between cells are the nodes, each run of up to
-// kMaxCells cells is an edge from the border before it to the border after it, and its price is the estimated
-// size of the block. All edges lead forward, so one pass over the borders finds the path. No sequence of
-// blocks is left out, unlike in a splitter that looks for a change of statistics and cuts there: that one
-// never sees that two changes together would pay where neither does alone.
+// kMaxCells cells is an edge from the border before it to the border after it, and its price is the
+// estimated size of the block. All edges lead forward, so one pass over the borders finds the path. No
+// sequence of blocks is left out, unlike in a splitter that looks for a change of statistics and cuts
+// there: such a splitter never sees that two changes together would pay where neither does alone.
 //
-// The price of a run: the entropy of its symbols, which is what ideal codes would take; the extra bits of the
-// offsets; a fixed part for the header and so much for each symbol that occurs, as each has a code length
-// there. Building codes and encoding their lengths for each of the up to 65,000 runs of a segment would cost
-// many times the rest of the packing. When a run grows by a cell, only the terms of the symbols of that cell
-// change, so a run costs about as much time as its last cell has different symbols.
+// The price of a run: the entropy of its symbols, which is what ideal codes would take; the extra bits of
+// the offsets; a fixed part for the header and a part for each symbol that occurs, as each has a code
+// length there. Building codes and encoding their lengths for each of the up to 65,000 runs of a segment
+// would cost many times the rest of the packing. When a run grows by a cell, only the terms of the symbols
+// of that cell change, so a run costs about as much time as its last cell has different symbols.
 //
 // What the estimate gets wrong: codes of whole bits take a little more than the entropy; a header like the
-// one before it costs less than a new one; code lengths that run evenly cost less than scattered ones. The
-// first hardly depends on where the cuts are. For the other two only a mean can be given, which was measured.
+// one before it costs less than a new one; runs of equal code lengths cost less than scattered ones. The
+// first hardly depends on where the cuts are. For the other two there is only an average, which was
+// measured.
 //
 // Cost: cells times kMaxCells times the different symbols of a cell, in all about a seventh of the time of
-// packing. It needs the whole segment, so it is not for a packer that must send as it reads.
+// packing. It needs the whole segment, so it does not suit a packer that must send as it reads.
 
 #include "tools/cabarc/lzx/BlockSplitter.h"
 
@@ -30,8 +31,8 @@ namespace tools::cabarc::lzx {
 
 namespace {
 
-// What a header costs: a fixed part for the three pretrees and so much for each symbol that occurs. Of 2, 3,
-// 4 and 5 bits per symbol, 4 gives the smallest reference sets (2 gives 0.4 % more).
+// What a header costs, in bits: a fixed part for the three pretrees and a part for each symbol that occurs.
+// Of 2, 3, 4 and 5 bits per symbol, 4 gives the smallest reference sets (2 gives 0.4 % more).
 constexpr float kHeaderBits = 300.0F;
 constexpr float kHeaderBitsPerSymbol = 4.0F;
 
@@ -43,7 +44,8 @@ struct SymbolCount {
     std::uint16_t Count;
 };
 
-// The items between two neighbouring border candidates.
+// The items between two neighbouring border candidates, and what a block that takes them in adds to its
+// counts.
 struct Cell {
     std::size_t EndItem = 0;
     std::uint32_t End = 0;
@@ -88,8 +90,9 @@ class GrowingBlock {
     explicit GrowingBlock(std::uint32_t begin) : begin_(begin) {}
 
     void Add(const Cell& cell, const EntropyTerms& entropy) {
-        // Every symbol of a cell was an index of such an array before: the innermost loop needs no check. Its
-        // sums are locals, which a write to a count cannot be taken to change.
+        // CutIntoCells has used every symbol of a cell as an index of such an array, so the innermost loop
+        // needs no check. Its sums are locals, because the compiler must assume that a write to a count
+        // changes a member.
         std::uint32_t* const countOf = counts_.data();
         std::uint32_t used = used_;
         float symbolSum = symbolSum_;

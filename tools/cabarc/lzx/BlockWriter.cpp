@@ -1,15 +1,15 @@
-// The writer decides nothing. It takes each block's plan and puts the parts one after another:
+// The writer decides nothing. It takes each block's plan and writes the parts one after another:
 //
 //     type, size                                  of every block
 //     aligned tree                                of an aligned block
 //     encoded code lengths, items                 of a verbatim or aligned block
 //     padding, recent offsets, bytes              of an uncompressed block
 //
-// Only the limit of a frame's size comes back from here to the plan. Codes are built for the mean of a block,
-// and a frame inside it that is unlike the rest can take up to 16 bits for each byte, twice its size. Readers
-// accept about a fifth more than its size. Such a frame is cut out, stored, and the segment written again
-// from its start. As a stored frame is never too large, each turn leaves one fewer that can be, so this comes
-// to an end; hardly any input needs a turn.
+// Only the limit of a frame's size comes back from here to the plan. Codes suit the block as a whole, and a
+// frame inside it that is unlike the rest can take up to 16 bits for each byte, twice its size. Readers
+// accept about a fifth more than its size (kMaxFramePayload). Such a frame is cut out, stored, and the
+// segment written again from its start. As a stored frame is never too large, each round leaves one fewer
+// that can be, so this comes to an end; hardly any input needs a second round.
 
 #include "tools/cabarc/lzx/BlockWriter.h"
 
@@ -64,8 +64,8 @@ void BlockWriter::WriteBlocks(const Segment& segment, std::span<const BlockPlan>
 void BlockWriter::WriteUncompressed(const Segment& segment, const BlockSpan& span) {
     for (const Item item : span.ItemsIn(segment.Items)) recent_.Apply(item);
     bits_.PadBeforeRawBytes();
-    // The block sets the recent offsets. Setting what the parse has after these bytes keeps all later items
-    // valid.
+    // The block sets the recent offsets. Setting them to what the parse has after these bytes keeps all
+    // later items valid.
     std::array<std::uint8_t, 4 * kRecentOffsets> recent;
     for (std::size_t i = 0; i < kRecentOffsets; ++i) PutU32(recent.data() + 4 * i, recent_.Offsets[i]);
     bits_.PutBytes(recent);
@@ -116,8 +116,8 @@ void BlockWriter::WriteItems(std::span<const Item> items, const CodeLengths& len
     }
 }
 
-// Counts bytes that the bits so far stand for; a full frame is closed. Matches end with their frame at the
-// latest, so it is full exactly.
+// Counts the bytes that the bits so far stand for, and closes a full frame. No item crosses the end of a
+// frame, so the count meets it exactly.
 void BlockWriter::Advance(std::uint32_t bytes) {
     inFrame_ += bytes;
     if (inFrame_ == kFrameSize) EndFrame();

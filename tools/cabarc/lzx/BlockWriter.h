@@ -19,20 +19,23 @@
 namespace tools::cabarc::lzx {
 
 /// A segment that is ready to be written: it starts at a frame border and ends at one or at the end of the
-/// folder. What it refers to is the caller's.
+/// folder. The caller keeps what it refers to until Write has returned.
 struct Segment {
     std::span<const std::uint8_t> Bytes;  ///< as they are compressed (after E8 translation)
-    std::span<const Item> Items;          ///< none goes over a frame border
+    std::span<const Item> Items;          ///< none crosses a frame border
     std::span<const BlockSpan> Blocks;    ///< in order, without gaps; a border is between two items
 };
 
+/// Writes one folder. Between two segments it holds the recent offsets and whether the folder's first bit
+/// has been sent; the code lengths that the decoder holds are the planner's.
 class BlockWriter {
  public:
-    /// `translationSize` is announced at the start of the folder; 0 = no E8 translation. The sink outlives
-    /// this.
+    /// For a folder with a window of 2^windowBits bytes. `translationSize` (bytes) is announced at the
+    /// start of the folder; 0 = no E8 translation. The sink must outlive this object.
     BlockWriter(int windowBits, std::uint32_t translationSize, BlockSink& sink);
 
-    /// Writes the next segment of the folder and gives its frames to the sink, whose errors pass through.
+    /// Writes the next segment of the folder and gives its frames to the sink in order. Throws only what
+    /// the sink throws; then the folder is lost, as some of its frames have been taken.
     void Write(const Segment& segment);
 
  private:
@@ -54,7 +57,7 @@ class BlockWriter {
     BlockPlanner planner_;
     RecentOffsets recent_;  ///< after what is written
     BitWriter bits_;
-    std::uint32_t inFrame_ = 0;  ///< bytes of the running frame that bits_ stands for
+    std::uint32_t inFrame_ = 0;  ///< bytes of the current frame that bits_ stands for
     std::vector<Frame> frames_;
 };
 

@@ -4,8 +4,9 @@
 //     -P <= r < S - P    ->  r + P      the target lies in the folder: its absolute address, 0 to S - 1
 //     S - P <= r < S     ->  r - S      into the gap that the first case leaves: -P to -1
 //
-// Anything else stays. So the decoder can undo each case by the range in which the result lies. The five
-// bytes of a call are passed over whatever the case, in both directions, so both sides see the same E8 bytes.
+// Anything else stays. So the decoder can undo each case by the range in which the result lies. After an E8
+// the search continues five bytes later in every case and in both directions, so the operand, which is all
+// that changes, is never searched, and both sides see the same E8 bytes.
 
 #include "tools/cabarc/lzx/E8Translation.h"
 
@@ -21,7 +22,8 @@ namespace tools::cabarc::lzx {
 namespace {
 
 constexpr std::uint8_t kCallOpcode = 0xE8;
-// An operand that begins before it ends with the frame at the latest. That would take 5; the format says 10.
+// Bytes at the end of a frame in which no E8 counts. Five would be enough for an operand to end within its
+// frame; the format says ten.
 constexpr std::uint32_t kUntouchedTail = 10;
 
 }  // namespace
@@ -53,7 +55,7 @@ bool TranslationPays(std::span<const std::uint8_t> start) {
         TranslateFrame(
             std::span(translated).subspan(at, std::min<std::size_t>(kFrameSize, translated.size() - at)),
             static_cast<std::uint32_t>(at));
-    // Text and packed data hold next to no calls; they need no estimate.
+    // Text and packed data hold next to no calls, and then there is nothing to estimate.
     if (std::equal(start.begin(), start.end(), translated.begin())) return false;
     return EstimatedBits(translated) < EstimatedBits(start);
 }

@@ -1,13 +1,14 @@
 // An element can be sent as a difference from its old length, or a run of elements as one symbol: 4 to 51
 // zeros, or 4 or 5 equal lengths. A run of ten equal lengths that did not change may be cheaper as ten
 // differences of zero than as two runs; it depends on the pretree, which depends on what is used. So the
-// encoding is a shortest path, as the parse of the data is: the elements are the nodes, differences and runs
-// the edges, and the lengths of the pretree's codes the prices. The first round guesses the prices, and each
-// further round takes them from the pretree that the round before led to. A round can come out longer than
-// the one before; the shortest is kept.
+// encoding is a shortest path, as the parse of the data is: the places between elements are the nodes,
+// differences and runs the edges, and the lengths of the pretree's codes the prices. The first round guesses
+// the prices, and each further round takes them from the pretree that the round before led to. A round can
+// come out longer than the one before; the shortest is kept.
 //
-// A list has at most 400 elements, and an element at most 51 edges out of it. That was worth a hundredth of
-// the time of packing when it was measured.
+// Cost: a list has at most 400 elements, and each has at most 51 edges that begin there; in all a hundredth
+// of the time of packing when it was measured. A greedy encoder, which takes the longest run each time,
+// would do where headers are rare.
 
 #include "tools/cabarc/lzx/EncodedCodeLengths.h"
 
@@ -20,7 +21,8 @@ namespace tools::cabarc::lzx {
 
 namespace {
 
-// The run symbols of the pretree: symbol, shortest run, extra bits.
+// The run symbols of the pretree: symbol, shortest run in elements, extra bits that say by how much it is
+// longer.
 struct RunKind {
     std::uint8_t Symbol;
     std::uint32_t Shortest;
@@ -35,9 +37,10 @@ constexpr std::uint32_t kDifferences = 17;  // lengths differ modulo this
 
 static_assert(kLongZeros.Longest() == EncodedCodeLengths::kLongestRun);
 
-// What the first round assumes of every pretree symbol: about the mean length of twenty.
+// The price in bits that the first round assumes for every pretree symbol: about the average length of
+// twenty codes.
 constexpr std::uint32_t kFirstGuessBits = 4;
-// What a symbol that no step has used is taken for in the next round: a rare one, for it may become useful.
+// The price in bits of a symbol that no step has used: that of a rare one, because it may become useful.
 constexpr std::uint32_t kUnusedSymbolBits = 7;
 // Nothing changes after the third round on the reference sets.
 constexpr int kRounds = 3;

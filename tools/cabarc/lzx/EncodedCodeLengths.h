@@ -1,7 +1,8 @@
 #pragma once
-// Code lengths as a block's header carries them: differences from the lengths of the coded block before, with
-// runs, under a pretree of their own. There are many encodings of the same lengths; this finds one of the
-// shortest.
+// Code lengths as a block's header carries them: differences from the lengths of the coded block before,
+// with runs, under a pretree of their own. There are many encodings of the same lengths; this finds one of
+// the shortest, though not always the shortest, because the prices of the steps follow from the steps
+// chosen.
 //
 // Its size in bits is known before anything is written, because the choice between a coded and an
 // uncompressed block depends on it.
@@ -29,6 +30,7 @@ class EncodedCodeLengths {
     /// Size in the stream, in bits, the pretree included.
     std::uint32_t Bits() const { return bits_; }
 
+    /// Appends exactly Bits() bits to `writer`.
     void Write(BitWriter& writer) const;
 
  private:

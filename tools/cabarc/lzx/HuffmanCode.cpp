@@ -1,10 +1,12 @@
 // Most tables of counts give a plain Huffman code that is no deeper than its limit, so that is built first,
 // in linear time after the sort. Only when a leaf turns out too deep (counts that grow like Fibonacci
-// numbers, or the small limits of the aligned tree and the pretrees) is it done again by package-merge, which
-// is exact under a limit but takes time and memory in proportion to symbols times limit.
+// numbers, or the small limits of the aligned tree and the pretrees) is the work done again by
+// package-merge, which is exact under a limit but takes time and memory in proportion to symbols times
+// limit.
 //
 // Both only find how many leaves lie at each depth. Which symbol gets which depth follows: the rarer, the
-// deeper, and among equal counts the order of the symbols decides, so that the result is the same everywhere.
+// deeper, and among equal counts the order of the symbols decides, so that the result is the same on every
+// machine.
 
 #include "tools/cabarc/lzx/HuffmanCode.h"
 
@@ -80,8 +82,8 @@ void LimitedDepths(std::span<const Leaf> leaves, int maxLength, LengthCounts& le
         std::inplace_merge(coins.begin(), coins.begin() + static_cast<std::ptrdiff_t>(n), coins.end(),
                            [](const Coin& a, const Coin& b) { return a.Value < b.Value; });
     }
-    // Buy 2n-2 coins on the top level; a package buys two coins of the level below. The leaves bought on a
-    // level are always its cheapest ones, so counting them is enough.
+    // 2n - 2 coins of the top level are bought; a package buys two coins of the level below. The leaves
+    // bought on a level are always its cheapest ones, so counting them is enough.
     std::vector<std::uint32_t> lengthOfLeaf(n, 0);
     std::size_t buy = 2 * n - 2;
     for (std::size_t level = levels.size(); level-- > 0 && buy > 0;) {

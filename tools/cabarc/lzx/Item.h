@@ -4,7 +4,7 @@
 // An item is packed into 32 bits because a segment holds up to a million of them, and because the parser
 // keeps one beside the price in each of its 64-bit nodes. A match is kept as it will be sent, by its
 // formatted offset: whether it takes one of the recent offsets or spells out its own is the parser's
-// decision, which neither the counts nor the writer take again.
+// decision, which neither the counts nor the writer make again.
 
 #include <array>
 #include <cstdint>
@@ -22,11 +22,14 @@ class Item {
     static constexpr int kValueBits = 21;
 
     Item() = default;
+    /// Create an item. Nothing is checked: `length` is kMinMatch to kMaxMatch, `formattedOffset` below
+    /// 2^kValueBits.
     static Item Literal(std::uint8_t byte) { return Item(1U | (std::uint32_t{byte} << kLengthBits)); }
     static Item Match(std::uint32_t length, std::uint32_t formattedOffset) {
         return Item(length | (formattedOffset << kLengthBits));
     }
 
+    /// The bytes that the item stands for.
     std::uint32_t Length() const { return packed_ & ((1U << kLengthBits) - 1); }
     bool IsLiteral() const { return Length() == 1; }
     /// The byte of a literal.
@@ -34,7 +37,7 @@ class Item {
     /// The formatted offset of a match: 0 to 2 for a recent offset, else offset + 2.
     std::uint32_t Formatted() const { return packed_ >> kLengthBits; }
 
-    /// The same as one number of kLengthBits + kValueBits bits, and back.
+    /// The item as one number of kLengthBits + kValueBits bits, and an item from such a number.
     std::uint32_t Packed() const { return packed_; }
     static Item FromPacked(std::uint32_t packed) { return Item(packed); }
 
@@ -50,9 +53,9 @@ class Item {
 struct RecentOffsets {
     std::array<std::uint32_t, kRecentOffsets> Offsets{1, 1, 1};
 
-    /// Follows a match and returns its offset. R1 and R2 trade places with R0 when they are used; they do
-    /// not rotate as in a list by last use, so R1 stays where it is when R2 is used. Any other offset pushes
-    /// the three down, even one that is among them already.
+    /// Follows a match, given by its formatted offset, and returns its offset in bytes. R1 and R2 trade
+    /// places with R0 when they are used; they do not rotate as in a list by last use, so R1 stays where it
+    /// is when R2 is used. Any other offset pushes the three down, even one that is among them already.
     std::uint32_t Apply(std::uint32_t formatted) {
         if (formatted < static_cast<std::uint32_t>(kRecentOffsets)) {
             std::swap(Offsets[0], Offsets[formatted]);
@@ -64,7 +67,7 @@ struct RecentOffsets {
         return Offsets[0];
     }
 
-    /// Follows any item; literals change nothing.
+    /// Follows any item; literals do not change the offsets.
     void Apply(Item item) {
         if (!item.IsLiteral()) Apply(item.Formatted());
     }

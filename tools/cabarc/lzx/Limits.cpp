@@ -1,8 +1,8 @@
-// Every limit on which the codec rests without asking at run time, in one place: where a number is packed
+// Every limit on which the codec relies without a check at run time, in one place: where a number is packed
 // into fewer bits than its type has, where sums must not overflow, where a structure is indexed without a
-// check, and where the end of a loop depends on sizes. Whoever changes a constant and breaks one of these
-// learns it from the compiler. What the format itself fixes is checked in LzxFormat.h, what callers pass in
-// LzxEncoder's constructor.
+// check, and where the end of a loop depends on sizes. A change of a constant that breaks one of these does
+// not compile. What the format itself fixes is checked in LzxFormat.h, what callers pass in LzxEncoder's
+// constructor.
 //
 // There is no code here: each line is an assertion with its reason.
 
@@ -71,9 +71,10 @@ static_assert(LzxOptions{}.Passes >= 1, "items come from a pass");
 static_assert(kSegment % kFrameSize == 0, "a segment begins at a frame border, where no match crosses");
 static_assert(kSegment < std::uint64_t{1} << kBlockSizeBits,
               "a block, even a whole segment, has a size field");
-static_assert(LzxEncoder::kAheadBytes > kSegment + 2 * kFrameSize,
-              "when a segment and a frame are no longer ready, the buffer has room for more, so each call of "
-              "the encoder gets on");
+static_assert(
+    LzxEncoder::kAheadBytes > kSegment + 2 * kFrameSize,
+    "when a segment and a frame are no longer ready, the buffer has space for more, so each call of "
+    "the encoder makes progress");
 static_assert(kFrameSize >= kMaxMatch, "a frame past the segment's end is enough for every comparison");
 static_assert(SegmentParser::kMaxCachedMatches + kFrameSize * MatchFinder::kMaxMatchesOfPosition <= kMax32,
               "the cache numbers its matches in 32 bits");
@@ -104,7 +105,7 @@ static_assert(kMaxCells * (kCellBytes + kMaxMatch) < std::uint64_t{1} << kBlockS
 // Codes.
 static_assert(kMaxMainSymbols <= 1 << kMaxCodeLength && kLengthSymbols <= 1 << kMaxCodeLength &&
                   kAlignedSymbols <= 1 << kMaxAlignedLength && kPretreeSymbols <= 1 << kMaxPretreeLength,
-              "the longest codes are enough to tell all symbols of a tree apart");
+              "the longest codes are enough to distinguish all symbols of a tree");
 static_assert(kMaxMainSymbols >= kLengthSymbols && kMaxMainSymbols >= kPretreeSymbols &&
                   kMaxMainSymbols >= kAlignedSymbols,
               "the arrays in which codes are built are long enough for every tree");

@@ -1,11 +1,11 @@
 // The buffer holds, in this order: a window of what is packed, which matches refer to; what is ready, that
-// is, in whole frames and translated; and what has only arrived. Packing goes on when the buffer is full and
+// is, in whole frames and translated; and what has only arrived. Packing starts when the buffer is full and
 // stops when less than a segment and a frame is ready, so that every search sees to the end of its longest
-// match. What is then left ahead is less than a segment and two frames, so the next call always has room to
-// fill.
+// match. What is then left ahead is less than a segment and two frames, so the buffer always has space for
+// the next call.
 //
 // Translation changes the bytes in place before anything is packed, and matches are those of the translated
-// bytes. A folder that fits into the buffer is thus judged as a whole, a longer one by its start.
+// bytes. So a folder that fits into the buffer is judged as a whole, a longer one by its start.
 
 #include "tools/cabarc/lzx/LzxEncoder.h"
 

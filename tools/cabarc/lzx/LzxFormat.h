@@ -1,8 +1,8 @@
 #pragma once
 // The numbers that the LZX format fixes as it is used in cabinets: window sizes, position slots, alphabets,
-// code length limits and frames. Everything else in this folder is choice; nothing here is. The published
-// descriptions are the documentation of LZX in the cabinet SDK and of the WIM and CHM variants of the format;
-// docs/formats/lzx.md has all of it in one place.
+// code length limits and frames. Everything else in this folder is a choice of this encoder; nothing here
+// is. The published descriptions are the documentation of LZX in the cabinet SDK and of the WIM and CHM
+// variants of the format; docs/formats/lzx.md has all of it in one place.
 
 #include <algorithm>
 #include <bit>
@@ -12,6 +12,7 @@
 
 namespace tools::cabarc::lzx {
 
+/// The sizes that a window can have, as base-2 logarithms of bytes: 32 KiB to 2 MiB.
 constexpr int kMinWindowBits = 15;
 constexpr int kMaxWindowBits = 21;
 
@@ -19,20 +20,22 @@ constexpr int kMaxWindowBits = 21;
 /// cross from one frame into the next. In the type in which this codec counts positions.
 constexpr std::uint32_t kFrameSize = tools::cabarc::kFrameSize;
 
-/// The most that readers accept as the packed form of one frame.
+/// The most bytes that readers accept as the packed form of one frame.
 constexpr std::uint32_t kMaxFramePayload = kFrameSize + 6144;
 
+/// The bytes that a match stands for. One of two bytes can still pay when its offset is a recent one.
 constexpr std::uint32_t kMinMatch = 2;
 constexpr std::uint32_t kMaxMatch = 257;
 
 constexpr int kLiterals = 256;
 /// Main symbols for each position slot: lengths 2 to 8, and "the length tree has the rest".
 constexpr int kLengthHeaders = 8;
-/// Lengths 9 to 257.
+/// Symbols of the length tree: lengths 9 to 257.
 constexpr int kLengthSymbols = 249;
 /// The low three bits of an offset, which an aligned block codes by a tree of their own.
 constexpr int kAlignedBits = 3;
 constexpr int kAlignedSymbols = 1 << kAlignedBits;
+/// Symbols of a pretree, under which a list of code lengths is sent: 17 differences and three kinds of runs.
 constexpr int kPretreeSymbols = 20;
 /// Position slots 0 to 2 name the last three offsets.
 constexpr int kRecentOffsets = 3;
@@ -45,9 +48,10 @@ constexpr int kMaxAlignedLength = 7;
 constexpr int kPretreeLengthBits = 4;
 constexpr int kAlignedLengthBits = 3;
 
-/// Verbatim and aligned blocks are coded and differ in the low offset bits alone; an uncompressed block holds
-/// its bytes as they are.
+/// Verbatim and aligned blocks are coded and differ only in how the low offset bits are sent; an
+/// uncompressed block holds its bytes as they are.
 enum class BlockType : std::uint8_t { Verbatim = 1, Aligned = 2, Uncompressed = 3 };
+/// The two fields that every block begins with: its type, and how many bytes it stands for.
 constexpr int kBlockTypeBits = 3;
 constexpr int kBlockSizeBits = 24;
 
@@ -75,7 +79,7 @@ constexpr int SlotOf(std::uint32_t formatted) {
     return 2 * top + static_cast<int>((formatted >> (top - 1)) & 1U);
 }
 
-/// Slots whose extra bits include a whole aligned symbol (three low bits).
+/// The first slot whose extra bits include a whole aligned symbol (three low bits).
 constexpr int kFirstAlignedSlot = 8;
 
 /// Returns the number of position slots of a window of 2^windowBits bytes.
@@ -83,7 +87,7 @@ constexpr int PositionSlots(int windowBits) {
     return SlotOf((1U << windowBits) - 1) + 1;
 }
 
-/// Returns the number of main symbols of a window.
+/// Returns the number of main symbols of a window of 2^windowBits bytes.
 constexpr int MainSymbols(int windowBits) {
     return kLiterals + kLengthHeaders * PositionSlots(windowBits);
 }
@@ -91,8 +95,8 @@ constexpr int MainSymbols(int windowBits) {
 constexpr int kMaxSlots = PositionSlots(kMaxWindowBits);
 constexpr int kMaxMainSymbols = MainSymbols(kMaxWindowBits);
 
-/// Returns the largest offset that is used. A window can name one byte more, but 7-Zip 26.02 mixes up the
-/// first bytes of some matches that begin exactly there.
+/// Returns the largest offset, in bytes, that is used. A window can name one byte more, but 7-Zip 26.02
+/// mixes up the first bytes of some matches that begin exactly there.
 constexpr std::uint32_t MaxOffset(int windowBits) {
     return (1U << windowBits) - 2 - kOffsetBias;
 }

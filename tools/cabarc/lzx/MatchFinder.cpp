@@ -23,8 +23,8 @@
 // alike of those two does.
 //
 // Nothing is ever removed. A node that has left the window ends the walk: all under it is older still. Its
-// memory is used again one window later, when no link that is followed leads to it any more. A walk that ends
-// at Depth cuts off what it has not reached, which is older than all that it has seen, so that only far
+// memory is used again one window later, when no link that is followed leads to it any more. A walk that
+// ends at Depth cuts off what it has not reached, which is older than all that it has seen, so only far
 // matches are lost. A node that agrees in NiceLength bytes is replaced by the new string, which takes over
 // its subtrees: for any later search the nearer of two equal strings is as good. In a run of one byte every
 // walk thus ends at its first node.

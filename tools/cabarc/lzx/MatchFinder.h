@@ -6,8 +6,10 @@
 // Strings of four bytes and more are found in binary search trees, one for each hash value, at a cost of at
 // most Depth string comparisons for a position. Pairs have a table of their own, triples a small hash table.
 //
-// It reports no match that is not one. What it may miss: a triple whose place was taken by another one with
+// Every match that it reports is one. What it may miss: a triple whose place was taken by another one with
 // the same hash, and matches of four bytes and more that lie deeper in their tree than Depth.
+// MatchFinder.cpp gives the invariants of the trees, their cost, and when hash chains would be the better
+// choice.
 
 #include <cstdint>
 #include <memory>
@@ -23,6 +25,8 @@ class Match {
     static constexpr int kLengthBits = 8;
     static constexpr int kOffsetBits = 24;
 
+    /// `length` is kMinMatch to kMaxMatch, `offset` at most MaxOffset(kMaxWindowBits), both in bytes;
+    /// unchecked.
     Match(std::uint32_t length, std::uint32_t offset)
         : packed_((offset << kLengthBits) | (length - kMinMatch)) {}
     std::uint32_t Length() const { return (packed_ & ((1U << kLengthBits) - 1)) + kMinMatch; }
@@ -34,14 +38,17 @@ class Match {
 
 /// Limits of the search.
 struct SearchLimits {
-    /// Tree nodes visited for each position, at least 1. On the reference sets twice as many save 0.06 %,
-    /// half as many lose 0.06 %.
+    /// Tree nodes visited for each position, at least 1. The time of a search is at most in proportion to
+    /// it; on the reference sets twice as many save 0.06 %, half as many lose 0.06 %.
     int Depth = 48;
-    /// The nice length, kMinNiceLength to kMaxMatch: a match this long ends the search, though it is reported
-    /// in its full length. It bounds a comparison, and keeps runs of one byte from going quadratic.
+    /// The nice length in bytes, kMinNiceLength to kMaxMatch: a match this long ends the search, though it
+    /// is reported in its full length. It bounds a comparison, and keeps runs of one byte from taking
+    /// quadratic time.
     std::uint32_t NiceLength = 128;
 };
 
+/// Searches one folder from its start to its end. It keeps positions, not bytes: the caller's buffer holds
+/// those.
 class MatchFinder {
  public:
     static constexpr std::uint32_t kMinNiceLength = 3;
@@ -54,7 +61,7 @@ class MatchFinder {
     MatchFinder(int windowBits, SearchLimits limits);
 
     /// Enters the string at `position` (bytes from the start of the folder) and appends its matches to
-    /// `found`: rising lengths, none longer than `longest`, each with the nearest offset at which so many
+    /// `found`: rising lengths, none longer than `longest`, each with the nearest offset at which that many
     /// bytes agree. A length between two of them has the offset of the longer one; a length of 3 is given
     /// even when the next one has the same offset. Returns the length of the last one, 0 for none.
     ///

@@ -1,11 +1,12 @@
 // The positions of the stretch are the nodes of a graph, and every literal or match that could be sent is an
-// edge from the position where it begins to the one where it ends, as long as its price. The cheapest parse
-// is the shortest path from the first node to the last. All edges lead forward, so one pass over the nodes in
-// order finds it: when a node's turn comes, every way to it has been offered, and its price is final.
+// edge from the position where it begins to the one where it ends. Its length is its price. The cheapest
+// parse is the shortest path from the first node to the last. All edges lead forward, so one pass over the
+// nodes in order finds it: when a node's turn comes, every way to it has been offered, and its price is
+// final.
 //
-// A node is one 64-bit number, the price of the best path in the upper half and the item that arrives by it
-// in the lower one. The cheaper of two offers is then the smaller number, and an offer is one min() without a
-// branch; among equal prices the smaller item wins, which keeps the result the same on every machine. The
+// A node is one 64-bit number: the price of the best path is in the upper half, the last item of that path
+// in the lower one. The cheaper of two offers is then the smaller number, and an offer is one min() without
+// a branch; among equal prices the smaller item wins, which keeps the result the same on every machine. The
 // path is read backwards from the last node by the lengths of the items.
 //
 // Which lengths are offered: a match of length n can also be sent as any shorter one, and that is sometimes
@@ -20,19 +21,19 @@
 // node's turn comes, once, and not at each offer; as steps are short, a ring of the last triples is enough.
 //
 // Chains mend the commonest loss. Where one byte of a long repetition was changed, the match before it and
-// the match after it have the same offset, and the second one is cheap as a recent offset. But at the changed
-// byte the first match often loses against something nearer, and its offset with it. So the longest match of
-// each offset is also offered as one edge with the byte after it and the longest match that follows at the
-// same offset. The edge's last item carries kChainMark and its first match is kept aside; the byte between
-// needs no room. A chain costs one comparison of two bytes where it fails, which is nearly always.
+// the match after it have the same offset, and the second one is cheap as a recent offset. But at the
+// changed byte the first match often loses against something nearer, and its offset with it. So the longest
+// match of each offset is also offered as one edge with the byte after it and the longest match that follows
+// at the same offset. The edge's last item carries kChainMark and its first match is kept aside; the byte
+// between takes no space. A chain costs one comparison of two bytes where it fails, which is nearly always.
 //
 // A match of the take-at-once length ends the search at its position, and nothing inside it is expanded.
 // Without it, a long run would offer hundreds of lengths at each of its positions.
 //
 // Cost: for each position one literal, up to three recent offsets with all their lengths, and all lengths up
-// to the longest match once. Memory: 12 bytes for each position of a frame. It is the wrong tool where a
-// parse is made once and quickly: a lazy parse (TrialParse.cpp) needs no prices, only one or two candidates
-// for a position, and a small part of the time.
+// to the longest match once. Memory: 12 bytes for each position of a frame. It is the wrong tool for a
+// single quick parse: a lazy parse (TrialParse.cpp) needs no prices, only one or two candidates for a
+// position, and a small part of the time.
 
 #include "tools/cabarc/lzx/OptimalParser.h"
 
@@ -104,8 +105,8 @@ inline std::uint32_t OptimalParser::OfferRecent(const Start& start, std::uint64_
     return 0;
 }
 
-// Offers everything that can start at a node; returns how far the parse may go on from here: one position, or
-// the length of a match that is long enough to be taken at once.
+// Offers everything that can start at a node. Returns how many positions the parse advances: one, or the
+// length of a match that is long enough to be taken at once.
 inline std::uint32_t OptimalParser::Expand(const Start& start, std::span<const Match> matches,
                                            std::uint64_t history, const Prices& prices) {
     Offer(start.Node + 1, start.Price + prices.Literal(*start.Here), Item::Literal(*start.Here));

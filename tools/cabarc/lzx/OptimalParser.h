@@ -1,10 +1,11 @@
 #pragma once
-// The optimal parse: the cheapest way, at given prices, to send one stretch of input as literals and matches.
-// "Optimal" is the field's word; with recent offsets the result is only near it, as the .cpp explains.
+// The optimal parse: the cheapest way, at given prices, to send one stretch of input as literals and
+// matches. "Optimal" is the field's word; with recent offsets the result is only near the optimum, as the
+// .cpp explains.
 //
-// It is linear in the stretch, with a factor of the lengths of all matches at a position. What it decides
-// is as good as the prices and the matches that it is given: it looks for no matches itself, except those at
-// the recent offsets.
+// Its time is linear in the stretch, with a factor for the lengths of all matches at a position. Its
+// decisions are as good as the prices and the matches that it is given: it looks for no matches itself,
+// except those at the recent offsets.
 
 #include <cstdint>
 #include <span>
@@ -23,6 +24,7 @@ struct MatchCache {
     std::vector<std::uint32_t> First;
 };
 
+/// Keeps its working memory between calls, and nothing else.
 class OptimalParser {
  public:
     /// A packed item under this mark is the last one of a chain.
@@ -39,15 +41,16 @@ class OptimalParser {
     explicit OptimalParser(std::uint32_t takeAtOnceLength);
 
     /// Parses `length` (1 to kFrameSize) bytes at `current`, a stretch inside one frame whose first position
-    /// is number `first` of `matches`; matches over its end are cut. `history` is the number of the folder's
-    /// bytes before it, of which at least a window can be read. Appends the items to `items` and carries
-    /// `recent` over them. The result depends on nothing else: no state is kept between calls.
+    /// is number `first` of `matches`; matches that cross its end are cut. `history` is the number of the
+    /// folder's bytes before it, of which at least a window can be read. Appends the items to `items` and
+    /// carries `recent` over them. The result depends on the arguments alone.
     void Parse(const std::uint8_t* current, std::uint32_t length, const MatchCache& matches,
                std::size_t first, std::uint64_t history, const Prices& prices, RecentOffsets& recent,
                std::vector<Item>& items);
 
  private:
-    /// Where a step begins: node, bytes, and the price of the path up to here.
+    /// Where a step begins: its node (0-based position in the stretch), its bytes, and the price of the path
+    /// up to here.
     struct Start {
         std::uint32_t Node;
         const std::uint8_t* Here;

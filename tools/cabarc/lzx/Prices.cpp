@@ -13,9 +13,9 @@ namespace {
 // would also need a code length in the block's header.
 constexpr double kUnseenCount = 0.4;
 
-// The ideal length is kept unrounded, because it says more about how prices will move than the length of a
-// code does, which is a whole number and at least 1. Half a bit is the limit: below it, a symbol that fills a
-// block would become free, and the parse that follows would use nothing else.
+// The ideal length is not rounded to whole bits, because it says more about how prices will move than the
+// length of a code does, which is a whole number and at least 1. Half a bit is the limit: below it, a symbol
+// that fills a block would become free, and the parse that follows would use nothing else.
 constexpr double kShortestBits = 0.5;
 
 // The denominator counts one occurrence more than there are, so that an empty table has a price, too.

@@ -11,20 +11,20 @@
 // a pass never makes the output larger. It settles quickly all the same, for the shape of the counts is that
 // of the data: further passes change few items.
 //
-// The matches are the same in every pass. To find them costs as much as to parse, so they are kept, four
+// The matches are the same in every pass. Finding them costs as much as a parse, so they are kept, four
 // bytes for each, which is why there are segments at all: the cache for a whole folder would be many times
-// the folder. The cache ends a segment early where matches are many; then it is between kMaxCachedMatches and
-// one frame's matches more. Segments end at frame borders, where no match crosses, so that cutting costs
-// nothing but the block that ends there.
+// the folder's size. The cache ends a segment early where matches are many; then it holds at least
+// kMaxCachedMatches, and at most one frame's matches more. Segments end at frame borders, which no match
+// crosses, so that cutting costs nothing but the block that ends there.
 //
 // The inside of a match of the take-at-once length is entered into the match finder but not searched: the
 // parser never expands a node there. (A parse may not take that match, when something longer at a recent
-// offset ends elsewhere. Then the nodes behind have no matches in the cache, only literals and recent
-// offsets, until the place where the skipped match ends.)
+// offset ends elsewhere. Then the nodes after that end have no matches in the cache, only literals and
+// recent offsets, until the place where the skipped match ends.)
 //
-// One pass with running prices is the right choice only where time matters much more than size: a pass takes
-// about a third of the time of packing. Data that must leave at once, before a segment is complete, cannot be
-// packed in this way.
+// One pass, with the prices of what came before, is the right choice only where time matters much more than
+// size: a pass takes about a third of the time of packing. Data that must leave at once, before a segment is
+// complete, cannot be packed in this way.
 
 #include "tools/cabarc/lzx/SegmentParser.h"
 

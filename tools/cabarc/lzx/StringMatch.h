@@ -1,5 +1,5 @@
 #pragma once
-// What every search for matches is made of: the hash under which the last place of a short string is
+// What every search for matches consists of: the hash under which the last place of a short string is
 // remembered, and the extension of a match from the bytes that are known to agree. Both are innermost loops
 // of the match finder, of the optimal parser and of the trial parse, so they are inline and unchecked.
 
@@ -10,7 +10,8 @@
 namespace tools::cabarc::lzx {
 
 /// Bits of a hash of three bytes. A table of 128 KiB stays in the second cache; two strings that share a
-/// hash only hide each other's last place, because whoever looks one up compares the bytes.
+/// hash only hide each other's last place, because the bytes of a place that was looked up are always
+/// compared.
 inline constexpr int kTripleHashBits = 15;
 
 /// Returns a hash of `value` of `bits` bits (1 to 32). It multiplies and keeps the high bits, which depend

@@ -1,11 +1,12 @@
 // A lazy parse takes the best match at each place, unless the place after it has a better one: then it sends
-// a literal and looks on from there. It looks one byte ahead where the optimal parse looks at everything, and
-// needs about an eighth of its time. Prices would have to be learnt by a parse that comes too late, so a
-// candidate is weighed by fixed guesses: bytes gained, less what a match costs and the bits of its offset.
+// a literal and looks on from there. It looks one byte ahead where the optimal parse looks at everything,
+// and needs about an eighth of its time. Prices would have to be learnt by a parse that comes too late, so a
+// candidate is weighed by fixed guesses: the bits of the bytes that it stands for, less what a match costs
+// and the bits of its offset.
 //
 // Candidates are the recent offsets, the last places of the next four bytes under their hash, and the last
-// place of the next three. A match that is not among the last places is not seen, which is the same for both
-// of the forms that are compared.
+// place of the next three. A match at an older place is missed, in both of the forms that are compared
+// alike.
 
 #include "tools/cabarc/lzx/TrialParse.h"
 
@@ -22,8 +23,8 @@ namespace tools::cabarc::lzx {
 
 namespace {
 
-// The last places of a string of four bytes that are tried. With one the loss by translating relocatable
-// modules is hardly seen; four see no more than two.
+// The last places of a string of four bytes that are tried. With one, the loss by translating relocatable
+// modules hardly shows; with four, no more shows than with two.
 constexpr std::size_t kPlaces = 2;
 constexpr int kPlaceHashBits = 16;
 // A match of three bytes from farther away costs about as much as three literals.
@@ -31,7 +32,7 @@ constexpr std::uint32_t kFarthestTriple = 8192;
 // From this length on a match is not weighed against one that starts a byte later.
 constexpr std::uint32_t kLongEnough = 32;
 // The parse is priced in stretches about as long as blocks are. Priced as a whole, what translation does to
-// a part of the bytes is lost in the mean.
+// a part of the bytes is lost in the average.
 constexpr std::uint32_t kStretch = 32768;
 
 class TrialParse {
@@ -84,7 +85,7 @@ class TrialParse {
         int Score = 0;
     };
     static constexpr int kByte = 8;
-    static constexpr int kOneLiteral = 4;   // what a literal costs more than its share of a match
+    static constexpr int kOneLiteral = 4;   // bits that a literal costs beyond its share of a match
     static constexpr int kRepeatPrice = 4;  // of a match with the newest offset, the older ones one more each
     static constexpr int kMatchPrice = 7;   // of any other, beside the bits of its offset
 
@@ -107,8 +108,8 @@ class TrialParse {
                     static_cast<int>(std::bit_width(offset)) + kMatchPrice);
     }
 
-    // Finds the best match at `i` and enters the place. What is read lies before size_, and the tables have
-    // an element for each hash of their bits: no access needs a check.
+    // Returns the best match at `i` and enters the place. What is read lies before size_, and the tables
+    // have an element for each hash of their bits, so no access needs a check.
     Candidate Look(std::uint32_t i) {
         Candidate best;
         if (i + 4 > size_) return best;

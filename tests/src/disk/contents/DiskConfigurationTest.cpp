@@ -16,12 +16,12 @@ Message CabinetFailure(const std::string& name) {
             "Error While Copying", Buttons::Ok, Icon::Critical};
 }
 
-/// A line that succeeds, so that the lines behind it are judged by themselves.
+/// A line that succeeds, so that the lines after it decide the result.
 constexpr const char* kSuccess = "[Copy_CABs]\r\nmissing=\r\n";
 
 class InitLists : public ApplicationTest {
  protected:
-    /// Runs the configuration; returns whether the build goes on.
+    /// Runs the configuration; returns whether the build continues.
     bool Run(const std::string& configuration) {
         Folder.Write("files\\disk.ini", configuration);
         return Init_Lists(App.Paths, App.Screen, App.Wizard, "disk.ini");

@@ -144,7 +144,7 @@ TEST_F(CopyFileWithPromptTest, BlanksBeforeThePatternAreDropped) {
     EXPECT_EQ("abc", Folder.Read("cabs\\a"));
 }
 
-// The copy of a folder ends at the first failure that is passed over, aloud or quietly.
+// The copy of a folder ends at the first failure that is ignored, by the user or because the copy is quiet.
 TEST_F(CopyFileWithPromptTest, AFailureInAFolderLeavesOutTheRestOfIt) {
     for (const char* file : {"s\\a", "s\\b", "s\\c"}) Folder.Write(file);
     Folder.MakeFolder("cabs\\b");
@@ -281,9 +281,9 @@ TEST_F(TreeCopy, HiddenAndSystemFilesAreCopiedOverProtectedOnes) {
     EXPECT_EQ("new", Folder.Read("d\\sub\\h"));
 }
 
-// The listing restarts behind a sub-folder at a position that counts sub-folders alone, so files listed
-// before it are examined again. A destination file that shares its data with a source file makes the second
-// copy visible.
+// After a sub-folder the listing restarts at a position that counts only sub-folders, so files listed before
+// it are copied again. A destination file that shares its data with a source file makes the second copy
+// visible.
 TEST_F(TreeCopy, FilesListedBeforeASubFolderAreCopiedAgain) {
     Folder.Write("s\\a", "old a");
     Folder.Write("s\\b", "old b");
@@ -298,7 +298,7 @@ TEST_F(TreeCopy, FilesListedBeforeASubFolderAreCopiedAgain) {
     EXPECT_EQ("old a", Folder.Read("d\\a")) << "the entry at position 2 is not";
 }
 
-// ".", "..", "A", "f1": behind A the listing goes on with f1, and nothing is done twice. Copying f1 changes
+// ".", "..", "A", "f1": after A the listing continues with f1, and nothing is done twice. Copying f1 changes
 // the file in A, so a second visit of A would be seen.
 TEST_F(TreeCopy, ASubFolderListedFirstIsEnteredOnce) {
     Folder.Write("s\\A\\x", "old x");

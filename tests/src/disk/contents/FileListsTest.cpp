@@ -14,7 +14,7 @@ using Files = std::vector<std::string>;
 
 class FileList : public ApplicationTest {
  protected:
-    /// One step of the walk appends to what is there: nothing, not the entry that the list is designed with.
+    /// One step of the walk appends to an empty list, not to the entry that the list has at first.
     FileList() { App.Wizard.LstFiles.Clear(); }
 
     void MakeTree(const Files& files) {

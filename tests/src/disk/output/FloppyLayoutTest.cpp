@@ -50,7 +50,7 @@ TEST_F(FloppyLayouts, AFullDirectoryGrowsByACluster) {
 }
 
 TEST_F(FloppyLayouts, LongNamesTakeSeveralEntries) {
-    // 12 characters that are no 8.3 name take two entries, 14 take three.
+    // A name of 12 characters that is not 8.3 takes two entries, one of 14 takes three.
     for (const char* name : {"a long.name1", "b long.name1", "c long.name1", "d long.name1", "e long.name1"})
         Small.Add(std::string("d\\") + name, 0);
     Small.Add("d\\fourteen chars", 0);

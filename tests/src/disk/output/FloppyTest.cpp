@@ -16,7 +16,7 @@ class FloppyImages : public ApplicationTest {
         Folder.MakeTool("bfi.exe");
     }
 
-    /// Makes the image for a target; returns the image tool's command line behind the program.
+    /// Creates the image for a target; returns the image tool's command line after the program's name.
     std::string Arguments(const std::string& target) {
         App.Wizard.TxtDest.Text = target;
         isNew_ = CreateImageFromDir(App.Paths, App.Screen, App.Wizard, App.Staging.Folder);
@@ -51,12 +51,12 @@ TEST_F(FloppyImages, ATargetElsewhereIsGivenWholeAndQuoted) {
     EXPECT_EQ(Expected(""), Arguments(""));
 }
 
-// The comparison is of the text alone, so the folder whose name begins like ours loses a character too.
+// Only text is compared, so a folder whose name begins like the application folder's loses a character, too.
 TEST_F(FloppyImages, ALongerFolderNameIsCutAsIfItWereOurs) {
     EXPECT_EQ(Expected("le\\a.img"), Arguments(Folder.Path() + "xle\\a.img"));
 }
 
-// The command line's target \boot.img stands behind the application folder and its backslash.
+// The target \boot.img of a command line follows the application folder and its backslash.
 TEST_F(FloppyImages, ATargetThatBeganWithABackslashStaysInTheApplicationFolder) {
     EXPECT_EQ(Expected("boot.img"), Arguments(Folder.Path() + "\\\\boot.img"));
     EXPECT_EQ(Expected("out\\boot.img"), Arguments(Folder.Path() + "\\\\\\out\\boot.img"));

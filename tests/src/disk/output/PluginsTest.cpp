@@ -71,13 +71,13 @@ TEST_F(PluginInjection, TheComWinsOverTheBatchFileAndLosesToTheExe) {
     EXPECT_FALSE(Folder.HasFile("ran.txt"));
     Folder.MakeTool("plugins\\extra.exe");
     InjectPlugin(App.Paths, App.Screen, App.Staging.Folder, "extra");
-    const auto calls = Folder.Calls("plugins\\extra.com");  // both log under one name
+    const auto calls = Folder.Calls("plugins\\extra.com");  // both record in one file
     ASSERT_EQ(2u, calls.size());
     EXPECT_EQ(Folder.At("plugins\\extra.exe"), calls[1].CommandLine);
 }
 
 TEST_F(PluginInjection, ANameWithBlanksGivesAnUnquotedCommandLine) {
-    // Unquoted, the line starts the program before its first blank when there is one.
+    // Without quotes, the line starts the program whose path ends at its first space, if that exists.
     Folder.MakeTool("plugins\\my.exe");
     Folder.MakeTool("plugins\\my plugin.exe");
     InjectPlugin(App.Paths, App.Screen, App.Staging.Folder, "my plugin");

@@ -23,7 +23,7 @@ Message CopyFailure(int number) {
 
 class Staging : public ApplicationTest {
  protected:
-    /// Adds an entry, selected, and its file under cabs with its own name as the content.
+    /// Adds an entry, and its file under cabs with its own name as the content.
     void Add(const std::string& entry, bool selected = true) {
         Folder.Write("cabs\\" + entry, entry);
         AddEntry(entry, selected);
@@ -170,7 +170,7 @@ TEST_F(Staging, AProtectedDestinationIsOverwritten) {
 
 class StagingFolders : public Staging {
  protected:
-    /// Returns the number of the staging folder; fails when its name is of another form.
+    /// Returns the number of the staging folder; fails the test when its name has another form.
     std::string Number() const {
         const std::string start = Folder.At("Temp\\Velbooter");
         EXPECT_EQ(start, App.Staging.Folder.substr(0, start.size()));

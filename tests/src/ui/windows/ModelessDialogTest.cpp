@@ -1,5 +1,5 @@
-// The base of the dialogs, with a small dialog of the test's own: no failure leaves its procedure except
-// through the message loop, and input waits while work runs. It needs a screen, if only a virtual one.
+// The base class of the dialogs, with a small dialog of the test: a failure leaves its procedure only
+// through the message loop, and input waits while work runs. The test needs a screen, which may be virtual.
 
 #include "src/ui/windows/ModelessDialog.h"
 
@@ -24,7 +24,7 @@ struct EmptyTemplate {
     WORD MenuClassAndTitle[3] = {};
 };
 
-// Calls OnAny for every message that comes to it or to its page.
+// Calls OnAny for every message to it or to its page.
 class TestDialog final : public ModelessDialog {
  public:
     TestDialog(Application& app, HWND owner) {
@@ -62,7 +62,7 @@ class ModelessDialogTest : public ::testing::Test {
         };
     }
 
-    // Whether something lets a waiting loop go on.
+    // Whether a message would wake a waiting loop.
     static bool LoopIsWoken() {
         bool woken = false;
         MSG message{};

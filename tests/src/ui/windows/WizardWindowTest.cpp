@@ -1,5 +1,5 @@
-// The wizard's window in this process: whatever fails in one of its messages reaches the message loop as an
-// exception. It needs a screen, if only a virtual one.
+// The wizard's window in this process: any failure in one of its messages reaches the message loop as an
+// exception. The test needs a screen, which may be virtual.
 
 #include <windows.h>
 // commctrl.h needs windows.h before it.
@@ -23,12 +23,12 @@
 
 namespace {
 
-// While this is set, the next piece of memory that is asked for is refused, which clears it again.
+// While this is set, the next allocation fails, which clears it again.
 bool refusesMemory = false;
 
 }  // namespace
 
-// Not inlined: the compiler takes one half of such a pair for a mistake where it sees it alone.
+// Not inlined, because the compiler would report a mismatch where it sees only one of such a pair.
 [[gnu::noinline]] void* operator new(std::size_t size) {
     if (std::exchange(refusesMemory, false)) throw std::bad_alloc();
     if (void* memory = std::malloc(size > 0 ? size : 1)) return memory;
@@ -49,7 +49,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-// The real desktop, but for its message boxes and the help, which a test answers.
+// The real desktop except for its message boxes and the help, which a test answers.
 class WatchedDesktop : public SystemDesktop {
  public:
     void Repaint() override {
@@ -87,7 +87,7 @@ class WizardWindowTest : public ::testing::Test {
     }
     ~WizardWindowTest() override { desktop_.CloseWindows(); }
 
-    // Handles what is posted, as the program's own loop does.
+    // Handles posted messages as the program's own loop does.
     void HandleMessages() {
         MSG message{};
         while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != 0) desktop_.HandleMessage(message);
@@ -101,7 +101,7 @@ class WizardWindowTest : public ::testing::Test {
         Send(WM_NOTIFY, notice.idFrom, reinterpret_cast<LPARAM>(&notice));
     }
 
-    // Runs `send`, which sends a message, while the first piece of memory that is asked for is refused.
+    // Runs `send`, which sends a message, while the first allocation fails.
     void ExpectFailureInTheLoop(const char* what, const std::function<void()>& send) {
         SCOPED_TRACE(what);
         refusesMemory = true;
@@ -133,7 +133,7 @@ TEST_F(WizardWindowTest, WantOfMemoryInAMessageReachesTheLoop) {
     EXPECT_EQ(desktop_.HelpCalls, 0) << "no handler was reached";
 }
 
-// Puts a text into the clipboard.
+// Puts a text onto the clipboard.
 void Copy(HWND owner, const std::string& text) {
     ASSERT_TRUE(::OpenClipboard(owner));
     ::EmptyClipboard();

@@ -23,7 +23,8 @@ using tools::cabarc::lzx::PlanBody;
 using tools::cabarc::lzx::SymbolCounts;
 using tools::cabarc::lzx::UncompressedBits;
 
-// Literals and matches of all lengths; formatted offsets are below `farthest` and multiples of `step`.
+// Returns literals and matches of all lengths; formatted offsets are below `farthest` and multiples of
+// `step`.
 std::vector<Item> SomeItems(std::size_t count, std::uint32_t farthest, std::uint32_t step,
                             std::uint32_t seed) {
     std::mt19937 random(seed);
@@ -39,8 +40,8 @@ std::vector<Item> SomeItems(std::size_t count, std::uint32_t farthest, std::uint
     return items;
 }
 
-// The bits of one item, from the description of the format: its codes, and the plain bits of its offset. The
-// position slot is found by going through the slots.
+// The bits of one item, computed from the description of the format: its codes, and the plain bits of its
+// offset. The position slot is searched for one by one.
 std::uint64_t BitsOf(Item item, const CodeLengths& codes, bool aligned) {
     if (item.IsLiteral()) return codes.Main[item.Byte()];
     std::size_t slot = 0;

@@ -27,7 +27,7 @@ using tools::cabarc::lzx::UncompressedBits;
 constexpr int kPlannerWindow = 17;
 constexpr std::size_t kMains = 528;  // main symbols of such a window
 
-// Items that are added block by block.
+// The items of a segment, added block by block.
 struct Blocks {
     std::vector<Item> Items;
     std::vector<BlockSpan> Spans;
@@ -52,7 +52,7 @@ std::vector<Item> Literals(std::size_t count, std::uint32_t letters, std::uint32
     return items;
 }
 
-// Matches whose formatted offsets are multiples of `step`.
+// Returns matches whose formatted offsets are multiples of `step`.
 std::vector<Item> Matches(std::size_t count, std::uint32_t step, std::uint32_t seed) {
     const Bytes noise = RandomBytes(2 * count, seed);
     std::vector<Item> items;
@@ -100,7 +100,7 @@ TEST(BlockPlanner, ChoosesTheCheapestOfTheThreeTypes) {
     std::array<int, 4> chosen{};
     for (std::uint32_t seed = 0; seed < 200; ++seed) {
         Blocks blocks;
-        // Sizes and contents for which the types are about equally dear.
+        // Sizes and contents for which the types cost about the same.
         std::vector<Item> items = Matches(seed % 40, seed % 3 == 0 ? 8 : 1, seed);
         const std::vector<Item> literals = Literals(2 * (seed % 61), 1 + seed, seed);
         items.insert(items.end(), literals.begin(), literals.end());
@@ -179,8 +179,8 @@ TEST(BlockPlanner, MovesUncompressedBlocksToEvenPlaces) {
 }
 
 TEST(BlockPlanner, MovesBordersOverMatchesAsAWhole) {
-    // The noise begins at an odd place and its first item is a match of two bytes, which leaves the place
-    // odd; so the literal after it goes, too.
+    // The noise begins at an odd place, and its first item is a match of two bytes, after which the place is
+    // still odd; so the literal after it moves to the other block, too.
     Blocks blocks;
     blocks.Add(Literals(3'001, 20, 1));
     std::vector<Item> noise{Item::Match(2, 900)};

@@ -28,7 +28,7 @@ using tools::cabarc::lzx::SplitIntoBlocks;
 using tools::cabarc::lzx::SymbolCounts;
 using tools::cabarc::lzx::UncompressedBits;
 
-// Literals of cells, each cell from an alphabet of its own: the letters from `first` on, `letters` of them.
+// Literals in cells, each cell with an alphabet of its own: `letters` letters from `first` on.
 struct Alphabet {
     std::uint32_t First;
     std::uint32_t Letters;
@@ -48,7 +48,7 @@ BlockSpan SpanOfCells(std::size_t from, std::size_t to) {
             static_cast<std::uint32_t>(to * kCellBytes)};
 }
 
-// The size of a block by itself, to the bit: with its real codes and its real header, or uncompressed.
+// The exact size of a block by itself, in bits: with its real codes and its real header, or uncompressed.
 std::uint64_t RealBits(const std::vector<Item>& items, const BlockSpan& block) {
     SymbolCounts counts;
     counts.Add(block.ItemsIn(items));
@@ -57,7 +57,7 @@ std::uint64_t RealBits(const std::vector<Item>& items, const BlockSpan& block) {
     return 27 + std::min(body.Bits + trees.Bits(), UncompressedBits(block.Bytes()));
 }
 
-// The size of the best of all divisions of eight cells into blocks, each tried.
+// The size in bits of the best of all divisions of eight cells into blocks, found by trying all of them.
 std::uint64_t BestOfAllDivisions(const std::vector<Item>& items) {
     constexpr std::size_t kCells = 8;
     std::map<std::pair<std::size_t, std::size_t>, std::uint64_t> bitsOf;
@@ -78,7 +78,7 @@ std::uint64_t BestOfAllDivisions(const std::vector<Item>& items) {
     return best;
 }
 
-// Divides eight cells and holds the result against all divisions there are.
+// Divides eight cells and compares the result with the best of all divisions.
 void ExpectNearTheBestDivision(const std::vector<Item>& items, double factor) {
     std::uint64_t bits = 0;
     for (const BlockSpan& block : SplitIntoBlocks(items)) bits += RealBits(items, block);

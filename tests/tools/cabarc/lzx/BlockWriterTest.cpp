@@ -23,7 +23,8 @@ using tools::cabarc::lzx::SymbolCounts;
 
 constexpr int kWriterWindow = 16;
 
-// A folder as it is packed: items with the bytes they stand for, and the blocks they are divided into.
+// A folder that is being packed: items with the bytes that they stand for, and the blocks into which they
+// are divided.
 class PackedFolder {
  public:
     void Literals(const Bytes& bytes) {
@@ -57,8 +58,8 @@ class PackedFolder {
     RecentOffsets recent_;
 };
 
-// Literals of a small alphabet with matches of every length and many offsets between them. Ends at `size`
-// bytes; no match goes over a frame.
+// Appends literals of a small alphabet with matches of every length and many offsets between them, up to
+// `size` bytes; no match crosses the end of a frame.
 void AppendMixture(PackedFolder& folder, std::size_t size, std::uint32_t step, std::uint32_t seed) {
     const Bytes noise = RandomBytes(4 * size, seed);
     for (std::size_t i = 0; folder.Content.size() < size; i += 4) {
@@ -80,7 +81,7 @@ TEST(BlockWriter, WritesWhatADecoderReads) {
     folder.EndBlock();
     AppendMixture(folder, 80'000, 8, 2);
     folder.EndBlock();
-    // An uncompressed block, with matches inside: it sets the recent offsets that those after it take.
+    // An uncompressed block with matches inside: it sets the recent offsets that matches after it use.
     folder.Literals(RandomBytes(10'000, 3));
     for (const std::uint32_t offset : {5'000U, 777U, 23U}) folder.Match(3, offset + 2);
     folder.Literals(RandomBytes(9'991, 4));
@@ -102,7 +103,7 @@ TEST(BlockWriter, CarriesCodesAndOffsetsFromSegmentToSegment) {
     BlockWriter writer(kWriterWindow, 0, frames);
     writer.Write({first.Content, first.Items, first.Spans});
     const std::size_t firstSize = frames.PackedSize();
-    // The same once more, with the offsets that the decoder then has.
+    // The same again, with the offsets that the decoder has by then.
     PackedFolder whole = first;
     const std::size_t firstItems = whole.Items.size();
     for (int i = 0; i < 100; ++i) whole.Match(20, static_cast<std::uint32_t>(i % 3));

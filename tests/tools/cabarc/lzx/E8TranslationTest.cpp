@@ -14,7 +14,7 @@ using tools::cabarc::lzx::kTranslationSize;
 using tools::cabarc::lzx::TranslateFrame;
 using tools::cabarc::lzx::TranslationPays;
 
-// A frame with one call at `place` in it; returns the operand after translation.
+// Translates a frame with one call at `place`; returns the operand afterwards.
 std::uint32_t Translated(std::uint32_t operand, std::size_t place, std::uint32_t folderOffset,
                          std::size_t frameSize = 32768) {
     Bytes frame(frameSize, 0x90);
@@ -67,7 +67,8 @@ TEST(E8Translation, DoesNotPayForNothing) {
 }
 
 TEST(E8Translation, DoesNotPayForModulesThatAreNotLinkedYet) {
-    // Each call carries the same addend, to be linked later, and code between the calls is as in any program.
+    // Each call has the same operand, which a linker would replace; the code between the calls is as in any
+    // program.
     Bytes modules = CodeLike(200'000, 4);
     for (std::size_t i = 0; i + 5 <= modules.size(); ++i)
         if (modules[i] == 0xE8) {

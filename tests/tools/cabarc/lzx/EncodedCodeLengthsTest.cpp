@@ -27,7 +27,7 @@ Lengths LengthsOf(std::size_t size, std::uint32_t seed) {
     return lengths;
 }
 
-// Runs of equal lengths and of zeros, of every length up to 60, beside lengths that stand alone.
+// Runs of equal code lengths and of zeros, from 1 to 60 elements, between single code lengths.
 Lengths RunsOfLengths(std::size_t size, std::uint32_t seed) {
     std::mt19937 random(seed);
     Lengths lengths;
@@ -38,7 +38,7 @@ Lengths RunsOfLengths(std::size_t size, std::uint32_t seed) {
     return lengths;
 }
 
-// What a decoder that holds `previous` reads from the encoding of `lengths`, whose size is checked.
+// What a decoder that holds `previous` reads from the encoding of `lengths`; checks the encoding's size.
 Lengths Decoded(const Lengths& previous, const Lengths& lengths) {
     const EncodedCodeLengths encoded(previous, lengths);
     BitWriter writer;
@@ -80,14 +80,14 @@ TEST(EncodedCodeLengths, TakeAFewRunsForAnEmptyTree) {
 }
 
 TEST(EncodedCodeLengths, PreferRunsOfEqualLengthsToDifferences) {
-    // Every length is 8, and the list before was noise: each run of five costs a run symbol and one
+    // Every length is 8, and the list before was random: each run of five costs a run symbol and one
     // difference.
     EXPECT_LT(EncodedCodeLengths(LengthsOf(256, 3), Lengths(256, 8)).Bits(), 80U + 256U / 5U * 6U);
 }
 
 TEST(EncodedCodeLengths, PreferDifferencesToRunsWhereNothingChanged) {
-    // Runs of five equal lengths, all as before: a run would take at least three bits and is not better than
-    // five differences of zero, which a pretree without any run gives one bit each.
+    // Runs of five equal lengths, all as before: a run would take at least three bits and is no better than
+    // five differences of zero, each of which takes one bit under a pretree without runs.
     Lengths lengths;
     for (std::uint8_t i = 0; i < 80; ++i)
         lengths.insert(lengths.end(), 5, static_cast<std::uint8_t>(4 + i % 7));

@@ -1,5 +1,5 @@
-// What the encoder packs, unpacked by the programs that users have. They must all be installed; each reads
-// with code of its own and is strict about other things.
+// What the encoder packs, unpacked by the programs that users have. All of them must be installed; each has
+// its own decoder and is strict about other things.
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -28,7 +28,7 @@ std::uint32_t Checksum(const Bytes& bytes, std::uint32_t sum) {
     return sum ^ tail;
 }
 
-// A cabinet with one folder and one file, "f.bin".
+// Returns a cabinet with one folder and one file, "f.bin".
 Bytes SingleFileCabinet(const FrameCollector& folder, int windowBits, std::size_t size) {
     constexpr std::size_t kDataStart = 36 + 8 + 16 + 6;
     Bytes data;

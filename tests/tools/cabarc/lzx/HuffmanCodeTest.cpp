@@ -20,7 +20,7 @@ std::vector<std::uint8_t> BuiltLengths(const std::vector<std::uint32_t>& counts,
     return lengths;
 }
 
-// 1 for a complete code, in units of 2^-16.
+// The sum of 2^-length over all codes, in units of 2^-16; 2^16 for a complete code.
 std::uint64_t Filled(const std::vector<std::uint8_t>& lengths) {
     std::uint64_t filled = 0;
     for (const std::uint8_t length : lengths) filled += length == 0 ? 0 : std::uint64_t{1} << (16 - length);
@@ -45,7 +45,7 @@ TEST(HuffmanCode, GivesFrequentSymbolsShortCodes) {
 }
 
 TEST(HuffmanCode, StaysCompleteWithinItsLimit) {
-    // Fibonacci counts make the deepest trees there are.
+    // Fibonacci counts give the deepest trees.
     std::vector<std::uint32_t> fibonacci{1, 1};
     while (fibonacci.size() < 40) fibonacci.push_back(fibonacci.end()[-1] + fibonacci.end()[-2]);
     for (int limit = 6; limit <= 16; ++limit) {

@@ -78,7 +78,7 @@ class Tree {
         Require(!symbols_.empty(), "a symbol of an empty tree");
         std::uint32_t code = 0;      // the bits read so far
         std::uint32_t first = 0;     // the first code of this length
-        std::size_t firstIndex = 0;  // and its symbol's place
+        std::size_t firstIndex = 0;  // and the index of its symbol
         for (std::size_t length = 1; length < count_.size(); ++length) {
             code = code << 1 | bits.Bit();
             first <<= 1;
@@ -267,7 +267,7 @@ class Folder {
     int slots_ = 0;
     std::vector<int> extra_;
     std::vector<std::uint32_t> base_;
-    std::vector<std::uint8_t> out_;  // as translated: matches copy these bytes
+    std::vector<std::uint8_t> out_;  // still translated: matches copy these bytes
     std::size_t frameEnd_ = 0;
     std::int64_t translationSize_ = 0;
     std::uint32_t type_ = 0;

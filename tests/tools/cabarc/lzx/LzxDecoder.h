@@ -1,7 +1,6 @@
 #pragma once
-// A decoder of LZX folders for the tests, written from the format alone and shared with the encoder in
-// nothing. It is as strict as the strictest reader known, and stricter: whatever any reader refuses, it
-// refuses.
+// A decoder of LZX folders for the tests, written from the format alone and without any code of the encoder.
+// It is stricter than every known reader: what any of them rejects, it rejects.
 
 #include <cstddef>
 #include <cstdint>
@@ -12,7 +11,7 @@
 
 namespace tools::cabarc::lzx::testing {
 
-/// A folder as its compressor handed it over.
+/// A folder as its compressor has delivered it.
 class FrameCollector : public tools::cabarc::BlockSink {
  public:
     struct Frame {
@@ -30,7 +29,7 @@ class FrameCollector : public tools::cabarc::BlockSink {
     std::vector<Frame> Frames;
 };
 
-/// How often each kind of block occurs in a folder, and whether its bytes were translated.
+/// How often each type of block occurs in a folder, and whether its calls were translated.
 struct LzxContents {
     std::size_t Verbatim = 0;
     std::size_t Aligned = 0;
@@ -38,13 +37,14 @@ struct LzxContents {
     bool Translated = false;
 };
 
-/// Decodes a folder. Throws std::runtime_error saying what is wrong with it. Fills `contents` when given.
+/// Decodes a folder and returns its bytes. Throws std::runtime_error that says what is wrong with it. Fills
+/// `contents` when given.
 std::vector<std::uint8_t> DecodeLzx(const std::vector<FrameCollector::Frame>& frames, int windowBits,
                                     LzxContents* contents = nullptr);
 
 /// Reads one list of code lengths, with its pretree, from the start of `payload`. `lengths` are those of the
 /// block before and become those that are read. Returns the number of bits that the list takes. Throws
-/// std::runtime_error saying what is wrong with it.
+/// std::runtime_error that says what is wrong with it.
 std::size_t DecodeCodeLengths(std::span<const std::uint8_t> payload, std::span<std::uint8_t> lengths);
 
 }  // namespace tools::cabarc::lzx::testing

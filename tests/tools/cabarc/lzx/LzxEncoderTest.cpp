@@ -23,7 +23,7 @@ FrameCollector Pack(const Bytes& input, int windowBits, const LzxOptions& option
     return folder;
 }
 
-// Packs, unpacks and compares; returns what the folder consists of.
+// Packs, unpacks and compares; returns which blocks the folder consists of.
 LzxContents RoundTrip(const Bytes& input, int windowBits, const LzxOptions& options = {}) {
     LzxContents contents;
     const FrameCollector folder = Pack(input, windowBits, options);
@@ -32,7 +32,7 @@ LzxContents RoundTrip(const Bytes& input, int windowBits, const LzxOptions& opti
     return contents;
 }
 
-// Little effort, for tests in which many bytes matter and not how well they are packed.
+// Options that save time, for tests that need many bytes but no good compression.
 LzxOptions Hasty() {
     LzxOptions options;
     options.Search = {4, 32};
@@ -93,7 +93,7 @@ TEST(LzxEncoder, ReachesTheWholeWindowAndNeverBeyond) {
         const Bytes input = FarCopies(3 * window + 12'345, window - 3, 7);
         RoundTrip(input, windowBits, Hasty());
     }
-    // A repetition at the largest offset in use is found, one byte farther it is not.
+    // A repetition at the largest offset in use is found; one that is a byte farther away is not.
     for (const std::size_t distance : {32764, 32765}) {
         Bytes input = RandomBytes(distance, 3);
         for (std::size_t i = 0; i < 32768; ++i) input.push_back(input[i]);
@@ -175,8 +175,8 @@ TEST(LzxEncoder, UsesAlignedBlocksWhereOffsetsAreAligned) {
 TEST(LzxEncoder, TranslatesCallsOnlyWhereThatPays) {
     const LzxContents code = RoundTrip(CodeLike(300'000, 2), 21);
     EXPECT_TRUE(code.Translated);
-    // Calls of routines that move along with their callers: equal operands, which translation would tell
-    // apart.
+    // Calls of routines at a fixed distance from their callers: equal operands, which translation would make
+    // different.
     Bytes relocatable;
     for (std::uint32_t i = 0; i < 20'000; ++i) {
         const Bytes between = RandomBytes(1 + i % 9, i);

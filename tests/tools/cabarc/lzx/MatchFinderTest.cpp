@@ -22,7 +22,7 @@ using tools::cabarc::lzx::SearchLimits;
 
 constexpr int kFinderWindow = 15;
 constexpr std::uint32_t kMaxOffset = 32764;
-// As good as no limit.
+// Practically no limit.
 constexpr int kEndless = 100'000;
 
 using Found = std::vector<std::pair<std::uint32_t, std::uint32_t>>;  // length and offset
@@ -33,12 +33,12 @@ std::uint32_t CommonPrefix(const Bytes& bytes, std::size_t a, std::size_t b, std
     return n;
 }
 
-// A match finder that goes over bytes from their start.
+// Runs a match finder over bytes from their start on.
 class Search {
  public:
     Search(const Bytes& bytes, SearchLimits limits) : bytes_(bytes), finder_(kFinderWindow, limits) {}
 
-    // The matches at the next position, without those that a longer one at the same offset covers.
+    // Returns the matches at the next position, without those that a longer one at the same offset includes.
     Found Next(std::uint32_t longest) {
         std::vector<Match> matches;
         const std::uint32_t given = finder_.Find(at_, &bytes_[at_], Available(), longest, matches);
@@ -69,8 +69,8 @@ class Search {
     std::uint32_t at_ = 0;
 };
 
-// The nearest offset of each length, by looking at every place; lengths of the same offset as a longer one
-// are left out. As the finder does, it ends at the first match of `nice` bytes.
+// Returns the nearest offset of each length, found by trying every place; lengths with the same offset as a
+// longer one are left out. Like the finder, it stops at the first match of `nice` bytes.
 Found NearestOfEachLength(const Bytes& bytes, std::uint32_t at, std::uint32_t longest, std::uint32_t nice) {
     Found found;
     std::uint32_t best = 1;
@@ -126,7 +126,7 @@ TEST(MatchFinder, FindsTheSameInEveryKindOfData) {
             const std::uint32_t longest = std::min<std::uint32_t>(257, 32768 - at % 32768);
             Found found = search.Next(longest);
             if (at % 997 != 0) continue;
-            // Triples hide each other here, so that only what the trees hold can be foretold.
+            // Triples hide each other here, so that only the matches in the trees can be predicted.
             std::erase_if(found, [](const auto& match) { return match.first < 4; });
             Found expected = NearestOfEachLength(bytes, at, longest, 64);
             std::erase_if(expected, [](const auto& match) { return match.first < 4; });
@@ -221,7 +221,7 @@ TEST(MatchFinder, SkipEntersAPositionAsFindDoes) {
 }
 
 TEST(MatchFinder, FindsWhatEndsWithTheFolder) {
-    // The last four, three and two bytes repeat something, and nothing can be read after them.
+    // The last four, three and two bytes are repetitions, and nothing can be read after them.
     const std::string text = "wxyz--wxyz";
     const Bytes bytes(text.begin(), text.end());
     Search search(bytes, {kEndless, 257});

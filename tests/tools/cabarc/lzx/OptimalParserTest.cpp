@@ -31,11 +31,11 @@ using tools::cabarc::lzx::SymbolCounts;
 
 constexpr std::uint32_t kHistory = 6000;
 
-// A stretch after random history, with the matches that a test gives to its positions.
+// A stretch after a random history, with the matches that a test gives its positions.
 struct Stretch {
     explicit Stretch(std::uint32_t length) : Buffer(RandomBytes(kHistory + length, 8)), Matches(length) {}
 
-    // Makes `length` bytes from `place` on equal to those `offset` before them.
+    // Makes `length` bytes from `place` on equal to those `offset` bytes before them.
     void Copy(std::uint32_t place, std::uint32_t length, std::uint32_t offset) {
         for (std::uint32_t i = kHistory + place; i < kHistory + place + length; ++i)
             Buffer[i] = Buffer[i - offset];
@@ -52,7 +52,7 @@ struct Stretch {
         }
     }
 
-    // How many bytes from `at` on are equal to those `offset` before them.
+    // Returns how many bytes from `at` on are equal to those `offset` bytes before them.
     std::uint32_t CommonLength(std::uint32_t at, std::uint32_t offset) const {
         const std::uint8_t* const here = &Buffer[kHistory + at];
         const std::uint32_t most = std::min(static_cast<std::uint32_t>(Matches.size()) - at, kMaxMatch);
@@ -99,7 +99,7 @@ SymbolCounts MostlyLiterals() {
     return counts;
 }
 
-// Counts without any order; those of the recent offsets are `recentCount`.
+// Random counts, except that those of the recent offsets are `recentCount`.
 SymbolCounts AnyCounts(std::uint32_t seed, std::uint32_t recentCount) {
     SymbolCounts counts;
     const Bytes noise = RandomBytes(counts.Main.size() + counts.Length.size() + counts.Aligned.size(), seed);
@@ -125,8 +125,8 @@ std::uint64_t PriceOf(const std::vector<Item>& items, const Prices& prices) {
     return price;
 }
 
-// The price of the cheapest parse there is: every way to go on from a position is tried, with the recent
-// offsets that it really has.
+// The price of the cheapest parse of all: every possible step from each position is tried, with the recent
+// offsets that it really has there.
 std::uint64_t CheapestParse(const Stretch& stretch, const Prices& prices, std::uint32_t at,
                             const RecentOffsets& recent) {
     if (at == stretch.Matches.size()) return 0;
@@ -149,7 +149,7 @@ std::uint64_t CheapestParse(const Stretch& stretch, const Prices& prices, std::u
     return best;
 }
 
-// A short stretch in which nearly everything was there before.
+// A short stretch that consists mostly of repetitions.
 Stretch RepetitiveStretch(std::uint32_t length, std::uint32_t seed) {
     Stretch stretch(length);
     const Bytes noise = RandomBytes(stretch.Buffer.size(), seed);
@@ -187,8 +187,8 @@ TEST(OptimalParser, GivesItemsThatStandForTheBytes) {
 }
 
 TEST(OptimalParser, FindsTheCheapestParseWhereRecentOffsetsAreNoUse) {
-    // A recent offset costs as much as the rarest symbol there is, more than any other match of that length:
-    // so what a path has done does not change what is cheapest after it, and the parse has nothing to lose.
+    // A recent offset costs as much as the rarest symbol, more than any other match of that length: so the
+    // past of a path does not change what is cheapest after it, and the parse is really optimal.
     for (std::uint32_t seed = 0; seed < 60; ++seed) {
         const Stretch stretch = RepetitiveStretch(11, seed);
         for (const BlockType type : {BlockType::Verbatim, BlockType::Aligned}) {
@@ -228,8 +228,8 @@ TEST(OptimalParser, TakesARecentOffsetThatTheCacheDoesNotName) {
 }
 
 TEST(OptimalParser, KeepsAnOffsetThatIsUsedAgainAfterOneByte) {
-    // The first four bytes are cheaper as a near match and a literal, but the far match's offset serves the
-    // bytes after the fifth as well.
+    // The first four bytes are cheaper as a near match and a literal, but the offset of the far match also
+    // fits the bytes after the fifth.
     Stretch stretch(21);
     stretch.Copy(0, 4, 5000);
     stretch.Copy(5, 16, 5000);

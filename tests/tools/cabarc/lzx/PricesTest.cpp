@@ -55,7 +55,7 @@ TEST(Prices, OfAMatchAreThoseOfItsSymbolsAndItsPlainBits) {
     const SymbolCounts counts = NoisyCounts(2);
     const Prices prices = Learnt(counts, BlockType::Verbatim);
     for (int slot = 0; slot < 12; ++slot) {
-        // The low three bits of slots from 8 on have a price of their own.
+        // The low three bits of slots from 8 on are priced separately.
         const double plainBits = kExtraBits[slot] - (slot >= 8 ? 3 : 0);
         for (std::size_t length = 2; length <= 257; ++length) {
             const std::size_t header = std::min<std::size_t>(length - 2, 7);

@@ -30,7 +30,7 @@ TEST(StringMatch, ExtendsOverStringsThatOverlap) {
 }
 
 TEST(StringMatch, SpreadsTheHashesOfTriples) {
-    // Chance alone would fill 1 - 1/e^2 = 86 % of 32,768 places with 65,536 triples.
+    // A random function would fill 1 - 1/e^2 = 86 % of 32,768 places with 65,536 triples.
     const Bytes noise = RandomBytes(3 * 65'536, 2);
     std::vector<bool> used(32'768);
     for (std::size_t i = 0; i < noise.size(); i += 3)

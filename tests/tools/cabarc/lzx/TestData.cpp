@@ -152,7 +152,7 @@ Bytes FarCopies(std::size_t size, std::size_t farthest, std::uint32_t seed) {
     Random random(seed);
     Bytes bytes = RandomBytes(std::min(size, farthest + 300), seed + 1);
     while (bytes.size() < size) {
-        // Most copies come from the very edge of what a window can reach, on both sides of it.
+        // Most copies come from just inside and just outside the range that a window can reach.
         std::size_t offset = random.Below(3) == 0 ? 1 + random.Below(static_cast<std::uint32_t>(farthest))
                                                   : farthest - 4 + random.Below(8);
         offset = std::min(offset, bytes.size());

@@ -1,5 +1,6 @@
 #pragma once
-// Generated input for the compressor: one function per kind of data, repeatable from its seed.
+// Generated input for the compressor: one function for each kind of data; the same seed gives the same
+// bytes.
 
 #include <cstddef>
 #include <cstdint>
@@ -11,7 +12,7 @@ namespace tools::cabarc::lzx::testing {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// Bytes without any order.
+/// Random bytes.
 Bytes RandomBytes(std::size_t size, std::uint32_t seed);
 
 /// Words of a small vocabulary in lines, like a script.
@@ -20,7 +21,7 @@ Bytes TextLike(std::size_t size, std::uint32_t seed);
 /// Instructions of a few shapes, many of them calls (E8) of a few targets.
 Bytes CodeLike(std::size_t size, std::uint32_t seed);
 
-/// Nothing but calls: E8 with operands of every kind, near the limits included.
+/// Only calls: E8 with operands of every kind, also near the limits.
 Bytes CallsOnly(std::size_t size, std::uint32_t seed);
 
 /// Stretches of one byte, of lengths from 1 to some thousands.
@@ -29,10 +30,10 @@ Bytes Runs(std::size_t size, std::uint32_t seed);
 /// Records of fixed width whose fields change slowly, like tables and bitmaps.
 Bytes Records(std::size_t size, std::uint32_t seed);
 
-/// Stretches of all kinds above, of lengths that are even and odd.
+/// Stretches of all kinds above, of even and odd lengths.
 Bytes Mixed(std::size_t size, std::uint32_t seed);
 
-/// Copies of earlier bytes from every distance up to `farthest`, a few fresh ones between.
+/// Copies of earlier bytes from every distance up to `farthest`, with a few new bytes between.
 Bytes FarCopies(std::size_t size, std::size_t farthest, std::uint32_t seed);
 
 /// Every kind with its name.

@@ -40,12 +40,14 @@ TEST(TrialParse, SeesCopiesFromAfar) {
 }
 
 TEST(TrialParse, ExpectsNoGainFromRareAccidents) {
-    // Three equal bytes turn up now and then in noise; as matches they would cost more than as literals.
+    // In random bytes three bytes are repeated now and then; as matches they would cost more than as
+    // literals.
     EXPECT_LT(EstimatedBits(RandomBytes(400'000, 9)), 8.1 * 400'000);
 }
 
 TEST(TrialParse, PricesEachStretchByItsOwnSymbols) {
-    // Half the stretches know one half of the bytes, half the other: 7 bits each, not 8.
+    // Half of the stretches use one half of the byte values, the others the other half: 7 bits for each
+    // byte, not 8.
     Bytes bytes = RandomBytes(512 * 1024, 10);
     for (std::size_t i = 0; i < bytes.size(); ++i)
         bytes[i] = static_cast<std::uint8_t>((bytes[i] & 0x7FU) | ((i / 32768) % 2 << 7));
