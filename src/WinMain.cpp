@@ -9,9 +9,8 @@
 
 #include "src/common/Processes.h"
 #include "src/common/SingleInstance.h"
-#include "src/run/CancelApp.h"
-#include "src/run/Guard.h"
 #include "src/run/ProgramEnd.h"
+#include "src/run/RunEnd.h"
 #include "src/start/Main.h"
 #include "src/ui/windows/SystemDesktop.h"
 

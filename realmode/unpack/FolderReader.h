@@ -4,7 +4,7 @@
 #include <stdint.h>
 
 #include "realmode/unpack/CabinetReader.h"
-#include "realmode/unpack/Codes.h"
+#include "realmode/unpack/HuffmanCode.h"
 #include "realmode/unpack/LzxDecoder.h"
 #include "realmode/unpack/MsZipDecoder.h"
 #include "realmode/unpack/Window.h"

@@ -50,4 +50,12 @@ class HuffmanCode {
     uint32_t tableBits_ = 0;
 };
 
+/// The memory for the codes of either method: a folder has one method, so they share it.
+struct Codes {
+    HuffmanCode Main;     ///< literals and matches
+    HuffmanCode Second;   ///< LZX: lengths; deflate: distances
+    HuffmanCode Aligned;  ///< LZX only
+    HuffmanCode Lengths;  ///< of the codes of the others
+};
+
 }  // namespace realmode::unpack

@@ -4,7 +4,7 @@
 #include <stdint.h>
 
 #include "realmode/unpack/BitReader.h"
-#include "realmode/unpack/Codes.h"
+#include "realmode/unpack/HuffmanCode.h"
 #include "realmode/unpack/Window.h"
 
 namespace realmode::unpack {

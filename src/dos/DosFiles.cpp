@@ -9,9 +9,9 @@
 #include "src/disk/contents/FileCopying.h"
 #include "src/dos/ImportDOS.h"
 #include "src/forms/ProductTexts.h"
-#include "src/run/Guard.h"
 #include "src/run/Help.h"
 #include "src/run/ProgramEnd.h"
+#include "src/run/RunEnd.h"
 
 namespace velbooter {
 

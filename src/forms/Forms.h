@@ -8,7 +8,6 @@
 #include <cstdint>
 
 #include "src/forms/Controls.h"
-#include "src/forms/ListView.h"
 #include "src/forms/ProductTexts.h"
 
 namespace velbooter {

@@ -1,12 +1,11 @@
 #include "src/start/BuildRun.h"
 
 #include "src/disk/output/Floppy.h"
-#include "src/disk/output/Plugins.h"
 #include "src/disk/output/Staging.h"
 #include "src/drivers/DriverPreparation.h"
 #include "src/drivers/NetworkLists.h"
 #include "src/forms/Forms.h"
-#include "src/run/CancelApp.h"
+#include "src/run/RunEnd.h"
 #include "src/run/Waiting.h"
 
 namespace velbooter {

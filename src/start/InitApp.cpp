@@ -4,7 +4,7 @@
 #include "src/disk/contents/FileCopying.h"
 #include "src/dos/DosFiles.h"
 #include "src/drivers/DriverIndex.h"
-#include "src/run/CancelApp.h"
+#include "src/run/RunEnd.h"
 
 namespace velbooter {
 

@@ -2,8 +2,8 @@
 
 #include "src/common/Folders.h"
 #include "src/dos/DosFiles.h"
-#include "src/run/Guard.h"
 #include "src/run/ProgramEnd.h"
+#include "src/run/RunEnd.h"
 #include "src/start/Automator.h"
 #include "src/start/CommandLine.h"
 #include "src/start/InitApp.h"

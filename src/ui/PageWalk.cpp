@@ -5,9 +5,10 @@
 #include "src/disk/contents/FileLists.h"
 #include "src/drivers/DriverIndex.h"
 #include "src/drivers/DriverSettings.h"
-#include "src/run/CancelApp.h"
+#include "src/forms/ProductTexts.h"
 #include "src/run/Help.h"
 #include "src/run/ProgramEnd.h"
+#include "src/run/RunEnd.h"
 #include "src/setup/SetupData.h"
 #include "src/setup/SetupNT.h"
 #include "src/setup/SetupWin.h"
@@ -134,6 +135,25 @@ void CmdFinish_Click(Application& app) {
     FinishApp(app, "");
     app.RunEnded = true;
     TurnPage(app, kProgressPage, kFinishedPage);
+}
+
+void CmdHelp_Click(Application& app) {
+    ShowHelp(app, kCurrentPage, true);
+}
+
+void LblHomePage_Click(Application& app) {
+    app.Screen.OpenAddress(kHomePage);
+}
+
+void LblFrameworkSite_Click(Application& app) {
+    app.Screen.OpenAddress(kFrameworkSite);
+}
+
+void Form_Unload(Application& app) {
+    const ExitCode code = CodeOfLastRun(app);
+    SetOutcome(app.Wizard, RunOutcome::Canceled);
+    DeleteWorkingFiles(app.Paths);
+    throw ProgramEnd{code};
 }
 
 }  // namespace velbooter

@@ -1,6 +1,6 @@
 #pragma once
-// The walk through the wizard's pages. Each Next runs the work that the page just left asks for; pages that a
-// disk does not need are skipped in the same click.
+// What the wizard does around its pages: its buttons, its links, closing it. Each Next runs the work that the
+// page just left asks for; pages that a disk does not need are skipped in the same click.
 
 #include "src/run/Application.h"
 
@@ -17,5 +17,15 @@ void CmdBack_Click(Application& app);
 /// The click on Finish: runs the build and shows the final page; when a run has already ended, ends the
 /// program (ProgramEnd).
 void CmdFinish_Click(Application& app);
+
+/// The click on Help: shows the current page's topic.
+void CmdHelp_Click(Application& app);
+
+/// The clicks on the two links: open their addresses.
+void LblHomePage_Click(Application& app);
+void LblFrameworkSite_Click(Application& app);
+
+/// The window is being closed: cleans up the application folder and ends the program (ProgramEnd).
+[[noreturn]] void Form_Unload(Application& app);
 
 }  // namespace velbooter

@@ -10,6 +10,7 @@
 #include "tools/shared/Utf8.h"
 
 namespace tools::bfi {
+
 namespace {
 
 constexpr std::size_t kLongestName = 255;
@@ -89,6 +90,24 @@ std::vector<DirectoryName> NameEntries(const std::string& folder, const std::vec
     for (std::size_t i = 0; i < names.size(); ++i)
         if (!stored[i].Long.empty()) stored[i].Short = aliases.Make(names[i]);
     return stored;
+}
+
+floppy::ShortName ToVolumeLabel(const std::string& label) {
+    const std::string upper = UpperAscii(label);
+    const std::string option = "-l=" + label + ": ";
+    if (upper.empty()) throw ToolError("-l=: the volume label is empty");
+    floppy::ShortName packed;
+    if (upper.size() > packed.size()) throw ToolError(option + "a volume label has at most 11 characters");
+    if (upper.front() == ' ') throw ToolError(option + "a volume label cannot begin with a blank");
+    const auto isAllowed = [](char character) {
+        return character == ' ' || floppy::IsShortNameCharacter(character);
+    };
+    if (!std::all_of(upper.begin(), upper.end(), isAllowed))
+        throw ToolError(option + "a volume label holds only letters, digits, blanks and " +
+                        std::string(floppy::kShortNameSigns));
+    packed.fill(' ');
+    std::copy(upper.begin(), upper.end(), packed.begin());
+    return packed;
 }
 
 }  // namespace tools::bfi

@@ -2,7 +2,7 @@
 // Finds the names under which the entries of one folder are stored. A name of the form 8.3 is stored in
 // upper case, as DOS users expect it, even where only its case would need a long name; any other gets a long
 // name and an alias, the short name by which DOS knows it. The format of long names is in
-// docs/formats/fat12.md.
+// docs/formats/fat12.md. The volume label, too, is an entry of the root directory.
 
 #include <string>
 #include <vector>
@@ -27,5 +27,11 @@ struct DirectoryName {
 /// that DOS does not allow, ends in a dot or a space, is a device's, or is longer than 255 UTF-16 units.
 /// Throws naming both when two names are the same to DOS.
 std::vector<DirectoryName> NameEntries(const std::string& folder, const std::vector<std::string>& names);
+
+/// Returns the volume label, a name of up to eleven characters without a dot, in which spaces are allowed:
+/// `label` (the value of the option -l=, which messages name) in upper case, padded with spaces to
+/// eleven characters. Throws ToolError when it is empty, longer than eleven characters, begins with a space
+/// or contains a character that DOS does not allow; beyond ASCII none is allowed.
+floppy::ShortName ToVolumeLabel(const std::string& label);
 
 }  // namespace tools::bfi

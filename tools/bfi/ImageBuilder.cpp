@@ -4,10 +4,10 @@
 #include <utility>
 
 #include "tools/bfi/BootSector.h"
+#include "tools/bfi/DirectoryNames.h"
 #include "tools/bfi/DirectoryTable.h"
 #include "tools/bfi/FatVolume.h"
 #include "tools/bfi/SourceTree.h"
-#include "tools/bfi/VolumeLabel.h"
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/InputFile.h"
 #include "tools/shared/OutputFile.h"

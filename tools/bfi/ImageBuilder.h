@@ -12,7 +12,7 @@ namespace tools::bfi {
 /// What one run of the tool is to do; all texts are UTF-8.
 struct ImageRequest {
     std::string BootSectorFile;                ///< path
-    std::string Label;                         ///< as the user wrote it; see VolumeLabel.h
+    std::string Label;                         ///< as the user wrote it; see ToVolumeLabel
     const floppy::Geometry* Format = nullptr;  ///< never nullptr in a request that is carried out
     std::string ImageFile;                     ///< path; missing folders on it are created
     std::string Folder;                        ///< what is below it becomes the disk's contents

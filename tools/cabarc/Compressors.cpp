@@ -1,7 +1,6 @@
 #include "tools/cabarc/Compressors.h"
 
 #include "tools/cabarc/MsZipCompressor.h"
-#include "tools/cabarc/StoredCompressor.h"
 #include "tools/cabarc/lzx/LzxEncoder.h"
 
 namespace tools::cabarc {

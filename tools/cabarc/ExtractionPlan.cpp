@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "tools/cabarc/MemberName.h"
-#include "tools/cabarc/Neighbours.h"
 #include "tools/cabarc/SystemCabinet.h"
 #include "tools/cabarc/Wildcard.h"
 #include "tools/shared/HostFiles.h"

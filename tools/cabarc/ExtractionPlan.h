@@ -21,7 +21,7 @@ struct PlannedMember {
 /// Returns the members that match one of `patterns` (all when there is none; see Wildcard.h), in their
 /// order, each with its file below `folder` (UTF-8, "" is the working folder). Throws ToolError when a
 /// pattern matches no member, when the name of a matching member is not safe as a path below the folder
-/// (NameProblem), when two of them clash (Neighbours.h), when without `overwrite` one of the files exists
+/// (NameProblem), when two of them clash (Neighbours), when without `overwrite` one of the files exists
 /// already, and for a cabinet that is part of a set. `label` names the cabinet in messages.
 std::vector<PlannedMember> PlanExtraction(const CabinetDirectory& directory, const std::string& label,
                                           std::span<const std::string> patterns, const std::string& folder,

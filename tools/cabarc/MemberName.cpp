@@ -4,6 +4,7 @@
 
 #include "floppy/ShortName.h"
 #include "tools/cabarc/CabinetDirectory.h"
+#include "tools/shared/HostFiles.h"
 #include "tools/shared/Utf8.h"
 
 namespace tools::cabarc {
@@ -88,6 +89,21 @@ std::optional<std::string> NameProblem(const std::string& name) {
     if (name.size() >= 2 && name[1] == ':') return "it names a drive";
     for (const std::string_view part : PathParts(name))
         if (auto problem = PartProblem(part)) return problem;
+    return std::nullopt;
+}
+
+std::optional<Clash> Neighbours::Add(const std::string& name, std::size_t number) {
+    const std::u16string folded = FoldedName(name);
+    const auto [other, isNew] = files_.emplace(folded, number);
+    if (!isNew) return Clash{other->second, number, false};
+    if (const auto below = folders_.find(folded); below != folders_.end())
+        return Clash{number, below->second, true};
+    for (std::size_t end = folded.find(u'\\'); end != folded.npos; end = folded.find(u'\\', end + 1)) {
+        const std::u16string folder = folded.substr(0, end);
+        if (const auto file = files_.find(folder); file != files_.end())
+            return Clash{file->second, number, true};
+        folders_.emplace(folder, number);
+    }
     return std::nullopt;
 }
 

@@ -8,7 +8,6 @@
 #include "tools/cabarc/CabinetWriter.h"
 #include "tools/cabarc/Compressors.h"
 #include "tools/cabarc/MemberName.h"
-#include "tools/cabarc/Neighbours.h"
 #include "tools/cabarc/SourceFiles.h"
 #include "tools/cabarc/Wildcard.h"
 #include "tools/shared/HostFiles.h"

@@ -7,6 +7,8 @@
 #include "src/common/Folders.h"
 #include "src/common/Paths.h"
 #include "src/common/RuntimeError.h"
+#include "src/disk/contents/FileCopying.h"
+#include "src/run/Waiting.h"
 
 namespace velbooter {
 
@@ -109,6 +111,23 @@ bool InjectFilesToDir(const ApplicationPaths& paths, Desktop& desktop, FrmWizard
         }
     }
     return true;
+}
+
+void InjectPlugin(const ApplicationPaths& paths, Desktop& desktop, const std::string& stagingFolder,
+                  const std::string& name) {
+    const std::string base = paths.PathOf(InPlugins(name));
+    std::string program;
+    // The last one found wins.
+    for (const char* extension : {".bat", ".com", ".exe"}) {
+        if (FileExists(base + extension)) program = base + extension;
+    }
+    if (!program.empty()) {
+        ChangeDriveAndFolder(paths.ApplicationFolder);
+        RunTool(desktop, program, ToolWindow::Shown);
+    }
+    std::string source = base;
+    std::string destination = stagingFolder;
+    CopyFolderTree(desktop, source, destination);
 }
 
 }  // namespace velbooter

@@ -1,9 +1,12 @@
 #pragma once
-// Copies the disk's files into a fresh staging folder for an image, or straight onto the floppy.
+// Copies the disk's files into a fresh staging folder for an image, a plugin's on top of them, or straight
+// onto the floppy.
 
 #include <string>
 
 #include "src/run/Application.h"
+#include "src/run/ApplicationPaths.h"
+#include "src/run/Desktop.h"
 
 namespace velbooter {
 
@@ -19,5 +22,12 @@ namespace velbooter {
 /// user chose Ignore do not count.
 bool InjectFilesToDir(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard,
                       const std::string& destination);
+
+/// Runs the program plugins\<name>.exe, .com or .bat (the first that exists, in this order), its window
+/// shown, in the application folder, waits for its end, and then copies the tree of the folder plugins\<name>
+/// over `stagingFolder`. Nothing is reported: a missing program or folder adds nothing. Raises RuntimeError
+/// when the application folder cannot be made current.
+void InjectPlugin(const ApplicationPaths& paths, Desktop& desktop, const std::string& stagingFolder,
+                  const std::string& name);
 
 }  // namespace velbooter

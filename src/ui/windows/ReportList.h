@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "src/forms/ListView.h"
+#include "src/forms/Controls.h"
 
 namespace velbooter {
 

@@ -5,13 +5,11 @@
 #include <map>
 
 #include "src/forms/ProductTexts.h"
-#include "src/run/CancelApp.h"
-#include "src/run/Guard.h"
+#include "src/run/RunEnd.h"
 #include "src/ui/Destination.h"
 #include "src/ui/DiskSpace.h"
 #include "src/ui/DriversPage.h"
 #include "src/ui/PageWalk.h"
-#include "src/ui/WizardForm.h"
 #include "src/ui/windows/OwnerDrawn.h"
 #include "src/ui/windows/WizardIds.h"
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "src/run/Guard.h"
+#include "src/run/RunEnd.h"
 #include "tests/support/ApplicationFolder.h"
 
 namespace velbooter::testing {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "src/common/RuntimeError.h"
-#include "src/run/CancelApp.h"
+#include "src/run/RunEnd.h"
 #include "tests/support/ApplicationFolder.h"
 
 namespace velbooter::testing {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "src/common/RuntimeError.h"
-#include "src/run/Guard.h"
+#include "src/run/RunEnd.h"
 #include "src/start/InitApp.h"
 #include "tests/support/ApplicationFolder.h"
 

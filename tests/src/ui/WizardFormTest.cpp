@@ -1,10 +1,9 @@
-#include "src/ui/WizardForm.h"
+#include "src/ui/PageWalk.h"
 
 #include <gtest/gtest.h>
 
 #include "src/forms/ProductTexts.h"
-#include "src/run/CancelApp.h"
-#include "src/ui/PageWalk.h"
+#include "src/run/RunEnd.h"
 #include "tests/support/ApplicationFolder.h"
 
 namespace velbooter::testing {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/tools/bfi/ImageFixture.h"
-#include "tools/bfi/VolumeLabel.h"
+#include "tools/bfi/DirectoryNames.h"
 
 namespace tools::bfi::testing {
 namespace {

@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 
 #include "tests/tools/cabarc/ParsedCabinet.h"
+#include "tools/cabarc/Compressors.h"
 #include "tools/cabarc/MsZipCompressor.h"
-#include "tools/cabarc/StoredCompressor.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools::cabarc::testing {

@@ -1,4 +1,4 @@
-#include "src/run/CancelApp.h"
+#include "src/run/RunEnd.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,6 @@
 #include <stdexcept>
 
 #include "src/common/RuntimeError.h"
-#include "src/run/Guard.h"
 #include "tests/support/ApplicationFolder.h"
 
 namespace velbooter::testing {

@@ -1,4 +1,4 @@
-#include "src/forms/ListView.h"
+#include "src/forms/Controls.h"
 
 #include <algorithm>
 
