@@ -40,6 +40,7 @@ template <typename Kind>
 class UniqueHandle {
  public:
     UniqueHandle() = default;
+    /// Owns `handle` from now on; an invalid value owns nothing.
     explicit UniqueHandle(void* handle) : handle_(handle) {}
     UniqueHandle(UniqueHandle&& other) noexcept : handle_(std::exchange(other.handle_, Kind::Invalid())) {}
     UniqueHandle& operator=(UniqueHandle&& other) noexcept {

@@ -18,7 +18,7 @@ struct CommandButton {
     std::string Caption;
     bool Enabled = true;
     bool Visible = true;
-    int Left = 0;
+    int Left = 0;  ///< in the driver selection, the only window whose buttons move
     int Top = 0;
 };
 

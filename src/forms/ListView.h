@@ -18,6 +18,7 @@ struct ListItem {
     bool Checked = false;
 };
 
+/// The direction of sorting, which a second click on a column reverses.
 enum class SortOrder { Ascending, Descending };
 
 /// The rows in the order in which they are shown, and how they were sorted.
