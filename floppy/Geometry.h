@@ -9,6 +9,7 @@
 
 namespace floppy {
 
+/// Bytes of a sector and of a directory entry of every FAT file system on a floppy.
 constexpr std::size_t kSectorBytes = 512;
 constexpr std::size_t kDirectoryEntryBytes = 32;
 /// Number of UTF-16 units of a long name that one directory entry holds.

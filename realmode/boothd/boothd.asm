@@ -1,7 +1,7 @@
 ; BOOTHD.COM: leaves DOS and starts the first hard disk, as the firmware does when no floppy is there.
 ;
 ; It reads the disk's first sector, has DOS write back what it still holds, gives the interrupts back to the firmware and jumps
-; to the sector at 0000:7C00 with DL = 80h. When that cannot be, it says so in one line on the error output and DOS goes on:
+; to the sector at 0000:7C00 with DL = 80h. When that cannot be, it says so in one line on the error output and DOS continues:
 ;
 ;   1  there is no hard disk, or it cannot be read
 ;   2  its first sector does not end with the mark of a sector that can be started, or has no code
@@ -335,7 +335,7 @@ isGivenBack:
         jmp     0:kStart
 
 ; Returns with the carry flag set when the address at ES:DI leads into the memory of DOS, which ends at segment [memoryEnd] and
-; goes on above 1 MB; in the second form at segment CX. CX and DX are lost.
+; continues above 1 MB; in the second form at segment CX. CX and DX are lost.
 isFirmware:
         mov     cx, [memoryEnd]
 isFirmwareBelow:

@@ -34,7 +34,7 @@ kDiskVector     equ     1Eh * 4
 
         jmp     short start
         nop
-        db      "MSWIN4.1"              ; some versions of Windows believe the description only behind such a name
+        db      "MSWIN4.1"              ; some versions of Windows believe the description only after such a name
         dw      512
         db      1
         dw      1
@@ -127,8 +127,8 @@ failMissing:
         mov     si, textMissing
         jmp     short fail
 
-; Reads sector AX to BX; returns the next sector in AX and the end of its bytes in BX. Outside the FAT it is one
-; sector for each call, because not every firmware goes on over the end of a track. DX and SI are lost.
+; Reads sector AX to BX; returns the next sector in AX and the end of its bytes in BX. Outside the FAT it is one sector for
+; each call, because not every firmware continues over the end of a track. DX and SI are lost.
 readSectors:
         push    cx
         mov     si, 4                   ; the first reads after the motor starts often fail
@@ -154,7 +154,7 @@ readAgain:
 
         mov     si, textRead
 
-; Prints the text at SI and the prompt, its closing 0 as a blank; waits for a key and lets the firmware start again.
+; Prints the text at SI and the prompt, its closing 0 as a space; waits for a key and lets the firmware start again.
 fail:
         lodsb
         cmp     al, 0FFh
@@ -183,7 +183,7 @@ wasRead:
         add     bx, 512
         ret
 
-; The chain is followed, so that IO.SYS may also be a file that DOS copied to where there was room.
+; The chain is followed, so that IO.SYS may also be a file that DOS copied to where there was space.
 found:
         mov     di, [di + 26]
         push    di
@@ -236,8 +236,8 @@ failWrong:
 textMissing:
         db      13, 10, "No IO.SYS on this disk", 0FFh
 
-; The messages that IO.SYS shows when it cannot load the rest of itself: each of the four bytes says how far behind
-; it its text begins, and the byte 0 ends them all.
+; The messages that IO.SYS shows when it cannot load the rest of itself: each of the four bytes says how far after it its text
+; begins, and the byte 0 ends them all.
 ioSysTexts:
         db      textWrong - ($ + 1)
         db      textRead - ($ + 1)

@@ -5,7 +5,7 @@
 ;   DEVICE=VELRAM.SYS KB    that many KB, 64 to 65535
 ;
 ; It needs an XMS manager (HIMEM.SYS) in a line before it. When there is none, when less is free than was asked for, or when
-; the line holds anything else, it says so in one line and does not stay in memory; DOS goes on without it.
+; the line holds anything else, it says so in one line and does not stay in memory; DOS continues without it.
 ;
 ; The drive has 512 bytes a sector, one FAT and 128 root entries; up to 8160 KB it is FAT12, above that FAT16. Its label, its
 ; OEM name and the name in the driver's header are VELRAM: the last one is how FINDRAM.COM knows it, whatever label the user
@@ -427,7 +427,7 @@ argumentsBad:
 argumentsDone:
         ret
 
-; Goes on to the next character at ES:SI that is no space; returns it in AL and with the zero flag set when the line ends
+; Moves SI to the next character at ES:SI that is not a space; returns it in AL and with the zero flag set when the line ends
 ; there. The carry flag is clear then.
 skipSpace:
         mov     al, [es:si]

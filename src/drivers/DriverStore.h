@@ -18,6 +18,8 @@ struct DriverGroup {
     const char* PciFile;          ///< the member that lists the adapters' PCI numbers
 };
 
+/// The four groups: SCSI, network drivers for NDIS, and those for ODI of 16 and of 32 bits. kDriverGroups
+/// has the order in which Drivers.ini lists them.
 inline constexpr DriverGroup kAspiDrivers{"ASPI", "aspi", "scsi.txt", "scsi.pci"};
 inline constexpr DriverGroup kNdisDrivers{"NDIS", "ndis", "ndis.txt", "ndis.pci"};
 inline constexpr DriverGroup kOdi16Drivers{"ODI16", "odi16", "odi.txt", "odi16.pci"};

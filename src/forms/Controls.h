@@ -18,7 +18,7 @@ struct CommandButton {
     std::string Caption;
     bool Enabled = true;
     bool Visible = true;
-    int Left = 0;
+    int Left = 0;  ///< in the driver selection, the only window whose buttons move
     int Top = 0;
 };
 
@@ -114,6 +114,7 @@ struct ListItem {
     bool Checked = false;
 };
 
+/// The direction of sorting, which a second click on a column reverses.
 enum class SortOrder { Ascending, Descending };
 
 /// The rows in the order in which they are shown, and how they were sorted.

@@ -11,6 +11,7 @@
 
 namespace velbooter {
 
+/// The buttons of a message box, its picture, and the button that was pressed.
 enum class Buttons { Ok, OkCancel, AbortRetryIgnore };
 enum class Icon { None, Critical, Exclamation, Information };
 enum class Answer { Ok, Cancel, Abort, Retry, Ignore };

@@ -2,8 +2,8 @@
 // The seam between the cabinet container and its compression methods. A cabinet folder is one long stream of
 // bytes (the files of the folder back to back, at most 0x7FFF8000 bytes); a compressor cuts it into frames
 // of 32768 bytes and hands each frame, compressed, to the container as the payload of one CFDATA record.
-// Everything streams: a compressor holds its window and a fixed amount beside it, never the folder, so that
-// memory is bounded for a folder of any size.
+// Everything streams: a compressor holds its window and a fixed amount in addition, never the folder, so
+// that memory is bounded for a folder of any size.
 
 #include <cstddef>
 #include <cstdint>

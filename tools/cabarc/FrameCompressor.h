@@ -12,6 +12,7 @@ namespace tools::cabarc {
 /// Holds two frames of kFrameSize bytes.
 class FrameCompressor : public FolderCompressor {
  public:
+    /// Calls CompressFrame for every full frame at once, and for what is left at the end.
     void Write(std::span<const std::uint8_t> bytes) final;
     void Finish() final;
 

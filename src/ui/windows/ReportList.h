@@ -18,6 +18,7 @@ namespace velbooter {
 /// counted from 0.
 class ReportList {
  public:
+    /// The control; null before Attach.
     HWND Handle() const { return list_; }
 
     /// Writes ticks and selection into `rows` as the control has them now. Rows that the control does not

@@ -16,6 +16,7 @@ namespace tools::cabarc::lzx {
 /// Collects one frame at a time; Clear begins the next one, and the memory of the bytes is used again.
 class BitWriter {
  public:
+    /// The longest field of Put, and the size of the words in which the format stores bits.
     static constexpr int kMaxFieldBits = 32;
     static constexpr int kWordBits = 16;
 

@@ -88,6 +88,7 @@ constexpr std::uint64_t UncompressedBits(std::uint32_t bytes) {
 /// estimate leaves out; BodyBits is exact.
 class EntropyTerms {
  public:
+    /// Computes the table, 4096 logarithms: one object should serve many sums.
     EntropyTerms() {
         for (std::size_t n = 1; n < table_.size(); ++n) table_[n] = Compute(static_cast<float>(n));
     }

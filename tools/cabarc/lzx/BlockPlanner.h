@@ -36,6 +36,7 @@ struct EncodedTrees {
 
 /// One block as it will be written.
 struct BlockPlan {
+    /// The items, and the bytes that they stand for.
     BlockSpan Span;
     BlockType Type = BlockType::Uncompressed;
     CodeLengths Codes;                  ///< of a coded block

@@ -31,6 +31,7 @@ struct BlockSpan {
     std::uint32_t Begin = 0;  ///< in bytes from the start of the segment
     std::uint32_t End = 0;
 
+    /// Returns the uncompressed size of the block.
     std::uint32_t Bytes() const { return End - Begin; }
     /// Returns its part of `segment`, the items of the whole segment.
     std::span<const Item> ItemsIn(std::span<const Item> segment) const {

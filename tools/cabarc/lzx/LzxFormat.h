@@ -27,6 +27,7 @@ constexpr std::uint32_t kMaxFramePayload = kFrameSize + 6144;
 constexpr std::uint32_t kMinMatch = 2;
 constexpr std::uint32_t kMaxMatch = 257;
 
+/// Main symbols of literals, one for each byte.
 constexpr int kLiterals = 256;
 /// Main symbols for each position slot: lengths 2 to 8, and "the length tree has the rest".
 constexpr int kLengthHeaders = 8;
@@ -92,6 +93,7 @@ constexpr int MainSymbols(int windowBits) {
     return kLiterals + kLengthHeaders * PositionSlots(windowBits);
 }
 
+/// Enough for every window, so that all tables have one size.
 constexpr int kMaxSlots = PositionSlots(kMaxWindowBits);
 constexpr int kMaxMainSymbols = MainSymbols(kMaxWindowBits);
 

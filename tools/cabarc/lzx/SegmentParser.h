@@ -50,7 +50,8 @@ class SegmentParser {
     std::uint32_t Parse(std::span<const std::uint8_t> buffer, std::uint32_t bufferStart,
                         std::uint32_t position);
 
-    /// The items and blocks of the segment, until the next call of Parse.
+    /// The items and blocks of the segment that was parsed last, until the next call of Parse. Items follow
+    /// each other without gaps; blocks are those of SplitIntoBlocks.
     const std::vector<Item>& Items() const { return items_; }
     const std::vector<BlockSpan>& Blocks() const { return blocks_; }
 

@@ -1,7 +1,8 @@
 #pragma once
 // What every search for matches consists of: the hash under which the last place of a short string is
 // remembered, and the extension of a match from the bytes that are known to agree. Both are innermost loops
-// of the match finder, of the optimal parser and of the trial parse, so they are inline and unchecked.
+// of the match finder, of the optimal parser and of the trial parse, so they are inline and unchecked: the
+// callers state the bounds.
 
 #include <bit>
 #include <cstdint>
