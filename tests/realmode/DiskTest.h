@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/floppy/EveryFormat.h"
 #include "tests/support/TestFolder.h"
 #include "tools/bfi/ImageBuilder.h"
 
@@ -34,7 +35,7 @@ void SetFatEntry(tools::testing::Bytes& image, const floppy::Geometry& format, s
 void Scatter(tools::testing::Bytes& image, const floppy::Geometry& format, std::uint32_t first,
              const std::vector<std::uint32_t>& places);
 
-/// The parameter is the type of the disk, "144" or "288". The disk holds what the test puts into the folder
+/// The parameter is the type of the disk. The disk holds what the test puts into the folder
 /// "tree" of Files.
 class DiskTest : public ::testing::TestWithParam<std::string> {
  protected:
