@@ -1,10 +1,10 @@
 #pragma once
-// The two floppy formats that an image can have: 3.5" disks of 1.44 MB and 2.88 MB as DOS formats them, with
-// a FAT12 file system. The program and the image tool use the same numbers. docs/formats/fat12.md has both
-// layouts in a table.
+// The floppy formats that an image can have, with a FAT12 file system. The program and the image tool use the
+// same numbers. docs/formats/fat12.md has the layouts in a table.
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 
 namespace floppy {
@@ -19,27 +19,31 @@ constexpr std::size_t kUnitsPerLongNamePart = 13;
 constexpr std::uint32_t kReservedSectors = 1;
 constexpr std::uint32_t kFatCopies = 2;
 constexpr std::uint32_t kFirstCluster = 2;
-constexpr std::uint8_t kMediaByte = 0xF0;
 
 /// A floppy format; sectors are counted from 0 at the boot sector, clusters from 2 at the data area.
 struct Geometry {
+    const char* Type;  ///< how a command line asks for it: "144"
     const char* Name;  ///< for messages: "1.44 MB"
-    std::uint32_t TotalSectors;
+    std::uint32_t Cylinders;
+    std::uint32_t Heads;
+    std::uint32_t SectorsPerTrack;
     std::uint32_t SectorsPerCluster;
     std::uint32_t RootEntries;
     std::uint32_t SectorsPerFat;  ///< of one copy
-    std::uint32_t SectorsPerTrack;
-    std::uint32_t Heads;
+    std::uint8_t MediaByte;
 
-    /// Derived numbers: the first sector of the root directory and of the data area, the clusters of the
-    /// data area, the bytes of a cluster and of the whole image.
+    /// Derived numbers: all sectors, the first sector of the root directory and of the data area, the
+    /// clusters of the data area, the bytes of a cluster and of the whole image.
+    constexpr std::uint32_t TotalSectors() const { return Cylinders * Heads * SectorsPerTrack; }
     constexpr std::uint32_t RootSector() const { return kReservedSectors + kFatCopies * SectorsPerFat; }
     constexpr std::uint32_t DataSector() const {
         return RootSector() + static_cast<std::uint32_t>(RootEntries * kDirectoryEntryBytes / kSectorBytes);
     }
-    constexpr std::uint32_t DataClusters() const { return (TotalSectors - DataSector()) / SectorsPerCluster; }
+    constexpr std::uint32_t DataClusters() const {
+        return (TotalSectors() - DataSector()) / SectorsPerCluster;
+    }
     constexpr std::size_t ClusterBytes() const { return SectorsPerCluster * kSectorBytes; }
-    constexpr std::size_t ImageBytes() const { return TotalSectors * kSectorBytes; }
+    constexpr std::size_t ImageBytes() const { return TotalSectors() * kSectorBytes; }
     /// Returns the number of clusters that hold `bytes` bytes, 0 for none.
     constexpr std::uint64_t ClustersFor(std::uint64_t bytes) const {
         return bytes / ClusterBytes() + (bytes % ClusterBytes() != 0 ? 1 : 0);
@@ -58,8 +62,10 @@ constexpr std::size_t BytesOfFolder(std::size_t slots) {
     return (slots + 2) * kDirectoryEntryBytes;
 }
 
-/// Returns the format that the type "144" or "288" names, or nullptr for any other text. It lives as long as
-/// the program.
+/// Returns all formats, each with a type of its own. They live as long as the program.
+std::span<const Geometry> AllGeometries();
+
+/// Returns the format of that type, or nullptr when there is none.
 const Geometry* GeometryOfType(const std::string& type);
 
 }  // namespace floppy

@@ -1,6 +1,7 @@
 ; The boot sector of the floppies: finds IO.SYS of MS-DOS 7 (Windows 95 and 98), loads its first 2 KiB and hands
-; over to it. One sector serves 1.44 MB and 2.88 MB disks, because every number is taken from the description of the
-; disk at its start, which bfi fills in; the values below describe a 1.44 MB disk.
+; over to it. One sector serves all sizes of disks, because every number is taken from the description of the disk at
+; its start, which bfi fills in; the values below describe a 1.44 MB disk. The first copy of the FAT has to lie on the
+; first track, as it does on every floppy of DOS.
 ;
 ; 8086 instructions only. Memory, all in segment 0:
 ;   0522h  copy of the diskette parameter table, with this disk's values

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <functional>
 #include <iomanip>
 #include <sstream>
 
@@ -143,6 +144,68 @@ TEST(Fat12Page, ShowsTheStartsOfBootSectorFatAndRoot) {
     for (const auto& [name, offset] : examples) {
         const auto example = Example("fat12.md", name);
         EXPECT_EQ(Written(image, offset, example), example) << name;
+    }
+}
+
+std::string TextOf(const std::string& page) {
+    std::ifstream file(FORMAT_PAGES + page);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+/// As the pages write a number: 1,474,560.
+std::string Grouped(std::size_t number) {
+    std::string digits = std::to_string(number);
+    for (std::size_t end = digits.size(); end > 3; end -= 3) digits.insert(end - 3, 1, ',');
+    return digits;
+}
+
+std::string Range(std::uint32_t first, std::uint32_t next) {
+    return Grouped(first) + " to " + Grouped(next - 1);
+}
+
+using Cell = std::function<std::string(const floppy::Geometry&)>;
+
+/// The line of a table that has a cell for each floppy format.
+std::string RowOf(const std::string& heading, const Cell& cell) {
+    std::string row = "\n| " + heading + " |";
+    for (const floppy::Geometry& geometry : floppy::AllGeometries()) row += " " + cell(geometry) + " |";
+    return row + "\n";
+}
+
+TEST(Fat12Page, HasTheNumbersOfEveryFormat) {
+    using floppy::Geometry;
+    const std::pair<const char*, Cell> rows[] = {
+        {"`-t=`", [](const Geometry& g) { return g.Type; }},
+        {"disk", [](const Geometry& g) { return g.Name; }},
+        {"cylinders", [](const Geometry& g) { return Grouped(g.Cylinders); }},
+        {"first copy of the FAT", [](const Geometry& g) { return Range(1, 1 + g.SectorsPerFat); }},
+        {"second copy", [](const Geometry& g) { return Range(1 + g.SectorsPerFat, g.RootSector()); }},
+        {"root directory", [](const Geometry& g) { return Range(g.RootSector(), g.DataSector()); }},
+        {"data", [](const Geometry& g) { return Range(g.DataSector(), g.TotalSectors()); }},
+        {"clusters", [](const Geometry& g) { return Grouped(g.DataClusters()); }},
+        {"data, bytes", [](const Geometry& g) { return Grouped(g.DataClusters() * g.ClusterBytes()); }},
+        {"image, bytes", [](const Geometry& g) { return Grouped(g.ImageBytes()); }},
+        {"sectors in a cluster", [](const Geometry& g) { return Grouped(g.SectorsPerCluster); }},
+        {"entries of the root directory", [](const Geometry& g) { return Grouped(g.RootEntries); }},
+        {"sectors", [](const Geometry& g) { return Grouped(g.TotalSectors()); }},
+        {"media",
+         [](const Geometry& g) { return std::string("F") + "0123456789ABCDEF"[g.MediaByte & 0xF] + "h"; }},
+        {"sectors of a FAT", [](const Geometry& g) { return Grouped(g.SectorsPerFat); }},
+        {"sectors of a track", [](const Geometry& g) { return Grouped(g.SectorsPerTrack); }},
+    };
+    const std::string page = TextOf("fat12.md");
+    for (const auto& [heading, cell] : rows) EXPECT_THAT(page, ::testing::HasSubstr(RowOf(heading, cell)));
+}
+
+TEST(CommandLinePage, HasEveryTypeOfDisk) {
+    const std::string page = TextOf("../command-line.md");
+    for (const floppy::Geometry& geometry : floppy::AllGeometries()) {
+        EXPECT_THAT(page, ::testing::ContainsRegex(
+                              std::string("\n. `") + geometry.Type + "` . " + geometry.Name + ": [^|]*. " +
+                              Grouped(geometry.ImageBytes()) + " . " +
+                              Grouped(geometry.DataClusters() * geometry.ClusterBytes()) + " .\n"));
     }
 }
 

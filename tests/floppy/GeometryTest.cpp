@@ -2,31 +2,41 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
+#include <string>
+
 namespace floppy::testing {
 namespace {
 
-TEST(Geometry, TheTwoFormatsHaveTheSectorsOfTheirDisks) {
-    const Geometry& small = *GeometryOfType("144");
-    EXPECT_EQ(80U, small.TotalSectors / small.SectorsPerTrack / small.Heads);
-    EXPECT_EQ(1'474'560U, small.ImageBytes());
-    EXPECT_EQ(512U, small.ClusterBytes());
-    const Geometry& large = *GeometryOfType("288");
-    EXPECT_EQ(80U, large.TotalSectors / large.SectorsPerTrack / large.Heads);
-    EXPECT_EQ(2'949'120U, large.ImageBytes());
-    EXPECT_EQ(1024U, large.ClusterBytes());
-}
-
-TEST(Geometry, AnAllocationTableCountsAllClusters) {
-    // An entry has 12 bits, and the first two entries belong to no cluster.
-    for (const char* type : {"144", "288"}) {
-        const Geometry& geometry = *GeometryOfType(type);
-        EXPECT_GE(geometry.SectorsPerFat * kSectorBytes * 2 / 3, geometry.DataClusters() + 2) << type;
-        EXPECT_LT(geometry.DataClusters(), 4085U) << type << ": more would be FAT16";
+TEST(Geometry, EachFormatHasTheNumbersOfItsDisk) {
+    const struct {
+        std::string Type;
+        std::string Name;
+        std::size_t ImageBytes;
+        std::uint32_t Cylinders, DataSector, DataClusters;
+        std::size_t ClusterBytes;
+    } formats[] = {
+        {"144", "1.44 MB", 1'474'560, 80, 33, 2847, 512}, {"288", "2.88 MB", 2'949'120, 80, 34, 2863, 1024},
+        {"360", "360 KB", 368'640, 40, 12, 354, 1024},    {"720", "720 KB", 737'280, 80, 14, 713, 1024},
+        {"1200", "1.2 MB", 1'228'800, 80, 29, 2371, 512}, {"1680", "1.68 MB", 1'720'320, 80, 35, 3325, 512},
+    };
+    ASSERT_EQ(AllGeometries().size(), std::size(formats));
+    for (std::size_t i = 0; i < std::size(formats); ++i) {
+        const auto& expected = formats[i];
+        const Geometry& geometry = AllGeometries()[i];
+        EXPECT_EQ(GeometryOfType(expected.Type), &geometry) << expected.Type;
+        EXPECT_EQ(expected.Type, geometry.Type);
+        EXPECT_EQ(expected.Name, geometry.Name);
+        EXPECT_EQ(expected.ImageBytes, geometry.ImageBytes()) << expected.Type;
+        EXPECT_EQ(expected.Cylinders, geometry.Cylinders) << expected.Type;
+        EXPECT_EQ(expected.DataSector, geometry.DataSector()) << expected.Type;
+        EXPECT_EQ(expected.DataClusters, geometry.DataClusters()) << expected.Type;
+        EXPECT_EQ(expected.ClusterBytes, geometry.ClusterBytes()) << expected.Type;
     }
 }
 
 TEST(Geometry, ThereIsNoOtherType) {
-    for (const char* type : {"", "1440", "14", "720", "144 "})
+    for (const char* type : {"", "1440", "14", "2880", "36", "144 ", "0360"})
         EXPECT_EQ(nullptr, GeometryOfType(type)) << type;
 }
 

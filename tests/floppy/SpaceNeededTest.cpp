@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "tests/floppy/EveryFormat.h"
+
 namespace floppy::testing {
 namespace {
 
@@ -68,8 +70,7 @@ TEST_P(SpaceNeededTest, ASumThatCannotBeCountedStaysTooLarge) {
     EXPECT_FALSE(countable.IsBeyondCounting());
 }
 
-INSTANTIATE_TEST_SUITE_P(Floppy, SpaceNeededTest, ::testing::Values("144", "288"),
-                         [](const auto& info) { return info.param; });
+VELBOOTER_EVERY_FORMAT(SpaceNeededTest);
 
 }  // namespace
 }  // namespace floppy::testing

@@ -98,6 +98,7 @@ std::vector<Bytes> Seeds() {
                              "-|n|a|b",
                              "-b=boot.bin|-l=LABEL|-t=144|-f=a.img|folder",
                              "-t=288|folder|-f=a|-l=b|-b=c",
+                             "-t=1680|-b=a|-l=b|-f=c|folder",
                              "-b=|-l=|-t=|-f=|",
                              "-b=a|-b=a",
                              "-t=145|-b=a|-l=b|-f=c|d",

@@ -167,7 +167,8 @@ void CheckRefusal(const tools::ToolError& error, const tools::testing::TestFolde
 
 void RunInput(std::span<const std::uint8_t> input) {
     Choices choices(input);
-    const Geometry& geometry = *floppy::GeometryOfType(choices.Flag() ? "288" : "144");
+    const auto geometries = floppy::AllGeometries();
+    const Geometry& geometry = geometries[choices.Below(static_cast<std::uint32_t>(geometries.size()))];
     const tools::testing::TestFolder folder;
     folder.Write("boot.bin", tools::bfi::testing::SampleBootSector());
     folder.MakeFolder("tree");

@@ -38,13 +38,13 @@ TEST_P(Boot, HandsOverToIoSysAsMsDos7NeedsIt) {
     EXPECT_EQ(0U, values["DX"] & 0xFF) << "the drive";
     EXPECT_EQ(0U, values["DRIVE"] & 0xFF);
     EXPECT_EQ(0U, values["BP-2"]);
-    EXPECT_EQ(values["BP-4"], GetParam() == "144" ? 33U : 34U) << "the first data sector";
+    EXPECT_EQ(values["BP-4"], Format().DataSector()) << "the first data sector";
     EXPECT_GE(values["BP-6"], 0xC000U) << "the firmware's own disk table";
     EXPECT_EQ(0U, values["BP-A"]);
     EXPECT_EQ(0x78U, values["BP-C"]);
     EXPECT_EQ(0x522U, values["TABLE"]);
     EXPECT_EQ(0U, values["TABLESEGMENT"]);
-    EXPECT_EQ(values["TRACK"] & 0xFF, GetParam() == "144" ? 18U : 36U);
+    EXPECT_EQ(values["TRACK"] & 0xFF, Format().SectorsPerTrack);
     EXPECT_EQ(0x0FU, values["SETTLE"] & 0xFF);
     EXPECT_EQ(0xBEEFU, values["MARKER"]) << "in the fourth sector";
     EXPECT_EQ(0xAA55U, values["SIGNATURE"]);
@@ -57,10 +57,9 @@ TEST_P(Boot, FindsIoSysFurtherDownInTheRootAndInPieces) {
     BuildDisk();
     Bytes image = Files.Read("disk.img");
     SwapRootEntries(image, 0, 25);
-    // Entry 341 extends over two sectors of the FAT; the last ones are in its later sectors.
-    const std::vector<std::uint32_t> places = GetParam() == "144"
-                                                  ? std::vector<std::uint32_t>{341, 2500, 12, 1365}
-                                                  : std::vector<std::uint32_t>{341, 2864};
+    // Entry 341 extends over two sectors of the FAT, and so does 1365; the last one is on the last track.
+    std::vector<std::uint32_t> places{341, Format().DataClusters() + 1};
+    if (Format().SectorsPerCluster == 1) places.insert(places.end(), {12, 1365});
     Scatter(image, Format(), 2, places);
     tools::PutU16(image.data() + RootStart() + 25 * kEntry + 26, places.front());
     EXPECT_EQ(ReadFatImage(image).At("IO.SYS").Content, Probe()) << "still the same file";
@@ -131,8 +130,7 @@ TEST_P(Boot, TheStandInForIoSysSaysOnCom1WhoStartedIt) {
     EXPECT_TRUE(machine.WaitFor("IO.SYS stand-in: started by the boot sector\r\n")) << machine.Text();
 }
 
-INSTANTIATE_TEST_SUITE_P(Floppy, Boot, ::testing::Values("144", "288"),
-                         [](const auto& info) { return info.param; });
+VELBOOTER_EVERY_FORMAT(Boot);
 
 TEST(BootSectorFile, GivesIoSysItsMessagesInTheFormThatItReads) {
     const Bytes sector = FileAt(BOOT_SECTOR);

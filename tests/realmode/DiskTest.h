@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/floppy/EveryFormat.h"
 #include "tests/support/TestFolder.h"
 #include "tools/bfi/ImageBuilder.h"
 
@@ -34,8 +35,8 @@ void SetFatEntry(tools::testing::Bytes& image, const floppy::Geometry& format, s
 void Scatter(tools::testing::Bytes& image, const floppy::Geometry& format, std::uint32_t first,
              const std::vector<std::uint32_t>& places);
 
-/// The parameter is the type of the disk, "144" or "288". The disk contains what the test puts into the
-/// folder "tree" of Files.
+/// The parameter is the type of the disk. The disk contains what the test puts into the folder "tree" of
+/// Files.
 class DiskTest : public ::testing::TestWithParam<std::string> {
  protected:
     const floppy::Geometry& Format() const { return *floppy::GeometryOfType(GetParam()); }

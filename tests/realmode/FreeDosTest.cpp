@@ -53,7 +53,7 @@ TEST_P(FreeDos, StartsALongKernelSysAsItsOwnBootSectorDoes) {
     EXPECT_EQ(values["DX"], 0U) << "the drive";
     EXPECT_EQ(values["DRIVE"] & 0xFF, 0U);
     EXPECT_EQ(values["SECTORBYTES"], 512U);
-    EXPECT_EQ(values["TRACK"], GetParam() == "144" ? 18U : 36U);
+    EXPECT_EQ(values["TRACK"], Format().SectorsPerTrack);
     EXPECT_EQ(values["SIGNATURE"], 0xAA55U);
     EXPECT_EQ(values["GOOD"], kKernelSectors);
     EXPECT_EQ(values["TAIL"], 0x7A11U);
@@ -65,8 +65,11 @@ TEST_P(FreeDos, FollowsAKernelSysInPiecesFarDownInTheRoot) {
     BuildDiskWith(Kernel());
     Bytes image = Files.Read("disk.img");
     const std::uint32_t first = ReadFatImage(image).At("KERNEL.SYS").Clusters.front();
-    // Entry 341 extends over two sectors of the FAT; 2000 and 2001 are contiguous, 1001 and 1000 are not.
-    const std::vector<std::uint32_t> places{341, 2000, 2001, 1001, 1000, 2500, 2847};
+    // Entry 341 lies across two sectors of the table; the next two follow each other, the two after them do
+    // not.
+    const std::uint32_t last = Format().DataClusters() + 1;
+    const std::vector<std::uint32_t> places{341,      last - 90, last - 89, last / 2 + 1,
+                                            last / 2, last - 40, last};
     Scatter(image, Format(), first, places);
     tools::PutU16(image.data() + KernelEntry(image) + 26, places.front());
     EXPECT_EQ(ReadFatImage(image).At("KERNEL.SYS").Content, Kernel()) << "still the same file";
@@ -91,9 +94,11 @@ TEST_P(FreeDos, SaysThatKernelSysIsTooLarge) {
 }
 
 TEST_P(FreeDos, SaysThatKernelSysIsTooLargeByItsUpperWord) {
-    Bytes kernel = Kernel();
-    kernel.resize(0x80000);
-    BuildDiskWith(kernel);
+    BuildDiskWith(Kernel());
+    // Of 512 KB by its directory entry: not every disk has the room for such a file.
+    Bytes image = Files.Read("disk.img");
+    tools::PutU32(image.data() + KernelEntry(image) + 28, 0x80000);
+    Files.Write("disk.img", image);
     ExpectLine("KERNEL.SYS is too large");
 }
 
@@ -131,16 +136,16 @@ TEST_P(FreeDos, SaysThatAKernelSysIsDamagedWhoseChainEndsEarly) {
 
 TEST_P(FreeDos, SaysThatTheDiskCannotBeRead) {
     BuildDiskWith(Kernel());
-    // A cluster that the FAT could name but that lies beyond the end of the disk.
+    // The directory names a cluster two cylinders beyond the end of the disk.
+    const std::uint32_t sector =
+        (Format().Cylinders + 2) * Format().Heads * Format().SectorsPerTrack - Format().DataSector();
     Bytes image = Files.Read("disk.img");
-    tools::PutU16(image.data() + KernelEntry(image) + 26, 2950);
-    SetFatEntry(image, Format(), 2950, 2951);
+    tools::PutU16(image.data() + KernelEntry(image) + 26, 2 + sector / Format().SectorsPerCluster);
     Files.Write("disk.img", image);
     ExpectLine("Disk cannot be read");
 }
 
-INSTANTIATE_TEST_SUITE_P(Floppy, FreeDos, ::testing::Values("144", "288"),
-                         [](const auto& info) { return info.param; });
+VELBOOTER_EVERY_FORMAT(FreeDos);
 
 TEST(FreeDosFile, HasTheFourSectorsThatTheBootSectorLoads) {
     EXPECT_EQ(FileAt(FREEDOS_IO_SYS).size(), 4 * kSector);

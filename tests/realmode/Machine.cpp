@@ -9,6 +9,7 @@
 #include <array>
 #include <chrono>
 #include <csignal>
+#include <filesystem>
 #include <stdexcept>
 
 extern char** environ;
@@ -36,6 +37,14 @@ std::string Escaped(const std::string& path) {
     return escaped;
 }
 
+// QEMU chooses the drive by the image, for 1.68 MB that for 1.44 MB. To its firmware every track there has 18
+// sectors, and a read may not begin after them. A drive for 2.88 MB, which reads the disk as well, has 36.
+std::string DriveFor(const std::string& image) {
+    constexpr std::uintmax_t k168 = std::uintmax_t{1680} * 1024;
+    return std::filesystem::file_size(image) == k168 ? "floppy,drive=disk,drive-type=288"
+                                                     : "floppy,drive=disk";
+}
+
 }  // namespace
 
 Machine::Machine(const std::string& image, const std::string& reportFile, Display display,
@@ -48,9 +57,9 @@ Machine::Machine(const std::string& image, const std::string& reportFile, Displa
         words.insert(words.end(), {"-display", "none", "-serial", "stdio"});
     words.insert(
         words.end(),
-        {"-monitor", "none", "-drive", "if=floppy,format=raw,readonly=on,file=" + Escaped(image), "-chardev",
-         "file,id=report,path=" + Escaped(reportFile), "-device", "isa-debugcon,iobase=0xe9,chardev=report",
-         "-device", "isa-debug-exit,iobase=0xf4,iosize=4"});
+        {"-monitor", "none", "-drive", "if=none,id=disk,format=raw,readonly=on,file=" + Escaped(image),
+         "-device", DriveFor(image), "-chardev", "file,id=report,path=" + Escaped(reportFile), "-device",
+         "isa-debugcon,iobase=0xe9,chardev=report", "-device", "isa-debug-exit,iobase=0xf4,iosize=4"});
     if (display == Display::Mirrored) words.insert(words.end(), {"-serial", "stdio"});
     words.insert(words.end(), more.begin(), more.end());
     int toMachine[2];

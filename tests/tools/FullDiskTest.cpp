@@ -63,9 +63,9 @@ class ImageOnAFullDisk : public bfi::testing::ImageTest {
 
 // A disk that is full at the start, in the middle of the files, and at the last byte.
 TEST_P(ImageOnAFullDisk, AFullDiskIsNamedAndLeavesTheOldImage) {
-    Files.Write("tree/big", NoiseBytes(1'000'000));
-    for (const std::uint64_t bytes :
-         {std::uint64_t{0}, std::uint64_t{700'000}, std::uint64_t{Format().ImageBytes() - 1}}) {
+    const std::size_t size = Format().ImageBytes();
+    Files.Write("tree/big", NoiseBytes(size / 3 * 2));
+    for (const std::size_t bytes : {std::size_t{0}, size / 2, size - 1}) {
         const FullDisk disk(bytes);
         EXPECT_EQ(Files.Text("out.img") + ": cannot be written: " + FullDisk::Reason(), Refusal());
         ExpectOldImage();
@@ -86,7 +86,7 @@ TEST_P(ImageOnAFullDisk, AFullDiskEndsTheProgramWithTheExitCodeOfAFailure) {
     ExpectOldImage();
 }
 
-VELBOOTER_BOTH_FORMATS(ImageOnAFullDisk);
+VELBOOTER_EVERY_FORMAT(ImageOnAFullDisk);
 
 class CabinetOnAFullDisk : public cabarc::testing::InTestFolder {};
 

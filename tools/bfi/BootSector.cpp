@@ -60,8 +60,8 @@ BootSector DescribeDisk(const BootSector& code, const floppy::Geometry& geometry
     PutU16(bytes + 0x0E, floppy::kReservedSectors);
     bytes[0x10] = floppy::kFatCopies;
     PutU16(bytes + 0x11, geometry.RootEntries);
-    PutU16(bytes + 0x13, geometry.TotalSectors);
-    bytes[0x15] = floppy::kMediaByte;
+    PutU16(bytes + 0x13, geometry.TotalSectors());
+    bytes[0x15] = geometry.MediaByte;
     PutU16(bytes + 0x16, geometry.SectorsPerFat);
     PutU16(bytes + 0x18, geometry.SectorsPerTrack);
     PutU16(bytes + 0x1A, geometry.Heads);

@@ -5,16 +5,30 @@
 namespace tools::bfi {
 namespace {
 
-constexpr char kUsage[] =
-    "Usage: bfi -b=BOOTSECTOR -l=LABEL -t=144|288 -f=IMAGE FOLDER\n"
-    "Writes the image of a bootable DOS floppy (FAT12) that holds the tree below FOLDER.\n"
-    "  -b=  file with the boot sector, 512 bytes\n"
-    "  -l=  volume label, at most 11 characters\n"
-    "  -t=  144 for a 1.44 MB disk, 288 for a 2.88 MB disk\n"
-    "  -f=  image file; missing folders on its path are made, an older image is replaced";
+// Lists the types of disks.
+std::string Types(const std::string& separator, const std::string& lastSeparator) {
+    const auto geometries = floppy::AllGeometries();
+    std::string types = geometries.front().Type;
+    for (const floppy::Geometry& geometry : geometries.subspan(1))
+        types += (&geometry == &geometries.back() ? lastSeparator : separator) + geometry.Type;
+    return types;
+}
+
+std::string Usage() {
+    std::string types;
+    for (const floppy::Geometry& geometry : floppy::AllGeometries())
+        types += std::string(types.empty() ? "  -t=  " : "       ") + geometry.Type + " for a " +
+                 geometry.Name + " disk\n";
+    return "Usage: bfi -b=BOOTSECTOR -l=LABEL -t=" + Types("|", "|") +
+           " -f=IMAGE FOLDER\n"
+           "Writes the image of a bootable DOS floppy (FAT12) that holds the tree below FOLDER.\n"
+           "  -b=  file with the boot sector, 512 bytes\n"
+           "  -l=  volume label, at most 11 characters\n" +
+           types + "  -f=  image file; missing folders on its path are made, an older image is replaced";
+}
 
 [[noreturn]] void FailWithUsage(const std::string& line) {
-    throw ToolError(line + "\n" + kUsage, ExitCode::WrongCall);
+    throw ToolError(line + "\n" + Usage(), ExitCode::WrongCall);
 }
 
 void SetOnce(std::string& value, const std::string& text, const std::string& what) {
@@ -50,7 +64,7 @@ ImageRequest ParseCommandLine(const std::vector<std::string>& arguments) {
     if (request.ImageFile.empty()) FailWithUsage("the image (-f=) is missing");
     if (request.Folder.empty()) FailWithUsage("the folder is missing");
     request.Format = floppy::GeometryOfType(type);
-    if (request.Format == nullptr) FailWithUsage("-t=" + type + ": the type is 144 or 288");
+    if (request.Format == nullptr) FailWithUsage("-t=" + type + ": the type is " + Types(", ", " or "));
     return request;
 }
 

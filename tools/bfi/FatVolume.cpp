@@ -18,7 +18,7 @@ FatVolume::FatVolume(const floppy::Geometry& geometry, OutputFile& image)
       image_(image),
       head_(geometry.DataSector() * floppy::kSectorBytes),
       gathered_(kGatherBytes) {
-    SetFatEntry(0, 0xF00U | floppy::kMediaByte);
+    SetFatEntry(0, 0xF00U | geometry.MediaByte);
     SetFatEntry(1, kEndOfChain);
 }
 

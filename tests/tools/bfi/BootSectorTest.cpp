@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "tests/tools/bfi/ImageFixture.h"
 #include "tools/bfi/DirectoryNames.h"
 
@@ -78,22 +80,22 @@ TEST(BootSector, KeepsTheJumpTheMakersNameAndTheCode) {
 }
 
 TEST(BootSector, DescribesEachFormat) {
-    const Bytes of144{0x00, 0x02, 0x01, 0x01, 0x00, 0x02, 0xE0, 0x00, 0x40, 0x0B, 0xF0, 0x09, 0x00,
-                      0x12, 0x00, 0x02, 0x00, 0,    0,    0,    0,    0,    0,    0,    0,    0,
-                      0,    0x29, 0,    0,    0,    0,    'L',  'A',  'B',  'E',  'L',  ' ',  ' ',
-                      ' ',  ' ',  ' ',  ' ',  'F',  'A',  'T',  '1',  '2',  ' ',  ' ',  ' '};
-    Bytes of288 = of144;
-    of288[2] = 2;
-    of288[6] = 0xF0;
-    of288[8] = 0x80;
-    of288[9] = 0x16;
-    of288[13] = 0x24;
-    const auto described = [](const char* type) {
-        const BootSector sector = DescribeDisk({}, *floppy::GeometryOfType(type), ToVolumeLabel("label"));
-        return Bytes(sector.begin() + 0x0B, sector.begin() + 0x3E);
+    const std::map<std::string, Bytes> formats{
+        {"144", {0, 2, 1, 1, 0, 2, 0xE0, 0, 0x40, 0x0B, 0xF0, 9, 0, 0x12, 0, 2, 0}},
+        {"288", {0, 2, 2, 1, 0, 2, 0xF0, 0, 0x80, 0x16, 0xF0, 9, 0, 0x24, 0, 2, 0}},
+        {"360", {0, 2, 2, 1, 0, 2, 0x70, 0, 0xD0, 0x02, 0xFD, 2, 0, 0x09, 0, 2, 0}},
+        {"720", {0, 2, 2, 1, 0, 2, 0x70, 0, 0xA0, 0x05, 0xF9, 3, 0, 0x09, 0, 2, 0}},
+        {"1200", {0, 2, 1, 1, 0, 2, 0xE0, 0, 0x60, 0x09, 0xF9, 7, 0, 0x0F, 0, 2, 0}},
+        {"1680", {0, 2, 1, 1, 0, 2, 0xE0, 0, 0x20, 0x0D, 0xF0, 10, 0, 0x15, 0, 2, 0}},
     };
-    EXPECT_EQ(described("144"), of144);
-    EXPECT_EQ(described("288"), of288);
+    const Bytes rest{0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0x29, 0,   0,   0,   0,   'L', 'A',
+                     'B', 'E', 'L', ' ', ' ', ' ', ' ', ' ', ' ', 'F', 'A',  'T', '1', '2', ' ', ' ', ' '};
+    for (const floppy::Geometry& geometry : floppy::AllGeometries()) {
+        Bytes expected = formats.at(geometry.Type);
+        expected.insert(expected.end(), rest.begin(), rest.end());
+        const BootSector sector = DescribeDisk({}, geometry, ToVolumeLabel("label"));
+        EXPECT_EQ(Bytes(sector.begin() + 0x0B, sector.begin() + 0x3E), expected) << geometry.Type;
+    }
 }
 
 }  // namespace

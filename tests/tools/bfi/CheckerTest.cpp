@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "tests/support/RunProgram.h"
 #include "tests/tools/bfi/ImageFixture.h"
 #include "tools/shared/HostFiles.h"
@@ -58,8 +60,10 @@ TEST_P(Checker, FsckFindsNothingOnAnEmptyAndOnAFullDisk) {
 }
 
 TEST_P(Checker, FsckFindsNothingInAFullRootAndALargeFolder) {
-    for (int i = 0; i < 200; ++i) Files.Write("tree/f" + std::to_string(i), "x");
-    for (int i = 0; i < 300; ++i) Files.Write("tree/sub folder/long name " + std::to_string(i), "x");
+    // The label takes an entry, the folder two.
+    for (std::uint32_t i = 3; i < Format().RootEntries; ++i)
+        Files.Write("tree/f" + std::to_string(i), i % 2 == 0 ? "x" : "");
+    for (int i = 0; i < 200; ++i) Files.Write("tree/sub folder/long name " + std::to_string(i), "x");
     Build();
     ExpectSound();
 }
@@ -107,16 +111,69 @@ TEST_P(Checker, MinfoShowsTheGeometryAndTheLabel) {
     Build();
     const ProgramResult info = RunProgram({"minfo", "-i", Image(), "::"});
     EXPECT_EQ(0, info.ExitCode) << info.All();
-    const bool is144 = GetParam() == "144";
-    for (const char* line :
-         {"cylinders: 80", is144 ? "sectors per track: 18" : "sectors per track: 36",
-          is144 ? "small size: 2880 sectors" : "small size: 5760 sectors",
-          is144 ? "max available root directory slots: 224" : "max available root directory slots: 240",
-          "media descriptor byte: 0xf0", "sectors per fat: 9", "\nfats: 2\n", "disk label=\"VELSTART   \""})
-        EXPECT_THAT(info.All(), HasSubstr(line));
+    const std::map<std::string, std::vector<std::string>> formats{
+        {"144",
+         {"cylinders: 80", "sectors per track: 18", "small size: 2880 sectors",
+          "max available root directory slots: 224", "media descriptor byte: 0xf0", "sectors per fat: 9"}},
+        {"288",
+         {"cylinders: 80", "sectors per track: 36", "small size: 5760 sectors",
+          "max available root directory slots: 240", "media descriptor byte: 0xf0", "sectors per fat: 9"}},
+        {"360",
+         {"cylinders: 40", "sectors per track: 9", "small size: 720 sectors",
+          "max available root directory slots: 112", "media descriptor byte: 0xfd", "sectors per fat: 2"}},
+        {"720",
+         {"cylinders: 80", "sectors per track: 9", "small size: 1440 sectors",
+          "max available root directory slots: 112", "media descriptor byte: 0xf9", "sectors per fat: 3"}},
+        {"1200",
+         {"cylinders: 80", "sectors per track: 15", "small size: 2400 sectors",
+          "max available root directory slots: 224", "media descriptor byte: 0xf9", "sectors per fat: 7"}},
+        {"1680",
+         {"cylinders: 80", "sectors per track: 21", "small size: 3360 sectors",
+          "max available root directory slots: 224", "media descriptor byte: 0xf0", "sectors per fat: 10"}},
+    };
+    for (const std::string& line : formats.at(GetParam())) EXPECT_THAT(info.All(), HasSubstr(line + "\n"));
+    EXPECT_THAT(info.All(), HasSubstr("heads: 2\n"));
+    EXPECT_THAT(info.All(), HasSubstr("\nfats: 2\n"));
+    EXPECT_THAT(info.All(), HasSubstr("disk label=\"VELSTART   \""));
 }
 
-VELBOOTER_BOTH_FORMATS(Checker);
+TEST_P(Checker, MformatDescribesADiskOfThatKindInTheSameWay) {
+    Build();
+    const std::string formatted = Files.Text("formatted.img");
+    const ProgramResult format = RunProgram(
+        {"mformat", "-C", "-t", std::to_string(Format().Cylinders), "-h", std::to_string(Format().Heads),
+         "-s", std::to_string(Format().SectorsPerTrack), "-i", formatted, "::"});
+    ASSERT_EQ(0, format.ExitCode) << format.All();
+    // From the bytes in a sector to the sectors before the disk.
+    const auto description = [&](const std::string& image) {
+        const Bytes bytes = Files.Read(image);
+        return Bytes(bytes.begin() + 0x0B, bytes.begin() + 0x20);
+    };
+    EXPECT_EQ(description("out.img"), description("formatted.img"));
+    EXPECT_EQ(Files.Read("out.img").size(), Files.Read("formatted.img").size());
+}
+
+// As docs/command-line.md says, for a disk that the program has built.
+TEST_P(Checker, ADiskThatSevenZipUnpacksBecomesADiskOfADifferentSize) {
+    WriteSampleTree();
+    const FatImage disk = Build();
+    const ProgramResult unpack = RunProgram({"7z", "x", "-o" + Files.Text("unpacked"), Image()});
+    ASSERT_EQ(0, unpack.ExitCode) << unpack.All();
+    for (const floppy::Geometry& geometry : floppy::AllGeometries()) {
+        ImageRequest request = Request();
+        request.Format = &geometry;
+        request.Folder = Files.Text("unpacked");
+        BuildImage(request);
+        const FatImage again = ReadFatImage(Files.Read("out.img"));
+        ASSERT_EQ(again.Entries.size(), disk.Entries.size()) << geometry.Name;
+        for (std::size_t i = 0; i < disk.Entries.size(); ++i) {
+            EXPECT_EQ(again.Entries[i].Path, disk.Entries[i].Path) << geometry.Name;
+            EXPECT_EQ(again.Entries[i].Content, disk.Entries[i].Content) << geometry.Name;
+        }
+    }
+}
+
+VELBOOTER_EVERY_FORMAT(Checker);
 
 }  // namespace
 }  // namespace tools::bfi::testing

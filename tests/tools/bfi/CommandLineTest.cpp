@@ -17,8 +17,9 @@ std::string WrongCall(const std::vector<std::string>& arguments) {
         ParseCommandLine(arguments);
     } catch (const tools::ToolError& error) {
         EXPECT_EQ(error.Code, tools::ExitCode::WrongCall);
-        EXPECT_THAT(error.what(),
-                    HasSubstr("\nUsage: bfi -b=BOOTSECTOR -l=LABEL -t=144|288 -f=IMAGE FOLDER\n"));
+        EXPECT_THAT(
+            error.what(),
+            HasSubstr("\nUsage: bfi -b=BOOTSECTOR -l=LABEL -t=144|288|360|720|1200|1680 -f=IMAGE FOLDER\n"));
         return error.what();
     }
     return "(accepted)";
@@ -57,9 +58,24 @@ TEST(BfiCommandLine, NothingIsGivenTwiceOrEmpty) {
 TEST(BfiCommandLine, UnknownOptionsAndTypesAreNamed) {
     EXPECT_THAT(WrongCall({"-x=1"}), StartsWith("-x=1: there is no such option"));
     EXPECT_THAT(WrongCall({"-t"}), StartsWith("-t: there is no such option"));
-    for (const char* type : {"360", "1440", "14", "abc"})
+    for (const char* type : {"160", "1440", "14", "abc"})
         EXPECT_THAT(WrongCall({"-b=b", "-l=l", std::string("-t=") + type, "-f=f", "folder"}),
-                    StartsWith(std::string("-t=") + type + ": the type is 144 or 288"));
+                    StartsWith(std::string("-t=") + type +
+                               ": the type is 144, 288, 360, 720, 1200 or 1680\nUsage: "));
+}
+
+TEST(BfiCommandLine, EachTypeIsTakenAndExplained) {
+    for (const floppy::Geometry& geometry : floppy::AllGeometries())
+        EXPECT_EQ(
+            ParseCommandLine({"-b=b", "-l=l", std::string("-t=") + geometry.Type, "-f=f", "folder"}).Format,
+            &geometry);
+    EXPECT_THAT(WrongCall({}), HasSubstr("\n  -t=  144 for a 1.44 MB disk\n"
+                                         "       288 for a 2.88 MB disk\n"
+                                         "       360 for a 360 KB disk\n"
+                                         "       720 for a 720 KB disk\n"
+                                         "       1200 for a 1.2 MB disk\n"
+                                         "       1680 for a 1.68 MB disk\n"
+                                         "  -f=  "));
 }
 
 }  // namespace

@@ -99,7 +99,8 @@ class Reader {
         Require(Number(11, 2) == 512, "sectors are not of 512 bytes");
         const std::uint32_t sectors = Number(19, 2);
         Require(bytes_.size() == sectors * 512, "the image's length is not that of its sectors");
-        Require(bytes_[16] == 2 && Number(14, 2) == 1 && bytes_[21] == 0xF0, "no floppy with two tables");
+        Require(bytes_[16] == 2 && Number(14, 2) == 1, "no floppy with two tables");
+        Require(bytes_[21] == 0xF0 || bytes_[21] == 0xF9 || bytes_[21] == 0xFD, "no double-sided floppy");
         Require(Number(28, 4) == 0 && Number(32, 4) == 0 && bytes_[36] == 0 && bytes_[37] == 0 &&
                     bytes_[38] == 0x29,
                 "fields that a floppy leaves 0");
@@ -117,7 +118,7 @@ class Reader {
         Require(std::equal(bytes_.begin() + 512, bytes_.begin() + 512 + fatBytes_,
                            bytes_.begin() + 512 + fatBytes_),
                 "the two tables differ");
-        Require(bytes_[512] == 0xF0 && bytes_[513] == 0xFF && bytes_[514] == 0xFF,
+        Require(bytes_[512] == bytes_[21] && bytes_[513] == 0xFF && bytes_[514] == 0xFF,
                 "the table starts wrongly");
         for (std::uint32_t cluster = 0; cluster < result_.Clusters + 2; ++cluster) {
             const std::uint32_t pair = Number(512 + cluster * 3 / 2, 2);

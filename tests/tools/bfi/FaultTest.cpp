@@ -163,7 +163,7 @@ TEST_P(Fault, ALinkToAFileIsStoredAsThatFile) {
 }
 #endif
 
-VELBOOTER_BOTH_FORMATS(Fault);
+VELBOOTER_EVERY_FORMAT(Fault);
 
 }  // namespace
 }  // namespace tools::bfi::testing

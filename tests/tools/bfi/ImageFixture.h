@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "tests/floppy/EveryFormat.h"
 #include "tests/support/TestFolder.h"
 #include "tests/tools/bfi/FatReader.h"
 #include "tools/bfi/ImageBuilder.h"
@@ -25,7 +26,7 @@ inline Bytes SampleBootSector() {
     return sector;
 }
 
-/// A test with the types "144" and "288" as its parameter. The tree is in "tree", the image is "out.img".
+/// A test whose parameter is the type of the disk. The tree is in "tree", the image is "out.img".
 class ImageTest : public ::testing::TestWithParam<std::string> {
  protected:
     ImageTest() {
@@ -55,7 +56,3 @@ class ImageTest : public ::testing::TestWithParam<std::string> {
 };
 
 }  // namespace tools::bfi::testing
-
-#define VELBOOTER_BOTH_FORMATS(suite)                                        \
-    INSTANTIATE_TEST_SUITE_P(Floppy, suite, ::testing::Values("144", "288"), \
-                             [](const auto& info) { return info.param; })

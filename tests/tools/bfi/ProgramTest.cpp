@@ -36,9 +36,9 @@ class BfiProgram : public ::testing::Test {
         Files.Write("tree/a.txt", "hello");
     }
 
-    std::vector<std::string> Words(const std::string& image) const {
-        return {BfiPath(), "-b=" + Files.Text("boot.bin"), "-l=Velstart",
-                "-t=144",  "-f=" + Files.Text(image),      Files.Text("tree")};
+    std::vector<std::string> Words(const std::string& image, const std::string& type = "144") const {
+        return {BfiPath(),    "-b=" + Files.Text("boot.bin"), "-l=Velstart",
+                "-t=" + type, "-f=" + Files.Text(image),      Files.Text("tree")};
     }
 
     const TestFolder Files;
@@ -49,6 +49,16 @@ TEST_F(BfiProgram, IsSilentAndGives0WhenTheImageIsWritten) {
     EXPECT_EQ(0, result.ExitCode);
     EXPECT_EQ("", result.All());
     EXPECT_EQ((Bytes{'h', 'e', 'l', 'l', 'o'}), ReadFatImage(Files.Read("a b.img")).At("A.TXT").Content);
+}
+
+TEST_F(BfiProgram, WritesAnImageOfEachSize) {
+    const std::pair<const char*, std::size_t> sizes[] = {{"144", 1440}, {"288", 2880},  {"360", 360},
+                                                         {"720", 720},  {"1200", 1200}, {"1680", 1680}};
+    for (const auto& [type, kilobytes] : sizes) {
+        const ProgramResult result = RunProgram(Words("a.img", type));
+        EXPECT_EQ(0, result.ExitCode) << type << ": " << result.All();
+        EXPECT_EQ(Files.Read("a.img").size(), kilobytes * 1024) << type;
+    }
 }
 
 TEST_F(BfiProgram, AWrongCallShowsTheUsageAndGives2) {
