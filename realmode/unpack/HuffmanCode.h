@@ -35,7 +35,10 @@ class HuffmanCode {
     }
 
  private:
+    // 2 KB for each of the four codes: all of them, with the code and the stack, are in one segment of 64 KB.
     static constexpr uint32_t kTableBits = 10;
+    static_assert(kTableBits < 16, "the length of a code in the table has four bits");
+    static_assert(kMaxSymbols <= 1 << 12, "a symbol has the other twelve bits of an entry");
 
     bool FindLimits(const uint8_t* lengths, uint32_t symbols, Lack lack);
     void Sort(const uint8_t* lengths, uint32_t symbols);

@@ -61,4 +61,9 @@ void SetAllTicked(FrmDrivers& drivers, bool ticked) {
     drivers.CmdSelAll.Caption = ticked ? "Unselect All" : "Select All";
 }
 
+std::array<TextBox*, kKeyGroups> KeyParts(FrmWizard& wizard) {
+    return {&wizard.TxtKeyPart1, &wizard.TxtKeyPart2, &wizard.TxtKeyPart3, &wizard.TxtKeyPart4,
+            &wizard.TxtKeyPart5};
+}
+
 }  // namespace velbooter

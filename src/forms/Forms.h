@@ -160,4 +160,11 @@ void EnableTickedRows(FrmWizard& wizard);
 /// Sets whether all drivers were ticked last; the button's caption offers the opposite.
 void SetAllTicked(FrmDrivers& drivers, bool ticked);
 
+/// The groups of a product key, and the characters of each.
+inline constexpr size_t kKeyGroups = 5;
+inline constexpr size_t kKeyGroupLength = 5;
+
+/// Returns the text boxes of the groups of the product key.
+std::array<TextBox*, kKeyGroups> KeyParts(FrmWizard& wizard);
+
 }  // namespace velbooter

@@ -21,11 +21,6 @@ void SetProductKey(FrmWizard& wizard, const std::string& key) {
 
 }  // namespace
 
-std::array<TextBox*, kKeyGroups> KeyParts(FrmWizard& wizard) {
-    return {&wizard.TxtKeyPart1, &wizard.TxtKeyPart2, &wizard.TxtKeyPart3, &wizard.TxtKeyPart4,
-            &wizard.TxtKeyPart5};
-}
-
 void FillSetupDataFromKeyFile(const ApplicationPaths& paths, FrmWizard& wizard) {
     if (!FileExists(paths.PathOf(kKeyFile))) return;
     const INIFile keyFile(paths.PathOf(kKeyFile));

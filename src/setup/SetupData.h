@@ -3,7 +3,6 @@
 // page of the wizard holds. They come from the key file in the application folder or from the registry, and
 // go into answer files that begin as copies of templates.
 
-#include <array>
 #include <string>
 
 #include "src/forms/Forms.h"
@@ -25,12 +24,5 @@ void FillSetupData(const ApplicationPaths& paths, FrmWizard& wizard, bool useKey
 /// the profile functions silently leave a read-only file unchanged. Raises RuntimeError when the template is
 /// missing or the copy fails.
 void CopyTemplate(const std::string& source, const std::string& answerFile);
-
-/// The groups of a product key, and the characters of each.
-inline constexpr size_t kKeyGroups = 5;
-inline constexpr size_t kKeyGroupLength = 5;
-
-/// Returns the text boxes of the groups of the product key.
-std::array<TextBox*, kKeyGroups> KeyParts(FrmWizard& wizard);
 
 }  // namespace velbooter

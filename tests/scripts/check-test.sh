@@ -17,7 +17,7 @@ fail() {
 }
 
 make_project() {
-    mkdir -p "$1/scripts" "$1/docs" "$1/floppy" "$1/src/common" "$1/src/disk" "$1/tools/shared" "$1/tools/cabarc"
+    mkdir -p "$1/scripts" "$1/docs" "$1/floppy" "$1/src/common" "$1/src/disk" "$1/tools/shared" "$1/tools/cabarc" "$1/realmode/unpack"
     cp "$root"/scripts/{check,include-fence,make-zip,sources}.sh "$root/scripts/tidy.py" "$1/scripts/"
     cp "$root/.clang-format" "$root/.clang-tidy" "$1/"
     cd "$1"
@@ -27,6 +27,7 @@ make_project() {
     printf '#include <unistd.h>\n' >tools/shared/Bytes_posix.cpp
     printf '#include <zlib.h>\n' >tools/cabarc/MsZipCompressor.cpp
     printf '#pragma once\n#include <string>\n' >floppy/Sector.h
+    printf '#pragma once\n#include <stdint.h>\n' >realmode/unpack/Window.h
     printf '#pragma once\n#include "floppy/Sector.h"\n' >floppy/Sum.h
     : >CMakeLists.txt
     printf 'The [other](other page.md#part), the [same](page.md), the [web](https://example.org/).\n' >docs/page.md
@@ -115,6 +116,8 @@ expect 'src/disk/Folder.cpp includes tools/shared/Bytes.h: the program and the c
 expect 'floppy/Sum.h includes src/common/Text.h, which is in no layer below' 'echo "#include \"src/common/Text.h\"" >>floppy/Sum.h' include-fence.sh
 expect 'floppy/Sum.h includes tools/shared/Bytes.h, which is in no layer below' 'echo "#include \"tools/shared/Bytes.h\"" >>floppy/Sum.h' include-fence.sh
 expect_nothing 'echo "#include \"floppy/Sum.h\"" | tee -a src/common/Text.h >>tools/shared/Bytes.h' include-fence.sh
+expect 'realmode/unpack/Window.h includes <string>' 'echo "#include <string>" >>realmode/unpack/Window.h' include-fence.sh
+expect 'realmode/unpack/Window.h includes tools/shared/Bytes.h' 'echo "#include \"tools/shared/Bytes.h\"" >>realmode/unpack/Window.h' include-fence.sh
 expect 'src/disk/Tree and src/disk/Folder include each other' 'echo "#include \"src/disk/Tree.h\"" >>src/disk/Folder.h
     echo "#include \"src/disk/Folder.h\"" >>src/disk/Tree.h'
 expect 'src/disk/New.h includes <windows.h>' 'echo "#include <windows.h>" >src/disk/New.h' include-fence.sh
@@ -132,7 +135,7 @@ expect 'src/disk/Folder.cpp includes in a way that cannot be followed' 'echo "#i
 for check in 'check.sh --quick' include-fence.sh tidy.py; do
     read -ra words <<<"$check"
     expect 'git cannot list the files' 'rm -rf .git' "${words[@]}"
-    expect 'there is no file to check' 'rm -r floppy src tools && git add -A' "${words[@]}"
+    expect 'there is no file to check' 'rm -r floppy realmode src tools && git add -A' "${words[@]}"
 done
 mkdir "$work/bin"
 cat >"$work/bin/git" <<'GIT'

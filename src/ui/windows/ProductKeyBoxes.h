@@ -6,7 +6,7 @@
 
 #include <array>
 
-#include "src/setup/SetupData.h"
+#include "src/forms/Forms.h"
 #include "src/ui/windows/FormWindow.h"
 
 namespace velbooter {
