@@ -110,8 +110,8 @@ void CreateCacheFile(const ApplicationPaths& paths, Desktop& desktop, ProgressBa
         ExtractFromDriver(paths, desktop, folder + driver + ".cab", members);
         CopyLines(nameList, 1, list);
         CopyLines(pciList, kAllLines, map);
-        for (const std::string& file : FilesLike(paths, members)) {
-            if (former.count(file) == 0) DeleteFileAt(paths.PathOf(file));
+        for (const std::string& left : FilesLike(paths, members)) {
+            if (former.count(left) == 0) DeleteFileAt(paths.PathOf(left));
         }
     }
 }

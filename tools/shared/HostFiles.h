@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tools/shared/DosTime.h"
+#include "tools/shared/ToolError.h"
 
 namespace tools {
 
@@ -70,6 +71,14 @@ std::filesystem::path LongPath(const std::filesystem::path& path);
 /// Returns the system's own text for one of its error numbers (errno, or what GetLastError returns), in the
 /// user's language and without a full stop on Windows; "error N" where Windows has no text.
 std::string SystemReason(std::int64_t error);
+
+/// Throws a ToolError that names `file`, the `problem` ("cannot be read") and the system's reason for
+/// `error`. Putting a message together may change the system's error number; as an argument it is fetched
+/// before.
+[[noreturn]] inline void FailWithReason(const std::filesystem::path& file, const char* problem,
+                                        std::int64_t error) {
+    throw ToolError(Utf8FromPath(file) + ": " + problem + ": " + SystemReason(error));
+}
 
 /// What a name leads to. A link counts as its target on POSIX.
 enum class FileKind { Missing, Writable, ReadOnly, Folder, Special };

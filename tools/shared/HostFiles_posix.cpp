@@ -42,7 +42,7 @@ HostFile Describe(int folder, const std::filesystem::path& folderPath, const cha
                         ": holds a name that is not UTF-8: " + PrintableBytes(entry.Name));
     struct stat status {};
     if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0)
-        throw ToolError(Utf8FromPath(folderPath / name) + ": cannot be read: " + SystemReason(errno));
+        FailWithReason(folderPath / name, "cannot be read", errno);
     const bool isLink = S_ISLNK(status.st_mode);
     if (isLink && fstatat(folder, name, &status, 0) != 0) {
         entry.IsSpecial = true;
@@ -150,8 +150,7 @@ void CreateFolders(const std::filesystem::path& folder) {
 
 std::vector<HostFile> ListFolder(const std::filesystem::path& folder) {
     const UniqueHandle<OpenFolder> opened(opendir(folder.c_str()));
-    if (!opened)
-        throw ToolError(Utf8FromPath(folder) + ": this folder cannot be read: " + SystemReason(errno));
+    if (!opened) FailWithReason(folder, "this folder cannot be read", errno);
     std::vector<HostFile> entries;
     for (;;) {
         errno = 0;
@@ -160,8 +159,7 @@ std::vector<HostFile> ListFolder(const std::filesystem::path& folder) {
         if (std::strcmp(found->d_name, ".") == 0 || std::strcmp(found->d_name, "..") == 0) continue;
         entries.push_back(Describe(dirfd(opened.Get()), folder, found->d_name));
     }
-    if (errno != 0)
-        throw ToolError(Utf8FromPath(folder) + ": this folder cannot be read: " + SystemReason(errno));
+    if (errno != 0) FailWithReason(folder, "this folder cannot be read", errno);
     std::sort(entries.begin(), entries.end(),
               [](const HostFile& a, const HostFile& b) { return PrecedesWithoutCase(a.Name, b.Name); });
     return entries;

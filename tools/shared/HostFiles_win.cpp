@@ -300,7 +300,7 @@ void CreateFolders(const fs::path& folder) {
         // Another process may have created it in the meantime.
         const DWORD error = GetLastError();
         if (KindOf(missing.back()) != FileKind::Folder)
-            throw ToolError(Utf8FromPath(folder) + ": this folder cannot be made: " + SystemReason(error));
+            FailWithReason(folder, "this folder cannot be made", error);
     }
 }
 
@@ -317,7 +317,7 @@ std::vector<HostFile> ListFolder(const fs::path& folder) {
         if (error == ERROR_FILE_NOT_FOUND && attributes != INVALID_FILE_ATTRIBUTES &&
             (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
             return {};
-        throw ToolError(Utf8FromPath(folder) + ": this folder cannot be read: " + SystemReason(error));
+        FailWithReason(folder, "this folder cannot be read", error);
     }
     LocalClock clock;
     std::vector<HostFile> entries;
@@ -328,8 +328,7 @@ std::vector<HostFile> ListFolder(const fs::path& folder) {
         entries.push_back(std::move(entry));
     } while (FindNextFileW(search.Get(), &found));
     if (GetLastError() != ERROR_NO_MORE_FILES)
-        throw ToolError(Utf8FromPath(folder) +
-                        ": this folder cannot be read: " + SystemReason(GetLastError()));
+        FailWithReason(folder, "this folder cannot be read", GetLastError());
     std::sort(entries.begin(), entries.end(),
               [](const HostFile& a, const HostFile& b) { return PrecedesWithoutCase(a.Name, b.Name); });
     return entries;

@@ -6,20 +6,19 @@
 
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/InputFile.h"
-#include "tools/shared/ToolError.h"
 
 namespace tools {
 namespace {
 
 [[noreturn]] void CannotBeRead(const std::filesystem::path& file) {
-    throw ToolError(Utf8FromPath(file) + ": cannot be read: " + SystemReason(errno));
+    FailWithReason(file, "cannot be read", errno);
 }
 
 }  // namespace
 
 InputFile::InputFile(const std::filesystem::path& file)
     : file_(file), handle_(open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
-    if (!handle_) throw ToolError(Utf8FromPath(file) + ": cannot be opened: " + SystemReason(errno));
+    if (!handle_) FailWithReason(file, "cannot be opened", errno);
 }
 
 std::size_t InputFile::ReadSome(std::span<std::uint8_t> bytes) {

@@ -4,7 +4,6 @@
 
 #include "tools/shared/HostFiles.h"
 #include "tools/shared/InputFile.h"
-#include "tools/shared/ToolError.h"
 
 namespace tools {
 namespace {
@@ -12,7 +11,7 @@ namespace {
 constexpr DWORD kLargestRead = 1U << 30;
 
 [[noreturn]] void CannotBeRead(const std::filesystem::path& file) {
-    throw ToolError(Utf8FromPath(file) + ": cannot be read: " + SystemReason(GetLastError()));
+    FailWithReason(file, "cannot be read", GetLastError());
 }
 
 }  // namespace
@@ -21,7 +20,7 @@ InputFile::InputFile(const std::filesystem::path& file)
     : file_(file),
       handle_(CreateFileW(LongPath(file).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                           OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr)) {
-    if (!handle_) throw ToolError(Utf8FromPath(file) + ": cannot be opened: " + SystemReason(GetLastError()));
+    if (!handle_) FailWithReason(file, "cannot be opened", GetLastError());
 }
 
 std::size_t InputFile::ReadSome(std::span<std::uint8_t> bytes) {

@@ -67,7 +67,7 @@ PartFile::PartFile(const std::filesystem::path& target) : target_(target) {
         if (errno == EWOULDBLOCK) throw ToolError(Utf8FromPath(target) + ": is being written by another run");
         if (errno != EEXIST) break;
     }
-    throw ToolError(Utf8FromPath(target) + ": cannot be written: " + SystemReason(errno));
+    FailWithReason(target, "cannot be written", errno);
 }
 
 PartFile::~PartFile() {
@@ -77,25 +77,21 @@ PartFile::~PartFile() {
 void PartFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {
         const std::size_t count = WriteSome(handle_, offset, bytes);
-        if (count == 0)
-            throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(errno));
+        if (count == 0) FailWithReason(target_, "cannot be written", errno);
         offset += count;
         bytes = bytes.subspan(count);
     }
 }
 
 void PartFile::Resize(std::uint64_t size) {
-    if (!SetSize(handle_, size))
-        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(errno));
+    if (!SetSize(handle_, size)) FailWithReason(target_, "cannot be written", errno);
 }
 
 void PartFile::MoveToTarget() {
     // A file system may keep the renaming and lose the contents when the power fails. Some kinds of it, for
     // which there is nothing to wait for, answer EINVAL.
-    if (fsync(handle_.Get()) != 0 && errno != EINVAL)
-        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(errno));
-    if (rename(part_.c_str(), target_.c_str()) != 0)
-        throw ToolError(Utf8FromPath(target_) + ": cannot be replaced: " + SystemReason(errno));
+    if (fsync(handle_.Get()) != 0 && errno != EINVAL) FailWithReason(target_, "cannot be written", errno);
+    if (rename(part_.c_str(), target_.c_str()) != 0) FailWithReason(target_, "cannot be replaced", errno);
     struct stat status {};
     if (fstat(handle_.Get(), &status) == 0) fchmod(handle_.Get(), status.st_mode & 07777U & ~kMark);
     // Closed last: the lock must hold until the name is gone, or another run could take the part over.

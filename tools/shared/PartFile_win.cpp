@@ -116,7 +116,7 @@ PartFile::PartFile(const std::filesystem::path& target) : target_(target) {
     // A part that waits to be deleted answers "access denied"; only a search still sees it.
     if (error == ERROR_SHARING_VIOLATION || (error == ERROR_ACCESS_DENIED && IsListed(part_)))
         throw ToolError(Utf8FromPath(target) + ": is being written by another run");
-    throw ToolError(Utf8FromPath(target) + ": cannot be written: " + SystemReason(error));
+    FailWithReason(target, "cannot be written", error);
 }
 
 PartFile::~PartFile() {
@@ -129,16 +129,14 @@ PartFile::~PartFile() {
 void PartFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {
         const std::size_t count = WriteSome(handle_, offset, bytes);
-        if (count == 0)
-            throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(GetLastError()));
+        if (count == 0) FailWithReason(target_, "cannot be written", GetLastError());
         offset += count;
         bytes = bytes.subspan(count);
     }
 }
 
 void PartFile::Resize(std::uint64_t size) {
-    if (!SetSize(handle_, size))
-        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(GetLastError()));
+    if (!SetSize(handle_, size)) FailWithReason(target_, "cannot be written", GetLastError());
 }
 
 void PartFile::MoveToTarget() {
@@ -146,7 +144,7 @@ void PartFile::MoveToTarget() {
     // may not have this function.
     if (!FlushFileBuffers(handle_.Get()) && GetLastError() != ERROR_INVALID_FUNCTION &&
         GetLastError() != ERROR_NOT_SUPPORTED)
-        throw ToolError(Utf8FromPath(target_) + ": cannot be written: " + SystemReason(GetLastError()));
+        FailWithReason(target_, "cannot be written", GetLastError());
     const std::filesystem::path longTarget = LongPath(target_);
     DWORD error = ERROR_SUCCESS;
     bool isMoved = RenameOnceTargetIsFree(handle_.Get(), longTarget.native(), error);
