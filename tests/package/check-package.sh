@@ -46,7 +46,7 @@ top=${zip%.zip}
 unpack "$scratch/first/$zip" "$scratch"
 {
     printf '%s\n' velbooter.exe velbooter.com bfi.exe cabarc.exe corvane_help.chm files/bootsect.bin user-guide.html \
-        LICENSE.txt CHANGELOG.txt files/freedos/IO.SYS files/realmode/{BOOTHD,FINDRAM,PCIFIND,WHICHDRV}.COM \
+        LICENSE.txt CHANGELOG.txt files/freedos/{ABSENT.EXE,IO.SYS} files/realmode/{BOOTHD,FINDRAM,PCIFIND,WHICHDRV}.COM \
         files/realmode/{UNPACK.EXE,VELRAM.SYS}
     # shellcheck disable=SC1003,SC2016  # the table's paths, between backquotes, with backslashes
     sed -n 's/^| `\([^`]*\)`.*/\1/p' "$root/docs/shipped-files.md" | tr '\\' /
