@@ -11,7 +11,7 @@ cp -r "$2" "$application/dos"
 build() {
     local wanted=$1 status=0
     shift
-    (cd "$application" && timeout 500 "$root/scripts/with-display.sh" "$root/scripts/wine.sh" cmd /c "buildall.bat $*") \
+    (cd "$application" && timeout 500 "$root/scripts/with-display.sh" "$root/scripts/wine.sh" cmd /c ".\\buildall.bat $*") \
         >"$scratch/build-all.log" 2>&1 </dev/null || status=$?
     [ "$status" = "$wanted" ] || fail "buildall.bat $* ended with $status, not $wanted: $(cat "$scratch/build-all.log")"
 }
