@@ -13,7 +13,7 @@ packages=(
     # running and watching
     wine wine64 fonts-wine xvfb xauth xdotool x11-utils qemu-system-x86 dosbox debootstrap
     # checking the results
-    mtools dosfstools cabextract p7zip-full gcab libarchive-tools libmspack-dev unzip
+    mtools dosfstools cabextract p7zip-full gcab libarchive-tools libmspack-dev unzip xorriso syslinux-common
     # keeping the source in order, and measuring
     clang libclang-rt-dev clang-format clang-tidy shellcheck python3-yaml hyperfine
 )

@@ -69,8 +69,9 @@ void DiskTest::BuildDisk(const std::string& label) const {
     tools::bfi::BuildImage({BOOT_SECTOR, label, &Format(), Image(), Files.Text("tree")});
 }
 
-std::map<std::string, unsigned> DiskTest::Started() const {
-    Machine machine(Image(), Report());
+std::map<std::string, unsigned> DiskTest::Started(const std::string& floppy,
+                                                  const std::vector<std::string>& more) const {
+    Machine machine(floppy, Report(), Machine::Display::Mirrored, more);
     EXPECT_EQ(machine.WaitForEnd(), kProbeEnded) << machine.Text();
     return ReportedValues(Report());
 }

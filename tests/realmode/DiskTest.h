@@ -46,7 +46,10 @@ class DiskTest : public ::testing::TestWithParam<std::string> {
     void BuildDisk(const std::string& label = "Velstart") const;
 
     /// Starts the disk, on which a probe runs, and returns what the probe reports.
-    std::map<std::string, unsigned> Started() const;
+    std::map<std::string, unsigned> Started() const { return Started(Image(), {}); }
+    /// The same on a PC with `floppy` in its drive and with `more`, further words for QEMU.
+    std::map<std::string, unsigned> Started(const std::string& floppy,
+                                            const std::vector<std::string>& more) const;
 
     /// Starts the disk and expects it to show `text` and then wait with kPrompt; no probe may run.
     void ExpectLine(const std::string& text) const;
