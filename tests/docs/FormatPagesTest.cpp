@@ -83,7 +83,7 @@ TEST(CabinetPage, ShowsTheCabinetOfAStoredFile) {
     const auto example = Example("cabinet.md", "stored");
     const Bytes cabinet = HelloCabinet();
     EXPECT_EQ(Written(cabinet, 0, example), example);
-    EXPECT_EQ(cabinet.size(), example.size());
+    EXPECT_EQ(example.size(), cabinet.size());
 }
 
 // How zlib packs a file may change with its version; what the page says about these bytes may not. So the
@@ -112,7 +112,7 @@ TEST(LzxPage, ShowsAStoredFolder) {
         encoder.Finish();
         ASSERT_EQ(1U, frames.Frames.size());
         EXPECT_EQ(Written(frames.Frames[0].Payload, 0, example), example);
-        EXPECT_EQ(frames.Frames[0].Payload.size(), example.size());
+        EXPECT_EQ(example.size(), frames.Frames[0].Payload.size());
     }
 }
 
@@ -121,7 +121,7 @@ TEST(LzxPage, ShowsAFolderOfOneLetter) {
     const Bytes letters(300, 'a');
     const FrameCollector::Frame frame{BytesOf(Example("lzx.md", "letters")), letters.size()};
     LzxContents contents;
-    EXPECT_EQ(DecodeLzx({frame}, 15, &contents), letters);
+    EXPECT_EQ(letters, DecodeLzx({frame}, 15, &contents));
     EXPECT_EQ(1U, contents.Verbatim);
     EXPECT_FALSE(contents.Translated);
 }

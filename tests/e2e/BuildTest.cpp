@@ -17,14 +17,14 @@ using testing::Key;
 TEST(Build, DemonstrationDiskIsBuiltWithoutAQuestion) {
     const ApplicationFolder folder;
     ProgramUnderTest program(folder, " -t 144 demo out\\demo.img");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     EXPECT_TRUE(program.SawWaitWindow());
     const FloppyImage image = ExpectImage(folder, folder.Path("out\\demo.img"), kSmallImageBytes);
     for (const char* file : {"HIMEM.SYS", "CONFIG.SYS", "AUTOEXEC.BAT", "BIN\\CHOICE.COM", "BIN\\MENU.BAT",
                              "LIB\\DOS.CAB", "LIB\\KEYB.CAB", "LIB\\HELLO.CAB"}) {
         EXPECT_THAT(image.Files(), Contains(Key(file)));
     }
-    EXPECT_EQ(image.Files().at("LIB\\HELLO.CAB"), folder.Read("modules\\hello.cab"));
+    EXPECT_EQ(folder.Read("modules\\hello.cab"), image.Files().at("LIB\\HELLO.CAB"));
     EXPECT_EQ("MSCF", image.Files().at("LIB\\DOS.CAB").substr(0, 4));
     ExpectNoWorkingFiles(folder);
     EXPECT_THAT(folder.Names("out"), ElementsAre("demo.img"));
@@ -33,7 +33,7 @@ TEST(Build, DemonstrationDiskIsBuiltWithoutAQuestion) {
 TEST(Build, DemonstrationDiskIsBuiltAsTheLargeImage) {
     const ApplicationFolder folder;
     ProgramUnderTest program(folder, " -t 288 demo out\\two.img");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, folder.Path("out\\two.img"), kLargeImageBytes);
     ExpectNoWorkingFiles(folder);
 }
@@ -45,7 +45,7 @@ TEST(Build, WaitWindowShowsThePhasesInOrder) {
     ProgramUnderTest program(folder, " custom -os");
     program.Answer("OK");
     program.Answer("OK");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     std::vector<std::string> texts = program.StatusTexts();
     ASSERT_FALSE(texts.empty());
     if (texts.front() == "Please wait ...") texts.erase(texts.begin());  // the window's own first text
@@ -61,7 +61,7 @@ TEST(Build, WaitWindowShowsThePhasesInOrder) {
 TEST(Build, RunsInAFolderWithABlank) {
     const ApplicationFolder folder("my boot disks");
     ProgramUnderTest program(folder, " demo out\\demo.img");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("out\\demo.img"), kSmallImageBytes);
     EXPECT_THAT(image.Files(), Contains(Key("LIB\\DOS.CAB")));
     ExpectNoWorkingFiles(folder);
@@ -71,7 +71,7 @@ TEST(Build, WithoutATargetTheDiskIsTheDefaultImage) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
 }
 
@@ -80,7 +80,7 @@ TEST(Build, ReplacesAnOlderImage) {
     folder.SetCustomDisk(SmallDisk());
     folder.Write("out\\old.img", "an old image");
     ProgramUnderTest program(folder, " custom out\\old.img");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, folder.Path("out\\old.img"), kSmallImageBytes);
     EXPECT_THAT(folder.Names("out"), ElementsAre("old.img"));
 }
@@ -92,7 +92,7 @@ TEST(Build, StartsFreshAfterARunThatLeftItsWorkingFiles) {
     folder.Write("cabs\\old\\OLD.TXT", "from an earlier run");
     folder.Write("Temp\\Velbooter1\\OLD.TXT", "from an earlier run");
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
     EXPECT_EQ(0u, image.Files().count("OLD\\OLD.TXT"));
     EXPECT_EQ(0u, image.Files().count("OLD.TXT"));
@@ -104,8 +104,8 @@ TEST(Build, MissingConfigurationFileIsNamedInOneMessage) {
     folder.Remove("files\\custom.ini");
     ProgramUnderTest program(folder, " custom");
     const ShownMessage message = program.Answer("OK");
-    EXPECT_EQ(message.Buttons, std::vector<std::string>{"OK"});
-    EXPECT_EQ(message.Icon, Picture::Critical);
+    EXPECT_EQ(std::vector<std::string>{"OK"}, message.Buttons);
+    EXPECT_EQ(Picture::Critical, message.Icon);
     EXPECT_NE(message.Text.find("53"), std::string::npos) << message.Text;
     EXPECT_NE(message.Text.find("custom.ini"), std::string::npos) << message.Text;
     EXPECT_NE(program.ExitCode(), Number(ExitCode::Built));

@@ -51,10 +51,10 @@ TEST_P(BadCommandLine, ShowsItsMessagesInOrderAndBuildsNothing) {
     ProgramUnderTest program(folder, GetParam().Arguments);
     for (const ShownMessage& expected : GetParam().Messages) {
         const ShownMessage shown = program.Message();
-        ASSERT_EQ(shown, expected);
+        ASSERT_EQ(expected, shown);
         program.Press(shown.Buttons.back());
     }
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Refused));
+    EXPECT_EQ(Number(ExitCode::Refused), program.ExitCode());
     EXPECT_FALSE(program.SawWaitWindow());
     EXPECT_FALSE(folder.Exists("BootDisk.img"));
 }
@@ -111,9 +111,9 @@ TEST(CommandLine, SummaryAnsweredWithOkBuildsWithTheValuesAsTheyStand) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest program(folder, " -t 360 custom");
-    EXPECT_EQ(program.Answer("OK"), OptionError("Invalid Image type: 360"));
-    EXPECT_EQ(program.Answer("OK"), Summary({}));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(OptionError("Invalid Image type: 360"), program.Answer("OK"));
+    EXPECT_EQ(Summary({}), program.Answer("OK"));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
     ExpectNoWorkingFiles(folder);
 }
@@ -124,7 +124,7 @@ TEST(CommandLine, ErrorsOfTheSystemOptionAreNoParameterErrors) {
     ProgramUnderTest program(folder, " custom -os");
     EXPECT_EQ(kNoSystem, program.Answer("OK"));
     EXPECT_EQ(kInvalidSystem, program.Answer("OK"));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
 }
 
@@ -132,7 +132,7 @@ TEST(CommandLine, WordsThatNothingUsesAreAccepted) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest program(folder, " -OS 98 /d -i -k /T 288 custom");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, folder.Path("BootDisk.img"), kLargeImageBytes);
 }
 
@@ -140,11 +140,11 @@ TEST(CommandLine, UnknownDiskEndsTheProgramWithoutCleaningUp) {
     const ApplicationFolder folder;
     ProgramUnderTest program(folder, " Custom");
     EXPECT_EQ(
-        program.Message(),
-        (ShownMessage{"The disk \"Custom\" doesn't exist", "Critical error", {"OK"}, Picture::Critical}));
+        (ShownMessage{"The disk \"Custom\" doesn't exist", "Critical error", {"OK"}, Picture::Critical}),
+        program.Message());
     EXPECT_EQ("Getting Disk Configuration INI file ...", program.Status());
     program.Press("OK");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::UnknownDisk));
+    EXPECT_EQ(Number(ExitCode::UnknownDisk), program.ExitCode());
     EXPECT_TRUE(folder.Exists("Drivers.ini"));
     EXPECT_TRUE(folder.Exists("cabs\\bin"));
     EXPECT_FALSE(folder.Exists("BootDisk.img"));
@@ -167,7 +167,7 @@ TEST_P(RelativeTarget, IsMadeBelowTheApplicationFolder) {
     folder.SetCustomDisk(SmallDisk());
     folder.Write("plugins\\mycustom\\PLUGIN.TXT", "here");
     ProgramUnderTest program(folder, GetParam().Arguments);
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, folder.Path(GetParam().File), kSmallImageBytes);
     ExpectNoWorkingFiles(folder);
 }
@@ -188,7 +188,7 @@ TEST(CommandLine, TargetWithADriveIsTakenAsItIs) {
     folder.SetCustomDisk(SmallDisk());
     const std::string target = folder.OutsidePath("My Images\\a b.img");
     ProgramUnderTest program(folder, " custom " + target);
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, target, kSmallImageBytes);
     EXPECT_FALSE(folder.Exists("BootDisk.img"));
 }

@@ -25,8 +25,8 @@ std::string Written(std::string line) {
 
 // Expects that the run has ended with `code` and has written the line about it, and nothing else.
 void ExpectEnd(const ConsoleTwin& twin, unsigned long code) {
-    EXPECT_EQ(twin.ExitCode(), code);
-    EXPECT_EQ(twin.Output(), Written(OutcomeLine(code)));
+    EXPECT_EQ(code, twin.ExitCode());
+    EXPECT_EQ(Written(OutcomeLine(code)), twin.Output());
     EXPECT_EQ("", twin.Errors());
 }
 
@@ -70,7 +70,7 @@ TEST_F(ConsoleTwinTest, HandsTheTextOnToTheLetter) {
     const std::string text = "\t -x  \"a b\" 'c' \"\" \\\"d\\ \"e  ";
     const ConsoleTwin twin(folder_, text);
     ExpectEnd(twin, ExitCode::Built);
-    EXPECT_EQ("\"" + folder_.Path("velbooter.exe") + "\"" + text, folder_.Read("velbooter.txt"));
+    EXPECT_EQ(folder_.Read("velbooter.txt"), "\"" + folder_.Path("velbooter.exe") + "\"" + text);
 }
 
 TEST_F(ConsoleTwinTest, CommandPromptFindsItFirst) {
@@ -83,7 +83,7 @@ TEST_F(ConsoleTwinTest, PassesACancelledBuildOn) {
     folder_.SetCustomDisk(SmallDiskWith({"nosuch.sys=NOSUCH.SYS"}));
     const ConsoleTwin twin(folder_, " custom");
     ProgramUnderTest program(twin.Program(), false);
-    EXPECT_EQ(program.Message(), CopyQuestion("nosuch.sys"));
+    EXPECT_EQ(CopyQuestion("nosuch.sys"), program.Message());
     EXPECT_TRUE(twin.IsRunning());
     program.Press("Abort");
     ExpectEnd(twin, ExitCode::Canceled);
@@ -92,7 +92,7 @@ TEST_F(ConsoleTwinTest, PassesACancelledBuildOn) {
 TEST_F(ConsoleTwinTest, PassesARefusedCommandLineOn) {
     const ConsoleTwin twin(folder_, " -t 144");
     ProgramUnderTest program(twin.Program(), false);
-    EXPECT_EQ(program.Answer("OK"), OptionError("The disk name is not specified"));
+    EXPECT_EQ(OptionError("The disk name is not specified"), program.Answer("OK"));
     ExpectEnd(twin, ExitCode::Refused);
 }
 
@@ -107,7 +107,7 @@ TEST_F(ConsoleTwinTest, PassesMissingDosFilesOn) {
     folder_.Remove("dos\\XCOPY32.MOD");
     const ConsoleTwin twin(folder_, " custom");
     ProgramUnderTest program(twin.Program(), false);
-    EXPECT_EQ(program.Answer("Cancel"), ImportQuestion());
+    EXPECT_EQ(ImportQuestion(), program.Answer("Cancel"));
     ExpectEnd(twin, ExitCode::DosFilesMissing);
 }
 
@@ -119,7 +119,7 @@ TEST_F(ConsoleTwinTest, PassesTheRefusalOfASecondRunOn) {
     EXPECT_EQ("Already Running", second.Answer("OK").Title);
     ExpectEnd(twin, ExitCode::AlreadyRunning);
     first.Press("OK");
-    EXPECT_EQ(first.ExitCode(), Number(ExitCode::UnknownDisk));
+    EXPECT_EQ(Number(ExitCode::UnknownDisk), first.ExitCode());
 }
 
 TEST_F(ConsoleTwinTest, PassesAnUnexpectedErrorOn) {
@@ -150,11 +150,11 @@ TEST_P(WithoutArguments, OpensTheWizardAndDoesNotWaitForIt) {
     const ConsoleTwin twin(folder_, GetParam());
     ProgramUnderTest program(twin.Program(), true);
     const ShownWizard wizard(program);
-    EXPECT_EQ(twin.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), twin.ExitCode());
     EXPECT_EQ("", twin.Output());
     EXPECT_EQ("", twin.Errors());
     wizard.Close();
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, WithoutArguments, testing::Values("", "   "));
@@ -165,7 +165,7 @@ TEST_F(ConsoleTwinTest, NamesAProgramThatIsMissing) {
         const ConsoleTwin twin(folder_, arguments);
         EXPECT_EQ(kNotStarted, twin.ExitCode());
         EXPECT_EQ("", twin.Output());
-        EXPECT_EQ(twin.Errors(), Written(MissingLine(folder_.Path("velbooter.exe"))));
+        EXPECT_EQ(Written(MissingLine(folder_.Path("velbooter.exe"))), twin.Errors());
     }
 }
 
@@ -174,7 +174,7 @@ TEST_F(ConsoleTwinTest, NamesAProgramThatIsNone) {
     const ConsoleTwin twin(folder_, " custom");
     EXPECT_EQ(kNotStarted, twin.ExitCode());
     EXPECT_EQ("", twin.Output());
-    EXPECT_EQ(twin.Errors(), Written(NotStartedLine(folder_.Path("velbooter.exe"), ERROR_BAD_EXE_FORMAT)));
+    EXPECT_EQ(Written(NotStartedLine(folder_.Path("velbooter.exe"), ERROR_BAD_EXE_FORMAT)), twin.Errors());
 }
 
 TEST(ConsoleTwin, WritesPathsInTheCodePageOfTheConsole) {
@@ -185,7 +185,7 @@ TEST(ConsoleTwin, WritesPathsInTheCodePageOfTheConsole) {
     ASSERT_TRUE(::CharToOemBuffA(path.data(), shown.data(), static_cast<DWORD>(path.size())));
     ASSERT_NE(shown, path);
     const ConsoleTwin twin(folder, " custom");
-    EXPECT_EQ(twin.Errors(), Written(MissingLine(shown)));
+    EXPECT_EQ(Written(MissingLine(shown)), twin.Errors());
 }
 
 }  // namespace

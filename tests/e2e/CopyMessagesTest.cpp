@@ -20,11 +20,11 @@ TEST(CopyQuestion, AbortCancelsTheBuild) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(kDiskWithAMissingFile);
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.Message(), CopyQuestion("nosuch.sys"));
+    EXPECT_EQ(CopyQuestion("nosuch.sys"), program.Message());
     EXPECT_EQ("Processing custom.ini file ...", program.Status());
     EXPECT_TRUE(folder.Exists("cabs\\IO.SYS"));
     program.Press("Abort");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), program.ExitCode());
     EXPECT_FALSE(folder.Exists("BootDisk.img"));
     ExpectNoWorkingFiles(folder);
 }
@@ -33,8 +33,8 @@ TEST(CopyQuestion, IgnoreLeavesTheFileOut) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(kDiskWithAMissingFile);
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.Answer("Ignore"), CopyQuestion("nosuch.sys"));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(CopyQuestion("nosuch.sys"), program.Answer("Ignore"));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
     EXPECT_EQ(0u, image.Files().count("NOSUCH.SYS"));
     ExpectNoWorkingFiles(folder);
@@ -44,12 +44,12 @@ TEST(CopyQuestion, RetryDoesNotSearchAMissingFileAgain) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(kDiskWithAMissingFile);
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.Message(), CopyQuestion("nosuch.sys"));
+    EXPECT_EQ(CopyQuestion("nosuch.sys"), program.Message());
     folder.Write("nosuch.sys", "here, but too late");
     program.Press("Retry");
-    EXPECT_EQ(program.Answer("Retry"), CopyQuestion("nosuch.sys"));
-    EXPECT_EQ(program.Answer("Ignore"), CopyQuestion("nosuch.sys"));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(CopyQuestion("nosuch.sys"), program.Answer("Retry"));
+    EXPECT_EQ(CopyQuestion("nosuch.sys"), program.Answer("Ignore"));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
     EXPECT_EQ(0u, image.Files().count("NOSUCH.SYS"));
 }
@@ -62,11 +62,11 @@ TEST(CopyQuestion, RetryCopiesOnceTheDestinationIsFree) {
     folder.Write("files\\held\\PAYLOAD.TXT", "old");
     LockedFile lock(folder.Path("files\\held\\PAYLOAD.TXT"));
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.Answer("Retry"), CopyQuestion("PAYLOAD.TXT"));
-    EXPECT_EQ(program.Message(), CopyQuestion("PAYLOAD.TXT"));
+    EXPECT_EQ(CopyQuestion("PAYLOAD.TXT"), program.Answer("Retry"));
+    EXPECT_EQ(CopyQuestion("PAYLOAD.TXT"), program.Message());
     lock.Release();
     program.Press("Retry");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
     EXPECT_EQ("new", image.Files().at("PAYLOAD.TXT"));
 }
@@ -78,10 +78,10 @@ TEST(CopyQuestion, RetryCopiesOnceTheSourceIsFree) {
     folder.SetCustomDisk(SmallDiskWith({source + "=BIN\\HELD.TXT"}));
     LockedFile lock(source);
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.Message(), CopyQuestion(source));
+    EXPECT_EQ(CopyQuestion(source), program.Message());
     lock.Release();
     program.Press("Retry");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
     EXPECT_EQ("now readable", image.Files().at("BIN\\HELD.TXT"));
 }
@@ -90,8 +90,8 @@ TEST(CopyQuestion, ComesForABaseFileBeforeTheDiskIsLookedFor) {
     const ApplicationFolder folder;
     const LockedFile lock(folder.Path("files\\base_files\\AUTOEXEC.BAT"));
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.Answer("Abort"), CopyQuestion(folder.Path("files\\base_files\\*.*")));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(CopyQuestion(folder.Path("files\\base_files\\*.*")), program.Answer("Abort"));
+    EXPECT_EQ(Number(ExitCode::Canceled), program.ExitCode());
     EXPECT_FALSE(folder.Exists("BootDisk.img"));
     ExpectNoWorkingFiles(folder);
 }
@@ -100,7 +100,7 @@ TEST(CopyQuestion, NeverComesForAModule) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(SmallDiskWith({"[Copy_CABs]", "nosuch.cab=LIB\\nosuch.cab"}));
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
 }
 
@@ -108,11 +108,11 @@ TEST(CopyQuestion, ClosingTheWaitWindowMeanwhileDoesNothing) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(kDiskWithAMissingFile);
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.Message(), CopyQuestion("nosuch.sys"));
+    EXPECT_EQ(CopyQuestion("nosuch.sys"), program.Message());
     ASSERT_NE(program.WaitWindow(), nullptr);
     ::PostMessageA(program.WaitWindow(), WM_CLOSE, 0, 0);
     program.Press("Ignore");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
 }
 
@@ -125,10 +125,10 @@ TEST(StagingMessage, MissingSystemFileEndsTheBuild) {
     folder.SetCustomDisk({"[Copy_Files]", "command.com=COMMAND.COM"});
     folder.Write("BootDisk.img", "an old image");
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.Message(), UnreadableSource("IO.SYS"));
+    EXPECT_EQ(UnreadableSource("IO.SYS"), program.Message());
     EXPECT_EQ("Preparing new floppy image ...", program.Status());
     program.Press("OK");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), program.ExitCode());
     EXPECT_EQ("an old image", folder.Read("BootDisk.img"));
     ExpectNoWorkingFiles(folder);
 }
@@ -138,13 +138,13 @@ TEST(StagingMessage, FileThatBecomesUnreadableEndsTheBuild) {
     folder.Write("LATE.TXT", "locked when it is staged");
     folder.SetCustomDisk(SmallDiskWith({"LATE.TXT=BIN\\LATE.TXT", "nosuch.sys=NOSUCH.SYS"}));
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.Message(), CopyQuestion("nosuch.sys"));
+    EXPECT_EQ(CopyQuestion("nosuch.sys"), program.Message());
     const LockedFile lock(folder.Path("cabs\\BIN\\LATE.TXT"));
     program.Press("Ignore");
     const ShownMessage message = program.Answer("OK");
     EXPECT_THAT(message.Text, testing::EndsWith("\\LATE.TXT"));
     EXPECT_EQ(message, UnreadableSource(message.Text.substr(message.Text.find('\n') + 1)));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), program.ExitCode());
     EXPECT_FALSE(folder.Exists("BootDisk.img"));
 }
 
@@ -152,7 +152,7 @@ TEST(StagingMessage, FileThatBecomesUnreadableEndsTheBuild) {
 std::string StagingFolderOf(const ApplicationFolder& folder) {
     folder.SetCustomDisk({"[Copy_Files]", "command.com=COMMAND.COM"});
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.Message(), UnreadableSource("IO.SYS"));
+    EXPECT_EQ(UnreadableSource("IO.SYS"), program.Message());
     const std::vector<std::string> names = folder.Names("Temp");
     program.Press("OK");
     program.ExitCode();
@@ -164,7 +164,7 @@ TEST(StagingMessage, EveryStartTriesTheSameFolderNames) {
     const ApplicationFolder folder;
     const std::string name = StagingFolderOf(folder);
     EXPECT_THAT(name, testing::MatchesRegex("Velbooter\\d+"));
-    EXPECT_EQ(StagingFolderOf(folder), name);
+    EXPECT_EQ(name, StagingFolderOf(folder));
 }
 
 ShownMessage WithoutDescription(ShownMessage message) {
@@ -186,11 +186,11 @@ TEST(StagingMessage, RetryGoesOnWithTheSameFile) {
     const ShownMessage first = program.Answer("Retry");
     EXPECT_EQ(kStagingQuestion, WithoutDescription(first));
     EXPECT_GT(first.Text.size(), kStagingQuestion.Text.size()) << "the error is not described";
-    EXPECT_EQ(program.Message(), first);
+    EXPECT_EQ(first, program.Message());
     folder.Remove("Temp");
     folder.Write(staging + "\\MADE.TXT", "the folder is there now");
     program.Press("Retry");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
     ExpectNoWorkingFiles(folder);
 }
@@ -202,7 +202,7 @@ TEST(StagingMessage, IgnoreGoesOnWithTheNextFileAndAbortCancels) {
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(kStagingQuestion, WithoutDescription(program.Answer("Ignore")));
     EXPECT_EQ(kStagingQuestion, WithoutDescription(program.Answer("Abort")));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), program.ExitCode());
     EXPECT_FALSE(folder.Exists("BootDisk.img"));
     EXPECT_FALSE(folder.Exists("cabs"));
 }

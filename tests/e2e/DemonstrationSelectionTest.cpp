@@ -47,10 +47,10 @@ TEST(DemonstrationSelection, NetworkDiskTicksItsDefaults) {
     EXPECT_TRUE(Eventually([&] { return window.Ticked().size() == 1; }));
     const std::string only = window.Ticked().front();
     window.Click("OK");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("out\\net.img"), kSmallImageBytes);
     for (const std::string& name : DriversOf(folder, "ndis")) {
-        EXPECT_EQ(image.Files().count("LIB\\NDIS\\" + name + ".CAB"), name == only ? 1u : 0u) << name;
+        EXPECT_EQ(name == only ? 1u : 0u, image.Files().count("LIB\\NDIS\\" + name + ".CAB")) << name;
     }
 }
 
@@ -64,7 +64,7 @@ TEST(DemonstrationSelection, OdiDiskShowsBothGroups) {
     EXPECT_THAT(window.Names(), UnorderedElementsAreArray(both));
     EXPECT_THAT(window.Ticked(), UnorderedElementsAre("NE2000", "PCNTNW", "CE100B", "PCNTNW"));
     window.Click("Cancel");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("out\\odi.img"), kSmallImageBytes);
     for (const char* path :
          {"ODI16\\NE2000.CAB", "ODI16\\PCNTNW.CAB", "ODI32\\CE100B.CAB", "ODI32\\PCNTNW.CAB"})
@@ -79,7 +79,7 @@ TEST(DemonstrationSelection, DiskWithScsiAndNetworkShowsTheNetwork) {
     window.Click("Unselect All");
     EXPECT_TRUE(Eventually([&] { return window.Ticked().empty(); }));
     window.Click("OK");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("out\\all.img"), kSmallImageBytes);
     EXPECT_EQ(0u, image.Files().count("LIB\\NDIS\\EL90X.CAB"));
     EXPECT_EQ(1u, image.Files().count("LIB\\ASPI\\ASPI8DOS.CAB"));

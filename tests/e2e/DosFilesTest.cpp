@@ -37,8 +37,8 @@ class DosFiles : public testing::Test {
 
 TEST_F(DosFiles, CancelOfTheQuestionEndsTheProgram) {
     ProgramUnderTest program(folder_, " custom");
-    EXPECT_EQ(program.Answer("Cancel"), ImportQuestion());
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
+    EXPECT_EQ(ImportQuestion(), program.Answer("Cancel"));
+    EXPECT_EQ(Number(ExitCode::DosFilesMissing), program.ExitCode());
     EXPECT_FALSE(folder_.Exists("BootDisk.img"));
 }
 
@@ -46,30 +46,30 @@ TEST_F(DosFiles, OneMissingFileIsEnoughForTheQuestion) {
     fs::copy(folder_.OutsidePath("cd"), folder_.Path("dos"), fs::copy_options::recursive);
     folder_.Remove("dos\\XCOPY32.MOD");
     ProgramUnderTest program(folder_, "");
-    EXPECT_EQ(program.Answer("Cancel"), ImportQuestion());
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
+    EXPECT_EQ(ImportQuestion(), program.Answer("Cancel"));
+    EXPECT_EQ(Number(ExitCode::DosFilesMissing), program.ExitCode());
 }
 
 TEST_F(DosFiles, HelpLeavesTheQuestionStanding) {
     ProgramUnderTest program(folder_, " custom");
-    EXPECT_EQ(program.Message(), ImportQuestion());
+    EXPECT_EQ(ImportQuestion(), program.Message());
     program.PressAndKeep("Help");
-    EXPECT_EQ(program.Answer("Cancel"), ImportQuestion());
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
+    EXPECT_EQ(ImportQuestion(), program.Answer("Cancel"));
+    EXPECT_EQ(Number(ExitCode::DosFilesMissing), program.ExitCode());
 }
 
 TEST_F(DosFiles, CancelOfTheFileDialogEndsTheProgram) {
     ProgramUnderTest program(folder_, " custom");
     program.Answer("OK");
     CancelFileDialog(program, program.FileDialog());
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
+    EXPECT_EQ(Number(ExitCode::DosFilesMissing), program.ExitCode());
 }
 
 TEST_F(DosFiles, AnyFileOfTheCdFolderIsEnoughToImportAll) {
     ProgramUnderTest program(folder_, " custom");
     program.Answer("OK");
     ChooseFile(program, program.FileDialog(), Cd("MEM.EXE"));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     for (const std::string& name : DosFileNames()) {
         ASSERT_TRUE(folder_.Exists("dos\\" + name)) << name;
         EXPECT_EQ(folder_.Read("dos\\" + name), ReadFileAt(Cd(name))) << name;
@@ -81,7 +81,7 @@ TEST_F(DosFiles, WaitWindowCountsTheImportedFiles) {
     ProgramUnderTest program(folder_, " custom");
     program.Answer("OK");
     ChooseFile(program, program.FileDialog(), Cd("WIN.COM"));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const std::vector<std::string> texts = program.StatusTexts();
     const std::vector<std::string> import = ImportStatuses();
     const auto first = std::find(texts.begin(), texts.end(), import.front());
@@ -96,7 +96,7 @@ TEST_F(DosFiles, FolderWithoutTheCdsFilesAsksAgainWithTheCabinetPreset) {
     const HWND again = program.FileDialog();
     EXPECT_EQ("BASE5.CAB", FileNameIn(again));
     ChooseFile(program, again, Cd("WIN.COM"));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder_, folder_.Path("BootDisk.img"), kSmallImageBytes);
 }
 
@@ -106,11 +106,12 @@ TEST_F(DosFiles, FileThatTheImportDidNotFindEndsTheProgram) {
     ProgramUnderTest program(folder_, " custom");
     program.Answer("OK");
     ChooseFile(program, program.FileDialog(), Cd("WIN.COM"));
-    EXPECT_EQ(program.Answer("OK"), (ShownMessage{"The file SORT.EXE couldn't be extracted successfully",
-                                                  "Critical Error",
-                                                  {"OK", "Help"},
-                                                  Picture::Critical}));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
+    EXPECT_EQ((ShownMessage{"The file SORT.EXE couldn't be extracted successfully",
+                            "Critical Error",
+                            {"OK", "Help"},
+                            Picture::Critical}),
+              program.Answer("OK"));
+    EXPECT_EQ(Number(ExitCode::DosFilesMissing), program.ExitCode());
     EXPECT_TRUE(folder_.Exists("dos\\XCOPY32.MOD"));
     EXPECT_FALSE(folder_.Exists("BootDisk.img"));
 }

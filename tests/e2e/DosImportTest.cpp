@@ -111,7 +111,7 @@ class DosImport : public testing::Test {
     // Starts the program and answers its questions until the folder of `file` is chosen.
     void StartFrom(const std::string& file) {
         program_ = std::make_unique<ProgramUnderTest>(folder_, "");
-        EXPECT_EQ(program_->Answer("OK"), ImportQuestion());
+        EXPECT_EQ(ImportQuestion(), program_->Answer("OK"));
         ChooseFile(*program_, program_->FileDialog(), file);
     }
 
@@ -130,10 +130,10 @@ class DosImport : public testing::Test {
         // Left out: the window's own first text, and those about the listing of drivers after the import.
         const auto first = std::find(texts.begin(), texts.end(), ImportStatuses().front());
         texts.erase(texts.begin(), first);
-        EXPECT_EQ(texts, ImportStatuses());
+        EXPECT_EQ(ImportStatuses(), texts);
         ExpectImport();
         wizard.Close();
-        EXPECT_EQ(program_->ExitCode(), Number(ExitCode::Built));
+        EXPECT_EQ(Number(ExitCode::Built), program_->ExitCode());
     }
 
     ProgramUnderTest& Program() { return *program_; }
@@ -157,14 +157,14 @@ TEST_F(DosImport, CabinetsAreUnpackedWithExpandOfWindows) {
     MakeCd();
     const HelpCalls help(folder_);
     program_ = std::make_unique<ProgramUnderTest>(folder_, "");
-    EXPECT_EQ(Program().Message(), ImportQuestion());
+    EXPECT_EQ(ImportQuestion(), Program().Message());
     // Wine calls the help only for the F1 key; its Help button does nothing but leave the box open.
     Program().PressAndKeep("Help");
     ASSERT_TRUE(TypeKeys(Program().ProcessId(), "F1"));
     Program().HelpWindow();
     EXPECT_THAT(help.Lines(), testing::ElementsAre("owner 0 file " + folder_.Path("corvane_help.chm") +
                                                    ">Down command 15 data 1420"));
-    EXPECT_EQ(Program().Answer("OK"), ImportQuestion());
+    EXPECT_EQ(ImportQuestion(), Program().Answer("OK"));
     const HWND first = Program().FileDialog();
     EXPECT_EQ("", FileNameIn(first));
     ChooseFile(Program(), first, folder_.Path("files\\disklist.ini"));
@@ -194,7 +194,7 @@ TEST_F(DosImport, WindowsOfItsOwnIsAskedNothing) {
     const ShownWizard wizard(Program());
     ExpectImport();
     wizard.Close();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
 }
 
 }  // namespace

@@ -59,7 +59,7 @@ class DriverSelection : public testing::Test {
     Names OnDisk(const std::string& group = "NDIS") {
         // The click that ends the selection may not have been handled yet.
         EXPECT_TRUE(Eventually([&] { return ::IsWindowVisible(selection_) == FALSE; }));
-        EXPECT_EQ(program_->ExitCode(), Number(ExitCode::Built));
+        EXPECT_EQ(Number(ExitCode::Built), program_->ExitCode());
         ExpectNoWorkingFiles(folder_);
         const FloppyImage image = ExpectImage(folder_, folder_.Path("BootDisk.img"), kSmallImageBytes);
         const std::string prefix = "LIB\\" + group + "\\";
@@ -84,8 +84,8 @@ TEST_F(DriverSelection, ShowsTheDriversByTheirDescriptions) {
     EXPECT_EQ("Select Drivers", TextOf(window.Handle()));
     EXPECT_EQ("NIC", window.ColumnTitle(0));
     EXPECT_EQ("Description", window.ColumnTitle(1));
-    EXPECT_EQ(window.ColumnArrow(0), Arrow::None);
-    EXPECT_EQ(window.ColumnArrow(1), Arrow::Up);
+    EXPECT_EQ(Arrow::None, window.ColumnArrow(0));
+    EXPECT_EQ(Arrow::Up, window.ColumnArrow(1));
     EXPECT_THAT(window.Rows(), ElementsAre(kEtherLink, kIntel, kRealtek));
     EXPECT_THAT(window.Buttons(), ElementsAre("Unselect All", "OK", "Cancel"));
     EXPECT_EQ("list", window.FocusedPart());
@@ -201,18 +201,18 @@ TEST_F(DriverSelection, ClickOnATitleSorts) {
     // The first column counts as the one sorted last, so its first click sorts in descending order.
     window.ClickColumn(0);
     EXPECT_TRUE(becomes({"RTL8139", "EL90X", "E100B"}));
-    EXPECT_EQ(window.ColumnArrow(0), Arrow::Down);
-    EXPECT_EQ(window.ColumnArrow(1), Arrow::None);
+    EXPECT_EQ(Arrow::Down, window.ColumnArrow(0));
+    EXPECT_EQ(Arrow::None, window.ColumnArrow(1));
     window.ClickColumn(0);
     EXPECT_TRUE(becomes({"E100B", "EL90X", "RTL8139"}));
-    EXPECT_EQ(window.ColumnArrow(0), Arrow::Up);
+    EXPECT_EQ(Arrow::Up, window.ColumnArrow(0));
     window.ClickColumn(1);
     EXPECT_TRUE(becomes({"EL90X", "E100B", "RTL8139"}));
-    EXPECT_EQ(window.ColumnArrow(0), Arrow::None);
-    EXPECT_EQ(window.ColumnArrow(1), Arrow::Up);
+    EXPECT_EQ(Arrow::None, window.ColumnArrow(0));
+    EXPECT_EQ(Arrow::Up, window.ColumnArrow(1));
     window.ClickColumn(1);
     EXPECT_TRUE(becomes({"RTL8139", "E100B", "EL90X"}));
-    EXPECT_EQ(window.ColumnArrow(1), Arrow::Down);
+    EXPECT_EQ(Arrow::Down, window.ColumnArrow(1));
     window.Click("Cancel");
     OnDisk();
 }
@@ -315,7 +315,7 @@ TEST_F(DriverSelection, WaitWindowOwnsItAndTakesNoInputMeanwhile) {
     const SelectionWindow window = Open();
     const HWND wait = Program().WaitWindow();
     ASSERT_NE(wait, nullptr);
-    EXPECT_EQ(::GetWindow(window.Handle(), GW_OWNER), wait);
+    EXPECT_EQ(wait, ::GetWindow(window.Handle(), GW_OWNER));
     EXPECT_FALSE(::IsWindowEnabled(wait));
     window.Click("OK");
     OnDisk();
@@ -323,7 +323,7 @@ TEST_F(DriverSelection, WaitWindowOwnsItAndTakesNoInputMeanwhile) {
 
 TEST_F(DriverSelection, WithoutTheOptionNothingIsAsked) {
     ProgramUnderTest program(folder_, " custom");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder_, folder_.Path("BootDisk.img"), kSmallImageBytes);
     EXPECT_EQ(1u, image.Files().count("LIB\\NDIS\\E100B.CAB"));
 }
@@ -402,7 +402,7 @@ void ExpectEverythingFits(const SelectionWindow& window) {
     }
     RECT list{};
     ::GetClientRect(window.List(), &list);
-    EXPECT_EQ(window.ColumnWidth(0) + window.ColumnWidth(1), list.right)
+    EXPECT_EQ(list.right, window.ColumnWidth(0) + window.ColumnWidth(1))
         << "the columns do not fill the list";
 }
 
@@ -428,7 +428,7 @@ TEST_P(DriverSelectionAt, FitsAndFollowsItsSize) {
     EXPECT_NEAR(window.PlaceOf(window.List()).bottom, Pixels(4950), 2);
     EXPECT_NEAR(window.PlaceOf(window.Button("OK")).left, Pixels(5850), 2);
     EXPECT_NEAR(window.PlaceOf(window.Button("Cancel")).left, Pixels(7290), 2);
-    EXPECT_EQ(window.PlaceOf(window.Button("Unselect All")).left, select.left);
+    EXPECT_EQ(select.left, window.PlaceOf(window.Button("Unselect All")).left);
     for (const char* button : {"Unselect All", "OK", "Cancel"})
         EXPECT_NEAR(window.PlaceOf(window.Button(button)).top, Pixels(5050), 2) << button;
     window.Click("Cancel");

@@ -131,7 +131,7 @@ TEST_F(DriversWindowTest, RowsAppearAsTheyAreLoaded) {
     EXPECT_THAT(seen, Contains(Names{"ONE"}));
     EXPECT_THAT(seen, Contains(Names{"ONE", "THREE"}));
     EXPECT_THAT(arrows, testing::Each(Arrow::None)) << "they are sorted when they are all there";
-    EXPECT_EQ(FindSelection().ColumnArrow(1), Arrow::Up);
+    EXPECT_EQ(Arrow::Up, FindSelection().ColumnArrow(1));
     EXPECT_EQ("ONE", FindSelection().Selected());
     EXPECT_EQ("list", FindSelection().FocusedPart());
 }
@@ -196,7 +196,7 @@ TEST_F(DriversWindowTest, FollowsTheFormWhileItIsOpen) {
                 ElementsAre(DriverRow{"A", "first", false}, DriverRow{"B", "told anew", true},
                             DriverRow{"D", "another", true}, DriverRow{"E", "one more", false}));
     EXPECT_EQ("ASPI", window.ColumnTitle(0));
-    EXPECT_EQ(window.ColumnArrow(1), Arrow::Down);
+    EXPECT_EQ(Arrow::Down, window.ColumnArrow(1));
     EXPECT_THAT(window.Buttons(), Contains("Select All"));
     form.LV.ListItems.resize(1);
     desktop_.Repaint();
@@ -239,7 +239,7 @@ TEST_F(DriversWindowTest, ReadersOfTheScreenAreToldTheListsName) {
     EXPECT_EQ("Drivers", TextOf(label));
     EXPECT_EQ("Drivers", TextOf(window.List()));
     // The texts have no access keys, which would clash with each other.
-    for (const std::string& caption : window.Buttons()) EXPECT_EQ(caption.find('&'), std::string::npos);
+    for (const std::string& caption : window.Buttons()) EXPECT_EQ(std::string::npos, caption.find('&'));
 }
 
 TEST_F(DriversWindowTest, OpenedAgainItIsTheSameWindowInItsMiddle) {
@@ -420,10 +420,10 @@ TEST_F(DriversWindowTest, WaitWindowAsksTheSessionToStay) {
     desktop_.Repaint();
     const HWND window = ::FindWindowA("FrmWait", nullptr);
     ASSERT_NE(window, nullptr);
-    EXPECT_EQ(::SendMessageA(window, WM_QUERYENDSESSION, 0, 0), FALSE);
+    EXPECT_EQ(FALSE, ::SendMessageA(window, WM_QUERYENDSESSION, 0, 0));
     app_.Wait.Visible = false;
     desktop_.Repaint();
-    EXPECT_EQ(::SendMessageA(window, WM_QUERYENDSESSION, 0, 0), TRUE) << "there is nothing to wait for";
+    EXPECT_EQ(TRUE, ::SendMessageA(window, WM_QUERYENDSESSION, 0, 0)) << "there is nothing to wait for";
 }
 
 TEST_F(DriversWindowTest, WindowsEndBeforeTheApplicationDoes) {
@@ -461,7 +461,7 @@ TEST_F(DriversWindowTest, GoesWithItsOwnerAndIsMadeAgain) {
         const HWND owner = makeOwner();
         window.Show(app_, owner);
         ASSERT_NE(window.Handle(), nullptr);
-        EXPECT_EQ(::GetWindow(window.Handle(), GW_OWNER), owner);
+        EXPECT_EQ(owner, ::GetWindow(window.Handle(), GW_OWNER));
         EXPECT_THAT(SelectionWindow(window.Handle()).Ticked(), ElementsAre("A", "B"));
         ::DestroyWindow(owner);
         EXPECT_EQ(nullptr, window.Handle());

@@ -54,7 +54,7 @@ TEST(Harness, SeesATruncatedImage) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const std::string image = folder.Path("BootDisk.img");
     EXPECT_NO_THROW(FloppyImage{image});
     std::filesystem::resize_file(image, kSmallImageBytes - 512);

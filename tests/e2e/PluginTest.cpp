@@ -15,7 +15,7 @@ namespace {
 FloppyImage BuildWithPlugin(const ApplicationFolder& folder, const std::string& name) {
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest program(folder, " -plugin " + name + " custom");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectNoWorkingFiles(folder);
     return ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
 }
@@ -36,8 +36,8 @@ TEST(Plugin, ProgramRunsInPlaceOfTheBatchFileOfTheSameName) {
     EXPECT_EQ(0u, image.Files().count("BATCH.TXT"));
     EXPECT_EQ("a file of the plugin", image.Files().at("BIN\\TOOL.TXT"));
     // The program is started without quotes or arguments, in a window, in the application folder.
-    EXPECT_EQ(image.Files().at("RAN.TXT"),
-              folder.Path("plugins\\both.exe") + "\r\n" + folder.Path() + "\r\nshown\r\n");
+    EXPECT_EQ(folder.Path("plugins\\both.exe") + "\r\n" + folder.Path() + "\r\nshown\r\n",
+              image.Files().at("RAN.TXT"));
 }
 
 TEST(Plugin, BatchFileRunsAloneAndItsFilesComeAlong) {
@@ -61,14 +61,14 @@ TEST(Plugin, ShippedOneStampsTheDisk) {
     const FloppyImage image = BuildWithPlugin(folder, "stamp");
     ASSERT_EQ(1u, image.Files().count("STAMP.TXT"));
     EXPECT_NE(image.Files().at("STAMP.TXT").find("This disk was built on"), std::string::npos);
-    EXPECT_EQ(image.Files().at("BIN\\STAMP.BAT"), folder.Read("plugins\\stamp\\bin\\STAMP.BAT"));
+    EXPECT_EQ(folder.Read("plugins\\stamp\\bin\\STAMP.BAT"), image.Files().at("BIN\\STAMP.BAT"));
 }
 
 TEST(Plugin, WithoutTheOptionNoneIsAdded) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest program(folder, " custom");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
     EXPECT_EQ(0u, image.Files().count("STAMP.TXT"));
     EXPECT_EQ(0u, image.Files().count("BIN\\STAMP.BAT"));

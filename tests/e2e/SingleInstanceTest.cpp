@@ -18,14 +18,14 @@ TEST(SingleInstance, SecondStartIsRefusedAndTheFirstGoesOn) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(kDiskThatAsks);
     ProgramUnderTest first(folder, " custom");
-    EXPECT_EQ(first.Message(), CopyQuestion("nosuch.sys"));
+    EXPECT_EQ(CopyQuestion("nosuch.sys"), first.Message());
     for (const char* arguments : {"", " custom", " -x"}) {
         ProgramUnderTest second(folder, arguments);
         EXPECT_EQ(kAlreadyRunning, second.Answer("OK"));
-        EXPECT_EQ(second.ExitCode(), Number(ExitCode::AlreadyRunning));
+        EXPECT_EQ(Number(ExitCode::AlreadyRunning), second.ExitCode());
     }
     first.Press("Ignore");
-    EXPECT_EQ(first.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), first.ExitCode());
     ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
 }
 
@@ -33,13 +33,13 @@ TEST(SingleInstance, IsTestedBeforeTheDosFiles) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(kDiskThatAsks);
     ProgramUnderTest first(folder, " custom");
-    EXPECT_EQ(first.Message(), CopyQuestion("nosuch.sys"));
+    EXPECT_EQ(CopyQuestion("nosuch.sys"), first.Message());
     folder.Remove("dos\\XCOPY32.MOD");
     ProgramUnderTest second(folder, " custom");
     EXPECT_EQ(kAlreadyRunning, second.Answer("OK"));
-    EXPECT_EQ(second.ExitCode(), Number(ExitCode::AlreadyRunning));
+    EXPECT_EQ(Number(ExitCode::AlreadyRunning), second.ExitCode());
     first.Press("Abort");
-    EXPECT_EQ(first.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), first.ExitCode());
 }
 
 TEST(SingleInstance, NextStartIsWelcomeOnceTheFirstHasEnded) {
@@ -47,7 +47,7 @@ TEST(SingleInstance, NextStartIsWelcomeOnceTheFirstHasEnded) {
     folder.SetCustomDisk(SmallDisk());
     for (int run = 0; run < 2; ++run) {
         ProgramUnderTest program(folder, " custom");
-        EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+        EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     }
 }
 
@@ -55,11 +55,11 @@ TEST(SingleInstance, KilledRunBlocksNobody) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(kDiskThatAsks);
     ProgramUnderTest first(folder, " custom");
-    EXPECT_EQ(first.Message(), CopyQuestion("nosuch.sys"));
+    EXPECT_EQ(CopyQuestion("nosuch.sys"), first.Message());
     first.Kill();
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest next(folder, " custom");
-    EXPECT_EQ(next.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), next.ExitCode());
     ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
     ExpectNoWorkingFiles(folder);
 }

@@ -72,9 +72,9 @@ TEST_F(WizardBesideSelection, SelectedDiskStays) {
     wizard.SelectDisk("minimal");
     const int row = wizard.SelectedDisk();
     UnselectAll(selection);
-    EXPECT_EQ(wizard.SelectedDisk(), row);
+    EXPECT_EQ(row, wizard.SelectedDisk());
     PressOk(selection);
-    EXPECT_EQ(wizard.SelectedDisk(), row);
+    EXPECT_EQ(row, wizard.SelectedDisk());
     Leave(wizard);
 }
 
@@ -85,7 +85,7 @@ TEST_F(WizardBesideSelection, TargetThatIsTypedIsTheOneThatIsBuilt) {
     const std::string mine = folder_.OutsidePath("mine.img");
     wizard.Enter(IDC_TARGET, mine);
     PressOk(selection);
-    EXPECT_EQ(wizard.Text(IDC_TARGET), mine);
+    EXPECT_EQ(mine, wizard.Text(IDC_TARGET));
     FinishInto(wizard, mine);
 }
 

@@ -25,12 +25,12 @@ class WizardBuild : public WizardTest {
     // Clicks Finish on the final page.
     void Leave(const ShownWizard& wizard, ExitCode code) {
         wizard.Click(IDC_FINISH);
-        EXPECT_EQ(Program().ExitCode(), Number(code));
+        EXPECT_EQ(Number(code), Program().ExitCode());
     }
 
     FloppyImage BuildByCommandLine(const std::string& arguments, const std::string& image) const {
         ProgramUnderTest program(folder_, " " + arguments + " " + folder_.Path(image));
-        EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+        EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
         return FloppyImage(folder_.Path(image));
     }
 };
@@ -43,7 +43,7 @@ TEST_F(WizardBuild, DemonstrationIsTheOneOfTheCommandLine) {
     Leave(wizard, ExitCode::Built);
     const FloppyImage image = ExpectImage(folder_, folder_.Path("wizard.img"), kSmallImageBytes);
     const FloppyImage other = BuildByCommandLine("-t 144 demo", "line.img");
-    EXPECT_EQ(image.Files(), other.Files());
+    EXPECT_EQ(other.Files(), image.Files());
     EXPECT_TRUE(image.BytesWithoutTimes() == other.BytesWithoutTimes()) << "the images differ in their bytes";
 }
 
@@ -115,7 +115,7 @@ TEST_F(WizardBuild, StepsAndOutcomeAreAnnounced) {
         expected.push_back(wizard.Control(id));
     Program().WaitUntil([&] { return announcements.Heard().size() >= expected.size(); },
                         "the outcome is not announced");
-    EXPECT_EQ(announcements.Heard(), expected);
+    EXPECT_EQ(expected, announcements.Heard());
     Leave(wizard, ExitCode::Built);
 }
 
@@ -123,10 +123,9 @@ TEST_F(WizardBuild, FloppyThatIsNotFormattedCancels) {
     const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
     wizard.Click(IDC_FLOPPY);
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(
-        Program().Answer("OK"),
-        (ShownMessage{
-            "You have select not to format the floppy", "Didn't Format", {"OK"}, Picture::Information}));
+    EXPECT_EQ((ShownMessage{
+                  "You have select not to format the floppy", "Didn't Format", {"OK"}, Picture::Information}),
+              Program().Answer("OK"));
     ExpectTheEnd(wizard, "Operation canceled");
     EXPECT_NE(wizard.Text(IDC_MARK_2), "");
     EXPECT_EQ("", wizard.Text(IDC_MARK_3));
@@ -138,20 +137,20 @@ TEST_F(WizardBuild, ClosingAfterwardsTellsOfTheSuccess) {
     const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
     Finish(wizard);
     wizard.Close();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
     EXPECT_TRUE(folder_.Exists("minimal.img"));
 }
 
 TEST_F(WizardBuild, EndOfTheSessionCleansUp) {
     const ShownWizard wizard = OpenAt(kDriversPage, "demo");
-    EXPECT_EQ(Ask(wizard.Handle(), WM_QUERYENDSESSION), TRUE);
+    EXPECT_EQ(TRUE, Ask(wizard.Handle(), WM_QUERYENDSESSION));
     EXPECT_TRUE(folder_.Exists("cabs")) << "the session may stay after all";
     Ask(wizard.Handle(), WM_ENDSESSION, FALSE);
     EXPECT_TRUE(folder_.Exists("Drivers.ini"));
     Ask(wizard.Handle(), WM_ENDSESSION, TRUE);
     ExpectNoWorkingFiles(folder_);
     wizard.Close();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
 }
 
 // The wizard while it loads a disk; the archiver that packs its module is held up.
@@ -196,19 +195,19 @@ TEST_F(WizardAtWork, PointerIsBusyOverPageAndFrame) {
     wizard.WaitForPage(kDriversPage);
     EXPECT_EQ(0, setsPointer(wizard.PageWindow(kDriversPage), wizard.Control(IDC_NDIS)));
     wizard.Close();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
 }
 
 TEST_F(WizardAtWork, SessionIsAskedToStay) {
     const ShownWizard wizard = StartLoading();
-    EXPECT_EQ(Ask(wizard.Handle(), WM_QUERYENDSESSION), FALSE);
+    EXPECT_EQ(FALSE, Ask(wizard.Handle(), WM_QUERYENDSESSION));
     Ask(wizard.Handle(), WM_ENDSESSION, FALSE);
     tool_.Release();
     wizard.WaitForPage(kDriversPage);
     EXPECT_TRUE(folder_.Exists("Drivers.ini"));
-    EXPECT_EQ(Ask(wizard.Handle(), WM_QUERYENDSESSION), TRUE);
+    EXPECT_EQ(TRUE, Ask(wizard.Handle(), WM_QUERYENDSESSION));
     wizard.Close();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
 }
 
 TEST_F(WizardAtWork, NextAndBackAreNotTaken) {
@@ -224,7 +223,7 @@ TEST_F(WizardAtWork, NextAndBackAreNotTaken) {
     EXPECT_EQ("minimal", wizard.Disks().at(static_cast<size_t>(wizard.SelectedDisk())));
     wizard.Next(kDestinationPage);
     wizard.Close();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
 }
 
 TEST_F(WizardAtWork, EscapeInTheFrameWaits) {
@@ -235,7 +234,7 @@ TEST_F(WizardAtWork, EscapeInTheFrameWaits) {
     tool_.Release();
     ExpectTheEnd(wizard, "Operation canceled");
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), Program().ExitCode());
 }
 
 TEST_F(WizardAtWork, HeldScrollBarHoldsNothingUp) {
@@ -249,7 +248,7 @@ TEST_F(WizardAtWork, HeldScrollBarHoldsNothingUp) {
     tool_.Release();
     wizard.WaitForPage(kDriversPage);
     wizard.Close();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
 }
 
 TEST_F(WizardAtWork, CancelWaits) {
@@ -262,7 +261,7 @@ TEST_F(WizardAtWork, CancelWaits) {
     ExpectTheEnd(wizard, "Operation canceled");
     ExpectNoWorkingFiles(folder_);
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), Program().ExitCode());
 }
 
 TEST_F(WizardAtWork, ClosingWaits) {
@@ -272,7 +271,7 @@ TEST_F(WizardAtWork, ClosingWaits) {
     EXPECT_TRUE(::IsWindowVisible(wizard.Handle()));
     EXPECT_TRUE(folder_.Exists("Drivers.ini"));
     tool_.Release();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
     ExpectNoWorkingFiles(folder_);
 }
 
@@ -285,7 +284,7 @@ TEST_F(WizardBuild, ClosingDuringTheBuildWaitsForTheImage) {
     Ask(wizard.Handle(), WM_NULL);
     EXPECT_TRUE(::IsWindowVisible(wizard.Handle()));
     tool.Release();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
     ExpectImage(folder_, folder_.Path("minimal.img"), kSmallImageBytes);
     ExpectNoWorkingFiles(folder_);
 }

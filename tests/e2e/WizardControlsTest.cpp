@@ -134,7 +134,7 @@ TEST_F(WizardControls, CancelTakesAnOpenSelectionAlong) {
     ExpectTheEnd(wizard, "Operation canceled");
     ExpectNoWorkingFiles(folder_);
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), Program().ExitCode());
 }
 
 TEST_F(WizardControls, DoubleClickOnADiskIsNext) {
@@ -147,7 +147,7 @@ TEST_F(WizardControls, DoubleClickOnADiskIsNext) {
     wizard.WaitForPage(kDriversPage);
     EXPECT_EQ("Press Next to re-populate the files list", wizard.Text(IDC_STATUS));
     wizard.Next(kDestinationPage);
-    EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.Path("minimal.img"));
+    EXPECT_EQ(folder_.Path("minimal.img"), wizard.Text(IDC_TARGET));
     Leave(wizard);
 }
 
@@ -168,9 +168,9 @@ TEST_F(WizardControls, OptionsSwitchTheTarget) {
         wizard.Click(click.Option);
         Program().WaitUntil([&] { return wizard.Takes(IDC_BROWSE) == click.TakesTarget; },
                             "the option does nothing");
-        EXPECT_EQ(wizard.Takes(IDC_TARGET), click.TakesTarget);
+        EXPECT_EQ(click.TakesTarget, wizard.Takes(IDC_TARGET));
         for (const int option : {IDC_IMAGE_14, IDC_IMAGE_28, IDC_FLOPPY}) {
-            EXPECT_EQ(wizard.IsTicked(option), option == click.Option);
+            EXPECT_EQ(option == click.Option, wizard.IsTicked(option));
         }
         EXPECT_EQ("Preparing new floppy image", wizard.Text(IDC_STEP_3));
         EXPECT_EQ("Copying files to floppy image", wizard.Text(IDC_STEP_4));
@@ -184,7 +184,7 @@ TEST_F(WizardControls, BrowseTakesTheChosenFile) {
     const HWND dialog = Program().FileDialog();
     EXPECT_EQ("Select where to save the Floppy Image", TextOf(dialog));
     EXPECT_EQ("BootDisk.img", FileNameIn(dialog));
-    EXPECT_EQ(Ask(wizard.Handle(), WM_QUERYENDSESSION), TRUE) << "a question holds no session";
+    EXPECT_EQ(TRUE, Ask(wizard.Handle(), WM_QUERYENDSESSION)) << "a question holds no session";
     EXPECT_EQ(::GetWindow(dialog, GW_OWNER), wizard.Handle());
     EXPECT_FALSE(::IsWindowEnabled(wizard.Handle()));
     ChooseFile(Program(), dialog, folder_.OutsidePath("chosen"));
@@ -210,7 +210,7 @@ TEST_F(WizardControls, BrowseFromAFolderBeginsWithTheUsualName) {
     const HWND dialog = Program().FileDialog();
     EXPECT_EQ("BootDisk.img", FileNameIn(dialog));
     CancelBrowsing(wizard, dialog);
-    EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.OutsidePath(""));
+    EXPECT_EQ(folder_.OutsidePath(""), wizard.Text(IDC_TARGET));
     Leave(wizard);
 }
 
@@ -221,7 +221,7 @@ TEST_F(WizardControls, CancelledBrowsingKeepsTheTarget) {
     const HWND dialog = Program().FileDialog();
     EXPECT_EQ("mine.img", FileNameIn(dialog));
     CancelBrowsing(wizard, dialog);
-    EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.Path("mine.img"));
+    EXPECT_EQ(folder_.Path("mine.img"), wizard.Text(IDC_TARGET));
     Leave(wizard);
 }
 
@@ -236,7 +236,7 @@ TEST_F(WizardControls, LinksOpenTheirAddresses) {
     EXPECT_EQ(kFrameworkSite, browser.Next(Program()));
     EXPECT_EQ(kFinishedPage, wizard.Page());
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), Program().ExitCode());
 }
 
 class WizardHelp : public WizardControls {
@@ -255,7 +255,7 @@ TEST_F(WizardHelp, ButtonShowsTheTopicOfEachPage) {
     Names calls;
     for (int page = kWelcomePage; page <= kDestinationPage; ++page) {
         if (page != kWelcomePage) wizard.Next(page);
-        EXPECT_EQ(help_.Lines(), calls) << "nobody has asked for help on page " << page;
+        EXPECT_EQ(calls, help_.Lines()) << "nobody has asked for help on page " << page;
         wizard.Click(IDC_HELP_BUTTON);
         calls.push_back(CallForTopic(1310 + 10 * page));
         Program().WaitUntil([&] { return help_.Lines() == calls; }, "the help was not called for");
@@ -266,9 +266,9 @@ TEST_F(WizardHelp, ButtonShowsTheTopicOfEachPage) {
     }
     wizard.Click(IDCANCEL);
     ExpectTheEnd(wizard, "Operation canceled");
-    EXPECT_EQ(help_.Lines(), calls);
+    EXPECT_EQ(calls, help_.Lines());
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), Program().ExitCode());
 }
 
 TEST_F(WizardHelp, OpenHelpFollowsThePages) {
@@ -286,7 +286,7 @@ TEST_F(WizardHelp, OpenHelpFollowsThePages) {
     Names expected;
     for (const int topic : {1310, 1320, 1330, 1360, 1330, 1360, 1380, 1370})
         expected.push_back(CallForTopic(topic));
-    EXPECT_EQ(help_.Lines(), expected);
+    EXPECT_EQ(expected, help_.Lines());
     Leave(wizard);
 }
 

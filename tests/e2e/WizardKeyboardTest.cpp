@@ -65,23 +65,23 @@ class WizardKeyboard : public WizardTest {
         return stops;
     }
 
-    void ExpectEnd(ExitCode code) { EXPECT_EQ(Program().ExitCode(), Number(code)); }
+    void ExpectEnd(ExitCode code) { EXPECT_EQ(Number(code), Program().ExitCode()); }
 };
 
 TEST_F(WizardKeyboard, EnterLeadsThroughToTheEnd) {
     const ShownWizard wizard = Open();
-    EXPECT_EQ(wizard.Focus(), IDC_NEXT);
+    EXPECT_EQ(IDC_NEXT, wizard.Focus());
     TypeTo(wizard, "Return", kDiskPage);
-    EXPECT_EQ(wizard.Focus(), IDC_DISKS);
+    EXPECT_EQ(IDC_DISKS, wizard.Focus());
     TypeTo(wizard, "Return", kDriversPage);
-    EXPECT_EQ(wizard.Focus(), IDC_NDIS);
+    EXPECT_EQ(IDC_NDIS, wizard.Focus());
     TypeTo(wizard, "Return", kFilesPage);
-    EXPECT_EQ(wizard.Focus(), IDC_FILES);
+    EXPECT_EQ(IDC_FILES, wizard.Focus());
     TypeTo(wizard, "Return", kDestinationPage);
-    EXPECT_EQ(wizard.Focus(), IDC_IMAGE_14);
+    EXPECT_EQ(IDC_IMAGE_14, wizard.Focus());
     Type("Return");
     ExpectTheEnd(wizard, "Operation completed successfully");
-    EXPECT_EQ(wizard.Focus(), IDC_FINISH);
+    EXPECT_EQ(IDC_FINISH, wizard.Focus());
     Type("Return");
     ExpectEnd(ExitCode::Built);
     ExpectImage(folder_, folder_.Path("BootDisk.img"), kSmallImageBytes);
@@ -107,9 +107,9 @@ TEST_F(WizardKeyboard, TabStopsInReadingOrderAndBack) {
         const bool atButton = page == kWelcomePage || page == kFinishedPage;
         const int first = page == kFinishedPage ? IDC_FINISH : IDC_NEXT;
         if (atButton) std::rotate(stops.begin(), std::find(stops.begin(), stops.end(), first), stops.end());
-        EXPECT_EQ(Stops(wizard, "Tab"), stops) << "on page " << page;
+        EXPECT_EQ(stops, Stops(wizard, "Tab")) << "on page " << page;
         std::reverse(stops.begin() + 1, stops.end());
-        EXPECT_EQ(Stops(wizard, "shift+Tab"), stops) << "backwards on page " << page;
+        EXPECT_EQ(stops, Stops(wizard, "shift+Tab")) << "backwards on page " << page;
         if (page < kDestinationPage) TypeTo(wizard, "alt+n", page + 1);
         if (page == kDestinationPage) TypeTo(wizard, "alt+c", kFinishedPage);
     }
@@ -193,13 +193,13 @@ TEST_F(WizardKeyboard, ArrowsChooseDisksAndOptions) {
         [&] { return wizard.Disks().at(static_cast<size_t>(wizard.SelectedDisk())) == "minimal"; },
         "typing a letter finds no disk");
     TypeTo(wizard, "Return", kDriversPage);
-    EXPECT_EQ(wizard.Focus(), IDC_NEXT) << "a disk without drivers has nothing to choose";
+    EXPECT_EQ(IDC_NEXT, wizard.Focus()) << "a disk without drivers has nothing to choose";
     TypeTo(wizard, "Return", kDestinationPage);
     for (const int option : {IDC_IMAGE_28, IDC_FLOPPY, IDC_IMAGE_14}) {
         Type("Down");
         Program().WaitUntil([&] { return wizard.IsTicked(option); }, "the arrow chooses no option");
         WaitForFocus(wizard, option);
-        EXPECT_EQ(wizard.Takes(IDC_BROWSE), option != IDC_FLOPPY);
+        EXPECT_EQ(option != IDC_FLOPPY, wizard.Takes(IDC_BROWSE));
     }
     Type("Up");
     Program().WaitUntil([&] { return !wizard.Takes(IDC_TARGET); }, "the arrow chooses no option");
@@ -218,8 +218,8 @@ TEST_F(WizardKeyboard, SpaceTicksAndOpens) {
     for (const bool ticked : {false, true}) {
         Type("space");
         Program().WaitUntil([&] { return wizard.Takes(IDC_SELECT_NDIS) == ticked; }, "space does not tick");
-        EXPECT_EQ(wizard.IsTicked(IDC_NDIS), ticked);
-        EXPECT_EQ(wizard.Focus(), IDC_NDIS);
+        EXPECT_EQ(ticked, wizard.IsTicked(IDC_NDIS));
+        EXPECT_EQ(IDC_NDIS, wizard.Focus());
     }
     Type("Tab space");
     const SelectionWindow selection(Program().DriverSelection());

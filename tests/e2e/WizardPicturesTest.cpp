@@ -68,7 +68,7 @@ TEST_P(WizardPictures, OfEveryPage) {
     ExpectTheEnd(wizard, "Operation completed successfully");
     TakePictureOf(wizard.Handle(), "wizard-6-finished");
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
     ExpectImage(folder_, target, kSmallImageBytes);
 }
 

@@ -40,7 +40,7 @@ TEST_F(WizardSpace, TellsWhatTheImageThenTakes) {
     wizard.Click(IDC_FINISH);
     ExpectTheEnd(wizard, "Operation completed successfully");
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
     EXPECT_EQ(foretold, Line(FloppyImage(folder_.Path("minimal.img")).UsedBytes()));
 }
 
@@ -56,9 +56,9 @@ TEST_F(WizardSpace, FollowsTheTicksOfTheFiles) {
     wizard.ClickFile("LARGE.BIN");
     ExpectLine(wizard, IDC_SPACE_OF_FILES, with);
     wizard.Next(kDestinationPage);
-    EXPECT_EQ(wizard.Text(IDC_SPACE_AT_TARGET), with);
+    EXPECT_EQ(with, wizard.Text(IDC_SPACE_AT_TARGET));
     wizard.Close();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
 }
 
 TEST_F(WizardSpace, WarnsWhenTheDiskIsTooSmallAndStopsNobody) {
@@ -84,7 +84,7 @@ TEST_F(WizardSpace, WarnsWhenTheDiskIsTooSmallAndStopsNobody) {
     wizard.Click(IDC_FINISH);
     ExpectTheEnd(wizard, "Operation completed successfully");
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::NoImage));
+    EXPECT_EQ(Number(ExitCode::NoImage), Program().ExitCode());
 }
 
 }  // namespace

@@ -91,11 +91,11 @@ class WizardTexts : public WizardTest {
 TEST_F(WizardTexts, OfEachPage) {
     const ShownWizard wizard = Open();
     for (const PageTexts& page : kPages)
-        EXPECT_EQ(TextsOf(wizard.PageWindow(page.Page)), page.Expected) << "on page " << page.Page;
-    EXPECT_EQ(TextsOf(wizard.PageWindow(kDestinationPage)),
-              (Texts{"Choose how to save your generated floppy disk : ", "How to save your ModBoot Disk ?",
+        EXPECT_EQ(page.Expected, TextsOf(wizard.PageWindow(page.Page))) << "on page " << page.Page;
+    EXPECT_EQ((Texts{"Choose how to save your generated floppy disk : ", "How to save your ModBoot Disk ?",
                      "&1.44 MB Floppy Image", "&2.88 MB Floppy Image", "1.44 MB &Floppy Disk", "Destination",
-                     "Destination : ", folder_.Path("BootDisk.img"), "B&rowse..."}));
+                     "Destination : ", folder_.Path("BootDisk.img"), "B&rowse..."}),
+              TextsOf(wizard.PageWindow(kDestinationPage)));
     EXPECT_EQ("The Veltrane", TextOf(wizard.Handle()));
     Leave(wizard);
 }
@@ -105,7 +105,7 @@ TEST_F(WizardTexts, OfTheButtons) {
     for (const auto& [id, caption] :
          {std::pair{IDC_BACK, "< &Back"}, std::pair{IDC_NEXT, "&Next >"}, std::pair{IDC_FINISH, "&Finish"},
           std::pair{IDCANCEL, "&Cancel"}, std::pair{IDC_HELP_BUTTON, "&Help"}})
-        EXPECT_EQ(wizard.Text(id), caption);
+        EXPECT_EQ(caption, wizard.Text(id));
     Leave(wizard);
 }
 
@@ -137,8 +137,8 @@ TEST_F(WizardTexts, OnePictureListServesRowsAndTitles) {
     const HWND list = wizard.Control(IDC_DISKS);
     const LRESULT pictures = Ask(list, LVM_GETIMAGELIST, LVSIL_SMALL);
     EXPECT_NE(pictures, 0);
-    EXPECT_EQ(Ask(list, LVM_GETIMAGELIST, LVSIL_NORMAL), pictures);
-    EXPECT_EQ(Ask(reinterpret_cast<HWND>(Ask(list, LVM_GETHEADER)), HDM_GETIMAGELIST), pictures);
+    EXPECT_EQ(pictures, Ask(list, LVM_GETIMAGELIST, LVSIL_NORMAL));
+    EXPECT_EQ(pictures, Ask(reinterpret_cast<HWND>(Ask(list, LVM_GETHEADER)), HDM_GETIMAGELIST));
     EXPECT_NE(::GetWindowLongA(list, GWL_STYLE) & LVS_SHAREIMAGELISTS, 0) << "the program destroys it";
     Leave(wizard);
 }

@@ -34,7 +34,7 @@ class WizardWalk : public WizardTest, public testing::WithParamInterface<Walk> {
         expected.push_back(page == kDestinationPage ? IDC_FINISH : IDC_NEXT);
         expected.push_back(IDCANCEL);
         expected.push_back(IDC_HELP_BUTTON);
-        EXPECT_EQ(wizard.Buttons(), expected) << "on page " << page;
+        EXPECT_EQ(expected, wizard.Buttons()) << "on page " << page;
     }
 
     // Expects the work of the page that Next has left to be done when the next page is shown.
@@ -45,7 +45,7 @@ class WizardWalk : public WizardTest, public testing::WithParamInterface<Walk> {
             EXPECT_EQ("Ada Example", wizard.Text(IDC_OWNER));
         }
         if (page < kFilesPage) return;
-        EXPECT_EQ(folder_.Exists("cabs\\Lib\\setupwin.cab"), GetParam().HasSetupPage);
+        EXPECT_EQ(GetParam().HasSetupPage, folder_.Exists("cabs\\Lib\\setupwin.cab"));
         EXPECT_TRUE(folder_.Exists("cabs\\Lib\\setupnt.cab"));
         // The list is filled only on its own page.
         if (page == kFilesPage) {
@@ -76,7 +76,7 @@ TEST_P(WizardWalk, TurnsToThePagesThatTheDiskNeeds) {
         }
     }
     wizard.Close();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
     ExpectNoWorkingFiles(folder_);
 }
 
@@ -103,7 +103,7 @@ TEST_P(WizardEnds, CancelShowsTheFinalPageAlone) {
     ExpectTheEnd(wizard, "Operation canceled");
     ExpectNoWorkingFiles(folder_);
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), Program().ExitCode());
     EXPECT_FALSE(folder_.Exists("BootDisk.img"));
 }
 
@@ -120,7 +120,7 @@ TEST_P(WizardCloses, LeavesNoWorkingFiles) {
     EXPECT_TRUE(folder_.Exists("cabs"));
     EXPECT_TRUE(folder_.Exists("Drivers.ini"));
     wizard.Close();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
     ExpectNoWorkingFiles(folder_);
     EXPECT_FALSE(folder_.Exists("BootDisk.img"));
 }
@@ -133,7 +133,7 @@ TEST_F(WizardTest, ClosingTheFinalPageTellsOfTheCancelling) {
     wizard.Click(IDCANCEL);
     ExpectTheEnd(wizard, "Operation canceled");
     wizard.Close();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), Program().ExitCode());
 }
 
 TEST_F(WizardTest, StartPreparesTheFolder) {
@@ -141,20 +141,20 @@ TEST_F(WizardTest, StartPreparesTheFolder) {
     const ShownWizard wizard = Open();
     EXPECT_EQ("The Veltrane", TextOf(wizard.Handle()));
     EXPECT_EQ("Welcome to The Veltrane v1.5", wizard.Text(IDC_HEADING));
-    EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.Path("BootDisk.img"));
+    EXPECT_EQ(folder_.Path("BootDisk.img"), wizard.Text(IDC_TARGET));
     EXPECT_TRUE(folder_.Exists("Drivers.ini"));
     EXPECT_TRUE(folder_.Exists("cabs\\bin"));
     EXPECT_FALSE(folder_.Exists("cabs\\left.txt"));
     EXPECT_TRUE(folder_.Exists("files\\dos\\bin"));
     EXPECT_FALSE(Program().SawWaitWindow());
     wizard.Close();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
 }
 
 TEST_F(WizardTest, AnotherDiskIsLoadedAnew) {
     SetDisk("custom", SmallDiskWith(kBothSetups));
     const ShownWizard wizard = OpenAt(kDestinationPage, "minimal");
-    EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.Path("minimal.img"));
+    EXPECT_EQ(folder_.Path("minimal.img"), wizard.Text(IDC_TARGET));
     EXPECT_FALSE(folder_.Exists("cabs\\Lib"));
     wizard.Back(kDriversPage);
     wizard.Back(kDiskPage);
@@ -162,7 +162,7 @@ TEST_F(WizardTest, AnotherDiskIsLoadedAnew) {
     wizard.SelectDisk("custom");
     wizard.Next(kDriversPage);
     EXPECT_EQ("Press Next to re-populate the files list", wizard.Text(IDC_STATUS));
-    EXPECT_EQ(wizard.Text(IDC_TARGET), folder_.Path("BootDisk.img"));
+    EXPECT_EQ(folder_.Path("BootDisk.img"), wizard.Text(IDC_TARGET));
     wizard.Next(kSetupPage);
     wizard.Close();
     Program().ExitCode();
@@ -175,7 +175,7 @@ TEST_F(WizardTest, StepThatCancelsLeavesTheFinalPageAlone) {
     ExpectTheEnd(wizard, "Operation canceled");
     ExpectNoWorkingFiles(folder_);
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), Program().ExitCode());
 }
 
 TEST_F(WizardTest, MissingConfigurationFileIsToldOnce) {
@@ -183,27 +183,28 @@ TEST_F(WizardTest, MissingConfigurationFileIsToldOnce) {
     const ShownWizard wizard = OpenAt(kDiskPage, "minimal");
     wizard.Click(IDC_NEXT);
     const ShownMessage message = Program().Message();
-    EXPECT_EQ(message, (ShownMessage{"Error 53: File not found\r\n" + folder_.Path("files\\minimal.ini"),
-                                     "The Veltrane",
-                                     {"OK"},
-                                     Picture::Critical}));
+    EXPECT_EQ((ShownMessage{"Error 53: File not found\r\n" + folder_.Path("files\\minimal.ini"),
+                            "The Veltrane",
+                            {"OK"},
+                            Picture::Critical}),
+              message);
     EXPECT_FALSE(::IsWindowEnabled(wizard.Handle())) << "the message does not belong to the wizard";
     Program().Press("OK");
     ExpectTheEnd(wizard, "Operation canceled");
     ExpectNoWorkingFiles(folder_);
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), Program().ExitCode());
 }
 
 TEST_F(WizardTest, AbortedPreparationShowsTheFinalPage) {
     LockedFile locked(folder_.Path("files\\base_files\\MSDOS.SYS"));
     ProgramUnderTest program(folder_, "");
-    EXPECT_EQ(program.Answer("Abort"), CopyQuestion(folder_.Path("files\\base_files\\*.*")));
+    EXPECT_EQ(CopyQuestion(folder_.Path("files\\base_files\\*.*")), program.Answer("Abort"));
     const ShownWizard wizard(program, kFinishedPage);
     ExpectTheEnd(wizard, "Operation canceled");
     ExpectNoWorkingFiles(folder_);
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), program.ExitCode());
 }
 
 TEST_F(WizardTest, SecondStartIsRefusedWhileItIsOpen) {
@@ -211,12 +212,12 @@ TEST_F(WizardTest, SecondStartIsRefusedWhileItIsOpen) {
     for (const char* arguments : {"", " custom"}) {
         ProgramUnderTest second(folder_, arguments);
         EXPECT_EQ("The Veltrane is already running", second.Answer("OK").Text);
-        EXPECT_EQ(second.ExitCode(), Number(ExitCode::AlreadyRunning));
+        EXPECT_EQ(Number(ExitCode::AlreadyRunning), second.ExitCode());
     }
     EXPECT_TRUE(folder_.Exists("Drivers.ini"));
     wizard.Next(kFilesPage);
     wizard.Close();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
 }
 
 }  // namespace

@@ -20,11 +20,11 @@ TEST(Geometry, EachFormatHasTheNumbersOfItsDisk) {
         {"360", "360 KB", 368'640, 40, 12, 354, 1024},    {"720", "720 KB", 737'280, 80, 14, 713, 1024},
         {"1200", "1.2 MB", 1'228'800, 80, 29, 2371, 512}, {"1680", "1.68 MB", 1'720'320, 80, 35, 3325, 512},
     };
-    ASSERT_EQ(AllGeometries().size(), std::size(formats));
+    ASSERT_EQ(std::size(formats), AllGeometries().size());
     for (std::size_t i = 0; i < std::size(formats); ++i) {
         const auto& expected = formats[i];
         const Geometry& geometry = AllGeometries()[i];
-        EXPECT_EQ(GeometryOfType(expected.Type), &geometry) << expected.Type;
+        EXPECT_EQ(&geometry, GeometryOfType(expected.Type)) << expected.Type;
         EXPECT_EQ(expected.Type, geometry.Type);
         EXPECT_EQ(expected.Name, geometry.Name);
         EXPECT_EQ(expected.ImageBytes, geometry.ImageBytes()) << expected.Type;

@@ -35,30 +35,30 @@ TEST_F(Absent, SaysUnderWhichNameItWasStartedAndEndsWithTheCodeOfNoAnswer) {
     Files.Write("c/BIN/SYS.COM", FileAt(ABSENT));
     Files.Write("c/PARENT.COM", FileAt(ABSENT_PARENT));
     RunInDosBox(Files.Path(), {"parent >out.txt", "if errorlevel 255 echo 255 >>out.txt"});
-    EXPECT_EQ(Text("c/OUT.TXT"), "SYS.COM is not part of the DOS that this disk was built with.\r\n255\r\n");
+    EXPECT_EQ("SYS.COM is not part of the DOS that this disk was built with.\r\n255\r\n", Text("c/OUT.TXT"));
 }
 
 TEST_F(Absent, WritesNothingToTheStandardOutput) {
     Files.Write("c/SMARTDRV.EXE", FileAt(ABSENT));
     RunInDosBox(Files.Path(), {"smartdrv >out.txt", "echo done >>out.txt"});
-    EXPECT_EQ(Text("c/OUT.TXT"), "done\r\n");
+    EXPECT_EQ("done\r\n", Text("c/OUT.TXT"));
 }
 
 TEST_F(Absent, AsADriverSaysSoAndStaysOut) {
     for (const std::string line : {"A:\\EMM386.EXE NOEMS\r\n", "\\EMM386.EXE\r\n", "EMM386.EXE\tNOEMS\r\n"}) {
         const Outcome outcome = Loaded(line, {InitRequest()});
-        EXPECT_EQ(outcome.Printed, "EMM386.EXE is not part of the DOS that this disk was built with.\r\n");
-        EXPECT_EQ(outcome.Status(0), kDone);
-        EXPECT_EQ(outcome.Requests[0][0x0D], 0) << "units";
-        EXPECT_EQ(outcome.Word(0, 0x0E), 0U) << "nothing stays";
-        EXPECT_EQ(outcome.Word(0, 0x10), kDriverSegment);
+        EXPECT_EQ("EMM386.EXE is not part of the DOS that this disk was built with.\r\n", outcome.Printed);
+        EXPECT_EQ(kDone, outcome.Status(0));
+        EXPECT_EQ(0, outcome.Requests[0][0x0D]) << "units";
+        EXPECT_EQ(0U, outcome.Word(0, 0x0E)) << "nothing stays";
+        EXPECT_EQ(kDriverSegment, outcome.Word(0, 0x10));
     }
 }
 
 TEST_F(Absent, AsADriverKnowsNoOtherCommand) {
     const Outcome outcome = Loaded("\\HIMEM.SYS\r\n", {DriverRequest(1, 0x13), DriverRequest(4, 0x16)});
-    EXPECT_EQ(outcome.Printed, "");
-    for (std::size_t request : {0, 1}) EXPECT_EQ(outcome.Status(request), kUnknownCommand) << request;
+    EXPECT_EQ("", outcome.Printed);
+    for (std::size_t request : {0, 1}) EXPECT_EQ(kUnknownCommand, outcome.Status(request)) << request;
 }
 
 }  // namespace

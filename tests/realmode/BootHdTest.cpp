@@ -40,25 +40,25 @@ class BootHd : public ::testing::Test {
     }
 
     void ExpectStart(std::map<std::string, unsigned> values) const {
-        EXPECT_EQ(values["CS"], 0U);
-        EXPECT_EQ(values["DISPLACEMENT"], 0U) << "runs at 7C00h";
-        EXPECT_EQ(values["SS"], 0U);
-        EXPECT_EQ(values["SP"], 0x7C00U);
-        EXPECT_EQ(values["DS"], 0U);
-        EXPECT_EQ(values["ES"], 0U);
-        EXPECT_EQ(values["DX"], 0x80U) << "the drive";
-        EXPECT_EQ(values["FLAGS"] & 0x200, 0x200U) << "interrupts are on";
+        EXPECT_EQ(0U, values["CS"]);
+        EXPECT_EQ(0U, values["DISPLACEMENT"]) << "runs at 7C00h";
+        EXPECT_EQ(0U, values["SS"]);
+        EXPECT_EQ(0x7C00U, values["SP"]);
+        EXPECT_EQ(0U, values["DS"]);
+        EXPECT_EQ(0U, values["ES"]);
+        EXPECT_EQ(0x80U, values["DX"]) << "the drive";
+        EXPECT_EQ(0x200U, values["FLAGS"] & 0x200) << "interrupts are on";
         for (const char* interrupt : {"INT08", "INT13", "INT15", "INT19", "INT1C", "INT70"})
             EXPECT_GE(values[interrupt], kFirmware) << interrupt;
-        EXPECT_EQ(values["INT19OFFSET"], 0xE6F2U);
-        EXPECT_EQ(values["MARKER"], 0x4D52U) << "time and disk work without DOS";
+        EXPECT_EQ(0xE6F2U, values["INT19OFFSET"]);
+        EXPECT_EQ(0x4D52U, values["MARKER"]) << "time and disk work without DOS";
     }
 
     void ExpectComplaint(const ProgramRun& run, int code, const std::string& line) const {
         const ProgramOutcome outcome = RunProgramOfDos(Files, run);
-        EXPECT_EQ(outcome.ExitCode, code);
-        EXPECT_EQ(outcome.Output, "");
-        EXPECT_EQ(outcome.Errors, line + "\r\n");
+        EXPECT_EQ(code, outcome.ExitCode);
+        EXPECT_EQ("", outcome.Output);
+        EXPECT_EQ(line + "\r\n", outcome.Errors);
         EXPECT_FALSE(outcome.HasWrittenBack);
     }
 

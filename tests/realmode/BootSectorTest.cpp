@@ -38,17 +38,17 @@ TEST_P(Boot, HandsOverToIoSysAsMsDos7NeedsIt) {
     EXPECT_EQ(0U, values["DX"] & 0xFF) << "the drive";
     EXPECT_EQ(0U, values["DRIVE"] & 0xFF);
     EXPECT_EQ(0U, values["BP-2"]);
-    EXPECT_EQ(values["BP-4"], Format().DataSector()) << "the first data sector";
+    EXPECT_EQ(Format().DataSector(), values["BP-4"]) << "the first data sector";
     EXPECT_GE(values["BP-6"], 0xC000U) << "the firmware's own disk table";
     EXPECT_EQ(0U, values["BP-A"]);
     EXPECT_EQ(0x78U, values["BP-C"]);
     EXPECT_EQ(0x522U, values["TABLE"]);
     EXPECT_EQ(0U, values["TABLESEGMENT"]);
-    EXPECT_EQ(values["TRACK"] & 0xFF, Format().SectorsPerTrack);
+    EXPECT_EQ(Format().SectorsPerTrack, values["TRACK"] & 0xFF);
     EXPECT_EQ(0x0FU, values["SETTLE"] & 0xFF);
     EXPECT_EQ(0xBEEFU, values["MARKER"]) << "in the fourth sector";
     EXPECT_EQ(0xAA55U, values["SIGNATURE"]);
-    EXPECT_EQ(values["TEXTS"], tools::GetU16(FileAt(BOOT_SECTOR).data() + 0x1EE));
+    EXPECT_EQ(tools::GetU16(FileAt(BOOT_SECTOR).data() + 0x1EE), values["TEXTS"]);
 }
 
 TEST_P(Boot, FindsIoSysFurtherDownInTheRootAndInPieces) {
@@ -62,7 +62,7 @@ TEST_P(Boot, FindsIoSysFurtherDownInTheRootAndInPieces) {
     if (Format().SectorsPerCluster == 1) places.insert(places.end(), {12, 1365});
     Scatter(image, Format(), 2, places);
     tools::PutU16(image.data() + RootStart() + 25 * kEntry + 26, places.front());
-    EXPECT_EQ(ReadFatImage(image).At("IO.SYS").Content, Probe()) << "still the same file";
+    EXPECT_EQ(Probe(), ReadFatImage(image).At("IO.SYS").Content) << "still the same file";
     Files.Write("disk.img", image);
     std::map<std::string, unsigned> values = Started();
     EXPECT_EQ(341U, values["DI"]);
@@ -144,13 +144,13 @@ TEST(BootSectorFile, GivesIoSysItsMessagesInTheFormThatItReads) {
         std::string text;
         std::size_t at = table + i + 1 + displacement;
         for (; sector.at(at) != 0 && sector.at(at) != 0xFF; ++at) text += static_cast<char>(sector.at(at));
-        EXPECT_EQ(sector.at(at), i < 3 ? 0xFF : 0x00);
+        EXPECT_EQ(i < 3 ? 0xFF : 0x00, sector.at(at));
         texts.push_back(text);
     }
-    EXPECT_EQ(texts[0], std::string("\r\n") + kWrong);
-    EXPECT_EQ(texts[1], std::string("\r\n") + kUnreadable);
+    EXPECT_EQ(std::string("\r\n") + kWrong, texts[0]);
+    EXPECT_EQ(std::string("\r\n") + kUnreadable, texts[1]);
     EXPECT_EQ(texts[2], texts[0]);
-    EXPECT_EQ(texts[3], std::string("\r\n") + kPrompt);
+    EXPECT_EQ(std::string("\r\n") + kPrompt, texts[3]);
 }
 
 TEST(StandIns, EveryOneSaysWhichFileItStandsFor) {

@@ -72,7 +72,7 @@ void DiskTest::BuildDisk(const std::string& label) const {
 std::map<std::string, unsigned> DiskTest::Started(const std::string& floppy,
                                                   const std::vector<std::string>& more) const {
     Machine machine(floppy, Report(), Machine::Display::Mirrored, more);
-    EXPECT_EQ(machine.WaitForEnd(), kProbeEnded) << machine.Text();
+    EXPECT_EQ(kProbeEnded, machine.WaitForEnd()) << machine.Text();
     return ReportedValues(Report());
 }
 

@@ -33,7 +33,7 @@ void RunInDosBox(const std::filesystem::path& folder, const std::vector<std::str
     for (const std::string& command : commands) words.insert(words.end(), {"-c", command});
     words.insert(words.end(), {"-c", "exit"});
     const tools::testing::ProgramResult result = tools::testing::RunProgram(words);
-    EXPECT_EQ(result.ExitCode, 0) << result.All();
+    EXPECT_EQ(0, result.ExitCode) << result.All();
 }
 
 }  // namespace realmode::testing

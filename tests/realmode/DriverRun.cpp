@@ -71,7 +71,7 @@ Bytes InitRequest() {
 Outcome RunDriver(const tools::testing::TestFolder& files, const Bytes& driver, const Surroundings& around,
                   const Bytes& script) {
     Bytes image = FileAt(DRIVER_DOS);
-    EXPECT_EQ(image.size(), kGiven);
+    EXPECT_EQ(kGiven, image.size());
     image.resize(1'474'560);
     std::uint8_t* const given = image.data() + kGiven;
     tools::PutU16(given, around.HasXms ? 1 : 0);
@@ -84,10 +84,10 @@ Outcome RunDriver(const tools::testing::TestFolder& files, const Bytes& driver, 
     std::copy(script.begin(), script.end(), given + kScript);
     files.Write("disk.img", image);
     Machine machine(files.Text("disk.img"), files.Text("report"), Machine::Display::Mirrored, {"-m", "96"});
-    EXPECT_EQ(machine.WaitForEnd(), 99) << machine.Text();
+    EXPECT_EQ(99, machine.WaitForEnd()) << machine.Text();
     const Outcome outcome = ParsedReport(files.Read("report"));
     EXPECT_TRUE(outcome.IsComplete);
-    EXPECT_EQ(outcome.Faults, "");
+    EXPECT_EQ("", outcome.Faults);
     return outcome;
 }
 

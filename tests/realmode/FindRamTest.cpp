@@ -19,15 +19,15 @@ class FindRam : public ::testing::Test {
     }
 
     void ExpectFound(const ProgramOutcome& outcome, char letter) const {
-        EXPECT_EQ(outcome.ExitCode, letter - 'A' + 1);
-        EXPECT_EQ(outcome.Output, std::string("SET RAMD=") + letter + ":\r\n");
-        EXPECT_EQ(outcome.Errors, "");
+        EXPECT_EQ(letter - 'A' + 1, outcome.ExitCode);
+        EXPECT_EQ(std::string("SET RAMD=") + letter + ":\r\n", outcome.Output);
+        EXPECT_EQ("", outcome.Errors);
     }
 
     void ExpectNone(const ProgramOutcome& outcome) const {
-        EXPECT_EQ(outcome.ExitCode, 0);
-        EXPECT_EQ(outcome.Output, "");
-        EXPECT_EQ(outcome.WentTo, "");
+        EXPECT_EQ(0, outcome.ExitCode);
+        EXPECT_EQ("", outcome.Output);
+        EXPECT_EQ("", outcome.WentTo);
     }
 
     const tools::testing::TestFolder Files;
@@ -97,7 +97,7 @@ TEST_F(FindRam, TouchesNoFloppyNoCdAndNoDriveOfTheNet) {
                                         {'F', {}},
                                         {'Z', remote}});
     ExpectNone(outcome);
-    EXPECT_EQ(outcome.Touched, "FF") << "its description and its label";
+    EXPECT_EQ("FF", outcome.Touched) << "its description and its label";
 }
 
 TEST_F(FindRam, PassesOverADriveThatCannotBeRead) {
@@ -111,9 +111,9 @@ TEST_F(FindRam, GoesToTheDriveWhenAsked) {
     for (const std::string tail : {" /G", "/g", " \t/G  "}) {
         const ProgramOutcome outcome = Run({{'C', {}}, {'D', OurDrive}}, tail);
         ExpectFound(outcome, 'D');
-        EXPECT_EQ(outcome.WentTo, "D") << tail;
+        EXPECT_EQ("D", outcome.WentTo) << tail;
     }
-    EXPECT_EQ(Run({{'D', OurDrive}}).WentTo, "");
+    EXPECT_EQ("", Run({{'D', OurDrive}}).WentTo);
     ExpectNone(Run({{'C', {}}}, " /G"));
 }
 
@@ -121,7 +121,7 @@ TEST_F(FindRam, OtherArgumentsAreALineAndNoDrive) {
     for (const std::string tail : {" /?", " D:", " /G /G", " /GO", "/"}) {
         const ProgramOutcome outcome = Run({{'D', OurDrive}}, tail);
         ExpectNone(outcome);
-        EXPECT_EQ(outcome.Errors, "FINDRAM [/G]: ends with the number of the RAM drive; /G goes there\r\n")
+        EXPECT_EQ("FINDRAM [/G]: ends with the number of the RAM drive; /G goes there\r\n", outcome.Errors)
             << tail;
     }
 }
@@ -163,15 +163,15 @@ class FindRamInDosBox : public FindRam {
 };
 
 TEST_F(FindRamInDosBox, ABatchFileGetsTheLetterThroughTheRamDrive) {
-    EXPECT_EQ(SetRamd({Mount("d", "-label GAMES"), Mount("e", kSmall + " -label MS-RAMDRIVE")}),
-              "RAM drive E:\r\n");
+    EXPECT_EQ("RAM drive E:\r\n",
+              SetRamd({Mount("d", "-label GAMES"), Mount("e", kSmall + " -label MS-RAMDRIVE")}));
     EXPECT_TRUE(Files.Exists("e/RAMD.BAT"));
 }
 
 TEST_F(FindRamInDosBox, FindsNoneAmongAHardDiskAFloppyAndACd) {
-    EXPECT_EQ(SetRamd({Mount("d", "-label MS-RAMDRIVE"), Mount("b", "-t floppy -label MS-RAMDRIVE"),
-                       Mount("f", "-t cdrom -label MS-RAMDRIVE")}),
-              "none\r\n");
+    EXPECT_EQ("none\r\n",
+              SetRamd({Mount("d", "-label MS-RAMDRIVE"), Mount("b", "-t floppy -label MS-RAMDRIVE"),
+                       Mount("f", "-t cdrom -label MS-RAMDRIVE")}));
 }
 
 }  // namespace

@@ -45,18 +45,18 @@ class FreeDos : public DiskTest {
 TEST_P(FreeDos, StartsALongKernelSysAsItsOwnBootSectorDoes) {
     BuildDiskWith(Kernel());
     std::map<std::string, unsigned> values = Started();
-    EXPECT_EQ(values["CS"], 0x60U);
-    EXPECT_EQ(values["SS"], 0x1FE0U);
-    EXPECT_EQ(values["BP"], 0x7C00U);
-    EXPECT_EQ(values["SP"], 0x7C00U);
-    EXPECT_EQ(values["BX"], 0U) << "the drive";
-    EXPECT_EQ(values["DX"], 0U) << "the drive";
-    EXPECT_EQ(values["DRIVE"] & 0xFF, 0U);
-    EXPECT_EQ(values["SECTORBYTES"], 512U);
-    EXPECT_EQ(values["TRACK"], Format().SectorsPerTrack);
-    EXPECT_EQ(values["SIGNATURE"], 0xAA55U);
-    EXPECT_EQ(values["GOOD"], kKernelSectors);
-    EXPECT_EQ(values["TAIL"], 0x7A11U);
+    EXPECT_EQ(0x60U, values["CS"]);
+    EXPECT_EQ(0x1FE0U, values["SS"]);
+    EXPECT_EQ(0x7C00U, values["BP"]);
+    EXPECT_EQ(0x7C00U, values["SP"]);
+    EXPECT_EQ(0U, values["BX"]) << "the drive";
+    EXPECT_EQ(0U, values["DX"]) << "the drive";
+    EXPECT_EQ(0U, values["DRIVE"] & 0xFF);
+    EXPECT_EQ(512U, values["SECTORBYTES"]);
+    EXPECT_EQ(Format().SectorsPerTrack, values["TRACK"]);
+    EXPECT_EQ(0xAA55U, values["SIGNATURE"]);
+    EXPECT_EQ(kKernelSectors, values["GOOD"]);
+    EXPECT_EQ(0x7A11U, values["TAIL"]);
 }
 
 TEST_P(FreeDos, FollowsAKernelSysInPiecesFarDownInTheRoot) {
@@ -72,18 +72,18 @@ TEST_P(FreeDos, FollowsAKernelSysInPiecesFarDownInTheRoot) {
                                             last / 2, last - 40, last};
     Scatter(image, Format(), first, places);
     tools::PutU16(image.data() + KernelEntry(image) + 26, places.front());
-    EXPECT_EQ(ReadFatImage(image).At("KERNEL.SYS").Content, Kernel()) << "still the same file";
+    EXPECT_EQ(Kernel(), ReadFatImage(image).At("KERNEL.SYS").Content) << "still the same file";
     Files.Write("disk.img", image);
     std::map<std::string, unsigned> values = Started();
-    EXPECT_EQ(values["GOOD"], kKernelSectors);
-    EXPECT_EQ(values["TAIL"], 0x7A11U);
+    EXPECT_EQ(kKernelSectors, values["GOOD"]);
+    EXPECT_EQ(0x7A11U, values["TAIL"]);
 }
 
 TEST_P(FreeDos, StartsTheLargestKernelSysThatHasRoom) {
     Bytes kernel = Kernel();
     kernel.resize(kMostBytes);
     BuildDiskWith(kernel);
-    EXPECT_EQ(Started()["GOOD"], kKernelSectors);
+    EXPECT_EQ(kKernelSectors, Started()["GOOD"]);
 }
 
 TEST_P(FreeDos, SaysThatKernelSysIsTooLarge) {
@@ -148,7 +148,7 @@ TEST_P(FreeDos, SaysThatTheDiskCannotBeRead) {
 VELBOOTER_EVERY_FORMAT(FreeDos);
 
 TEST(FreeDosFile, HasTheFourSectorsThatTheBootSectorLoads) {
-    EXPECT_EQ(FileAt(FREEDOS_IO_SYS).size(), 4 * kSector);
+    EXPECT_EQ(4 * kSector, FileAt(FREEDOS_IO_SYS).size());
 }
 
 }  // namespace

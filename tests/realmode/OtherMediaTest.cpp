@@ -27,7 +27,7 @@ class OtherMedia : public DiskTest {
         Files.Write("empty.img", Bytes(floppy::GeometryOfType("144")->ImageBytes()));
         std::map<std::string, unsigned> values = Started(Files.Text("empty.img"), more);
         EXPECT_EQ(0U, values["DRIVE"] & 0xFF) << "drive A:";
-        EXPECT_EQ(values["TRACK"] & 0xFF, Format().SectorsPerTrack);
+        EXPECT_EQ(Format().SectorsPerTrack, values["TRACK"] & 0xFF);
         EXPECT_EQ(0xBEEFU, values["MARKER"]) << "all of IO.SYS was read";
     }
 };
@@ -38,7 +38,7 @@ TEST_P(OtherMedia, StartsAsTheBootImageOfACd) {
     const ProgramResult made =
         RunProgram({"xorriso", "-as", "mkisofs", "-quiet", "-o", Files.Text("boot.iso"), "-b", "boot.img",
                     "-c", "boot.cat", Files.Text("cd")});
-    ASSERT_EQ(made.ExitCode, 0) << made.All();
+    ASSERT_EQ(0, made.ExitCode) << made.All();
     ExpectStarts({"-boot", "d", "-cdrom", Files.Text("boot.iso")});
 }
 

@@ -45,15 +45,15 @@ class PciFind : public ::testing::Test {
 
     void ExpectDriver(const Words& cards, const std::string& map, const std::string& driver) const {
         const ProgramOutcome outcome = Run(cards, map);
-        EXPECT_EQ(outcome.ExitCode, kFound) << map;
-        EXPECT_EQ(outcome.Output, driver + "\r\n") << map;
-        EXPECT_EQ(outcome.Errors, "") << map;
+        EXPECT_EQ(kFound, outcome.ExitCode) << map;
+        EXPECT_EQ(driver + "\r\n", outcome.Output) << map;
+        EXPECT_EQ("", outcome.Errors) << map;
     }
 
     void ExpectComplaint(const ProgramOutcome& outcome, int code, const std::string& line) const {
-        EXPECT_EQ(outcome.ExitCode, code);
-        EXPECT_EQ(outcome.Output, "");
-        EXPECT_EQ(outcome.Errors, line + "\r\n");
+        EXPECT_EQ(code, outcome.ExitCode);
+        EXPECT_EQ("", outcome.Output);
+        EXPECT_EQ(line + "\r\n", outcome.Errors);
     }
 
     const tools::testing::TestFolder Files;
@@ -69,9 +69,9 @@ TEST_F(PciFind, WritesTheLineOfABatchFileWhenAsked) {
     for (const std::string tail :
          {" A:\\ETC\\_MSNET.PCI /S", " /s\tA:\\ETC\\_MSNET.PCI ", " A:\\ETC\\_MSNET.PCI/S"}) {
         const ProgramOutcome outcome = Run({"rtl8139"}, kMap, tail);
-        EXPECT_EQ(outcome.ExitCode, kFound) << tail;
-        EXPECT_EQ(outcome.Output, "SET NIC=RTL8139\r\n") << tail;
-        EXPECT_EQ(outcome.Opened, "A:\\ETC\\_MSNET.PCI") << tail;
+        EXPECT_EQ(kFound, outcome.ExitCode) << tail;
+        EXPECT_EQ("SET NIC=RTL8139\r\n", outcome.Output) << tail;
+        EXPECT_EQ("A:\\ETC\\_MSNET.PCI", outcome.Opened) << tail;
     }
 }
 
@@ -88,7 +88,7 @@ TEST_F(PciFind, FindsACardBehindABridge) {
                                 .File = Bytes(std::begin(kMap), std::end(kMap) - 1),
                                 .Machine = {"-device", "pci-bridge,id=behind,chassis_nr=1", "-device",
                                             "ne2k_pci,bus=behind,addr=3,romfile="}});
-    EXPECT_EQ(outcome.Output, "RTL8029\r\n");
+    EXPECT_EQ("RTL8029\r\n", outcome.Output);
 }
 
 TEST_F(PciFind, FindsACardThatIsOneOfSeveralInADevice) {
@@ -147,7 +147,7 @@ TEST_F(PciFind, SaysThatThereIsNoPciBusInDosBox) {
     RunInDosBox(Files.Path(), {"pcifind x >out.txt", "if errorlevel 2 echo two >>out.txt",
                                "if errorlevel 3 echo three >>out.txt"});
     const Bytes out = Files.Read("c/OUT.TXT");
-    EXPECT_EQ(std::string(out.begin(), out.end()), "two\r\n");
+    EXPECT_EQ("two\r\n", std::string(out.begin(), out.end()));
 }
 
 TEST_F(PciFind, SaysThatTheMapCannotBeRead) {

@@ -40,7 +40,7 @@ void PutDrive(const DosDrive& drive, std::uint8_t* disk) {
 
 Bytes ImageOf(const ProgramRun& run) {
     Bytes image = FileAt(PROGRAM_DOS);
-    EXPECT_EQ(image.size(), kGivenAt);
+    EXPECT_EQ(kGivenAt, image.size());
     image.resize(kImageBytes);
     std::uint8_t* const given = image.data() + kGivenAt;
     given[0] = static_cast<std::uint8_t>(run.DosVersion);
@@ -103,13 +103,13 @@ ProgramOutcome OutcomeOf(const Bytes& report) {
 Bytes ReportOfProgramOfDos(const tools::testing::TestFolder& files, const ProgramRun& run) {
     files.Write("disk.img", ImageOf(run));
     Machine machine(files.Text("disk.img"), files.Text("report"), Machine::Display::Mirrored, run.Machine);
-    EXPECT_EQ(machine.WaitForEnd(), 99) << machine.Text();
+    EXPECT_EQ(99, machine.WaitForEnd()) << machine.Text();
     return files.Read("report");
 }
 
 ProgramOutcome RunProgramOfDos(const tools::testing::TestFolder& files, const ProgramRun& run) {
     const ProgramOutcome outcome = OutcomeOf(ReportOfProgramOfDos(files, run));
-    EXPECT_EQ(outcome.Faults, "");
+    EXPECT_EQ("", outcome.Faults);
     return outcome;
 }
 

@@ -83,11 +83,11 @@ class VelRam : public ::testing::Test {
     /// Expects a driver that does not stay in memory and that gives the reason in one line.
     void ExpectRefusal(const Surroundings& around, const std::string& line) {
         const Outcome outcome = Loaded(around);
-        EXPECT_EQ(outcome.Printed, line + ": no RAM drive\r\n");
-        EXPECT_EQ(outcome.Status(0), kDone);
-        EXPECT_EQ(outcome.Requests[0][0x0D], 0) << "units";
-        EXPECT_EQ(outcome.Word(0, 0x0E), 0U) << "nothing stays";
-        EXPECT_EQ(outcome.Word(0, 0x10), kDriverSegment);
+        EXPECT_EQ(line + ": no RAM drive\r\n", outcome.Printed);
+        EXPECT_EQ(kDone, outcome.Status(0));
+        EXPECT_EQ(0, outcome.Requests[0][0x0D]) << "units";
+        EXPECT_EQ(0U, outcome.Word(0, 0x0E)) << "nothing stays";
+        EXPECT_EQ(kDriverSegment, outcome.Word(0, 0x10));
     }
 
     /// Expects the whole drive as it must be after loading: everything after the root directory is empty.
@@ -97,7 +97,7 @@ class VelRam : public ::testing::Test {
         drive.resize(std::size_t{kilobytes} * 1024);
         Files.Write("drive.img", drive);
         const auto check = tools::testing::RunProgram({"fsck.fat", "-n", "-v", Files.Text("drive.img")});
-        EXPECT_EQ(check.ExitCode, 0) << check.Output;
+        EXPECT_EQ(0, check.ExitCode) << check.Output;
         EXPECT_THAT(check.Output, HasSubstr(type + " bit")) << check.Output;
         const auto label = tools::testing::RunProgram({"mlabel", "-s", "-i", Files.Text("drive.img")});
         EXPECT_THAT(label.Output, HasSubstr("VELRAM")) << label.Output;
@@ -119,12 +119,12 @@ class VelRam : public ::testing::Test {
 
 TEST_F(VelRam, TakesHalfOfWhatIsFreeAndSaysSo) {
     const Outcome outcome = Loaded({.FreeKb = 3000});
-    EXPECT_EQ(outcome.Printed, "VELRAM: RAM drive D:, 1500 KB\r\n");
-    EXPECT_EQ(outcome.Status(0), kDone);
-    EXPECT_EQ(outcome.Requests[0][0x0D], 1) << "units";
+    EXPECT_EQ("VELRAM: RAM drive D:, 1500 KB\r\n", outcome.Printed);
+    EXPECT_EQ(kDone, outcome.Status(0));
+    EXPECT_EQ(1, outcome.Requests[0][0x0D]) << "units";
     EXPECT_GT(outcome.Word(0, 0x0E), 0U);
     EXPECT_LT(outcome.Word(0, 0x0E), 0x300U) << "the start's code does not stay";
-    EXPECT_EQ(outcome.Word(0, 0x10), kDriverSegment);
+    EXPECT_EQ(kDriverSegment, outcome.Word(0, 0x10));
     EXPECT_FALSE(outcome.GaveMemoryBack);
 }
 
@@ -132,9 +132,9 @@ TEST_F(VelRam, TakesANumberOrHalfByTheLineOfConfigSys) {
     const std::string numbers[] = {"VELRAM.SYS 2000\r\n", "A:\\BIN\\VELRAM.SYS  \t 2000  \r",
                                    "velram.sys 2000\n", std::string("\\VELRAM.SYS 2000\0X", 18)};
     for (const std::string& line : numbers)
-        EXPECT_EQ(Loaded({.Line = line}).Printed, "VELRAM: RAM drive D:, 2000 KB\r\n") << line;
+        EXPECT_EQ("VELRAM: RAM drive D:, 2000 KB\r\n", Loaded({.Line = line}).Printed) << line;
     for (const std::string line : {"VELRAM.SYS /H\r\n", "VELRAM.SYS/h\r\n", "VELRAM.SYS   \r\n"})
-        EXPECT_EQ(Loaded({.Line = line}).Printed, "VELRAM: RAM drive D:, 2048 KB\r\n") << line;
+        EXPECT_EQ("VELRAM: RAM drive D:, 2048 KB\r\n", Loaded({.Line = line}).Printed) << line;
 }
 
 TEST_F(VelRam, RefusesALineThatItDoesNotUnderstand) {
@@ -176,15 +176,15 @@ TEST_P(VelRamSize, MakesADriveInWhichCheckersFindNothing) {
     DumpDrive(1 + 256 + 8);
     const Outcome outcome =
         Loaded({.FreeKb = 65535, .Line = "VELRAM.SYS " + std::to_string(kilobytes) + "\r\n"});
-    EXPECT_EQ(outcome.Status(1), kDone);
-    EXPECT_EQ(outcome.Word(1, 0x14), kDriverSegment) << "the description is in the driver";
+    EXPECT_EQ(kDone, outcome.Status(1));
+    EXPECT_EQ(kDriverSegment, outcome.Word(1, 0x14)) << "the description is in the driver";
     EXPECT_LT(outcome.Word(1, 0x12), outcome.Word(0, 0x0E)) << "and stays";
     const Bytes& first = outcome.Dumps.at(0);
-    EXPECT_EQ(first.at(0x0D), sectorsPerCluster);
-    EXPECT_EQ(first.at(0x15), 0xF8);
+    EXPECT_EQ(sectorsPerCluster, first.at(0x0D));
+    EXPECT_EQ(0xF8, first.at(0x15));
     const unsigned sectors = kilobytes * 2;
-    EXPECT_EQ(GetU16(first.data() + 0x13), sectors < 0x10000 ? sectors : 0);
-    EXPECT_EQ(GetU32(first.data() + 0x20), sectors < 0x10000 ? 0 : sectors);
+    EXPECT_EQ(sectors < 0x10000 ? sectors : 0, GetU16(first.data() + 0x13));
+    EXPECT_EQ(sectors < 0x10000 ? 0 : sectors, GetU32(first.data() + 0x20));
     ExpectSoundDrive(outcome, kilobytes, type);
 }
 
@@ -196,8 +196,8 @@ INSTANTIATE_TEST_SUITE_P(Kilobytes, VelRamSize,
                          [](const auto& info) { return std::to_string(info.param.Kilobytes); });
 
 TEST_F(VelRam, BelowDos4HasNoMoreThanSixteenBitsCanCount) {
-    EXPECT_EQ(Loaded({.FreeKb = 65535, .DosVersion = 3, .Line = "VELRAM.SYS 40000\r\n"}).Printed,
-              "VELRAM: RAM drive D:, 32767 KB\r\n");
+    EXPECT_EQ("VELRAM: RAM drive D:, 32767 KB\r\n",
+              Loaded({.FreeKb = 65535, .DosVersion = 3, .Line = "VELRAM.SYS 40000\r\n"}).Printed);
 }
 
 TEST_F(VelRam, ReadsWhatWasWrittenByEitherKindOfRequest) {
@@ -211,10 +211,10 @@ TEST_F(VelRam, ReadsWhatWasWrittenByEitherKindOfRequest) {
     Ask(ShortTransfer(kRead, 217, 3));
     Dump(3 * kSector);
     const Outcome outcome = Loaded({});
-    for (std::size_t i = 1; i < outcome.Requests.size(); ++i) EXPECT_EQ(outcome.Status(i), kDone) << i;
-    EXPECT_EQ(outcome.Word(1, 0x12), 117U) << "sectors that were transferred";
-    EXPECT_EQ(outcome.Dumps.at(0), Pattern(117 * kSector, 0x1111));
-    EXPECT_EQ(outcome.Dumps.at(1), Pattern(3 * kSector, 0x2222));
+    for (std::size_t i = 1; i < outcome.Requests.size(); ++i) EXPECT_EQ(kDone, outcome.Status(i)) << i;
+    EXPECT_EQ(117U, outcome.Word(1, 0x12)) << "sectors that were transferred";
+    EXPECT_EQ(Pattern(117 * kSector, 0x1111), outcome.Dumps.at(0));
+    EXPECT_EQ(Pattern(3 * kSector, 0x2222), outcome.Dumps.at(1));
 }
 
 TEST_F(VelRam, ReachesTheLastSectorOfTheLargestDrive) {
@@ -231,12 +231,12 @@ TEST_F(VelRam, ReachesTheLastSectorOfTheLargestDrive) {
     Ask(LongTransfer(kRead, kSectors, 1));
     Ask(LongTransfer(kRead, 0xFFFFFFFF, 2));
     const Outcome outcome = Loaded({.FreeKb = 65535, .Line = "VELRAM.SYS 65535\r\n"});
-    EXPECT_EQ(outcome.Dumps.at(0), Pattern(1024, 0x4444));
+    EXPECT_EQ(Pattern(1024, 0x4444), outcome.Dumps.at(0));
     const Bytes second = Pattern(1024, 0x5555);
-    EXPECT_EQ(outcome.Dumps.at(1), Bytes(second.begin() + 512, second.end()));
+    EXPECT_EQ(Bytes(second.begin() + 512, second.end()), outcome.Dumps.at(1));
     for (std::size_t request : {5, 6, 7}) {
-        EXPECT_EQ(outcome.Status(request), kNoSector) << request;
-        EXPECT_EQ(outcome.Word(request, 0x12), 0U) << "nothing was transferred";
+        EXPECT_EQ(kNoSector, outcome.Status(request)) << request;
+        EXPECT_EQ(0U, outcome.Word(request, 0x12)) << "nothing was transferred";
     }
 }
 
@@ -247,8 +247,8 @@ TEST_F(VelRam, RefusesSectorsBeyondTheEnd) {
     Ask(ShortTransfer(kRead, 0xFFFF, 1));
     Ask(LongTransfer(kRead, 0x10000, 1));
     const Outcome outcome = Loaded({});
-    EXPECT_EQ(outcome.Status(1), kDone);
-    for (std::size_t request : {2, 3, 4, 5}) EXPECT_EQ(outcome.Status(request), kNoSector) << request;
+    EXPECT_EQ(kDone, outcome.Status(1));
+    for (std::size_t request : {2, 3, 4, 5}) EXPECT_EQ(kNoSector, outcome.Status(request)) << request;
 }
 
 TEST_F(VelRam, SaysWhichTransferTheXmsManagerRefused) {
@@ -256,9 +256,9 @@ TEST_F(VelRam, SaysWhichTransferTheXmsManagerRefused) {
     Ask(ShortTransfer(kRead, 100, 1));
     Ask(ShortTransfer(kWrite, 100, 1));
     const Outcome outcome = Loaded({});
-    EXPECT_EQ(outcome.Status(1), kReadFault);
-    EXPECT_EQ(outcome.Word(1, 0x12), 0U);
-    EXPECT_EQ(outcome.Status(2), kWriteFault);
+    EXPECT_EQ(kReadFault, outcome.Status(1));
+    EXPECT_EQ(0U, outcome.Word(1, 0x12));
+    EXPECT_EQ(kWriteFault, outcome.Status(2));
 }
 
 TEST_F(VelRam, IsAFixedDiskWithOneLetterThatNeverChanges) {
@@ -269,14 +269,14 @@ TEST_F(VelRam, IsAFixedDiskWithOneLetterThatNeverChanges) {
     Ask(DriverRequest(23, 0x0D));
     Ask(DriverRequest(24, 0x0D));
     const Outcome outcome = Loaded({});
-    EXPECT_EQ(outcome.Status(1), kDone);
-    EXPECT_EQ(outcome.Requests[1][0x0E], 1) << "not changed";
-    EXPECT_EQ(outcome.Status(2), kDone);
-    EXPECT_EQ(outcome.Status(3), kDone);
-    EXPECT_EQ(outcome.Status(4), kDone | kBusy) << "not removable";
+    EXPECT_EQ(kDone, outcome.Status(1));
+    EXPECT_EQ(1, outcome.Requests[1][0x0E]) << "not changed";
+    EXPECT_EQ(kDone, outcome.Status(2));
+    EXPECT_EQ(kDone, outcome.Status(3));
+    EXPECT_EQ(kDone | kBusy, outcome.Status(4)) << "not removable";
     for (std::size_t request : {5, 6}) {
-        EXPECT_EQ(outcome.Status(request), kDone);
-        EXPECT_EQ(outcome.Requests[request][1], 0) << "the only letter";
+        EXPECT_EQ(kDone, outcome.Status(request));
+        EXPECT_EQ(0, outcome.Requests[request][1]) << "the only letter";
     }
 }
 
@@ -288,8 +288,8 @@ TEST_F(VelRam, RefusesCommandsAndUnitsThatItDoesNotKnow) {
     Ask(second);
     const Outcome outcome = Loaded({});
     for (std::size_t request = 1; request <= 8; ++request)
-        EXPECT_EQ(outcome.Status(request), kUnknownCommand) << request;
-    EXPECT_EQ(outcome.Status(9), kUnknownUnit);
+        EXPECT_EQ(kUnknownCommand, outcome.Status(request)) << request;
+    EXPECT_EQ(kUnknownUnit, outcome.Status(9));
 }
 
 Bytes ControlRequest(std::uint8_t command, std::uint8_t function) {
@@ -313,15 +313,15 @@ TEST_F(VelRam, AnswersWhatDosAsksAboutADisk) {
     Ask(LongTransfer(kRead, 0, 1));
     Dump(kSector);
     const Outcome outcome = Loaded({.Line = "VELRAM.SYS 1000\r\n"});
-    for (std::size_t request : {1, 2, 4, 5}) EXPECT_EQ(outcome.Status(request), kDone) << request;
-    for (std::size_t request : {3, 6}) EXPECT_EQ(outcome.Status(request), kUnknownCommand) << request;
+    for (std::size_t request : {1, 2, 4, 5}) EXPECT_EQ(kDone, outcome.Status(request)) << request;
+    for (std::size_t request : {3, 6}) EXPECT_EQ(kUnknownCommand, outcome.Status(request)) << request;
     const Bytes& parameters = outcome.Dumps.at(0);
     const Bytes& identity = outcome.Dumps.at(1);
     const Bytes& first = outcome.Dumps.at(2);
-    EXPECT_EQ(parameters[0], 0) << "this byte is the caller's";
-    EXPECT_EQ(parameters[1], 5) << "a fixed disk";
-    EXPECT_EQ(GetU16(parameters.data() + 2), 1U) << "not removable";
-    EXPECT_EQ(GetU16(parameters.data() + 4), 1000U) << "cylinders";
+    EXPECT_EQ(0, parameters[0]) << "this byte is the caller's";
+    EXPECT_EQ(5, parameters[1]) << "a fixed disk";
+    EXPECT_EQ(1U, GetU16(parameters.data() + 2)) << "not removable";
+    EXPECT_EQ(1000U, GetU16(parameters.data() + 4)) << "cylinders";
     EXPECT_TRUE(std::equal(parameters.begin() + 7, parameters.begin() + 32, first.begin() + 0x0B));
     EXPECT_TRUE(std::equal(identity.begin() + 2, identity.begin() + 2 + 23, first.begin() + 0x27));
 }
@@ -329,9 +329,9 @@ TEST_F(VelRam, AnswersWhatDosAsksAboutADisk) {
 TEST(VelRamFile, HasTheHeaderOfABlockDeviceAndItsName) {
     const Bytes driver = FileAt(VELRAM);
     ASSERT_GT(driver.size(), 18U);
-    EXPECT_EQ(GetU32(driver.data()), 0xFFFFFFFFU);
-    EXPECT_EQ(GetU16(driver.data() + 4), 0x0842U);
-    EXPECT_EQ(std::string(driver.begin() + 10, driver.begin() + 18), "\x01VELRAM ");
+    EXPECT_EQ(0xFFFFFFFFU, GetU32(driver.data()));
+    EXPECT_EQ(0x0842U, GetU16(driver.data() + 4));
+    EXPECT_EQ("\x01VELRAM ", std::string(driver.begin() + 10, driver.begin() + 18));
 }
 
 }  // namespace

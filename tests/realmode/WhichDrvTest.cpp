@@ -17,8 +17,8 @@ class WhichDrv : public ::testing::Test {
 
     void ExpectHardDisk(const std::map<char, DosDrive>& drives, int number) const {
         const ProgramOutcome outcome = Run(drives);
-        EXPECT_EQ(outcome.ExitCode, number);
-        EXPECT_EQ(outcome.Output + outcome.Errors, "");
+        EXPECT_EQ(number, outcome.ExitCode);
+        EXPECT_EQ("", outcome.Output + outcome.Errors);
     }
 
     const tools::testing::TestFolder Files;
@@ -46,23 +46,23 @@ TEST_F(WhichDrv, NoFloppyAndNoDriveOfTheNetIsAHardDiskOrTouched) {
     DosDrive remote;
     remote.Attributes = 0x1000;
     const ProgramOutcome outcome = Run({{'A', Floppy}, {'C', Floppy}, {'D', remote}});
-    EXPECT_EQ(outcome.ExitCode, 0);
-    EXPECT_EQ(outcome.Touched, "");
+    EXPECT_EQ(0, outcome.ExitCode);
+    EXPECT_EQ("", outcome.Touched);
 }
 
 TEST_F(WhichDrv, TheCdIsTheFirstThatCanBeRead) {
     DosDrive empty = Cd;
     empty.IsReady = false;
     const std::map<char, DosDrive> drives{{'C', {}}, {'M', empty}, {'R', Cd}, {'S', Cd}};
-    EXPECT_EQ(Run(drives, " CD").ExitCode, 18);
-    EXPECT_EQ(Run(drives, " CDROM").ExitCode, 13);
-    EXPECT_EQ(Run({{'C', {}}, {'M', empty}}, " CD").ExitCode, 0);
-    EXPECT_EQ(Run({{'C', {}}, {'M', empty}}, " CDROM").ExitCode, 13);
+    EXPECT_EQ(18, Run(drives, " CD").ExitCode);
+    EXPECT_EQ(13, Run(drives, " CDROM").ExitCode);
+    EXPECT_EQ(0, Run({{'C', {}}, {'M', empty}}, " CD").ExitCode);
+    EXPECT_EQ(13, Run({{'C', {}}, {'M', empty}}, " CDROM").ExitCode);
 }
 
 TEST_F(WhichDrv, WithoutMscdexThereIsNoCd) {
-    EXPECT_EQ(Run({{'C', {}}}, " CD").ExitCode, 0);
-    EXPECT_EQ(Run({{'C', {}}}, " CDROM").ExitCode, 0);
+    EXPECT_EQ(0, Run({{'C', {}}}, " CD").ExitCode);
+    EXPECT_EQ(0, Run({{'C', {}}}, " CDROM").ExitCode);
 }
 
 TEST_F(WhichDrv, ANamedDriveIsThatDriveIfItCanBeRead) {
@@ -73,8 +73,8 @@ TEST_F(WhichDrv, ANamedDriveIsThatDriveIfItCanBeRead) {
                                             {" d:", 0}, {" e:", 5},  {" Z:", 0}};
     for (const auto& [tail, number] : wanted) {
         const ProgramOutcome outcome = Run(drives, tail);
-        EXPECT_EQ(outcome.ExitCode, number) << tail;
-        EXPECT_EQ(outcome.Output + outcome.Errors, "") << tail;
+        EXPECT_EQ(number, outcome.ExitCode) << tail;
+        EXPECT_EQ("", outcome.Output + outcome.Errors) << tail;
     }
 }
 
@@ -82,11 +82,11 @@ TEST_F(WhichDrv, OtherArgumentsAreALineAndNoDrive) {
     for (const std::string tail :
          {" /?", " HDD", " H", " C", " HD CD", " CDR", " C: D:", " CC:", " @:", " [:", " :"}) {
         const ProgramOutcome outcome = Run({{'C', {}}}, tail);
-        EXPECT_EQ(outcome.ExitCode, 0) << tail;
-        EXPECT_EQ(outcome.Errors, "WHICHDRV [CD | CDROM | HD | X:]: ends with the number of the drive\r\n")
+        EXPECT_EQ(0, outcome.ExitCode) << tail;
+        EXPECT_EQ("WHICHDRV [CD | CDROM | HD | X:]: ends with the number of the drive\r\n", outcome.Errors)
             << tail;
     }
-    EXPECT_EQ(Run({{'D', {}}}, " \thd ").ExitCode, 4);
+    EXPECT_EQ(4, Run({{'D', {}}}, " \thd ").ExitCode);
 }
 
 /// Folders that DOSBox presents as drives.
@@ -118,16 +118,16 @@ class WhichDrvInDosBox : public ::testing::Test {
 };
 
 TEST_F(WhichDrvInDosBox, NamesTheCurrentDrive) {
-    EXPECT_EQ(Letters({Mount("e", ""), "e:"}, {"", ""}), "E:.\r\nE:.\r\n");
+    EXPECT_EQ("E:.\r\nE:.\r\n", Letters({Mount("e", ""), "e:"}, {"", ""}));
 }
 
 TEST_F(WhichDrvInDosBox, WithoutACdThereIsNone) {
-    EXPECT_EQ(Letters({Mount("r", "")}, {"CD", "CDROM", "HD"}), ".\r\n.\r\nC:.\r\n");
+    EXPECT_EQ(".\r\n.\r\nC:.\r\n", Letters({Mount("r", "")}, {"CD", "CDROM", "HD"}));
 }
 
 TEST_F(WhichDrvInDosBox, FindsTheCdWhateverItsLetter) {
     Files.Write("m/SETUP.EXE", "");
-    EXPECT_EQ(Letters({Mount("m", "-t cdrom")}, {"CD", "cdrom"}), "M:.\r\nM:.\r\n");
+    EXPECT_EQ("M:.\r\nM:.\r\n", Letters({Mount("m", "-t cdrom")}, {"CD", "cdrom"}));
 }
 
 }  // namespace

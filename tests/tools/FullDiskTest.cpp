@@ -45,7 +45,7 @@ TEST(FileOnAFullDisk, WhatFillsADiskToItsLastByteIsWritten) {
     OutputFile file(folder.Path("target"));
     file.Write(NoiseBytes(5000));
     file.Commit();
-    EXPECT_EQ(NoiseBytes(5000), folder.Read("target"));
+    EXPECT_EQ(folder.Read("target"), NoiseBytes(5000));
 }
 
 class ImageOnAFullDisk : public bfi::testing::ImageTest {

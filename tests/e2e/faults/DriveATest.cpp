@@ -66,7 +66,7 @@ class TargetOnDriveA : public DriveA {
 
     void ExpectBuild(ExitCode code) const {
         ProgramUnderTest program(folder_, " custom A:\\disk.img");
-        EXPECT_EQ(program.ExitCode(), Number(code));
+        EXPECT_EQ(Number(code), program.ExitCode());
         ExpectNoWorkingFiles(folder_);
     }
 
@@ -117,8 +117,8 @@ class ApplicationInTheRootOfDriveA : public DriveA {
 };
 
 TEST_F(ApplicationInTheRootOfDriveA, BuildsFromAnotherFolderOfTheDrive) {
-    EXPECT_EQ(StartedTool("\"A:\\velbooter.exe\" custom two.img", "A:\\work").ExitCode(),
-              Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built),
+              StartedTool("\"A:\\velbooter.exe\" custom two.img", "A:\\work").ExitCode());
     EXPECT_EQ(1U, FloppyImage("A:\\two.img").Files().count("IO.SYS"));
     EXPECT_THAT(NamesOnDrive(), testing::Not(testing::Contains("cabs")));
     EXPECT_TRUE(fs::is_empty("A:\\work"));
@@ -139,8 +139,8 @@ class ApplicationOnDriveA : public DriveA {
 TEST_F(ApplicationOnDriveA, WriteProtectedFolderIsAnErrorOfTheBatchRun) {
     RemountDriveA(kReadOnly);
     ProgramUnderTest program(folder_, kBuild);
-    EXPECT_EQ(program.Answer("OK"), error_);
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::InternalError));
+    EXPECT_EQ(error_, program.Answer("OK"));
+    EXPECT_EQ(Number(ExitCode::InternalError), program.ExitCode());
     ExpectOldImage(folder_);
     ExpectNoWorkingFiles(folder_);
 }
@@ -148,11 +148,11 @@ TEST_F(ApplicationOnDriveA, WriteProtectedFolderIsAnErrorOfTheBatchRun) {
 TEST_F(ApplicationOnDriveA, WriteProtectedFolderShowsTheWizardsLastPage) {
     RemountDriveA(kReadOnly);
     ProgramUnderTest program(folder_, "");
-    EXPECT_EQ(program.Answer("OK"), error_);
+    EXPECT_EQ(error_, program.Answer("OK"));
     const ShownWizard wizard(program, kFinishedPage);
     EXPECT_EQ("Operation canceled", wizard.Text(IDC_OUTCOME));
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), program.ExitCode());
     ExpectOldImage(folder_);
 }
 
@@ -163,10 +163,10 @@ TEST_F(ApplicationOnDriveA, FullDriveIsAskedAboutAndCancels) {
     ProgramUnderTest program(folder_, kBuild);
     for (const char* group :
          {"dos_files\\bin", "dos_files\\help", "dos_files\\menu", "base_files", "base_files\\bin"}) {
-        EXPECT_EQ(program.Answer("Abort"),
-                  CopyQuestion(folder_.Path(std::string("files\\") + group + "\\*.*")));
+        EXPECT_EQ(CopyQuestion(folder_.Path(std::string("files\\") + group + "\\*.*")),
+                  program.Answer("Abort"));
     }
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), program.ExitCode());
     ExpectOldImage(folder_);
     ExpectNoWorkingFiles(folder_);
     RemountDriveA(kWritable);

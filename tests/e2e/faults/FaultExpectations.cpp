@@ -24,13 +24,13 @@ void ExpectOldImage(const ApplicationFolder& folder) {
 
 void ExpectRunWithoutImage(const ApplicationFolder& folder) {
     ProgramUnderTest program(folder, kBuild);
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::NoImage));
+    EXPECT_EQ(Number(ExitCode::NoImage), program.ExitCode());
     ExpectNoWorkingFiles(folder);
 }
 
 void ExpectRunWorks(const ApplicationFolder& folder) {
     ProgramUnderTest program(folder, kBuild);
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, folder.Path(kTarget), kSmallImageBytes);
     EXPECT_THAT(folder.Names("out"), ElementsAre("disk.img"));
     ExpectNoWorkingFiles(folder);

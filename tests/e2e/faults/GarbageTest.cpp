@@ -73,7 +73,7 @@ class GarbledConfiguration : public GarbageTest {};
 TEST_P(GarbledConfiguration, CancelsTheBuild) {
     folder_.Write("files\\custom.ini", GetParam().Contents());
     ProgramUnderTest program(folder_, kBuild);
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), program.ExitCode());
     ExpectOldImage(folder_);
     ExpectNoWorkingFiles(folder_);
 }
@@ -101,11 +101,11 @@ TEST_P(EmptyConfiguration, NamesTheMissingSystemFile) {
     constexpr size_t kMostMemory = 20 * kLarge;
     folder_.Write("files\\custom.ini", GetParam().Contents());
     ProgramUnderTest program(folder_, kBuild);
-    EXPECT_EQ(program.Message(), UnreadableSource("IO.SYS"));
+    EXPECT_EQ(UnreadableSource("IO.SYS"), program.Message());
     EXPECT_GT(MemoryOf(program), 0u);
     EXPECT_LT(MemoryOf(program), kMostMemory);
     program.Press("OK");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), program.ExitCode());
     ExpectOldImage(folder_);
     ExpectNoWorkingFiles(folder_);
 }
@@ -126,7 +126,7 @@ TEST_P(GarbledCatalogue, HasTheCustomDiskAlone) {
     {
         ProgramUnderTest program(folder_, " minimal");
         EXPECT_EQ("The disk \"minimal\" doesn't exist", program.Answer("OK").Text);
-        EXPECT_EQ(program.ExitCode(), Number(ExitCode::UnknownDisk));
+        EXPECT_EQ(Number(ExitCode::UnknownDisk), program.ExitCode());
     }
     ExpectOldImage(folder_);
     ExpectRunWorks(folder_);
@@ -146,8 +146,8 @@ TEST(Catalogue, CountThatIsNoWholeNumberOfDisksIsAnError) {
     folder.SetCustomDisk(SmallDisk());
     folder.Write("files\\disklist.ini", "[Disks_List]\r\nCount=99999999999\r\n");
     ProgramUnderTest program(folder, kBuild);
-    EXPECT_EQ(program.Answer("OK"), FileError(6, "Overflow", folder.Path("files\\disklist.ini")));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::InternalError));
+    EXPECT_EQ(FileError(6, "Overflow", folder.Path("files\\disklist.ini")), program.Answer("OK"));
+    EXPECT_EQ(Number(ExitCode::InternalError), program.ExitCode());
     EXPECT_FALSE(folder.Exists("out"));
     ExpectNoWorkingFiles(folder);
 }

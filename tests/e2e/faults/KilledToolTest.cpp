@@ -44,10 +44,10 @@ TEST(Kill, ArchiverKilledAtWorkLeavesNoCabinetAndCancelsTheBuild) {
     ProgramUnderTest program(folder, " custom out\\disk.img");
     WaitUntilItWrites(folder, "cabs\\LIB");
     ASSERT_TRUE(KillChild(program.ProcessId(), "cabarc.exe"));
-    EXPECT_EQ(program.Message(), NoCabinet("keyb"));
+    EXPECT_EQ(NoCabinet("keyb"), program.Message());
     EXPECT_THAT(folder.Names("cabs\\LIB"), IsEmpty());
     program.Press("OK");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+    EXPECT_EQ(Number(ExitCode::Canceled), program.ExitCode());
     ExpectNoWorkingFiles(folder);
     folder.Remove("files\\keyb\\LONG.TXT");
     ExpectRunWorks(folder);
@@ -79,7 +79,7 @@ TEST(Kill, ImageToolKilledAtWorkKeepsTheOldImage) {
         PutOldImage(folder);
         ProgramUnderTest program(folder, " custom out\\disk.img");
         killed = KillChild(program.ProcessId(), "bfi.exe");
-        EXPECT_EQ(program.ExitCode(), Number(killed ? ExitCode::NoImage : ExitCode::Built));
+        EXPECT_EQ(Number(killed ? ExitCode::NoImage : ExitCode::Built), program.ExitCode());
         EXPECT_THAT(folder.Names("out"), ElementsAre("disk.img"));
     }
     ASSERT_TRUE(killed);
@@ -131,7 +131,7 @@ class KilledTool {
             folder_.Path("out").c_str(), FALSE, FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_SIZE);
         ASSERT_NE(change, INVALID_HANDLE_VALUE);
         StartedTool tool(commandLine_, folder_.Path());
-        EXPECT_EQ(::WaitForSingleObject(change, kPatienceMs), WAIT_OBJECT_0);
+        EXPECT_EQ(WAIT_OBJECT_0, ::WaitForSingleObject(change, kPatienceMs));
         ::FindCloseChangeNotification(change);
         ::Sleep(wait);
         tool.Kill();

@@ -24,8 +24,8 @@ class Locked : public testing::Test {
     void ExpectMessage(LockedFile& lock, const ShownMessage& message, ExitCode code) const {
         {
             ProgramUnderTest program(folder_, kBuild);
-            EXPECT_EQ(program.Answer("OK"), message);
-            EXPECT_EQ(program.ExitCode(), Number(code));
+            EXPECT_EQ(message, program.Answer("OK"));
+            EXPECT_EQ(Number(code), program.ExitCode());
         }
         ExpectOldImage(folder_);
         lock.Release();
@@ -45,8 +45,8 @@ TEST_F(Locked, ConfigurationFileIsNamedInTheMessage) {
 TEST_F(Locked, IndexOfTheDriversIsNamedInTheMessage) {
     LockedFile lock(folder_.Path("Drivers.ini"));
     ProgramUnderTest program(folder_, kBuild);
-    EXPECT_EQ(program.Answer("OK"), FileError(70, "Permission denied", folder_.Path("Drivers.ini")));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::InternalError));
+    EXPECT_EQ(FileError(70, "Permission denied", folder_.Path("Drivers.ini")), program.Answer("OK"));
+    EXPECT_EQ(Number(ExitCode::InternalError), program.ExitCode());
     ExpectOldImage(folder_);
     lock.Release();
     ExpectRunWorks(folder_);
@@ -61,9 +61,9 @@ TEST_F(Locked, CatalogueHasNoDisks) {
     LockedFile lock(folder_.Path("files\\disklist.ini"));
     ProgramUnderTest program(folder_, " minimal");
     EXPECT_EQ(
-        program.Answer("OK"),
-        (ShownMessage{"The disk \"minimal\" doesn't exist", "Critical error", {"OK"}, Picture::Critical}));
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::UnknownDisk));
+        (ShownMessage{"The disk \"minimal\" doesn't exist", "Critical error", {"OK"}, Picture::Critical}),
+        program.Answer("OK"));
+    EXPECT_EQ(Number(ExitCode::UnknownDisk), program.ExitCode());
 }
 
 TEST_F(Locked, BootSectorMakesNoImage) {
@@ -80,14 +80,14 @@ TEST_F(Locked, DriverCabinetIsAskedFor) {
     LockedFile lock(folder_.Path("drivers\\aspi\\aspi8dos.cab"));
     {
         ProgramUnderTest program(folder_, kBuild);
-        EXPECT_EQ(program.Answer("Abort"), CopyQuestion("drivers\\aspi\\aspi8dos.cab"));
-        EXPECT_EQ(program.ExitCode(), Number(ExitCode::Canceled));
+        EXPECT_EQ(CopyQuestion("drivers\\aspi\\aspi8dos.cab"), program.Answer("Abort"));
+        EXPECT_EQ(Number(ExitCode::Canceled), program.ExitCode());
     }
     ExpectOldImage(folder_);
     lock.Release();
     ExpectRunWorks(folder_);
     const FloppyImage image(folder_.Path(kTarget));
-    EXPECT_EQ(image.Files().at("LIB\\ASPI\\ASPI8DOS.CAB"), folder_.Read("drivers\\aspi\\aspi8dos.cab"));
+    EXPECT_EQ(folder_.Read("drivers\\aspi\\aspi8dos.cab"), image.Files().at("LIB\\ASPI\\ASPI8DOS.CAB"));
 }
 
 TEST_F(Locked, StagedFileMakesNoImage) {
@@ -99,7 +99,7 @@ TEST_F(Locked, StagedFileMakesNoImage) {
         ASSERT_EQ(1u, staging.size());
         const LockedFile lock(folder_.Path("Temp\\" + staging.front() + "\\AUTOEXEC.BAT"));
         tool.Release();
-        EXPECT_EQ(program.ExitCode(), Number(ExitCode::NoImage));
+        EXPECT_EQ(Number(ExitCode::NoImage), program.ExitCode());
         ExpectOldImage(folder_);
         // A file that is open cannot be deleted; the next run deletes it.
         EXPECT_TRUE(folder_.Exists("Temp"));

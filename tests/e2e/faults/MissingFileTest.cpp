@@ -143,7 +143,7 @@ TEST_P(MissingFile, HasTheDocumentedOutcome) {
         EXPECT_EQ(shown, question.Shown);
         program.Press(question.Answer);
     }
-    EXPECT_EQ(program.ExitCode(), Number(GetParam().Code));
+    EXPECT_EQ(Number(GetParam().Code), program.ExitCode());
     if (GetParam().Code == ExitCode::Built) {
         ExpectImage(folder, folder.Path(kTarget), kSmallImageBytes);
     } else {
@@ -205,8 +205,8 @@ TEST(MissingFiles, EachDosFileIsAskedFor) {
         const std::string contents = folder.Read(file);
         folder.Remove(file);
         ProgramUnderTest program(folder, kBuild);
-        EXPECT_EQ(program.Answer("Cancel"), ImportQuestion());
-        EXPECT_EQ(program.ExitCode(), Number(ExitCode::DosFilesMissing));
+        EXPECT_EQ(ImportQuestion(), program.Answer("Cancel"));
+        EXPECT_EQ(Number(ExitCode::DosFilesMissing), program.ExitCode());
         ExpectOldImage(folder);
         folder.Write(file, contents);
     }
@@ -221,7 +221,7 @@ TEST(MissingFiles, WizardWorksWithoutItsHelp) {
     wizard.Click(IDC_HELP_BUTTON);
     wizard.Next(kDiskPage);
     wizard.Close();
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
 }
 
 class MissingCompanion : public testing::TestWithParam<const char*> {};

@@ -27,7 +27,7 @@ std::string StrangeWord() {
 TEST(Names, ApplicationFolderMayHaveAnyName) {
     const ApplicationFolder folder(StrangeName());
     ProgramUnderTest program(folder, " -plugin stamp demo out\\demo.img");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("out\\demo.img"), kSmallImageBytes);
     for (const char* file : {"LIB\\DOS.CAB", "LIB\\KEYB.CAB", "STAMP.TXT"}) {
         EXPECT_THAT(image.Files(), Contains(Key(file)));
@@ -39,7 +39,7 @@ TEST(Names, ApplicationFolderMayHaveAnyName) {
 TEST(Names, SetupModulesAreMadeInAFolderOfAnyName) {
     const ApplicationFolder folder(StrangeName());
     ProgramUnderTest program(folder, " demoall out\\demo.img");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("out\\demo.img"), kSmallImageBytes);
     for (const char* file : {"LIB\\SETUPWIN.CAB", "LIB\\SETUPNT.CAB", "LIB\\NDIS\\RTL8029.CAB"}) {
         EXPECT_THAT(image.Files(), Contains(Key(file)));
@@ -54,7 +54,7 @@ TEST(Names, TargetMayHaveAnyName) {
                                       std::string("a;b,c=d'e!^.img")}) {
         SCOPED_TRACE(target);
         ProgramUnderTest program(folder, " custom out\\" + target);
-        EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+        EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
         ExpectImage(folder, folder.Path("out\\" + target), kSmallImageBytes);
         ExpectNoWorkingFiles(folder);
     }
@@ -69,7 +69,7 @@ TEST(Names, DiskMayHaveAnyNameWithoutABlank) {
     std::filesystem::rename(folder.Path("files\\custom.ini"), folder.Path("files\\any.ini"));
     folder.Write("files\\" + name + ".ini", folder.Read("files\\any.ini"));
     ProgramUnderTest program(folder, " " + name);
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, folder.Path(name + ".img"), kSmallImageBytes);
 }
 
@@ -79,7 +79,7 @@ TEST(Names, PluginMayHaveAnyNameWithoutABlank) {
     folder.Write("plugins\\" + StrangeWord() + "\\PLUGIN.TXT", "a file of the plugin");
     folder.Write("plugins\\" + StrangeWord() + ".exe", ReadFileAt(TestProgram("e2e_plugin.exe")));
     ProgramUnderTest program(folder, " -plugin " + StrangeWord() + " custom out\\disk.img");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path(kTarget), kSmallImageBytes);
     EXPECT_EQ("a file of the plugin", image.Files().at("PLUGIN.TXT"));
 }
@@ -91,7 +91,7 @@ TEST(Names, FilesOfTheDiskMayHaveAnyName) {
     folder.Write(file, "copied");
     folder.Write("files\\keyb\\" + file, "packed");
     ProgramUnderTest program(folder, kBuild);
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path(kTarget), kSmallImageBytes);
     std::vector<std::string> contents;
     for (const auto& [name, content] : image.Files()) contents.push_back(content);

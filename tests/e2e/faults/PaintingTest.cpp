@@ -109,7 +109,7 @@ TEST_P(PaintingWhileAToolWorks, WaitWindowComesBackFromBehindAnother) {
     Ask(program.WaitWindow(), WM_NULL);
     EXPECT_NE(program.WaitWindow(), nullptr);
     tool.Release();
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder_, folder_.Path(kTarget), kSmallImageBytes);
 }
 
@@ -124,7 +124,7 @@ TEST_F(Painting, WaitWindowComesBackWhileAPluginWorks) {
     program.WaitUntil([&] { return plugin.IsAtWork(); }, "the plugin is not run");
     ExpectPaintsItselfAgain(program, program.WaitWindow());
     plugin.Release();
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     EXPECT_EQ("a file of the plugin",
               ExpectImage(folder_, folder_.Path(kTarget), kSmallImageBytes).Files().at("SLOW.TXT"));
 }
@@ -138,7 +138,7 @@ TEST_F(Painting, WizardComesBackWhileTheImageIsWritten) {
     tool.Release();
     ExpectTheEnd(wizard, "Operation completed successfully");
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
 }
 
 }  // namespace

@@ -57,7 +57,7 @@ TEST_F(Target, HeldForTwoSecondsIsReplaced) {
     WaitForThePartOf(folder_.Path(kTarget));
     ::Sleep(kHeld);
     lock.Release();
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder_, folder_.Path(kTarget), kSmallImageBytes);
     EXPECT_THAT(folder_.Names("out"), testing::ElementsAre("disk.img"));
 }
@@ -85,7 +85,7 @@ TEST_F(Target, FolderInItsPlaceIsKept) {
 
 TEST_F(Target, DriveThatIsMissingMakesNoImage) {
     ProgramUnderTest program(folder_, " custom Q:\\disk.img");
-    EXPECT_EQ(program.ExitCode(), Number(ExitCode::NoImage));
+    EXPECT_EQ(Number(ExitCode::NoImage), program.ExitCode());
     ExpectNoWorkingFiles(folder_);
 }
 
@@ -95,9 +95,9 @@ TEST_F(Target, SizeThatIsTooSmallForTheDiskMakesNoImage) {
     ExpectRunWithoutImage(folder_);
     EXPECT_THAT(folder_.Names("out"), IsEmpty());
     ProgramUnderTest large(folder_, std::string(" -t 288 custom ") + kTarget);
-    EXPECT_EQ(large.ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), large.ExitCode());
     const FloppyImage image = ExpectImage(folder_, folder_.Path(kTarget), kLargeImageBytes);
-    EXPECT_EQ(image.Files().at("BIG.BIN"), folder_.Read("BIG.BIN"));
+    EXPECT_EQ(folder_.Read("BIG.BIN"), image.Files().at("BIG.BIN"));
 }
 
 }  // namespace

@@ -41,13 +41,13 @@ TEST_F(Load, AllOf200DisksAreListedAndTheLastIsBuilt) {
     const ShownWizard wizard = OpenAt(kDiskPage);
     std::vector<std::string> expected{"custom"};
     for (int i = 1; i <= kDisks; ++i) expected.push_back("disk" + FourDigits(i));
-    EXPECT_EQ(wizard.Disks(), expected);
+    EXPECT_EQ(expected, wizard.Disks());
     wizard.SelectDisk("disk0200");
     wizard.GoTo(kDestinationPage);
     wizard.Click(IDC_FINISH);
     ExpectTheEnd(wizard, "Operation completed successfully");
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
     const FloppyImage image = ExpectImage(folder_, folder_.Path("disk0200.img"), kSmallImageBytes);
     EXPECT_EQ(1U, image.Files().count("LAST.TXT"));
 }
@@ -82,7 +82,7 @@ TEST_F(Load, AllOf500DriversAreListedAndWritten) {
     std::vector<DriverRow> rows;
     for (const std::string& name : names)
         rows.push_back({name, "Description not available (NDIS Driver)", false});
-    EXPECT_EQ(selection.Rows(), rows);
+    EXPECT_EQ(rows, selection.Rows());
 
     const auto press = [&](const std::string& button, const std::string& next) {
         selection.Click(button);
@@ -90,12 +90,12 @@ TEST_F(Load, AllOf500DriversAreListedAndWritten) {
     };
     press("Unselect All", "Select All");
     press("Select All", "Unselect All");
-    EXPECT_EQ(selection.Ticked(), names);
+    EXPECT_EQ(names, selection.Ticked());
     selection.Click("OK");
     Program().WaitUntilHidden(selection.Handle());
     EXPECT_EQ(folder_.Read("Drivers.ini"), all);
     wizard.Close();
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
 }
 
 TEST_F(Load, AllOf2000FilesAreListedTickedAndWritten) {
@@ -106,7 +106,7 @@ TEST_F(Load, AllOf2000FilesAreListedTickedAndWritten) {
     EXPECT_GT(AnswersWhile(wizard.Handle(), [&] { return wizard.Page() == kDriversPage; }), 0);
     wizard.WaitForPage(kFilesPage);
     const std::vector<std::string> files = wizard.SelectedFiles();
-    EXPECT_EQ(Ask(wizard.Control(IDC_FILES), LB_GETCOUNT), static_cast<LRESULT>(files.size()));
+    EXPECT_EQ(static_cast<LRESULT>(files.size()), Ask(wizard.Control(IDC_FILES), LB_GETCOUNT));
     for (int i = 1; i <= kFiles; ++i)
         ASSERT_EQ(1, std::count(files.begin(), files.end(), PathOfFile(i))) << PathOfFile(i);
 
@@ -117,12 +117,12 @@ TEST_F(Load, AllOf2000FilesAreListedTickedAndWritten) {
     wizard.Click(IDC_FINISH);
     ExpectTheEnd(wizard, "Operation completed successfully");
     wizard.Click(IDC_FINISH);
-    EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+    EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
     const auto built = ExpectImage(folder_, folder_.Path("BootDisk.img"), kLargeImageBytes).Files();
     // The build adds the two lists of network drivers.
     EXPECT_EQ(built.size(), files.size() - 1 + 2);
     EXPECT_EQ(0U, built.count(left));
-    for (int i = 1; i < kFiles; ++i) ASSERT_EQ(built.at(PathOfFile(i)), PathOfFile(i));
+    for (int i = 1; i < kFiles; ++i) ASSERT_EQ(PathOfFile(i), built.at(PathOfFile(i)));
 }
 
 }  // namespace

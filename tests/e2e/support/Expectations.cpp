@@ -36,15 +36,15 @@ void ExpectNoWorkingFiles(const ApplicationFolder& folder) {
 
 FloppyImage ExpectImage(const ApplicationFolder& folder, const std::string& path, size_t bytes) {
     FloppyImage image(path);
-    EXPECT_EQ(image.Size(), bytes);
+    EXPECT_EQ(bytes, image.Size());
     EXPECT_EQ("VELSTART", image.Label());
     const auto contents = [&](const std::string& name) {
         const auto found = image.Files().find(name);
         return found == image.Files().end() ? "not in the image" : found->second;
     };
-    EXPECT_EQ(contents("IO.SYS"), folder.Read("dos\\IO.SYS"));
-    EXPECT_EQ(contents("COMMAND.COM"), folder.Read("dos\\COMMAND.COM"));
-    EXPECT_EQ(contents("MSDOS.SYS"), folder.Read("files\\base_files\\MSDOS.SYS"));
+    EXPECT_EQ(folder.Read("dos\\IO.SYS"), contents("IO.SYS"));
+    EXPECT_EQ(folder.Read("dos\\COMMAND.COM"), contents("COMMAND.COM"));
+    EXPECT_EQ(folder.Read("files\\base_files\\MSDOS.SYS"), contents("MSDOS.SYS"));
     return image;
 }
 

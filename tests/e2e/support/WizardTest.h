@@ -49,7 +49,7 @@ class WizardTest : public testing::Test {
     /// Expects the final page, on which only Finish and Help can be clicked.
     static void ExpectTheEnd(const ShownWizard& wizard, const std::string& outcome) {
         wizard.WaitForPage(kFinishedPage);
-        EXPECT_EQ(wizard.Text(IDC_OUTCOME), outcome);
+        EXPECT_EQ(outcome, wizard.Text(IDC_OUTCOME));
         EXPECT_THAT(wizard.Buttons(), testing::ElementsAre(IDC_FINISH, IDC_HELP_BUTTON));
         EXPECT_TRUE(wizard.Shows(IDC_BACK));
         EXPECT_TRUE(wizard.Shows(IDCANCEL));
@@ -59,7 +59,7 @@ class WizardTest : public testing::Test {
     /// Closes the wizard and expects the exit code of success, whether or not a disk has been built.
     void Leave(const ShownWizard& wizard) {
         wizard.Close();
-        EXPECT_EQ(Program().ExitCode(), Number(ExitCode::Built));
+        EXPECT_EQ(Number(ExitCode::Built), Program().ExitCode());
     }
 
     /// Builds the small disk into `target` from the destination page, leaves the wizard and returns the
@@ -67,7 +67,7 @@ class WizardTest : public testing::Test {
     FloppyImage FinishInto(const ShownWizard& wizard, const std::string& target) {
         wizard.Click(IDC_FINISH);
         ExpectTheEnd(wizard, "Operation completed successfully");
-        EXPECT_EQ(wizard.Text(IDC_TARGET), target);
+        EXPECT_EQ(target, wizard.Text(IDC_TARGET));
         Leave(wizard);
         return ExpectImage(folder_, target, kSmallImageBytes);
     }

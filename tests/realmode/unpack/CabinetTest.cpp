@@ -26,7 +26,7 @@ BuiltRecord StoredFrame(char letter, unsigned size = kFrameBytes) {
 
 Fault CabinetFault(const Bytes& cabinet) {
     const Outcome outcome = Unpack(cabinet);
-    EXPECT_EQ(outcome.Subject, "") << "the cabinet itself is at fault";
+    EXPECT_EQ("", outcome.Subject) << "the cabinet itself is at fault";
     return outcome.Result;
 }
 
@@ -34,18 +34,18 @@ TEST(UnpackedCabinet, FilesHaveTheirDatesTimesAndAttributes) {
     BuiltCabinet cabinet = Stored("ab");
     cabinet.Members = {{"A", 1, 0, 0, 0x20, 0x24AB, 0xA021}, {"B", 1, 1, 0, 0x27, 0x1234, 0x4321}};
     const Outcome outcome = Unpack(cabinet.Build());
-    ASSERT_EQ(outcome.Result, Fault::None);
+    ASSERT_EQ(Fault::None, outcome.Result);
     const UnpackedFile& a = outcome.Target.Files.at("A");
     const UnpackedFile& b = outcome.Target.Files.at("B");
-    EXPECT_EQ(a.Contents, Text("a"));
-    EXPECT_EQ(b.Contents, Text("b"));
+    EXPECT_EQ(Text("a"), a.Contents);
+    EXPECT_EQ(Text("b"), b.Contents);
     EXPECT_TRUE(a.IsFinished && b.IsFinished);
-    EXPECT_EQ(a.Stamp.Date, 0x24AB);
-    EXPECT_EQ(a.Stamp.Time, 0xA021);
-    EXPECT_EQ(a.Stamp.Attributes, 0x20);
-    EXPECT_EQ(b.Stamp.Date, 0x1234);
-    EXPECT_EQ(b.Stamp.Time, 0x4321);
-    EXPECT_EQ(b.Stamp.Attributes, 0x27);
+    EXPECT_EQ(0x24AB, a.Stamp.Date);
+    EXPECT_EQ(0xA021, a.Stamp.Time);
+    EXPECT_EQ(0x20, a.Stamp.Attributes);
+    EXPECT_EQ(0x1234, b.Stamp.Date);
+    EXPECT_EQ(0x4321, b.Stamp.Time);
+    EXPECT_EQ(0x27, b.Stamp.Attributes);
 }
 
 TEST(UnpackedCabinet, FoldersAreMadeFromTheTop) {
@@ -53,16 +53,16 @@ TEST(UnpackedCabinet, FoldersAreMadeFromTheTop) {
     cabinet.Members = {{"A\\B\\C", 1, 0},  {"A\\B\\D", 1, 1}, {"AB\\E", 1, 2},
                        {"A\\BB\\F", 1, 3}, {"A", 0, 4},       {"A\\X\\Y", 0, 4}};
     const Outcome outcome = Unpack(cabinet.Build());
-    EXPECT_EQ(outcome.Result, Fault::None);
+    EXPECT_EQ(Fault::None, outcome.Result);
     EXPECT_THAT(outcome.Target.Folders, ElementsAre("A", "AB", "A\\B", "A\\BB", "A\\X"));
-    EXPECT_EQ(outcome.Target.Files.at("A\\BB\\F").Contents, Text("d"));
+    EXPECT_EQ(Text("d"), outcome.Target.Files.at("A\\BB\\F").Contents);
 }
 
 TEST(UnpackedCabinet, AMemberMayBeAFolder) {
     BuiltCabinet cabinet = Stored("a");
     cabinet.Members.push_back({"SUB\\EMPTY", 0, 1, 0, 0x10});
     const Outcome outcome = Unpack(cabinet.Build());
-    EXPECT_EQ(outcome.Result, Fault::None);
+    EXPECT_EQ(Fault::None, outcome.Result);
     EXPECT_THAT(outcome.Target.Folders, ElementsAre("SUB", "SUB\\EMPTY"));
     EXPECT_THAT(outcome.Target.Created, ElementsAre("F"));
 }
@@ -72,7 +72,7 @@ TEST(UnpackedCabinet, EmptyFilesNeedNoData) {
     cabinet.Folders.push_back({Lzx(21), {}});
     cabinet.Members = {{"A", 0}, {"B", 0, 77}};
     const Outcome outcome = Unpack(cabinet.Build());
-    EXPECT_EQ(outcome.Result, Fault::None);
+    EXPECT_EQ(Fault::None, outcome.Result);
     EXPECT_THAT(outcome.Target.Created, ElementsAre("A", "B"));
     EXPECT_TRUE(outcome.Target.Files.at("B").IsFinished);
 }
@@ -83,13 +83,13 @@ TEST(UnpackedCabinet, FilesOverFramesAndFoldersOfAnyMethod) {
                        {kStored, {StoredFrame('d', 4)}}};
     cabinet.Members = {{"SKIPPED", 1, 0}, {"MIDDLE", 32770, 32767}, {"END", 2, 65539}, {"D", 4, 0, 1}};
     const Outcome outcome = Unpack(cabinet.Build());
-    ASSERT_EQ(outcome.Result, Fault::None);
+    ASSERT_EQ(Fault::None, outcome.Result);
     Bytes middle(32770, 'b');
     middle.front() = 'a';
     middle.back() = 'c';
-    EXPECT_EQ(outcome.Target.Files.at("MIDDLE").Contents, middle);
-    EXPECT_EQ(outcome.Target.Files.at("END").Contents, Text("cc"));
-    EXPECT_EQ(outcome.Target.Files.at("D").Contents, Text("dddd"));
+    EXPECT_EQ(middle, outcome.Target.Files.at("MIDDLE").Contents);
+    EXPECT_EQ(Text("cc"), outcome.Target.Files.at("END").Contents);
+    EXPECT_EQ(Text("dddd"), outcome.Target.Files.at("D").Contents);
 }
 
 TEST(UnpackedCabinet, ReservesArePassedOver) {
@@ -101,34 +101,34 @@ TEST(UnpackedCabinet, ReservesArePassedOver) {
         cabinet.DataReserve = 7;
         cabinet.Folders[0].Records[0].ChecksumHasReserve = isSummed;
         const Outcome outcome = Unpack(cabinet.Build());
-        ASSERT_EQ(outcome.Result, Fault::None) << isSummed;
-        EXPECT_EQ(outcome.Target.Files.at("F").Contents, Text("abc"));
+        ASSERT_EQ(Fault::None, outcome.Result) << isSummed;
+        EXPECT_EQ(Text("abc"), outcome.Target.Files.at("F").Contents);
     }
 }
 
 TEST(UnpackedCabinet, ARecordWithoutAChecksumIsTaken) {
     BuiltCabinet cabinet = Stored("abc");
     cabinet.Folders[0].Records[0].HasNoChecksum = true;
-    EXPECT_EQ(CabinetFault(cabinet.Build()), Fault::None);
+    EXPECT_EQ(Fault::None, CabinetFault(cabinet.Build()));
 }
 
 TEST(UnpackedCabinet, WhatFollowsTheCabinetIsPassedOver) {
     Bytes cabinet = Stored("abc").Build();
     cabinet.insert(cabinet.end(), 100, 'x');
-    EXPECT_EQ(CabinetFault(cabinet), Fault::None);
+    EXPECT_EQ(Fault::None, CabinetFault(cabinet));
 }
 
 TEST(RefusedCabinet, AnotherFileIsNoCabinet) {
-    EXPECT_EQ(CabinetFault({}), Fault::NotACabinet);
-    EXPECT_EQ(CabinetFault(Text("MS")), Fault::NotACabinet);
-    EXPECT_EQ(CabinetFault(Text("MSCE and more of it, which is text")), Fault::NotACabinet);
+    EXPECT_EQ(Fault::NotACabinet, CabinetFault({}));
+    EXPECT_EQ(Fault::NotACabinet, CabinetFault(Text("MS")));
+    EXPECT_EQ(Fault::NotACabinet, CabinetFault(Text("MSCE and more of it, which is text")));
 }
 
 TEST(RefusedCabinet, EveryLossOfItsEndIsNoticed) {
     const Bytes whole = Stored("abcdefgh").Build();
     for (std::size_t size = 4; size < whole.size(); ++size) {
         const Outcome outcome = Unpack({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)});
-        EXPECT_EQ(outcome.Result, Fault::EndsEarly) << size;
+        EXPECT_EQ(Fault::EndsEarly, outcome.Result) << size;
         EXPECT_THAT(outcome.Target.Created, IsEmpty()) << size;
     }
 }
@@ -143,19 +143,19 @@ TEST(RefusedCabinet, EveryChangeOfARecordIsNoticed) {
     }
     BuiltCabinet cabinet = Stored("abc");
     cabinet.Folders[0].Records[0].HasWrongChecksum = true;
-    EXPECT_EQ(CabinetFault(cabinet.Build()), Fault::BadChecksum);
+    EXPECT_EQ(Fault::BadChecksum, CabinetFault(cabinet.Build()));
 }
 
 TEST(RefusedCabinet, ASetOfCabinetsIsRefused) {
     for (const unsigned flags : {1U, 2U, 3U}) {
         BuiltCabinet cabinet = Stored("abc");
         cabinet.Flags = flags;
-        EXPECT_EQ(CabinetFault(cabinet.Build()), Fault::PartOfASet);
+        EXPECT_EQ(Fault::PartOfASet, CabinetFault(cabinet.Build()));
     }
     for (const unsigned folder : {0xFFFDU, 0xFFFEU, 0xFFFFU}) {
         BuiltCabinet cabinet = Stored("abc");
         cabinet.Members[0].Folder = folder;
-        EXPECT_EQ(CabinetFault(cabinet.Build()), Fault::PartOfASet);
+        EXPECT_EQ(Fault::PartOfASet, CabinetFault(cabinet.Build()));
     }
 }
 
@@ -163,7 +163,7 @@ TEST(RefusedCabinet, AnUnknownMethodIsRefused) {
     for (const unsigned method : {2U, 4U, 15U, Lzx(0), Lzx(14), Lzx(22), Lzx(31)}) {
         BuiltCabinet cabinet = Stored("abc");
         cabinet.Folders[0].Method = method;
-        EXPECT_EQ(CabinetFault(cabinet.Build()), Fault::UnknownMethod) << method;
+        EXPECT_EQ(Fault::UnknownMethod, CabinetFault(cabinet.Build())) << method;
     }
 }
 
@@ -179,7 +179,7 @@ TEST(RefusedCabinet, AMemberOutsideItsFolderIsRefused) {
         BuiltCabinet cabinet = Stored("abc");
         change(cabinet.Members[0]);
         const Outcome outcome = Unpack(cabinet.Build());
-        EXPECT_EQ(outcome.Result, Fault::BadDirectory);
+        EXPECT_EQ(Fault::BadDirectory, outcome.Result);
         EXPECT_THAT(outcome.Target.Created, IsEmpty());
     }
 }
@@ -187,14 +187,14 @@ TEST(RefusedCabinet, AMemberOutsideItsFolderIsRefused) {
 TEST(RefusedCabinet, AMemberThatIsLongerThanTheDataIsRefused) {
     BuiltCabinet cabinet = Stored("abc");
     cabinet.Members[0].Size = 4;
-    EXPECT_EQ(CabinetFault(cabinet.Build()), Fault::BadDirectory);
+    EXPECT_EQ(Fault::BadDirectory, CabinetFault(cabinet.Build()));
 }
 
 TEST(RefusedCabinet, MembersInAnotherOrderThanTheirDataAreRefused) {
     BuiltCabinet cabinet;
     cabinet.Folders = {{kStored, {StoredFrame('a'), StoredFrame('b')}}};
     cabinet.Members = {{"B", 1, kFrameBytes}, {"A", 1, 0}};
-    EXPECT_EQ(CabinetFault(cabinet.Build()), Fault::BadDirectory);
+    EXPECT_EQ(Fault::BadDirectory, CabinetFault(cabinet.Build()));
 }
 
 TEST(RefusedCabinet, AListOfFilesThatEndsEarlyIsRefused) {
@@ -214,12 +214,12 @@ TEST(RefusedCabinet, AListOfFilesThatEndsEarlyIsRefused) {
 TEST(RefusedCabinet, ANameWithoutAnEndIsRefused) {
     BuiltCabinet cabinet = Stored("abc");
     cabinet.Members[0].Name = std::string(256, 'A');
-    EXPECT_EQ(CabinetFault(cabinet.Build()), Fault::BadDirectory);
+    EXPECT_EQ(Fault::BadDirectory, CabinetFault(cabinet.Build()));
     Bytes cut = Stored("").Build();
     const std::size_t end = cut.size() - 8 - 1;  // of the name, without its NUL
     cut.resize(end);
     tools::PutU32(&cut[8], static_cast<std::uint32_t>(end));
-    EXPECT_EQ(CabinetFault(cut), Fault::BadDirectory);
+    EXPECT_EQ(Fault::BadDirectory, CabinetFault(cut));
 }
 
 TEST(RefusedCabinet, RecordsOfWrongSizesAreRefused) {
@@ -234,7 +234,7 @@ TEST(RefusedCabinet, RecordsOfWrongSizesAreRefused) {
     for (const auto& records : folders) {
         BuiltCabinet cabinet = OneFile(kStored, records);
         cabinet.Members[0].Size = 3;
-        EXPECT_EQ(CabinetFault(cabinet.Build()), Fault::BadRecord) << records[0].Unpacked;
+        EXPECT_EQ(Fault::BadRecord, CabinetFault(cabinet.Build())) << records[0].Unpacked;
     }
 }
 
@@ -242,7 +242,7 @@ TEST(RefusedCabinet, DataOutsideTheCabinetAreRefused) {
     for (const std::uint32_t place : {0x7FFFFFFFU, 0xFFFFFFFFU, 0xFFFFFFF8U}) {
         Bytes cabinet = Stored("abc").Build();
         tools::PutU32(&cabinet[36], place);
-        EXPECT_EQ(CabinetFault(cabinet), Fault::EndsEarly) << place;
+        EXPECT_EQ(Fault::EndsEarly, CabinetFault(cabinet)) << place;
     }
 }
 
@@ -254,8 +254,8 @@ TEST(RefusedCabinet, NothingIsWrittenWhenAPathIsRefused) {
         BuiltCabinet cabinet = Stored("abc");
         cabinet.Members.push_back({name, 0, 3});
         const Outcome outcome = Unpack(cabinet.Build());
-        EXPECT_EQ(outcome.Result, fault);
-        EXPECT_EQ(outcome.Subject, name);
+        EXPECT_EQ(fault, outcome.Result);
+        EXPECT_EQ(name, outcome.Subject);
         EXPECT_THAT(outcome.Target.Created, IsEmpty());
     }
 }
@@ -269,7 +269,7 @@ TEST(RefusedCabinet, AFullDiskIsSaidOfTheFileThatDoesNotFit) {
     FlatTarget target;
     target.Capacity = 3;
     const auto unpacker = std::make_unique<Unpacker>(file, target, memory);
-    EXPECT_EQ(unpacker->Run(), Fault::DiskFull);
+    EXPECT_EQ(Fault::DiskFull, unpacker->Run());
     EXPECT_STREQ(unpacker->Subject(), "B");
     EXPECT_TRUE(target.Files.at("A").IsFinished);
     EXPECT_FALSE(target.Files.at("B").IsFinished);
@@ -283,8 +283,8 @@ TEST(RefusedCabinet, TheUserMayStopItBetweenTwoFrames) {
     FlatTarget target;
     target.StopsAfter = 2;
     const auto unpacker = std::make_unique<Unpacker>(file, target, memory);
-    EXPECT_EQ(unpacker->Run(), Fault::Stopped);
-    EXPECT_EQ(target.Files.at("F").Contents, Bytes(kFrameBytes, 'a'));
+    EXPECT_EQ(Fault::Stopped, unpacker->Run());
+    EXPECT_EQ(Bytes(kFrameBytes, 'a'), target.Files.at("F").Contents);
     EXPECT_FALSE(target.Files.at("F").IsFinished);
 }
 
@@ -295,10 +295,10 @@ TEST(Faults, EachHasATextAndACode) {
         EXPECT_LE(ExitCodeOf(fault), 10U);
         EXPECT_STRNE(TextOf(fault), "");
     }
-    EXPECT_EQ(ExitCodeOf(Fault::None), 0U);
-    EXPECT_EQ(ExitCodeOf(Fault::NotACabinet), 3U);
-    EXPECT_EQ(ExitCodeOf(Fault::BadStream), 5U);
-    EXPECT_EQ(ExitCodeOf(Fault::DiskFull), 8U);
+    EXPECT_EQ(0U, ExitCodeOf(Fault::None));
+    EXPECT_EQ(3U, ExitCodeOf(Fault::NotACabinet));
+    EXPECT_EQ(5U, ExitCodeOf(Fault::BadStream));
+    EXPECT_EQ(8U, ExitCodeOf(Fault::DiskFull));
 }
 
 }  // namespace

@@ -37,8 +37,8 @@ class OldCpu {
         sp_ = tools::GetU16(&program[16]);
         ip_ = tools::GetU16(&program[20]);
         // SS and CS lie 10h paragraphs before the image, which is the PSP's own segment.
-        EXPECT_EQ(tools::GetU16(&program[14]), 0xFFF0);
-        EXPECT_EQ(tools::GetU16(&program[22]), 0xFFF0);
+        EXPECT_EQ(0xFFF0, tools::GetU16(&program[14]));
+        EXPECT_EQ(0xFFF0, tools::GetU16(&program[22]));
         memory_.resize(0x10000);
         std::copy(program.begin() + static_cast<std::ptrdiff_t>(header), program.end(),
                   memory_.begin() + 0x100);
@@ -97,14 +97,14 @@ class OldCpu {
     }
 
     void CallDos(unsigned interrupt) {
-        ASSERT_EQ(interrupt, 0x21U);
+        ASSERT_EQ(0x21U, interrupt);
         const unsigned function = registers_[0] >> 8;
         if (function == 0x4C) {
             ExitCode = static_cast<int>(registers_[0] & 0xFF);
             return;
         }
-        ASSERT_EQ(function, 0x40U);
-        ASSERT_EQ(registers_[3], 2U) << "errors are written to handle 2";
+        ASSERT_EQ(0x40U, function);
+        ASSERT_EQ(2U, registers_[3]) << "errors are written to handle 2";
         const auto from = memory_.begin() + registers_[2];
         Written.append(from, from + registers_[1]);
     }
@@ -143,8 +143,8 @@ TEST(UnpackCpu, BelowThe386ItSaysSo) {
         OldCpu cpu(tools::cabarc::testing::ReadBytes(UNPACK_PROGRAM), flags);
         cpu.Run();
         EXPECT_FALSE(cpu.NeedsMore) << "it has no such instructions";
-        EXPECT_EQ(cpu.ExitCode, 11);
-        EXPECT_EQ(cpu.Written, "UNPACK needs a 386 or a newer CPU\r\n");
+        EXPECT_EQ(11, cpu.ExitCode);
+        EXPECT_EQ("UNPACK needs a 386 or a newer CPU\r\n", cpu.Written);
     }
 }
 
@@ -152,7 +152,7 @@ TEST(UnpackCpu, OnA386ItGoesOn) {
     OldCpu cpu(tools::cabarc::testing::ReadBytes(UNPACK_PROGRAM), Flags386);
     cpu.Run();
     EXPECT_TRUE(cpu.NeedsMore);
-    EXPECT_EQ(cpu.Written, "");
+    EXPECT_EQ("", cpu.Written);
 }
 
 }  // namespace

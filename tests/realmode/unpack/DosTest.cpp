@@ -29,7 +29,7 @@ class UnpackOnDos : public tools::cabarc::testing::InTestFolder {
  protected:
     static void Pack(const std::string& method, const std::string& cabinet) {
         const auto packed = RunCabarc("-m " + method + " -p -r -P in n c/" + cabinet + " in\\*");
-        ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;
+        ASSERT_EQ(0, packed.ExitCode) << packed.Errors;
     }
 
     static BuiltCabinet Small(const std::string& name = "F") {
@@ -39,9 +39,9 @@ class UnpackOnDos : public tools::cabarc::testing::InTestFolder {
     }
 
     static void ExpectFault(const DosSession::Result& result, int code, const std::string& line) {
-        EXPECT_EQ(result.ExitCode, code) << line;
+        EXPECT_EQ(code, result.ExitCode) << line;
         ASSERT_FALSE(result.Lines.empty()) << line;
-        EXPECT_EQ(result.Lines.back(), line);
+        EXPECT_EQ(line, result.Lines.back());
     }
 };
 
@@ -59,12 +59,12 @@ TEST_F(UnpackOnDos, EveryMethodGivesTheFilesBack) {
     const auto files = TreeOf("in");
     for (std::size_t i = 0; i < methods.size(); ++i) {
         const std::string number = std::to_string(i);
-        EXPECT_EQ(results[i].ExitCode, 0) << methods[i];
-        EXPECT_EQ(results[i].Lines.size(), files.size()) << "a line for each file";
+        EXPECT_EQ(0, results[i].ExitCode) << methods[i];
+        EXPECT_EQ(files.size(), results[i].Lines.size()) << "a line for each file";
         EXPECT_THAT(results[i].Lines, Contains(StrEq("OUT" + number + "\\FAR")));
         EXPECT_TRUE(TreeOf("c/OUT" + number) == files) << methods[i] << " gives other files or contents";
         std::filesystem::remove_all("out");
-        ASSERT_EQ(RunShell("cabextract -q -d out c/" + number + ".CAB").ExitCode, 0);
+        ASSERT_EQ(0, RunShell("cabextract -q -d out c/" + number + ".CAB").ExitCode);
         EXPECT_TRUE(TreeOf("c/OUT" + number) == TreeOf("out")) << "cabextract sees it in another way";
     }
 }
@@ -88,7 +88,7 @@ TEST_F(UnpackOnDos, TheWindowIsInXmsWhenItDoesNotFit) {
             EXPECT_TRUE(TreeOf(folder) == files) << folder;
         }
     }
-    for (const auto& result : results) EXPECT_EQ(result.ExitCode, 0);
+    for (const auto& result : results) EXPECT_EQ(0, result.ExitCode);
 }
 
 TEST_F(UnpackOnDos, WithoutXmsTheWindowMustFit) {
@@ -101,7 +101,7 @@ TEST_F(UnpackOnDos, WithoutXmsTheWindowMustFit) {
     const auto results = dos.Run();
     ExpectFault(results[large], 7, "UNPACK: LARGE.CAB needs more XMS memory");
     EXPECT_FALSE(std::filesystem::exists("c/LARGE")) << "not even the folder is made";
-    EXPECT_EQ(results[small].ExitCode, 0);
+    EXPECT_EQ(0, results[small].ExitCode);
     EXPECT_TRUE(TreeOf("c/SMALL") == TreeOf("in"));
 }
 
@@ -112,7 +112,7 @@ TEST_F(UnpackOnDos, TheXmsIsGivenBack) {
     Pack("LZX:20", "X.CAB");
     for (int i = 0; i < 6; ++i) dos.Add("UNPACK.EXE X.CAB OUT", 150, i % 2 == 0 ? Keys::None : Keys::Break);
     const auto results = dos.Run();
-    for (std::size_t i = 0; i < results.size(); ++i) EXPECT_EQ(results[i].ExitCode, i % 2 == 0 ? 0 : 10);
+    for (std::size_t i = 0; i < results.size(); ++i) EXPECT_EQ(i % 2 == 0 ? 0 : 10, results[i].ExitCode);
 }
 
 TEST_F(UnpackOnDos, TooLittleConventionalMemoryIsSaid) {
@@ -130,7 +130,7 @@ TEST_F(UnpackOnDos, TimesAndAttributesAreRestored) {
     cabinet.Members.push_back({"EMPTY", 0, 3, 0, 0x00, 0x3456, 0x4DEF});
     WriteBytes("c/X.CAB", cabinet.Build());
     const auto result = dos.RunOne("UNPACK.EXE X.CAB");
-    EXPECT_EQ(result.ExitCode, 0);
+    EXPECT_EQ(0, result.ExitCode);
     EXPECT_THAT(result.Lines, ElementsAre("PLAIN", "HIDDEN", "EMPTY"));
     EXPECT_THAT(result.Stamps, ElementsAre("time ABCD1234", "time BCDE2345", "attributes 0027",
                                            "time 4DEF3456", "attributes 0000"));
@@ -147,19 +147,19 @@ TEST_F(UnpackOnDos, TheTargetMayBeAnyFolder) {
     for (const auto& [target, line] : targets) dos.Add("UNPACK.EXE X.CAB " + target);
     const auto results = dos.Run();
     for (std::size_t i = 0; i < targets.size(); ++i) {
-        EXPECT_EQ(results[i].ExitCode, 0) << targets[i].first;
+        EXPECT_EQ(0, results[i].ExitCode) << targets[i].first;
         EXPECT_THAT(results[i].Lines, ElementsAre(targets[i].second));
     }
     for (const char* folder : {"c", "c/D1/D2/D3", "c/D4", "c/D5/D6", "c/D7", "c/D8/D9"})
-        EXPECT_EQ(ReadBytes(std::string(folder) + "/SUB/F"), Text("abc")) << folder;
+        EXPECT_EQ(Text("abc"), ReadBytes(std::string(folder) + "/SUB/F")) << folder;
 }
 
 TEST_F(UnpackOnDos, ExistingFilesAreReplaced) {
     DosSession dos;
     WriteBytes("c/OUT/F", Text("a much longer text than the one in the cabinet"));
     WriteBytes("c/X.CAB", Small().Build());
-    EXPECT_EQ(dos.RunOne("UNPACK.EXE X.CAB OUT").ExitCode, 0);
-    EXPECT_EQ(ReadBytes("c/OUT/F"), Text("abc"));
+    EXPECT_EQ(0, dos.RunOne("UNPACK.EXE X.CAB OUT").ExitCode);
+    EXPECT_EQ(Text("abc"), ReadBytes("c/OUT/F"));
 }
 
 TEST_F(UnpackOnDos, AWrongCallGetsALineOfUsage) {
@@ -168,7 +168,7 @@ TEST_F(UnpackOnDos, AWrongCallGetsALineOfUsage) {
     for (const char* arguments : {"", " /?", " X.CAB OUT MORE"})
         dos.Add(std::string("UNPACK.EXE") + arguments);
     for (const auto& result : dos.Run()) {
-        EXPECT_EQ(result.ExitCode, 1);
+        EXPECT_EQ(1, result.ExitCode);
         EXPECT_THAT(result.Lines, ElementsAre("Usage: UNPACK CABINET [FOLDER]"));
     }
     EXPECT_FALSE(std::filesystem::exists("c/F"));
@@ -229,13 +229,13 @@ TEST_F(UnpackOnDos, WhatStandsInTheWayIsNamed) {
 
 TEST_F(UnpackOnDos, AFullDiskIsNoticed) {
     DosSession dos;
-    ASSERT_EQ(RunShell("mformat -C -f 360 -i floppy.img ::").ExitCode, 0);
+    ASSERT_EQ(0, RunShell("mformat -C -f 360 -i floppy.img ::").ExitCode);
     WriteBytes("in/1FITS", tools::testing::NoiseBytes(200'000));
     WriteBytes("in/2TOO.BIG", tools::testing::NoiseBytes(200'000, 2));
     Pack("LZX:21", "X.CAB");
     dos.InsertFloppy("floppy.img");
     ExpectFault(dos.RunOne("UNPACK.EXE X.CAB A:\\"), 8, "UNPACK: 2TOO.BIG does not fit on the disk");
-    EXPECT_EQ(RunShell("mcopy -n -i floppy.img ::1FITS fits").ExitCode, 0);
+    EXPECT_EQ(0, RunShell("mcopy -n -i floppy.img ::1FITS fits").ExitCode);
     EXPECT_TRUE(ReadBytes("fits") == ReadBytes("in/1FITS"));
     EXPECT_NE(RunShell("mcopy -n -i floppy.img ::2TOO.BIG .").ExitCode, 0) << "no half a file is left";
 }

@@ -22,7 +22,7 @@ class UnpackInterop : public tools::cabarc::testing::InTestFolder,
  protected:
     static void Compare(FlatMemory& memory, const std::string& what) {
         const Outcome outcome = Unpack(ReadBytes("out.cab"), memory);
-        EXPECT_EQ(outcome.Result, Fault::None) << what << ": " << TextOf(outcome.Result);
+        EXPECT_EQ(Fault::None, outcome.Result) << what << ": " << TextOf(outcome.Result);
         EXPECT_TRUE(outcome.Tree() == TreeOf("in")) << what << " gives other files or contents";
     }
 };
@@ -38,11 +38,11 @@ TEST_P(UnpackInterop, RandomFilesComeBack) {
         std::filesystem::remove_all("in");
         MakeRandomFiles("in", seed, 300'000);
         const auto packed = RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab in\\*");
-        ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;
+        ASSERT_EQ(0, packed.ExitCode) << packed.Errors;
         FlatMemory memory;
         Compare(memory, "seed " + std::to_string(seed));
         std::filesystem::remove_all("out");
-        ASSERT_EQ(RunShell("cabextract -q -d out out.cab").ExitCode, 0);
+        ASSERT_EQ(0, RunShell("cabextract -q -d out out.cab").ExitCode);
         EXPECT_TRUE(Unpack(ReadBytes("out.cab")).Tree() == TreeOf("out"))
             << "cabextract sees it in another way";
     }
@@ -59,7 +59,7 @@ TEST_P(UnpackWindow, WhatDoesNotFitIsInTheStore) {
     // More data than the largest window.
     MakeRandomFiles("in", 7, 1'400'000);
     const auto packed = RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab in\\*");
-    ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;
+    ASSERT_EQ(0, packed.ExitCode) << packed.Errors;
     constexpr unsigned kDataPiece = 1;
     for (const unsigned frames : {1U, 2U, 3U, 20U, 63U, 64U}) {
         FlatMemory memory(kDataPiece + frames, 64);
@@ -69,19 +69,19 @@ TEST_P(UnpackWindow, WhatDoesNotFitIsInTheStore) {
 
 TEST_P(UnpackWindow, WithoutMemoryForItNothingIsWritten) {
     MakeRandomFiles("in", 8, 100'000);
-    ASSERT_EQ(RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab in\\*").ExitCode, 0);
+    ASSERT_EQ(0, RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab in\\*").ExitCode);
     for (const auto& [pieces, fault] :
          {std::pair{0U, Fault::NoMemory}, {1U, Fault::NoMemory}, {2U, Fault::NoXms}}) {
         FlatMemory memory(pieces);
         const Outcome outcome = Unpack(ReadBytes("out.cab"), memory);
-        EXPECT_EQ(outcome.Result, fault) << pieces;
+        EXPECT_EQ(fault, outcome.Result) << pieces;
         EXPECT_TRUE(outcome.Target.Created.empty());
     }
 }
 
 TEST_P(UnpackWindow, ItIsNoLongerThanTheFolder) {
     WriteBytes("in/A", tools::testing::ProseBytes(70'000));
-    ASSERT_EQ(RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab in\\*").ExitCode, 0);
+    ASSERT_EQ(0, RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab in\\*").ExitCode);
     FlatMemory memory;
     Compare(memory, "three frames");
     EXPECT_LE(memory.PieceCount(), 1U + 3U);
@@ -97,9 +97,9 @@ TEST_F(UnpackGcab, ItsCabinetsComeBack) {
         MakeRandomFiles("in", 5, 500'000);
         const auto packed =
             RunShell("(cd in && gcab " + options + " ../out.cab $(find . -type f | cut -c3-))");
-        ASSERT_EQ(packed.ExitCode, 0) << packed.Errors;
+        ASSERT_EQ(0, packed.ExitCode) << packed.Errors;
         const Outcome outcome = Unpack(ReadBytes("out.cab"));
-        EXPECT_EQ(outcome.Result, Fault::None) << TextOf(outcome.Result);
+        EXPECT_EQ(Fault::None, outcome.Result) << TextOf(outcome.Result);
         EXPECT_TRUE(outcome.Tree() == TreeOf("in")) << options;
     }
 }

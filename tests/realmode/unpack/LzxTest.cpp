@@ -16,7 +16,7 @@ Outcome UnpackLzx(const std::vector<BuiltRecord>& records) {
 // Returns the bytes of the file in a valid cabinet.
 Bytes LzxFile(const std::vector<BuiltRecord>& records) {
     const Outcome outcome = UnpackLzx(records);
-    EXPECT_EQ(outcome.Result, Fault::None) << TextOf(outcome.Result);
+    EXPECT_EQ(Fault::None, outcome.Result) << TextOf(outcome.Result);
     return outcome.Target.Files.at("F").Contents;
 }
 
@@ -36,13 +36,13 @@ LzxWriter Begun(std::uint32_t size, unsigned match, const CodeLengths& lengths =
 TEST(Lzx, ARepeatedMatchOverlapsItself) {
     LzxWriter writer = Begun(9, LzxWriter::Match(0, 8));
     writer.Put(0b01, 2);
-    EXPECT_EQ(LzxFile({{writer.Frame(), 9}}), Text("aaaaaaaaa"));
+    EXPECT_EQ(Text("aaaaaaaaa"), LzxFile({{writer.Frame(), 9}}));
 }
 
 TEST(Lzx, ALengthOfTheLengthTreeIsAddedToNine) {
     LzxWriter writer = Begun(258, LzxWriter::Match(0, 9), {{0, 1}, {248, 1}});
     writer.Put(0b011, 3);
-    EXPECT_EQ(LzxFile({{writer.Frame(), 258}}), Bytes(258, 'a'));
+    EXPECT_EQ(Bytes(258, 'a'), LzxFile({{writer.Frame(), 258}}));
 }
 
 TEST(Lzx, AnUncompressedBlockSetsTheQueue) {
@@ -55,7 +55,7 @@ TEST(Lzx, AnUncompressedBlockSetsTheQueue) {
     writer.Trees({{LzxWriter::Match(0, 2), 1}, {LzxWriter::Match(1, 2), 2}, {LzxWriter::Match(2, 2), 2}});
     writer.Put(0b0'10'11, 5);
     // R0 = 3: "xy"; R1 = 2, now first: "xy"; R2 = 4: "xy".
-    EXPECT_EQ(LzxFile({{writer.Frame(), 10}}), Text("wxyzxyxyxy"));
+    EXPECT_EQ(Text("wxyzxyxyxy"), LzxFile({{writer.Frame(), 10}}));
 }
 
 TEST(Lzx, TheThirdDistanceIsExchangedAndNotMovedUp) {
@@ -68,7 +68,7 @@ TEST(Lzx, TheThirdDistanceIsExchangedAndNotMovedUp) {
     writer.Trees({{LzxWriter::Match(1, 2), 1}, {LzxWriter::Match(2, 2), 1}});
     writer.Put(0b1'0'1, 3);
     // R2 = 4: "wx", queue 4 2 1; R1 = 2: "wx", queue 2 4 1; R2 = 1: "xx".
-    EXPECT_EQ(LzxFile({{writer.Frame(), 10}}), Text("wxyzwxwxxx"));
+    EXPECT_EQ(Text("wxyzwxwxxx"), LzxFile({{writer.Frame(), 10}}));
 }
 
 TEST(Lzx, AfterAHeaderThatFillsItsWordSixteenBitsOfPaddingFollow) {
@@ -84,7 +84,7 @@ TEST(Lzx, AfterAHeaderThatFillsItsWordSixteenBitsOfPaddingFollow) {
         writer.Raw(Text("xy"));
         Bytes expected(static_cast<std::size_t>(letters), 'a');
         expected.insert(expected.end(), {'x', 'y'});
-        EXPECT_EQ(LzxFile({{writer.Frame(), static_cast<unsigned>(letters) + 2}}), expected) << letters;
+        EXPECT_EQ(expected, LzxFile({{writer.Frame(), static_cast<unsigned>(letters) + 2}})) << letters;
     }
 }
 
@@ -111,23 +111,23 @@ TEST(Lzx, ThePadByteOfAnOddBlockMayBeInEitherRecord) {
     Bytes expected(kFrameBytes + 2, 'y');
     expected.front() = 'x';
     expected[kFrameBytes] = expected[kFrameBytes + 1] = 'z';
-    EXPECT_EQ(LzxFile(OddBlockAtFrameEnd(true, false)), expected);
-    EXPECT_EQ(LzxFile(OddBlockAtFrameEnd(false, true)), expected);
+    EXPECT_EQ(expected, LzxFile(OddBlockAtFrameEnd(true, false)));
+    EXPECT_EQ(expected, LzxFile(OddBlockAtFrameEnd(false, true)));
 }
 
 TEST(Lzx, ABlockMayBeLongerThanTheFolder) {
     LzxWriter writer = Begun(1000, LzxWriter::Match(0, 2));
     writer.Put(0, 3);
-    EXPECT_EQ(LzxFile({{writer.Frame(), 3}}), Text("aaa"));
+    EXPECT_EQ(Text("aaa"), LzxFile({{writer.Frame(), 3}}));
 }
 
 TEST(Lzx, AMatchBeforeTheFolderIsRefused) {
     LzxWriter writer = Begun(2, LzxWriter::Match(0, 2));
     writer.Put(1, 1);
-    EXPECT_EQ(LzxFault({{writer.Frame(), 2}}), Fault::BadMatch);
+    EXPECT_EQ(Fault::BadMatch, LzxFault({{writer.Frame(), 2}}));
     LzxWriter far = Begun(3, LzxWriter::Match(4, 2));
     far.Put(0b011, 3);  // a, then slot 4 with the extra bit set: a distance of 3
-    EXPECT_EQ(LzxFault({{far.Frame(), 3}}), Fault::BadMatch);
+    EXPECT_EQ(Fault::BadMatch, LzxFault({{far.Frame(), 3}}));
 }
 
 TEST(Lzx, ADistanceThatNoWindowHasIsRefused) {
@@ -141,26 +141,26 @@ TEST(Lzx, ADistanceThatNoWindowHasIsRefused) {
         writer.BlockHeader(LzxWriter::kVerbatim, 2);
         writer.Trees({{'a', 1}, {LzxWriter::Match(0, 2), 1}});
         writer.Put(1, 1);
-        EXPECT_EQ(LzxFault({{first, kFrameBytes}, {writer.Frame(), 2}}), Fault::BadMatch) << distance;
+        EXPECT_EQ(Fault::BadMatch, LzxFault({{first, kFrameBytes}, {writer.Frame(), 2}})) << distance;
     }
 }
 
 TEST(Lzx, AMatchOverTheEndOfItsFrameIsRefused) {
     LzxWriter writer = Begun(10, LzxWriter::Match(0, 8));
     writer.Put(0b001, 3);
-    EXPECT_EQ(LzxFault({{writer.Frame(), 9}}), Fault::BadMatch);
+    EXPECT_EQ(Fault::BadMatch, LzxFault({{writer.Frame(), 9}}));
 }
 
 TEST(Lzx, AMatchOverTheEndOfItsBlockIsRefused) {
     LzxWriter writer = Begun(8, LzxWriter::Match(0, 8));
     writer.Put(0b01, 2);
-    EXPECT_EQ(LzxFault({{writer.Frame(), 9}}), Fault::BadMatch);
+    EXPECT_EQ(Fault::BadMatch, LzxFault({{writer.Frame(), 9}}));
 }
 
 TEST(Lzx, ALengthOfAnEmptyTreeIsRefused) {
     LzxWriter writer = Begun(20, LzxWriter::Match(0, 9));
     writer.Put(0b01, 2);
-    EXPECT_EQ(LzxFault({{writer.Frame(), 20}}), Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, LzxFault({{writer.Frame(), 20}}));
 }
 
 TEST(Lzx, TreesThatAreNotCompleteAreRefused) {
@@ -172,11 +172,11 @@ TEST(Lzx, TreesThatAreNotCompleteAreRefused) {
         writer.BlockHeader(LzxWriter::kVerbatim, 1);
         writer.Trees(main);
         writer.Put(0, 1);
-        EXPECT_EQ(LzxFault({{writer.Frame(), 1}}), Fault::BadTree) << main.size();
+        EXPECT_EQ(Fault::BadTree, LzxFault({{writer.Frame(), 1}})) << main.size();
     }
     LzxWriter oneLength = Begun(1, LzxWriter::Match(0, 2), {{5, 1}});
     oneLength.Put(0, 1);
-    EXPECT_EQ(LzxFault({{oneLength.Frame(), 1}}), Fault::BadTree);
+    EXPECT_EQ(Fault::BadTree, LzxFault({{oneLength.Frame(), 1}}));
 }
 
 TEST(Lzx, AnIncompletePretreeOrAlignedTreeIsRefused) {
@@ -184,12 +184,12 @@ TEST(Lzx, AnIncompletePretreeOrAlignedTreeIsRefused) {
     pretree.NothingTranslated();
     pretree.BlockHeader(LzxWriter::kVerbatim, 1);
     for (int i = 0; i < 20; ++i) pretree.Put(i == 0 ? 1 : 0, 4);
-    EXPECT_EQ(LzxFault({{pretree.Frame(), 1}}), Fault::BadTree);
+    EXPECT_EQ(Fault::BadTree, LzxFault({{pretree.Frame(), 1}}));
     LzxWriter aligned;
     aligned.NothingTranslated();
     aligned.BlockHeader(LzxWriter::kAligned, 1);
     for (int i = 0; i < 8; ++i) aligned.Put(i == 0 ? 1 : 2, 3);
-    EXPECT_EQ(LzxFault({{aligned.Frame(), 1}}), Fault::BadTree);
+    EXPECT_EQ(Fault::BadTree, LzxFault({{aligned.Frame(), 1}}));
 }
 
 // A pretree of two codes: 0 for an element that stays, 1 for a symbol.
@@ -206,7 +206,7 @@ TEST(Lzx, ARunOverTheEndOfItsListIsRefused) {
         for (int i = 0; i < 253; ++i) writer.Put(0, 1);
         writer.Put(1, 1);
         writer.Put(0, 7);
-        EXPECT_EQ(LzxFault({{writer.Frame(), 1}}), Fault::BadTree) << symbol;
+        EXPECT_EQ(Fault::BadTree, LzxFault({{writer.Frame(), 1}})) << symbol;
     }
 }
 
@@ -216,7 +216,7 @@ TEST(Lzx, ARunInThePlaceOfADifferenceIsRefused) {
     writer.BlockHeader(LzxWriter::kVerbatim, 1);
     PutTwoCodes(writer, 19);
     writer.Put(0b101, 3);  // a run, of 4, of a run
-    EXPECT_EQ(LzxFault({{writer.Frame(), 1}}), Fault::BadTree);
+    EXPECT_EQ(Fault::BadTree, LzxFault({{writer.Frame(), 1}}));
 }
 
 TEST(Lzx, UnknownAndEmptyBlocksAreRefused) {
@@ -225,26 +225,26 @@ TEST(Lzx, UnknownAndEmptyBlocksAreRefused) {
         writer.NothingTranslated();
         writer.BlockHeader(type, 1);
         writer.Raw(Bytes(200));
-        EXPECT_EQ(LzxFault({{writer.Frame(), 1}}), Fault::BadStream) << type;
+        EXPECT_EQ(Fault::BadStream, LzxFault({{writer.Frame(), 1}})) << type;
     }
     for (const unsigned type : {LzxWriter::kVerbatim, LzxWriter::kUncompressed}) {
         LzxWriter writer;
         writer.NothingTranslated();
         writer.BlockHeader(type, 0);
         writer.Raw(Bytes(200));
-        EXPECT_EQ(LzxFault({{writer.Frame(), 1}}), Fault::BadStream) << type;
+        EXPECT_EQ(Fault::BadStream, LzxFault({{writer.Frame(), 1}})) << type;
     }
 }
 
 TEST(Lzx, AFrameWhosePackedBytesEndEarlyIsRefused) {
     LzxWriter writer = Begun(40, LzxWriter::Match(0, 2));
-    EXPECT_EQ(LzxFault({{writer.Frame(), 40}}), Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, LzxFault({{writer.Frame(), 40}}));
     LzxWriter raw;
     raw.NothingTranslated();
     raw.BlockHeader(LzxWriter::kUncompressed, 5);
     raw.Queue(1, 1, 1);
     raw.Raw(Text("abcd"));
-    EXPECT_EQ(LzxFault({{raw.Frame(), 5}}), Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, LzxFault({{raw.Frame(), 5}}));
     for (std::size_t size = 0; size < 16; ++size) {
         LzxWriter header;
         header.NothingTranslated();
@@ -252,7 +252,7 @@ TEST(Lzx, AFrameWhosePackedBytesEndEarlyIsRefused) {
         header.Queue(1, 1, 1);
         Bytes frame = header.Frame();
         frame.resize(size);
-        EXPECT_EQ(LzxFault({{frame, 5}}), Fault::BadStream) << size;
+        EXPECT_EQ(Fault::BadStream, LzxFault({{frame, 5}})) << size;
     }
 }
 
@@ -260,16 +260,16 @@ TEST(Lzx, PackedBytesThatAreLeftOverAreRefused) {
     LzxWriter writer = Begun(1, LzxWriter::Match(0, 2));
     writer.Put(0, 1);
     Bytes frame = writer.Frame();
-    EXPECT_EQ(LzxFault({{frame, 1}}), Fault::None);
+    EXPECT_EQ(Fault::None, LzxFault({{frame, 1}}));
     frame.insert(frame.end(), {0, 0});
-    EXPECT_EQ(LzxFault({{frame, 1}}), Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, LzxFault({{frame, 1}}));
 }
 
 TEST(Lzx, ATreeThatEndsEarlyIsRefused) {
     LzxWriter writer = Begun(1, LzxWriter::Match(0, 2));
     Bytes frame = writer.Frame();
     frame.resize(frame.size() / 2);
-    EXPECT_EQ(LzxFault({{frame, 1}}), Fault::BadTree);
+    EXPECT_EQ(Fault::BadTree, LzxFault({{frame, 1}}));
 }
 
 TEST(Lzx, ANegativeTranslationSizeIsRefused) {
@@ -280,7 +280,7 @@ TEST(Lzx, ANegativeTranslationSizeIsRefused) {
     writer.BlockHeader(LzxWriter::kVerbatim, 1);
     writer.Trees({{'a', 1}, {'b', 1}});
     writer.Put(0, 1);
-    EXPECT_EQ(LzxFault({{writer.Frame(), 1}}), Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, LzxFault({{writer.Frame(), 1}}));
 }
 
 }  // namespace

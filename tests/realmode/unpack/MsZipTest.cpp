@@ -17,7 +17,7 @@ Outcome UnpackMsZip(const std::vector<BuiltRecord>& records) {
 
 Bytes MsZipFile(const std::vector<BuiltRecord>& records) {
     const Outcome outcome = UnpackMsZip(records);
-    EXPECT_EQ(outcome.Result, Fault::None) << TextOf(outcome.Result);
+    EXPECT_EQ(Fault::None, outcome.Result) << TextOf(outcome.Result);
     return outcome.Target.Files.at("F").Contents;
 }
 
@@ -42,7 +42,7 @@ TEST(MsZip, StoredBlocksFollowEachOther) {
     writer.StoredBlock(false, Text("abc"));
     writer.StoredBlock(false, {});
     writer.StoredBlock(true, Text("de"));
-    EXPECT_EQ(MsZipFile({{writer.Frame(), 5}}), Text("abcde"));
+    EXPECT_EQ(Text("abcde"), MsZipFile({{writer.Frame(), 5}}));
 }
 
 TEST(MsZip, KindsOfBlocksMix) {
@@ -56,7 +56,7 @@ TEST(MsZip, KindsOfBlocksMix) {
     writer.BlockHeader(true, DeflateWriter::kFixed);
     writer.FixedMatch3(0);
     writer.FixedEnd();
-    EXPECT_EQ(MsZipFile({{writer.Frame(), 9}}), Text("ababaXXXX"));
+    EXPECT_EQ(Text("ababaXXXX"), MsZipFile({{writer.Frame(), 9}}));
 }
 
 TEST(MsZip, TheLongestMatchAndTheFarthestDistance) {
@@ -75,7 +75,7 @@ TEST(MsZip, TheLongestMatchAndTheFarthestDistance) {
     second.FixedEnd();
     Bytes expected = before;
     expected.insert(expected.end(), before.begin(), before.begin() + 258);
-    EXPECT_EQ(MsZipFile({{first.Frame(), kFrameBytes}, {second.Frame(), 258}}), expected);
+    EXPECT_EQ(expected, MsZipFile({{first.Frame(), kFrameBytes}, {second.Frame(), 258}}));
 }
 
 TEST(MsZip, ASingleCodeOfDistancesMayHaveOneBit) {
@@ -89,20 +89,20 @@ TEST(MsZip, ASingleCodeOfDistancesMayHaveOneBit) {
     writer.Code(0b10, 2);  // a
     writer.Code(0b00, 2);  // a match of 3, the distance 1
     writer.Code(0b11, 2);
-    EXPECT_EQ(MsZipFile({{writer.Frame(), 4}}), Text("aaaa"));
+    EXPECT_EQ(Text("aaaa"), MsZipFile({{writer.Frame(), 4}}));
 }
 
 TEST(MsZip, AFrameOfMoreOrFewerBytesIsRefused) {
     DeflateWriter writer;
     writer.StoredBlock(true, Text("abc"));
-    EXPECT_EQ(MsZipFault(writer, 4), Fault::BadStream);
-    EXPECT_EQ(MsZipFault(writer, 2), Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, MsZipFault(writer, 4));
+    EXPECT_EQ(Fault::BadStream, MsZipFault(writer, 2));
     DeflateWriter literals;
     literals.BlockHeader(true, DeflateWriter::kFixed);
     for (int i = 0; i < 3; ++i) literals.FixedLiteral('a');
     literals.FixedEnd();
-    EXPECT_EQ(MsZipFault(literals, 4), Fault::BadStream);
-    EXPECT_EQ(MsZipFault(literals, 2), Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, MsZipFault(literals, 4));
+    EXPECT_EQ(Fault::BadStream, MsZipFault(literals, 2));
 }
 
 TEST(MsZip, AMatchOverTheEndOfItsFrameIsRefused) {
@@ -111,7 +111,7 @@ TEST(MsZip, AMatchOverTheEndOfItsFrameIsRefused) {
     writer.FixedLiteral('a');
     writer.FixedMatch3(0);
     writer.FixedEnd();
-    EXPECT_EQ(MsZipFault(writer, 3), Fault::BadMatch);
+    EXPECT_EQ(Fault::BadMatch, MsZipFault(writer, 3));
 }
 
 TEST(MsZip, AMatchBeforeTheFolderIsRefused) {
@@ -120,7 +120,7 @@ TEST(MsZip, AMatchBeforeTheFolderIsRefused) {
     writer.FixedLiteral('a');
     writer.FixedMatch3(1);
     writer.FixedEnd();
-    EXPECT_EQ(MsZipFault(writer, 4), Fault::BadMatch);
+    EXPECT_EQ(Fault::BadMatch, MsZipFault(writer, 4));
 }
 
 TEST(MsZip, AFrameWithoutItsLettersIsRefused) {
@@ -129,21 +129,21 @@ TEST(MsZip, AFrameWithoutItsLettersIsRefused) {
     for (const std::size_t place : {0U, 1U}) {
         Bytes frame = writer.Frame();
         frame[place] = 'X';
-        EXPECT_EQ(UnpackMsZip({{frame, 3}}).Result, Fault::BadStream);
+        EXPECT_EQ(Fault::BadStream, UnpackMsZip({{frame, 3}}).Result);
     }
-    EXPECT_EQ(UnpackMsZip({{Text("C"), 3}}).Result, Fault::BadStream);
-    EXPECT_EQ(UnpackMsZip({{{}, 3}}).Result, Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, UnpackMsZip({{Text("C"), 3}}).Result);
+    EXPECT_EQ(Fault::BadStream, UnpackMsZip({{{}, 3}}).Result);
 }
 
 TEST(MsZip, AFrameWithoutALastBlockIsRefused) {
     DeflateWriter stored;
     stored.StoredBlock(false, Text("abc"));
-    EXPECT_EQ(MsZipFault(stored, 3), Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, MsZipFault(stored, 3));
     DeflateWriter fixed;
     fixed.BlockHeader(false, DeflateWriter::kFixed);
     fixed.FixedLiteral('a');
     fixed.FixedEnd();
-    EXPECT_EQ(MsZipFault(fixed, 1), Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, MsZipFault(fixed, 1));
 }
 
 TEST(MsZip, AFrameWhosePackedBytesEndEarlyIsRefused) {
@@ -152,7 +152,7 @@ TEST(MsZip, AFrameWhosePackedBytesEndEarlyIsRefused) {
     for (std::size_t size = 2; size < writer.Frame().size(); ++size) {
         Bytes frame = writer.Frame();
         frame.resize(size);
-        EXPECT_EQ(UnpackMsZip({{frame, 3}}).Result, Fault::BadStream) << size;
+        EXPECT_EQ(Fault::BadStream, UnpackMsZip({{frame, 3}}).Result) << size;
     }
 }
 
@@ -161,7 +161,7 @@ TEST(MsZip, PackedBytesThatAreLeftOverAreRefused) {
     writer.StoredBlock(true, Text("abc"));
     Bytes frame = writer.Frame();
     frame.push_back(0);
-    EXPECT_EQ(UnpackMsZip({{frame, 3}}).Result, Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, UnpackMsZip({{frame, 3}}).Result);
 }
 
 TEST(MsZip, AStoredBlockWithTwoSizesIsRefused) {
@@ -169,13 +169,13 @@ TEST(MsZip, AStoredBlockWithTwoSizesIsRefused) {
     writer.StoredBlock(true, Text("abc"));
     Bytes frame = writer.Frame();
     ++frame[5];
-    EXPECT_EQ(UnpackMsZip({{frame, 3}}).Result, Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, UnpackMsZip({{frame, 3}}).Result);
 }
 
 TEST(MsZip, TheFourthKindOfBlockIsRefused) {
     DeflateWriter writer;
     writer.BlockHeader(true, 3);
-    EXPECT_EQ(MsZipFault(writer, 1), Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, MsZipFault(writer, 1));
 }
 
 TEST(MsZip, SymbolsThatMeanNothingAreRefused) {
@@ -185,13 +185,13 @@ TEST(MsZip, SymbolsThatMeanNothingAreRefused) {
     length.Code(0xC0 + 286 - 280, 8);
     length.Code(0, 5);
     length.FixedEnd();
-    EXPECT_EQ(MsZipFault(length, 4), Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, MsZipFault(length, 4));
     DeflateWriter distance;
     distance.BlockHeader(true, DeflateWriter::kFixed);
     distance.FixedLiteral('a');
     distance.FixedMatch3(30);
     distance.FixedEnd();
-    EXPECT_EQ(MsZipFault(distance, 4), Fault::BadStream);
+    EXPECT_EQ(Fault::BadStream, MsZipFault(distance, 4));
 }
 
 TEST(MsZip, CodesThatCannotBeAreRefused) {
@@ -207,7 +207,7 @@ TEST(MsZip, CodesThatCannotBeAreRefused) {
         DeflateWriter writer;
         PutTinyCodes(writer, 257, lengths);
         writer.Code(0, 8);
-        EXPECT_EQ(MsZipFault(writer, 1), Fault::BadTree);
+        EXPECT_EQ(Fault::BadTree, MsZipFault(writer, 1));
     }
 }
 
@@ -218,7 +218,7 @@ TEST(MsZip, ListsOfLengthsThatAreTooLongAreRefused) {
         lengths['a'] = lengths[256] = 1;
         PutTinyCodes(writer, mainSymbols, lengths);
         writer.Code(0, 8);
-        EXPECT_EQ(MsZipFault(writer, 1), Fault::BadTree);
+        EXPECT_EQ(Fault::BadTree, MsZipFault(writer, 1));
     }
     // A run of zeros over the end of the list, and a repetition of nothing.
     for (const unsigned symbol : {18U, 16U}) {
@@ -232,7 +232,7 @@ TEST(MsZip, ListsOfLengthsThatAreTooLongAreRefused) {
             writer.Code(1, 1);
             writer.Number(127, 7);
         }
-        EXPECT_EQ(MsZipFault(writer, 1), Fault::BadTree);
+        EXPECT_EQ(Fault::BadTree, MsZipFault(writer, 1));
     }
 }
 

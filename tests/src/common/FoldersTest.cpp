@@ -189,24 +189,24 @@ TEST_F(FolderFunctions, ABlankPathIsNoFolder) {
 TEST_F(FolderFunctions, CreateFolderPathMakesEveryMissingFolderAndShowsTheBackslash) {
     std::string path = Folder.At("a\\b\\c");
     EXPECT_TRUE(CreateFolderPath(path));
-    EXPECT_EQ(Folder.At("a\\b\\c\\"), path);
+    EXPECT_EQ(path, Folder.At("a\\b\\c\\"));
     EXPECT_TRUE(Folder.HasFolder("a\\b\\c"));
     EXPECT_TRUE(CreateFolderPath(path)) << "an existing folder is a success";
-    EXPECT_EQ(Folder.At("a\\b\\c\\"), path);
+    EXPECT_EQ(path, Folder.At("a\\b\\c\\"));
 }
 
 TEST_F(FolderFunctions, CreateFolderPathFailsWhereAFileIsInTheWay) {
     Folder.Write("a");
     std::string path = Folder.At("a\\b");
     EXPECT_FALSE(CreateFolderPath(path));
-    EXPECT_EQ(Folder.At("a\\b\\"), path);
+    EXPECT_EQ(path, Folder.At("a\\b\\"));
 }
 
 TEST_F(FolderFunctions, CreateFolderPathRefusesAPathThatIsTooLong) {
     for (const size_t length : {260, 300, 2000, 100000}) {
         std::string path = Folder.At(std::string(length, 'x'));
         EXPECT_FALSE(CreateFolderPath(path)) << length;
-        EXPECT_EQ(Folder.At(std::string(length, 'x') + "\\"), path);
+        EXPECT_EQ(path, Folder.At(std::string(length, 'x') + "\\"));
         std::string deep = Folder.Path();
         while (deep.size() < length) deep += "\\x";
         EXPECT_FALSE(CreateFolderPath(deep)) << length;

@@ -57,8 +57,8 @@ TEST(PathHelpers, SplitPathAtTheLastSeparator) {
         std::string folder = "old", file = "old";
         EXPECT_TRUE(SplitPath(c.path, folder, file)) << c.path;
         EXPECT_EQ(c.folder, folder) << c.path;
-        EXPECT_EQ(c.file, file) << c.path;
-        EXPECT_EQ(c.folder, GetFolderPart(c.path)) << c.path;
+        EXPECT_EQ(file, c.file) << c.path;
+        EXPECT_EQ(GetFolderPart(c.path), c.folder) << c.path;
     }
 }
 
@@ -66,8 +66,8 @@ TEST(PathHelpers, SplitPathWithoutASeparatorGivesTheCurrentFolderAndFalse) {
     for (const std::string path : {"b.txt", "C:b.txt"}) {
         std::string folder = "old", file = "old";
         EXPECT_FALSE(SplitPath(path, folder, file));
-        EXPECT_EQ(CurrentFolder(), folder);
-        EXPECT_EQ(path, file);
+        EXPECT_EQ(folder, CurrentFolder());
+        EXPECT_EQ(file, path);
         EXPECT_EQ(CurrentFolder(), GetFolderPart(path));
     }
 }
@@ -103,7 +103,7 @@ TEST(PathHelpers, QuotePath) {
         {"", true, true, "\"\""},
     };
     for (const Case& c : cases) {
-        EXPECT_EQ(c.expected, QuotePath(c.text, c.force, c.trim)) << c.text << c.force << c.trim;
+        EXPECT_EQ(QuotePath(c.text, c.force, c.trim), c.expected) << c.text << c.force << c.trim;
     }
 }
 
@@ -115,7 +115,7 @@ TEST(PathHelpers, UnquotePath) {
         {"\"a b\"", "a b"},     {"  \"a b\"  ", "a b"}, {"  a b ", "a b"}, {"\"a", "\"a"},     {"a\"", "a\""},
         {"\"\"a\"\"", "\"a\""}, {"\"\"", ""},           {"", ""},          {"\" a \"", " a "},
     };
-    for (const Case& c : cases) EXPECT_EQ(c.expected, UnquotePath(c.text)) << c.text;
+    for (const Case& c : cases) EXPECT_EQ(UnquotePath(c.text), c.expected) << c.text;
 }
 
 TEST_F(ShortPaths, GetShortPathOfAnExistingFileIsTheSystemsOwn) {

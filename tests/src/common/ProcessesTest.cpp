@@ -150,7 +150,7 @@ TEST(CallText, OneBlankOrTabBehindTheNameIsDropped) {
         {"\"C:\\My App\"\\velbooter.exe", ""},
         {"", ""},
     };
-    for (const Case& c : cases) EXPECT_EQ(c.text, ArgumentsOf(c.whole)) << "[" << c.whole << "]";
+    for (const Case& c : cases) EXPECT_EQ(ArgumentsOf(c.whole), c.text) << "[" << c.whole << "]";
 }
 
 TEST(CallText, BlanksAreNoArguments) {

@@ -28,7 +28,7 @@ TEST(RuntimeErrors, TextsOfTheFileErrors) {
         {76, "Path Not found"},
         {9999, "Application-defined error"},
     };
-    for (const Case& c : cases) EXPECT_EQ(c.text, RuntimeErrorText(c.number)) << c.number;
+    for (const Case& c : cases) EXPECT_EQ(RuntimeErrorText(c.number), c.text) << c.number;
 }
 
 TEST(RuntimeErrors, SystemErrorsMapToTheirNumbers) {
@@ -53,7 +53,7 @@ TEST(RuntimeErrors, SystemErrorsMapToTheirNumbers) {
         {ERROR_INVALID_NAME, kBadFileName},
         {ERROR_INVALID_FUNCTION + 60000, kDeviceError},
     };
-    for (const Case& c : cases) EXPECT_EQ(c.number, RuntimeErrorFromSystem(c.system)) << c.system;
+    for (const Case& c : cases) EXPECT_EQ(RuntimeErrorFromSystem(c.system), c.number) << c.system;
 }
 
 TEST(RuntimeErrors, AccessDeniedIsAnErrorOfPermissionOrAccess) {

@@ -28,9 +28,9 @@ TEST(Text, TrimmingRemovesBlanksAndNothingElse) {
         {"a\r\n", "a\r\n", "a\r\n", "a\r\n"},
     };
     for (const Case& c : cases) {
-        EXPECT_EQ(c.left, TrimLeft(c.text)) << "[" << c.text << "]";
-        EXPECT_EQ(c.right, TrimRight(c.text)) << "[" << c.text << "]";
-        EXPECT_EQ(c.both, Trim(c.text)) << "[" << c.text << "]";
+        EXPECT_EQ(TrimLeft(c.text), c.left) << "[" << c.text << "]";
+        EXPECT_EQ(TrimRight(c.text), c.right) << "[" << c.text << "]";
+        EXPECT_EQ(Trim(c.text), c.both) << "[" << c.text << "]";
     }
 }
 
@@ -156,7 +156,7 @@ TEST(Text, WholeNumberRoundsAHalfToTheEvenNeighbour) {
                           {"3.5", 4},   {"-0.5", 0}, {"-1.5", -2},     {"-2.5", -2},       {"2.4", 2},
                           {"2.6", 3},   {"8.4", 8},  {"32767", 32767}, {"32767.4", 32767}, {"-32768", -32768},
                           {"1e2", 100}, {"x", 0}};
-    for (const Case& c : cases) EXPECT_EQ(c.value, WholeNumber(c.text)) << "[" << c.text << "]";
+    for (const Case& c : cases) EXPECT_EQ(WholeNumber(c.text), c.value) << "[" << c.text << "]";
 }
 
 TEST(Text, WholeNumberBeyond16BitsOverflows) {

@@ -42,7 +42,7 @@ class DosImport : public ApplicationTest {
         // The window may have been painted with its first text, and once more after the last one.
         if (!painted.empty() && painted.front() == "Please wait ...") painted.erase(painted.begin());
         const bool withCheck = painted.size() == 26;
-        EXPECT_EQ(Statuses(withCheck), painted);
+        EXPECT_EQ(painted, Statuses(withCheck));
         EXPECT_FALSE(App.Wait.Visible) << "closed at the end";
         for (const View& view : Screen.Views) {
             if (view.WaitStatus.starts_with("Please wait ... Importing")) {

@@ -125,7 +125,7 @@ TEST_F(KeyFileData, AFileWithoutTheSectionEmptiesEveryField) {
 TEST_F(KeyFileData, TheProductKeyIsSplitByPosition) {
     for (const KeyCase& c : kKeyCases) {
         FillWith("[Win9xInfo]\r\nProductKey=" + c.Key + "\r\n");
-        EXPECT_EQ(c.Expected, Shown().Key) << c.Key;
+        EXPECT_EQ(Shown().Key, c.Expected) << c.Key;
     }
 }
 
@@ -255,7 +255,7 @@ TEST_F(RegistryData, TheProductKeyIsSplitByPosition) {
     for (const KeyCase& c : kKeyCases) {
         Machine.Set(kWindows, "ProductKey", c.Key);
         FillSetupDataFromReg(App.Wizard);
-        EXPECT_EQ(c.Expected, Shown().Key) << c.Key;
+        EXPECT_EQ(Shown().Key, c.Expected) << c.Key;
     }
 }
 

@@ -105,8 +105,8 @@ TEST_F(BatchSetup, OnlyTheModulesThatTheDiskNamesAreMade) {
         EXPECT_EQ(c.HasNt, told("Creating the SetupNT module ...")) << c.Disk;
         EXPECT_EQ(c.HasWin, Folder.HasFile("files\\setupwin\\bin\\key.inf")) << c.Disk;
         EXPECT_EQ(c.HasNt, Folder.HasFile("files\\setupnt\\bin\\unattend.txt")) << c.Disk;
-        EXPECT_EQ(c.HasWin, IsOnDisk("lib\\setupwin.cab")) << c.Disk;
-        EXPECT_EQ(c.HasNt, IsOnDisk("lib\\setupnt.cab")) << c.Disk;
+        EXPECT_EQ(IsOnDisk("lib\\setupwin.cab"), c.HasWin) << c.Disk;
+        EXPECT_EQ(IsOnDisk("lib\\setupnt.cab"), c.HasNt) << c.Disk;
     }
 }
 

@@ -88,7 +88,7 @@ TEST_F(Catalogue, PicturesAboveEightAreClampedInTheSmallSizeOnly) {
     for (const Case& c : cases) {
         Fill("[Disks_List]\r\nCount=1\r\n[1]\r\nName=a\r\nIcon="s + c.icon + "\r\n");
         EXPECT_DOUBLE_EQ(c.large, Rows().at(1).Icon) << c.icon;
-        EXPECT_EQ(c.small, Rows().at(1).SmallIcon) << c.icon;
+        EXPECT_EQ(Rows().at(1).SmallIcon, c.small) << c.icon;
     }
 }
 

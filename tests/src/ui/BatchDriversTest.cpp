@@ -166,7 +166,7 @@ TEST_F(BatchDrivers, TheSelectionHasOneListWhichTheNetworkDriversTake) {
     for (const Case& c : cases) {
         Screen.ExpectDriverSelection([&] {
             EXPECT_EQ(c.Title, App.Drivers.LV.FirstColumnTitle) << c.Disk;
-            EXPECT_EQ(c.Rows, Rows()) << c.Disk;
+            EXPECT_EQ(Rows(), c.Rows) << c.Disk;
             EXPECT_EQ(c.Tag, App.Drivers.LV.Tag) << c.Disk;
             CmdOK_Click(App);
         });

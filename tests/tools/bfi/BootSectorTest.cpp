@@ -30,9 +30,9 @@ TEST(BootSector, MustBeExactly512BytesLong) {
     longer.push_back(0);
     Bytes shorter = SampleBootSector();
     shorter.pop_back();
-    EXPECT_EQ(RefusalOf(longer), reason);
-    EXPECT_EQ(RefusalOf(shorter), reason);
-    EXPECT_EQ(RefusalOf({}), reason);
+    EXPECT_EQ(reason, RefusalOf(longer));
+    EXPECT_EQ(reason, RefusalOf(shorter));
+    EXPECT_EQ(reason, RefusalOf({}));
     EXPECT_EQ("(no error)", RefusalOf(SampleBootSector()));
 }
 
@@ -55,19 +55,19 @@ TEST(BootSector, MustJumpOverTheDescription) {
     for (const auto& sample : cases) {
         Bytes sector = SampleBootSector();
         std::copy(std::begin(sample.Jump), std::end(sample.Jump), sector.begin());
-        EXPECT_EQ(RefusalOf(sector), sample.IsAccepted
-                                         ? "(no error)"
-                                         : "is not a DOS boot sector: it does not begin with a jump over "
-                                           "the disk's description")
+        EXPECT_EQ(sample.IsAccepted ? "(no error)"
+                                    : "is not a DOS boot sector: it does not begin with a jump over "
+                                      "the disk's description",
+                  RefusalOf(sector))
             << +sample.Jump[0] << " " << +sample.Jump[1] << " " << +sample.Jump[2];
     }
 }
 
 TEST(BootSector, MustBeAFile) {
     const TestFolder folder;
-    EXPECT_EQ(ErrorOf([&] { ReadBootSector(folder.Path("none")); }),
-              folder.Text("none") + ": this boot sector file does not exist");
-    EXPECT_EQ(ErrorOf([&] { ReadBootSector(folder.Path()); }), folder.Text() + ": is not a boot sector file");
+    EXPECT_EQ(folder.Text("none") + ": this boot sector file does not exist",
+              ErrorOf([&] { ReadBootSector(folder.Path("none")); }));
+    EXPECT_EQ(folder.Text() + ": is not a boot sector file", ErrorOf([&] { ReadBootSector(folder.Path()); }));
 }
 
 TEST(BootSector, KeepsTheJumpTheMakersNameAndTheCode) {
@@ -94,7 +94,7 @@ TEST(BootSector, DescribesEachFormat) {
         Bytes expected = formats.at(geometry.Type);
         expected.insert(expected.end(), rest.begin(), rest.end());
         const BootSector sector = DescribeDisk({}, geometry, ToVolumeLabel("label"));
-        EXPECT_EQ(Bytes(sector.begin() + 0x0B, sector.begin() + 0x3E), expected) << geometry.Type;
+        EXPECT_EQ(expected, Bytes(sector.begin() + 0x0B, sector.begin() + 0x3E)) << geometry.Type;
     }
 }
 

@@ -84,7 +84,7 @@ TEST_P(Checker, McopyGivesEveryFileBack) {
     EXPECT_EQ(Bytes{}, Files.Read("back/LIB/DEEP/EMPTY"));
     for (const tools::HostFile& file : tools::ListFolder(Files.Path("back")))
         if (!file.IsFolder) {
-            EXPECT_EQ(PackDosTime(1998, 5, 11, 20, 1, 2), file.Modified) << file.Name;
+            EXPECT_EQ(file.Modified, PackDosTime(1998, 5, 11, 20, 1, 2)) << file.Name;
         }
 }
 
@@ -165,10 +165,10 @@ TEST_P(Checker, ADiskThatSevenZipUnpacksBecomesADiskOfADifferentSize) {
         request.Folder = Files.Text("unpacked");
         BuildImage(request);
         const FatImage again = ReadFatImage(Files.Read("out.img"));
-        ASSERT_EQ(again.Entries.size(), disk.Entries.size()) << geometry.Name;
+        ASSERT_EQ(disk.Entries.size(), again.Entries.size()) << geometry.Name;
         for (std::size_t i = 0; i < disk.Entries.size(); ++i) {
-            EXPECT_EQ(again.Entries[i].Path, disk.Entries[i].Path) << geometry.Name;
-            EXPECT_EQ(again.Entries[i].Content, disk.Entries[i].Content) << geometry.Name;
+            EXPECT_EQ(disk.Entries[i].Path, again.Entries[i].Path) << geometry.Name;
+            EXPECT_EQ(disk.Entries[i].Content, again.Entries[i].Content) << geometry.Name;
         }
     }
 }

@@ -16,7 +16,7 @@ std::string WrongCall(const std::vector<std::string>& arguments) {
     try {
         ParseCommandLine(arguments);
     } catch (const tools::ToolError& error) {
-        EXPECT_EQ(error.Code, tools::ExitCode::WrongCall);
+        EXPECT_EQ(tools::ExitCode::WrongCall, error.Code);
         EXPECT_THAT(
             error.what(),
             HasSubstr("\nUsage: bfi -b=BOOTSECTOR -l=LABEL -t=144|288|360|720|1200|1680 -f=IMAGE FOLDER\n"));
@@ -30,7 +30,7 @@ TEST(BfiCommandLine, TakesTheOptionsInAnyOrder) {
         {"Temp\\Velbooter12", "-t=288", "-f=D:\\a b.img", "-l=Velstart", "-b=files\\bootsect.bin"});
     EXPECT_EQ("files\\bootsect.bin", request.BootSectorFile);
     EXPECT_EQ("Velstart", request.Label);
-    EXPECT_EQ(request.Format, floppy::GeometryOfType("288"));
+    EXPECT_EQ(floppy::GeometryOfType("288"), request.Format);
     EXPECT_EQ("D:\\a b.img", request.ImageFile);
     EXPECT_EQ("Temp\\Velbooter12", request.Folder);
 }
@@ -67,8 +67,8 @@ TEST(BfiCommandLine, UnknownOptionsAndTypesAreNamed) {
 TEST(BfiCommandLine, EachTypeIsTakenAndExplained) {
     for (const floppy::Geometry& geometry : floppy::AllGeometries())
         EXPECT_EQ(
-            ParseCommandLine({"-b=b", "-l=l", std::string("-t=") + geometry.Type, "-f=f", "folder"}).Format,
-            &geometry);
+            &geometry,
+            ParseCommandLine({"-b=b", "-l=l", std::string("-t=") + geometry.Type, "-f=f", "folder"}).Format);
     EXPECT_THAT(WrongCall({}), HasSubstr("\n  -t=  144 for a 1.44 MB disk\n"
                                          "       288 for a 2.88 MB disk\n"
                                          "       360 for a 360 KB disk\n"

@@ -23,7 +23,7 @@ class Fault : public ImageTest {
     }
 
     void ExpectRefusal(const std::string& expected) {
-        EXPECT_EQ(Refusal(), expected);
+        EXPECT_EQ(expected, Refusal());
         ExpectOldImage();
     }
 
@@ -42,7 +42,7 @@ TEST_P(Fault, AReadOnlyImageIsNotReplaced) {
 TEST_P(Fault, AFolderInThePlaceOfTheImageIsRefused) {
     ImageRequest request = Request();
     request.ImageFile = Files.Text("tree");
-    EXPECT_EQ(tools::testing::ErrorOf([&] { BuildImage(request); }), Files.Text("tree") + ": is a folder");
+    EXPECT_EQ(Files.Text("tree") + ": is a folder", tools::testing::ErrorOf([&] { BuildImage(request); }));
     ExpectOldImage();
 }
 
@@ -159,7 +159,7 @@ TEST_P(Fault, APipeIsRefusedAndNotWaitedFor) {
 
 TEST_P(Fault, ALinkToAFileIsStoredAsThatFile) {
     std::filesystem::create_symlink(Files.Path("boot.bin"), Files.Path("tree/linked.bin"));
-    EXPECT_EQ(Build().At("LINKED.BIN").Content, SampleBootSector());
+    EXPECT_EQ(SampleBootSector(), Build().At("LINKED.BIN").Content);
 }
 #endif
 

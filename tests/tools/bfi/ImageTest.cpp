@@ -34,13 +34,13 @@ TEST_P(ImageTest, GivesEveryFileBackWithItsTimeAndAttributes) {
     EXPECT_EQ(NoiseBytes(300'001, 2), image.At("LIB/NET.CAB").Content);
     EXPECT_EQ(NoiseBytes(1024, 3), image.At("LIB/DEEP/ER/X").Content);
     EXPECT_EQ(Bytes{}, image.At("LIB/DEEP/EMPTY.TXT").Content);
-    EXPECT_EQ(image.At("CONFIG.SYS").Date, time.Date);
-    EXPECT_EQ(image.At("CONFIG.SYS").Time, time.Time);
-    EXPECT_EQ(image.At("LIB/NET.CAB").Date, other.Date);
-    EXPECT_EQ(image.At("LIB/NET.CAB").Time, other.Time);
+    EXPECT_EQ(time.Date, image.At("CONFIG.SYS").Date);
+    EXPECT_EQ(time.Time, image.At("CONFIG.SYS").Time);
+    EXPECT_EQ(other.Date, image.At("LIB/NET.CAB").Date);
+    EXPECT_EQ(other.Time, image.At("LIB/NET.CAB").Time);
     for (const tools::HostFile& staged : tools::ListFolder(Files.Path("tree/lib")))
         if (!staged.IsFolder) {
-            EXPECT_EQ(image.At("LIB/NET.CAB").Attributes, staged.Attributes);
+            EXPECT_EQ(staged.Attributes, image.At("LIB/NET.CAB").Attributes);
         }
     EXPECT_EQ(0x01, image.At("LIB/NET.CAB").Attributes & 0x01);
     EXPECT_EQ(0x20, image.At("CONFIG.SYS").Attributes);
@@ -94,13 +94,13 @@ TEST_P(ImageTest, TheLabelIsTheSameInTheBootSectorAndInTheRoot) {
 TEST_P(ImageTest, AnEmptyTreeGivesAnEmptyDisk) {
     const FatImage image = Build();
     EXPECT_THAT(Paths(image), ElementsAre("VELSTART   "));
-    EXPECT_EQ(image.FreeClusters, Format().DataClusters());
+    EXPECT_EQ(Format().DataClusters(), image.FreeClusters);
     EXPECT_EQ(Files.Read("out.img").size(), Format().ImageBytes());
 }
 
 TEST_P(ImageTest, AnEmptyFolderTakesOneCluster) {
     Files.MakeFolder("tree/nothing");
-    EXPECT_EQ(Build().FreeClusters, Format().DataClusters() - 1);
+    EXPECT_EQ(Format().DataClusters() - 1, Build().FreeClusters);
 }
 
 TEST_P(ImageTest, FillsTheDataAreaToTheLastCluster) {
@@ -119,17 +119,18 @@ TEST_P(ImageTest, FillsTheDataAreaWithFoldersAndSmallFiles) {
     Files.Write("tree/rest", NoiseBytes(rest * Format().ClusterBytes(), 1));
     EXPECT_EQ(0U, Build().FreeClusters);
     Files.Write("tree/sub/one-more", "x");
-    EXPECT_EQ(Refusal(), Files.Text("tree") + ": does not fit on a " + Format().Name +
-                             " disk: " + std::to_string(Format().ClusterBytes()) + " bytes are missing");
+    EXPECT_EQ(Files.Text("tree") + ": does not fit on a " + Format().Name +
+                  " disk: " + std::to_string(Format().ClusterBytes()) + " bytes are missing",
+              Refusal());
 }
 
 TEST_P(ImageTest, OneClusterTooManyIsRefusedWithTheMissingBytes) {
     const std::size_t capacity = Format().DataClusters() * Format().ClusterBytes();
     const std::string start = Files.Text("tree") + ": does not fit on a " + Format().Name + " disk: ";
     Files.Write("tree/all", NoiseBytes(capacity + 1, 1));
-    EXPECT_EQ(Refusal(), start + std::to_string(Format().ClusterBytes()) + " bytes are missing");
+    EXPECT_EQ(start + std::to_string(Format().ClusterBytes()) + " bytes are missing", Refusal());
     Files.Write("tree/more", NoiseBytes(10'000, 1));
-    EXPECT_EQ(Refusal(), start + std::to_string(Format().ClusterBytes() + 10'240) + " bytes are missing");
+    EXPECT_EQ(start + std::to_string(Format().ClusterBytes() + 10'240) + " bytes are missing", Refusal());
     EXPECT_THAT(Files.Names(), ElementsAre("boot.bin", "tree"));
 }
 
@@ -137,26 +138,27 @@ TEST_P(ImageTest, AFoldersOwnClusterCountsToo) {
     const std::size_t capacity = Format().DataClusters() * Format().ClusterBytes();
     Files.Write("tree/all", NoiseBytes(capacity, 1));
     Files.MakeFolder("tree/folder");
-    EXPECT_EQ(Refusal(), Files.Text("tree") + ": does not fit on a " + Format().Name +
-                             " disk: " + std::to_string(Format().ClusterBytes()) + " bytes are missing");
+    EXPECT_EQ(Files.Text("tree") + ": does not fit on a " + Format().Name +
+                  " disk: " + std::to_string(Format().ClusterBytes()) + " bytes are missing",
+              Refusal());
 }
 
 TEST_P(ImageTest, TheRootHoldsAsManyEntriesAsItHas) {
     const std::uint32_t entries = Format().RootEntries;
     for (std::uint32_t i = 1; i < entries; ++i) Files.Write("tree/f" + std::to_string(i), "");
-    EXPECT_EQ(Build().Entries.size(), entries);
+    EXPECT_EQ(entries, Build().Entries.size());
     Files.Write("tree/g", "");
-    EXPECT_EQ(Refusal(), Files.Text("tree") + ": the root directory of a " + Format().Name +
-                             " disk has room for " + std::to_string(entries) + " entries, and " +
-                             std::to_string(entries + 1) +
-                             " are needed (the label takes one, a long name takes several)");
+    EXPECT_EQ(Files.Text("tree") + ": the root directory of a " + Format().Name + " disk has room for " +
+                  std::to_string(entries) + " entries, and " + std::to_string(entries + 1) +
+                  " are needed (the label takes one, a long name takes several)",
+              Refusal());
 }
 
 TEST_P(ImageTest, AFolderBelowTheRootHoldsMoreEntriesThanTheRoot) {
     for (int i = 0; i < 500; ++i) Files.Write("tree/sub/f" + std::to_string(i), "");
     const FatImage image = Build();
     EXPECT_EQ(502U, image.Entries.size());
-    EXPECT_EQ(image.At("SUB").Clusters.size(), Format().ClustersFor(502 * 32));
+    EXPECT_EQ(Format().ClustersFor(502 * 32), image.At("SUB").Clusters.size());
 }
 
 TEST_P(ImageTest, FoldersMayBeNestedDeeply) {
@@ -187,8 +189,8 @@ TEST_P(ImageTest, TheSameContentsGiveTheSameImageAndOthersAnotherSerialNumber) {
     Files.Write("tree/a", NoiseBytes(5000, 2), time, tools::kArchive);
     const FatImage first = Build();
     const Bytes bytes = Files.Read("out.img");
-    EXPECT_EQ(Build().Serial, first.Serial);
-    EXPECT_EQ(Files.Read("out.img"), bytes);
+    EXPECT_EQ(first.Serial, Build().Serial);
+    EXPECT_EQ(bytes, Files.Read("out.img"));
     Files.Write("tree/a", NoiseBytes(5000, 3), time, tools::kArchive);
     EXPECT_NE(Build().Serial, first.Serial);
     EXPECT_NE(first.Serial, 0U);
@@ -201,8 +203,8 @@ TEST_P(ImageTest, SizesWhoseSumCannotBeCountedDoNotFit) {
     tree[0].Path = "tree";
     // The sum of their clusters is 2 to the power of 65 or 64.
     tree[1].Entries.assign(4096, entry);
-    EXPECT_EQ(tools::testing::ErrorOf([&] { RequireSpace(tree, Format()); }),
-              std::string("tree: does not fit on a ") + Format().Name + " disk by far");
+    EXPECT_EQ(std::string("tree: does not fit on a ") + Format().Name + " disk by far",
+              tools::testing::ErrorOf([&] { RequireSpace(tree, Format()); }));
 }
 
 VELBOOTER_EVERY_FORMAT(ImageTest);

@@ -112,7 +112,7 @@ TEST_F(BfiProgram, KilledAtAnyMomentItLeavesTheOldImageOrTheNewOne) {
         EXPECT_TRUE(left == old || left == complete) << "killed after " << run * 150 << " microseconds";
     }
     EXPECT_EQ(0, RunProgram(Words("out.img")).ExitCode);
-    EXPECT_EQ(Files.Read("out.img"), complete);
+    EXPECT_EQ(complete, Files.Read("out.img"));
     EXPECT_FALSE(Files.Exists("out.img.unfinished~"));
 }
 #endif

@@ -24,8 +24,8 @@ std::string Refusal(const Bytes& bytes) {
         ReadFrom(bytes);
         return "accepted";
     } catch (const ToolError& error) {
-        EXPECT_EQ(error.Code, ExitCode::Failed);
-        EXPECT_EQ(std::string(error.what()).find('\n'), std::string::npos);
+        EXPECT_EQ(ExitCode::Failed, error.Code);
+        EXPECT_EQ(std::string::npos, std::string(error.what()).find('\n'));
         EXPECT_EQ(0U, std::string(error.what()).rfind("some.cab: ", 0)) << error.what();
         return error.what();
     }
@@ -48,7 +48,7 @@ constexpr std::size_t kMemberRecords = 36 + 2 * 8;
 
 TEST(CabinetReader, ReadsEveryField) {
     const CabinetDirectory directory = ReadFrom(Sample());
-    EXPECT_EQ(directory.CabinetSize, Sample().size());
+    EXPECT_EQ(Sample().size(), directory.CabinetSize);
     ASSERT_EQ(2U, directory.Folders.size());
     EXPECT_EQ(2, directory.Folders[0].Blocks);
     EXPECT_EQ(0, directory.Folders[0].Type);
@@ -79,7 +79,7 @@ TEST(CabinetReader, SkipsReservesAndNeighboursNames) {
     const CabinetDirectory directory = ReadFrom(cabinet);
     EXPECT_EQ(7, directory.Flags);
     ASSERT_EQ(2U, directory.Folders.size());
-    EXPECT_EQ(directory.Folders[1].DataOffset, secondFolder);
+    EXPECT_EQ(secondFolder, directory.Folders[1].DataOffset);
     ASSERT_EQ(2U, directory.Members.size());
     EXPECT_EQ("a.txt", directory.Members[0].Name);
     EXPECT_EQ("b.txt", directory.Members[1].Name);

@@ -86,8 +86,8 @@ TEST_F(CabinetWriterTest, WritesSeveralFoldersOfTheirOwnMethod) {
     const ParsedCabinet cabinet = Parse(ReadBytes("two.cab"));
     EXPECT_EQ(0U, cabinet.Folders[0].Type);
     EXPECT_EQ(1U, cabinet.Folders[1].Type);
-    EXPECT_EQ(cabinet.Members[0].Contents, first);
-    EXPECT_EQ(cabinet.Members[1].Contents, second);
+    EXPECT_EQ(first, cabinet.Members[0].Contents);
+    EXPECT_EQ(second, cabinet.Members[1].Contents);
     EXPECT_EQ(0U, cabinet.Members[2].Size);
 }
 
@@ -144,9 +144,9 @@ TEST(MsZipCompressor, DeliversTheSameRecordsForCallsOfAnySize) {
     }
     inParts.Finish();
     ASSERT_EQ(7U, whole.All.size());
-    ASSERT_EQ(parts.All.size(), whole.All.size());
+    ASSERT_EQ(whole.All.size(), parts.All.size());
     for (std::size_t i = 0; i < whole.All.size(); ++i)
-        EXPECT_EQ(parts.All[i].Payload, whole.All[i].Payload) << i;
+        EXPECT_EQ(whole.All[i].Payload, parts.All[i].Payload) << i;
 }
 
 TEST(MsZipCompressor, RemembersTheFrameBefore) {
@@ -196,8 +196,8 @@ TEST(FrameCompressor, CutsAtFullFramesOnly) {
         StoredCompressor stored(records);
         stored.Write(Bytes(size));
         stored.Finish();
-        EXPECT_EQ(records.All.size(), (size + 32767) / 32768) << size;
-        EXPECT_EQ(records.All.back().Uncompressed, (size - 1) % 32768 + 1) << size;
+        EXPECT_EQ((size + 32767) / 32768, records.All.size()) << size;
+        EXPECT_EQ((size - 1) % 32768 + 1, records.All.back().Uncompressed) << size;
     }
 }
 

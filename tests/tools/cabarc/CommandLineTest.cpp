@@ -19,8 +19,8 @@ CommandLine Parsed(const Words& words, bool slashOptions = false) {
 TEST(CommandLine, ReadsThePackingCall) {
     const CommandLine call = Parsed(
         {"-m", "LZX:21", "-p", "-r", "-P", "files\\net\\", "n", "cabs\\lib\\net.cab", "files\\net\\*.*"});
-    EXPECT_EQ(call.Action, Command::New);
-    EXPECT_EQ(call.Compression, (Method{Method::Kind::Lzx, 21}));
+    EXPECT_EQ(Command::New, call.Action);
+    EXPECT_EQ((Method{Method::Kind::Lzx, 21}), call.Compression);
     EXPECT_TRUE(call.KeepFolders);
     EXPECT_TRUE(call.Recurse);
     EXPECT_FALSE(call.Overwrite);
@@ -31,7 +31,7 @@ TEST(CommandLine, ReadsThePackingCall) {
 
 TEST(CommandLine, ReadsTheExtractingCalls) {
     const CommandLine one = Parsed({"-o", "x", "drivers\\aspi\\AHA154X.CAB", "scsi.txt"});
-    EXPECT_EQ(one.Action, Command::Extract);
+    EXPECT_EQ(Command::Extract, one.Action);
     EXPECT_TRUE(one.Overwrite);
     EXPECT_EQ("drivers\\aspi\\AHA154X.CAB", one.Cabinet);
     EXPECT_THAT(one.Names, ElementsAre("scsi.txt"));
@@ -42,7 +42,7 @@ TEST(CommandLine, ReadsTheExtractingCalls) {
 
 TEST(CommandLine, DefaultsToMszipAndNothingElse) {
     const CommandLine call = Parsed({"n", "a.cab", "x"});
-    EXPECT_EQ(call.Compression, (Method{Method::Kind::MsZip, 0}));
+    EXPECT_EQ((Method{Method::Kind::MsZip, 0}), call.Compression);
     EXPECT_FALSE(call.KeepFolders || call.Recurse || call.Overwrite);
     EXPECT_THAT(call.Prefixes, IsEmpty());
 }
@@ -52,7 +52,7 @@ TEST(CommandLine, OptionLettersHaveNoCaseExceptThoseOfPathAndPrefix) {
     EXPECT_TRUE(call.Recurse);
     EXPECT_TRUE(call.Overwrite);
     EXPECT_FALSE(call.KeepFolders);
-    EXPECT_EQ(call.Compression.Type, Method::Kind::Stored);
+    EXPECT_EQ(Method::Kind::Stored, call.Compression.Type);
     EXPECT_THAT(call.Prefixes, ElementsAre("one", "two"));
 }
 
@@ -77,8 +77,8 @@ TEST(CommandLine, TheLastNameOfAnExtractionMayBeItsFolder) {
 
 TEST(CommandLine, HelpIsNoFailure) {
     for (const char* option : {"-?", "-h", "-H", "--help"})
-        EXPECT_EQ(Parsed({option}).Action, Command::Help) << option;
-    EXPECT_EQ(Parsed({"/?"}, true).Action, Command::Help);
+        EXPECT_EQ(Command::Help, Parsed({option}).Action) << option;
+    EXPECT_EQ(Command::Help, Parsed({"/?"}, true).Action);
     EXPECT_THAT(std::string(UsageText()), HasSubstr("usage: cabarc"));
 }
 
@@ -110,7 +110,7 @@ TEST(CommandLine, RefusesWrongCallsAndSaysWhy) {
             Parsed(entry.Arguments);
             ADD_FAILURE() << ::testing::PrintToString(entry.Arguments) << " was accepted";
         } catch (const ToolError& error) {
-            EXPECT_EQ(error.Code, ExitCode::WrongCall);
+            EXPECT_EQ(ExitCode::WrongCall, error.Code);
             EXPECT_THAT(error.what(), HasSubstr(entry.Reason));
         }
     }
@@ -118,12 +118,12 @@ TEST(CommandLine, RefusesWrongCallsAndSaysWhy) {
 
 TEST(Method, ReadsItsNames) {
     for (int bits = 15; bits <= 21; ++bits) {
-        EXPECT_EQ(ParseMethod("lzx:" + std::to_string(bits)), (Method{Method::Kind::Lzx, bits}));
+        EXPECT_EQ((Method{Method::Kind::Lzx, bits}), ParseMethod("lzx:" + std::to_string(bits)));
     }
-    EXPECT_EQ(ParseMethod("MsZip"), (Method{Method::Kind::MsZip, 0}));
+    EXPECT_EQ((Method{Method::Kind::MsZip, 0}), ParseMethod("MsZip"));
     for (const char* text : {"", "LZX", "LZX:", "LZX:14", "LZX:22", "LZX:21x", "LZX:+21", "LZX: 21", "LZX21",
                              "NONE ", "LZX:99999999999"}) {
-        EXPECT_EQ(ParseMethod(text), std::nullopt) << text;
+        EXPECT_EQ(std::nullopt, ParseMethod(text)) << text;
     }
 }
 

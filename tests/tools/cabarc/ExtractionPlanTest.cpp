@@ -139,7 +139,7 @@ TEST_F(MemberFilesTest, WritePlannedMembersWithTheirTime) {
     EXPECT_TRUE(files.Begin(1));
     files.End();
     EXPECT_FALSE(files.Begin(2));
-    EXPECT_EQ(ReadBytes("sub/b"), Bytes());
+    EXPECT_EQ(Bytes(), ReadBytes("sub/b"));
     EXPECT_EQ(PackDosTime(1998, 7, 6, 5, 4, 2), ListFolder(".")[0].Modified);
 }
 

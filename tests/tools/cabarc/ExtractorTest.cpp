@@ -70,11 +70,11 @@ TEST_P(ExtractorOfMethod, GivesBackContentsNamesTimesAndAttributes) {
     EXPECT_TRUE(TreeOf(".") == TreeOf("..\\in"));
     const HostFile batch = EntryOf(".", "autoexec.bat");
     EXPECT_EQ(PackDosTime(1994, 5, 31, 6, 22, 0), batch.Modified);
-    EXPECT_EQ(batch.Attributes, EntryOf("..\\in", "autoexec.bat").Attributes);
+    EXPECT_EQ(EntryOf("..\\in", "autoexec.bat").Attributes, batch.Attributes);
     EXPECT_EQ(kReadOnly, batch.Attributes & kReadOnly);
     const HostFile noise = EntryOf("bin", "noise.bin");
     EXPECT_EQ(PackDosTime(2024, 2, 29, 23, 59, 58), noise.Modified);
-    EXPECT_EQ(noise.Attributes, EntryOf("..\\in\\bin", "noise.bin").Attributes);
+    EXPECT_EQ(EntryOf("..\\in\\bin", "noise.bin").Attributes, noise.Attributes);
 }
 
 TEST_P(ExtractorOfMethod, UnpacksFarRepetitions) {

@@ -57,9 +57,9 @@ TEST_F(Packer, StoresContentsByteForByte) {
         PackWith({"-m", method, "n", "out.cab", "a", "b", "c", "d"});
         const ParsedCabinet cabinet = Parse(ReadBytes("out.cab"));
         ASSERT_EQ(4U, cabinet.Members.size());
-        EXPECT_EQ(cabinet.Members[0].Contents, prose) << method;
-        EXPECT_EQ(cabinet.Members[1].Contents, Bytes()) << method;
-        EXPECT_EQ(cabinet.Members[2].Contents, noise) << method;
+        EXPECT_EQ(prose, cabinet.Members[0].Contents) << method;
+        EXPECT_EQ(Bytes(), cabinet.Members[1].Contents) << method;
+        EXPECT_EQ(noise, cabinet.Members[2].Contents) << method;
         EXPECT_EQ(Bytes{7}, cabinet.Members[3].Contents) << method;
     }
 }
@@ -230,7 +230,7 @@ TEST_F(Packer, TakesThreeThousandFilesInManyFolders) {
     ASSERT_EQ(3000U, cabinet.Members.size());
     for (const ParsedMember& member : cabinet.Members) {
         const long long number = std::stoll(member.Name.substr(member.Name.find("file") + 4));
-        EXPECT_EQ(member.Contents, BytesOf(std::to_string(number * number)));
+        EXPECT_EQ(BytesOf(std::to_string(number * number)), member.Contents);
     }
 }
 

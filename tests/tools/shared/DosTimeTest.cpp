@@ -7,8 +7,8 @@ namespace {
 
 TEST(DosTime, PacksDateAndTimeIntoTheirFields) {
     const DosTime packed = PackDosTime(1998, 5, 11, 20, 1, 30);
-    EXPECT_EQ(packed.Date, (18 << 9) | (5 << 5) | 11);
-    EXPECT_EQ(packed.Time, (20 << 11) | (1 << 5) | 15);
+    EXPECT_EQ((18 << 9) | (5 << 5) | 11, packed.Date);
+    EXPECT_EQ((20 << 11) | (1 << 5) | 15, packed.Time);
 }
 
 TEST(DosTime, HasTwoSecondsResolution) {
@@ -22,23 +22,23 @@ TEST(DosTime, ALeapSecondStaysInItsMinute) {
 
 TEST(DosTime, IsHeldWithinTheRangeOfTheFields) {
     const DosTime first = PackDosTime(1980, 1, 1, 0, 0, 0);
-    EXPECT_EQ(PackDosTime(1979, 12, 31, 23, 59, 59), first);
+    EXPECT_EQ(first, PackDosTime(1979, 12, 31, 23, 59, 59));
     EXPECT_EQ(DosTime{}, first);
     EXPECT_EQ(0x21, first.Date);
     EXPECT_EQ(PackDosTime(2108, 1, 1, 0, 0, 0), PackDosTime(2107, 12, 31, 23, 59, 58));
-    EXPECT_EQ(PackDosTime(2107, 12, 31, 23, 59, 58).Date, 0xFF9F);
+    EXPECT_EQ(0xFF9F, PackDosTime(2107, 12, 31, 23, 59, 58).Date);
 }
 
 TEST(DosTime, TheFirstYearHasAllItsMoments) {
     const DosTime packed = PackDosTime(1980, 12, 31, 23, 59, 58);
-    EXPECT_EQ(packed.Date, (12 << 5) | 31);
-    EXPECT_EQ(packed.Time, (23 << 11) | (59 << 5) | 29);
+    EXPECT_EQ((12 << 5) | 31, packed.Date);
+    EXPECT_EQ((23 << 11) | (59 << 5) | 29, packed.Time);
 }
 
 TEST(NearestMoment, LeavesWhatThereIs) {
     for (const DosTime moment : {DosTime{}, PackDosTime(2000, 2, 29, 0, 0, 0),
                                  PackDosTime(2107, 12, 31, 23, 59, 58), PackDosTime(1999, 4, 30, 12, 30, 30)})
-        EXPECT_EQ(NearestMoment(moment), moment);
+        EXPECT_EQ(moment, NearestMoment(moment));
 }
 
 TEST(NearestMoment, BringsEachFieldIntoItsRange) {

@@ -72,7 +72,7 @@ TEST(ListFolder, GivesAttributes) {
 TEST(ListFolder, GivesHiddenAndSystemAttributes) {
     const TestFolder folder;
     folder.Write("all", NoiseBytes(1, 1), DosTime{}, kReadOnly | kHidden | kSystem | kArchive);
-    EXPECT_EQ(ListFolder(folder.Path()).at(0).Attributes, kReadOnly | kHidden | kSystem | kArchive);
+    EXPECT_EQ(kReadOnly | kHidden | kSystem | kArchive, ListFolder(folder.Path()).at(0).Attributes);
 }
 #endif
 

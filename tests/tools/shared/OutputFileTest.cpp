@@ -132,8 +132,8 @@ TEST(OutputFile, AReadOnlyTargetIsRefusedAtOnce) {
     const TestFolder folder;
     folder.Write("target", "old");
     folder.SetReadOnly("target", true);
-    EXPECT_EQ(ErrorOf([&] { OutputFile file(folder.Path("target")); }),
-              folder.Text("target") + ": is read-only");
+    EXPECT_EQ(folder.Text("target") + ": is read-only",
+              ErrorOf([&] { OutputFile file(folder.Path("target")); }));
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
 }
 
@@ -143,7 +143,7 @@ TEST(OutputFile, ATargetThatBecameReadOnlyIsRefusedAtTheCommit) {
     {
         OutputFile file(folder.Path("target"));
         folder.SetReadOnly("target", true);
-        EXPECT_EQ(ErrorOf([&] { file.Commit(); }), folder.Text("target") + ": is read-only");
+        EXPECT_EQ(folder.Text("target") + ": is read-only", ErrorOf([&] { file.Commit(); }));
     }
     EXPECT_EQ((Bytes{'o', 'l', 'd'}), folder.Read("target"));
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
@@ -152,8 +152,8 @@ TEST(OutputFile, ATargetThatBecameReadOnlyIsRefusedAtTheCommit) {
 TEST(OutputFile, AFolderIsRefused) {
     const TestFolder folder;
     folder.MakeFolder("target");
-    EXPECT_EQ(ErrorOf([&] { OutputFile file(folder.Path("target")); }),
-              folder.Text("target") + ": is a folder");
+    EXPECT_EQ(folder.Text("target") + ": is a folder",
+              ErrorOf([&] { OutputFile file(folder.Path("target")); }));
     EXPECT_THAT(ErrorOf([&] { OutputFile file(folder.Path("target") / ""); }),
                 HasSubstr("is not the name of a file"));
 }
@@ -162,8 +162,8 @@ TEST(OutputFile, OfTwoRunsTheSecondIsRefusedAndTheFirstGoesOn) {
     const TestFolder folder;
     OutputFile first(folder.Path("target"));
     first.Write(Bytes{1});
-    EXPECT_EQ(ErrorOf([&] { OutputFile second(folder.Path("target")); }),
-              folder.Text("target") + ": is being written by another run");
+    EXPECT_EQ(folder.Text("target") + ": is being written by another run",
+              ErrorOf([&] { OutputFile second(folder.Path("target")); }));
     first.Write(Bytes{2});
     first.Commit();
     EXPECT_EQ((Bytes{1, 2}), folder.Read("target"));
@@ -189,8 +189,8 @@ TEST(OutputFile, AFileOfTheUsersUnderThePartsNameIsKept) {
     folder.MakeFolder("target.unfinished~3");
     OutputFile file(folder.Path("target"));
     file.Write(Bytes{1, 2, 3});
-    EXPECT_EQ(ErrorOf([&] { OutputFile second(folder.Path("target")); }),
-              folder.Text("target") + ": is being written by another run");
+    EXPECT_EQ(folder.Text("target") + ": is being written by another run",
+              ErrorOf([&] { OutputFile second(folder.Path("target")); }));
     file.Commit();
     EXPECT_EQ((Bytes{1, 2, 3}), folder.Read("target"));
     EXPECT_EQ(folder.Read("target.unfinished~"), theirs);
@@ -374,8 +374,8 @@ TEST(OutputFile, ATargetInUseStaysAsItIs) {
         OutputFile file(folder.Path("target"));
         file.Write(NoiseBytes(100, 1));
         EXPECT_EQ(
-            ErrorOf([&] { file.Commit(); }),
-            folder.Text("target") + ": cannot be replaced: another program is using it, or it is protected");
+            folder.Text("target") + ": cannot be replaced: another program is using it, or it is protected",
+            ErrorOf([&] { file.Commit(); }));
     }
     CloseHandle(reader);
     EXPECT_EQ((Bytes{'o', 'l', 'd'}), folder.Read("target"));
@@ -399,7 +399,7 @@ TEST(OutputFile, IsOnTheDeviceBeforeItTakesThePlaceOfTheTarget) {
     onFlush = nullptr;
     EXPECT_THAT(targets, ElementsAre(Bytes{'o', 'l', 'd'}));
     EXPECT_THAT(sizes, ElementsAre(100));
-    EXPECT_EQ(NoiseBytes(100, 1), folder.Read("target"));
+    EXPECT_EQ(folder.Read("target"), NoiseBytes(100, 1));
 }
 
 TEST(OutputFile, ALinkOrAPipeUnderThePartsNameIsNotWrittenTo) {

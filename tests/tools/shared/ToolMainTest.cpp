@@ -21,7 +21,7 @@ namespace {
 // Runs `work` as a program named "tool", expects its exit code and returns what it has printed.
 std::string Printed(const std::function<void()>& work, int expectedCode) {
     ::testing::internal::CaptureStderr();
-    EXPECT_EQ(RunTool("tool", work), expectedCode);
+    EXPECT_EQ(expectedCode, RunTool("tool", work));
     return ::testing::internal::GetCapturedStderr();
 }
 

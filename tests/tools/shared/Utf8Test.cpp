@@ -43,7 +43,7 @@ TEST(Shown, ShowsWhatTurnsTheDirectionOrBreaksTheLine) {
 TEST(Shown, LeavesTextAsItIs) {
     for (const char* text : {"", "a b.txt", "caf\xC3\xA9", "\xC2\xA0", "\xE2\x80\x90\xE2\x80\xA7\xE2\x80\xAF",
                              "\xD7\x90\xD8\xA7", "\xF0\x9F\x92\xBE"})
-        EXPECT_EQ(Shown(text), text);
+        EXPECT_EQ(text, Shown(text));
     EXPECT_EQ("caf\\xE9s", Shown("caf\xE9s"));
 }
 

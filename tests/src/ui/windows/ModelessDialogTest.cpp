@@ -106,7 +106,7 @@ TEST_F(ModelessDialogTest, OfTwoFailuresTheFirstIsRaised) {
         dialog_->RethrowFailure();
         FAIL() << "nothing was raised";
     } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number, 70);
+        EXPECT_EQ(70, error.Number);
     }
     EXPECT_NO_THROW(dialog_->RethrowFailure());
 }
@@ -122,8 +122,8 @@ TEST_F(ModelessDialogTest, WhatASenderGetsIsTheReply) {
     dialog_->OnAny = [](HWND window, UINT message) -> INT_PTR {
         return message == WM_USER && TestDialog::ReplyTo(window) ? TRUE : FALSE;
     };
-    EXPECT_EQ(::SendMessageA(dialog_->Frame(), WM_USER, 0, 0), TestDialog::kReply);
-    EXPECT_EQ(::SendMessageA(dialog_->Page, WM_USER, 0, 0), TestDialog::kReply);
+    EXPECT_EQ(TestDialog::kReply, ::SendMessageA(dialog_->Frame(), WM_USER, 0, 0));
+    EXPECT_EQ(TestDialog::kReply, ::SendMessageA(dialog_->Page, WM_USER, 0, 0));
 }
 
 TEST_F(ModelessDialogTest, StepsAreForgottenWhileWorkRuns) {
@@ -199,9 +199,9 @@ TEST_F(ModelessDialogTest, KnowsThatItsOwnerHasTakenItAlong) {
         ::CreateWindowExA(0, "STATIC", "owner", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
     TestDialog owned(app_, owner);
     EXPECT_NE(owned.Frame(), nullptr);
-    EXPECT_EQ(owned.Handle(), nullptr) << "it is not visible";
+    EXPECT_EQ(nullptr, owned.Handle()) << "it is not visible";
     ::DestroyWindow(owner);
-    EXPECT_EQ(owned.Frame(), nullptr);
+    EXPECT_EQ(nullptr, owned.Frame());
 }
 
 }  // namespace

@@ -130,7 +130,7 @@ TEST_F(WizardWindowTest, WantOfMemoryInAMessageReachesTheLoop) {
     const HWND box = ::GetDlgItem(setupPage_, IDC_OWNER);
     ExpectFailureInTheLoop(
         "typed text", [&] { ::SendMessageA(box, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>("typed")); });
-    EXPECT_EQ(desktop_.HelpCalls, 0) << "no handler was reached";
+    EXPECT_EQ(0, desktop_.HelpCalls) << "no handler was reached";
 }
 
 // Puts a text onto the clipboard.
@@ -148,9 +148,9 @@ TEST_F(WizardWindowTest, WantOfMemoryForAPastedKeyReachesTheLoop) {
     Copy(window_, "ABCDE-FGHIJ-KLMNO-PQRST-UVWXY");
     const HWND box = ::GetDlgItem(setupPage_, IDC_KEY_PART_1);
     ExpectFailureInTheLoop("pasted key", [&] { ::SendMessageA(box, WM_PASTE, 0, 0); });
-    EXPECT_EQ(::GetWindowTextLengthA(box), 0);
+    EXPECT_EQ(0, ::GetWindowTextLengthA(box));
     ::SendMessageA(box, WM_PASTE, 0, 0);
-    EXPECT_EQ(::GetWindowTextLengthA(box), 5) << "the clipboard was left open";
+    EXPECT_EQ(5, ::GetWindowTextLengthA(box)) << "the clipboard was left open";
 }
 
 TEST_F(WizardWindowTest, FailureAfterAHandlerReachesTheLoop) {
@@ -160,7 +160,7 @@ TEST_F(WizardWindowTest, FailureAfterAHandlerReachesTheLoop) {
     desktop_.BeforeRepaint = nullptr;
     Send(WM_HELP);
     EXPECT_NO_THROW(HandleMessages());
-    EXPECT_EQ(desktop_.HelpCalls, 2);
+    EXPECT_EQ(2, desktop_.HelpCalls);
 }
 
 TEST_F(WizardWindowTest, EndOfTheProgramReachesTheLoop) {
@@ -193,7 +193,7 @@ TEST_F(WizardWindowTest, InputDuringWorkIsForgottenExceptCancelAndClosing) {
         ::PostMessageA(window_, WM_KEYDOWN, VK_RETURN, 0);
         ::PostMessageA(window_, WM_KEYDOWN, VK_ESCAPE, 0);
         desktop_.PendingEvents();
-        EXPECT_EQ(app_.CurrentStep, kWelcomePage);
+        EXPECT_EQ(kWelcomePage, app_.CurrentStep);
         EXPECT_FALSE(app_.RunEnded) << "the cancelling waits";
     };
     Send(WM_HELP);

@@ -68,24 +68,24 @@ SymbolCounts CountsOf(const std::vector<Item>& items) {
 
 TEST(BlockCodes, SendALiteralAsItsByte) {
     const ItemSymbols symbols(Item::Literal(200));
-    EXPECT_EQ(symbols.Main, 200);
-    EXPECT_EQ(symbols.Length, -1);
-    EXPECT_EQ(symbols.Slot, -1);
-    EXPECT_EQ(symbols.Aligned, -1);
+    EXPECT_EQ(200, symbols.Main);
+    EXPECT_EQ(-1, symbols.Length);
+    EXPECT_EQ(-1, symbols.Slot);
+    EXPECT_EQ(-1, symbols.Aligned);
 }
 
 TEST(BlockCodes, SendAMatchAsSlotAndLengthAndRest) {
     // The offset 20 is the formatted offset 22, in slot 8, which begins at 16.
     const ItemSymbols shortOne(Item::Match(8, 22));
-    EXPECT_EQ(shortOne.Main, 256 + 8 * 8 + 6);
-    EXPECT_EQ(shortOne.Length, -1);
-    EXPECT_EQ(shortOne.Slot, 8);
-    EXPECT_EQ(shortOne.Aligned, 6);
+    EXPECT_EQ(256 + 8 * 8 + 6, shortOne.Main);
+    EXPECT_EQ(-1, shortOne.Length);
+    EXPECT_EQ(8, shortOne.Slot);
+    EXPECT_EQ(6, shortOne.Aligned);
     const ItemSymbols longOne(Item::Match(257, 2));
-    EXPECT_EQ(longOne.Main, 256 + 8 * 2 + 7);
-    EXPECT_EQ(longOne.Length, 248);
-    EXPECT_EQ(longOne.Slot, 2);
-    EXPECT_EQ(longOne.Aligned, -1);
+    EXPECT_EQ(256 + 8 * 2 + 7, longOne.Main);
+    EXPECT_EQ(248, longOne.Length);
+    EXPECT_EQ(2, longOne.Slot);
+    EXPECT_EQ(-1, longOne.Aligned);
 }
 
 TEST(BlockCodes, CostWhatTheirItemsCostOneByOne) {
@@ -99,8 +99,8 @@ TEST(BlockCodes, CostWhatTheirItemsCostOneByOne) {
             verbatim += BitsOf(item, codes, false);
             aligned += BitsOf(item, codes, true);
         }
-        EXPECT_EQ(BodyBits(counts, codes, BlockType::Verbatim), verbatim);
-        EXPECT_EQ(BodyBits(counts, codes, BlockType::Aligned), aligned);
+        EXPECT_EQ(verbatim, BodyBits(counts, codes, BlockType::Verbatim));
+        EXPECT_EQ(aligned, BodyBits(counts, codes, BlockType::Aligned));
     }
 }
 
@@ -137,8 +137,8 @@ TEST(BlockCodes, AreNotMuchLongerThanTheEntropy) {
 
 TEST(EntropyTerms, AddUpToTheEntropy) {
     const EntropyTerms entropy;
-    EXPECT_EQ(entropy.EntropyBits(std::vector<std::uint32_t>{}), 0);
-    EXPECT_EQ(entropy.EntropyBits(std::vector<std::uint32_t>{9, 0}), 0);
+    EXPECT_EQ(0, entropy.EntropyBits(std::vector<std::uint32_t>{}));
+    EXPECT_EQ(0, entropy.EntropyBits(std::vector<std::uint32_t>{9, 0}));
     EXPECT_FLOAT_EQ(entropy.EntropyBits(std::vector<std::uint32_t>{8, 8, 0, 8, 8}), 64);
     EXPECT_NEAR(entropy.EntropyBits(std::vector<std::uint32_t>{1, 3}), 4 * 2 - 3 * std::log2(3), 0.001);
 }
@@ -147,11 +147,11 @@ TEST(EntropyTerms, AreTheSameInTheTableAndBeyondIt) {
     const EntropyTerms entropy;
     for (const std::uint32_t n : {1U, 2U, 100U, 4'095U, 4'096U, 4'097U, 1'000'000U})
         EXPECT_FLOAT_EQ(entropy(n), static_cast<float>(n * std::log2(static_cast<double>(n)))) << n;
-    EXPECT_EQ(entropy(0), 0);
+    EXPECT_EQ(0, entropy(0));
 }
 
 TEST(UncompressedBlock, CostsItsBytesThreeOffsetsAndPadding) {
-    EXPECT_EQ(UncompressedBits(1'000), 1'000U * 8 + 3 * 32 + 9);
+    EXPECT_EQ(1'000U * 8 + 3 * 32 + 9, UncompressedBits(1'000));
 }
 
 }  // namespace

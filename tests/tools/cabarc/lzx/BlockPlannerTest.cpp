@@ -80,11 +80,11 @@ void ExpectComplete(const Blocks& blocks, const std::vector<BlockPlan>& plans) {
         EXPECT_GT(plan.Span.Bytes(), 0U);
         std::uint32_t bytes = 0;
         for (const Item item : plan.Span.ItemsIn(blocks.Items)) bytes += item.Length();
-        EXPECT_EQ(plan.Span.Bytes(), bytes);
+        EXPECT_EQ(bytes, plan.Span.Bytes());
         last = plan.Span;
         EXPECT_EQ(plan.Trees.has_value(), plan.IsCoded());
         if (!plan.Trees) continue;
-        EXPECT_EQ(plan.Codes, BuildCodes(CountsOf(blocks, plan.Span)));
+        EXPECT_EQ(BuildCodes(CountsOf(blocks, plan.Span)), plan.Codes);
         tools::cabarc::lzx::BitWriter written;
         plan.Trees->Write(written);
         tools::cabarc::lzx::BitWriter expected;
@@ -113,7 +113,7 @@ TEST(BlockPlanner, ChoosesTheCheapestOfTheThreeTypes) {
         const std::uint64_t aligned = trees + 24 + BodyBits(counts, codes, BlockType::Aligned);
         const std::uint64_t uncompressed = UncompressedBits(blocks.Spans[0].Bytes());
         const std::vector<BlockPlan> plans = blocks.Plan();
-        ASSERT_EQ(plans.size(), 1U);
+        ASSERT_EQ(1U, plans.size());
         const std::array<std::uint64_t, 4> bits{0, verbatim, aligned, uncompressed};
         EXPECT_EQ(bits[static_cast<std::size_t>(plans[0].Type)], std::min({verbatim, aligned, uncompressed}));
         ++chosen[static_cast<std::size_t>(plans[0].Type)];
@@ -128,8 +128,8 @@ TEST(BlockPlanner, EncodesCodeLengthsAgainstTheLastCodedBlock) {
     blocks.Add(Literals(3'000, 256, 2));
     blocks.Add(Literals(3'000, 21, 3));
     const std::vector<BlockPlan> plans = blocks.Plan();
-    ASSERT_EQ(plans.size(), 3U);
-    EXPECT_EQ(plans[1].Type, BlockType::Uncompressed);
+    ASSERT_EQ(3U, plans.size());
+    EXPECT_EQ(BlockType::Uncompressed, plans[1].Type);
     ExpectComplete(blocks, plans);
 }
 
@@ -140,7 +140,7 @@ TEST(BlockPlanner, EncodesCodeLengthsAgainstTheSegmentBefore) {
     const std::vector<BlockPlan> first = planner.Plan(blocks.Items, blocks.Spans);
     planner.Commit(first);
     const std::vector<BlockPlan> again = planner.Plan(blocks.Items, blocks.Spans);
-    EXPECT_EQ(again[0].Trees->Bits(), EncodedTrees(first[0].Codes, first[0].Codes, kMains).Bits());
+    EXPECT_EQ(EncodedTrees(first[0].Codes, first[0].Codes, kMains).Bits(), again[0].Trees->Bits());
     EXPECT_LT(again[0].Trees->Bits(), first[0].Trees->Bits());
 }
 
@@ -150,9 +150,9 @@ TEST(BlockPlanner, JoinsNeighboursThatAreUncompressed) {
     for (std::uint32_t seed = 2; seed < 5; ++seed) blocks.Add(Literals(2'000, 256, seed));
     blocks.Add(Literals(4'000, 20, 6));
     const std::vector<BlockPlan> plans = blocks.Plan();
-    ASSERT_EQ(plans.size(), 3U);
-    EXPECT_EQ(plans[1].Type, BlockType::Uncompressed);
-    EXPECT_EQ(plans[1].Span, (BlockSpan{4'000, 10'000, 4'000, 10'000}));
+    ASSERT_EQ(3U, plans.size());
+    EXPECT_EQ(BlockType::Uncompressed, plans[1].Type);
+    EXPECT_EQ((BlockSpan{4'000, 10'000, 4'000, 10'000}), plans[1].Span);
     ExpectComplete(blocks, plans);
 }
 
@@ -166,10 +166,10 @@ TEST(BlockPlanner, MovesUncompressedBlocksToEvenPlaces) {
                 if (after != 0) blocks.Add(Literals(after, 20, 3));
                 const std::vector<BlockPlan> plans = blocks.Plan();
                 ASSERT_GE(plans.size(), 2U);
-                EXPECT_EQ(plans[1].Type, BlockType::Uncompressed);
-                EXPECT_EQ(plans[1].Span.Begin % 2, 0U);
+                EXPECT_EQ(BlockType::Uncompressed, plans[1].Type);
+                EXPECT_EQ(0U, plans[1].Span.Begin % 2);
                 if (after != 0) {
-                    EXPECT_EQ(plans[1].Span.End % 2, 0U);
+                    EXPECT_EQ(0U, plans[1].Span.End % 2);
                 }
                 EXPECT_NEAR(plans[1].Span.Bytes(), static_cast<double>(noise), 2);
                 ExpectComplete(blocks, plans);
@@ -188,8 +188,8 @@ TEST(BlockPlanner, MovesBordersOverMatchesAsAWhole) {
     noise.insert(noise.end(), literals.begin(), literals.end());
     blocks.Add(noise);
     const std::vector<BlockPlan> plans = blocks.Plan();
-    ASSERT_EQ(plans.size(), 2U);
-    EXPECT_EQ(plans[1].Span, (BlockSpan{3'003, 5'002, 3'004, 5'003}));
+    ASSERT_EQ(2U, plans.size());
+    EXPECT_EQ((BlockSpan{3'003, 5'002, 3'004, 5'003}), plans[1].Span);
     ExpectComplete(blocks, plans);
 }
 
@@ -199,7 +199,7 @@ TEST(BlockPlanner, DropsAnUncompressedBlockThatHasNoEvenPlace) {
     blocks.Add(Literals(1, 20, 2));
     blocks.Add(Literals(3'000, 20, 3));
     std::vector<BlockPlan> plans = blocks.Plan();
-    EXPECT_EQ(plans.size(), 2U);
+    EXPECT_EQ(2U, plans.size());
     ExpectComplete(blocks, plans);
 }
 
@@ -212,14 +212,14 @@ TEST(BlockPlanner, CutsAFrameOutOfTheBlocksThatItLiesIn) {
     blocks.Add(Literals(81'072, 20, 3));
     const BlockPlanner planner(kPlannerWindow);
     const std::vector<BlockPlan> plans = planner.Plan(blocks.Items, blocks.Spans);
-    ASSERT_EQ(plans.size(), 3U);
+    ASSERT_EQ(3U, plans.size());
     const std::vector<BlockPlan> cut = planner.StoreFrame(blocks.Items, plans, 32'768, 65'536);
-    ASSERT_EQ(cut.size(), 3U);
-    EXPECT_EQ(cut[0].Span, (BlockSpan{0, 32'768, 0, 32'768}));
-    EXPECT_EQ(cut[1].Span, (BlockSpan{32'768, 65'536, 32'768, 65'536}));
-    EXPECT_EQ(cut[2].Span, (BlockSpan{65'536, 131'072, 65'536, 131'072}));
+    ASSERT_EQ(3U, cut.size());
+    EXPECT_EQ((BlockSpan{0, 32'768, 0, 32'768}), cut[0].Span);
+    EXPECT_EQ((BlockSpan{32'768, 65'536, 32'768, 65'536}), cut[1].Span);
+    EXPECT_EQ((BlockSpan{65'536, 131'072, 65'536, 131'072}), cut[2].Span);
     EXPECT_TRUE(cut[0].IsCoded());
-    EXPECT_EQ(cut[1].Type, BlockType::Uncompressed);
+    EXPECT_EQ(BlockType::Uncompressed, cut[1].Type);
     EXPECT_TRUE(cut[2].IsCoded());
     ExpectComplete(blocks, cut);
 }
@@ -233,8 +233,8 @@ TEST(BlockPlanner, PlansTheBlockAfterACutFrameForTheDecoderThatItMeets) {
     const BlockPlanner planner(kPlannerWindow);
     const std::vector<BlockPlan> cut =
         planner.StoreFrame(blocks.Items, planner.Plan(blocks.Items, blocks.Spans), 32'768, 65'536);
-    ASSERT_EQ(cut.size(), 3U);
-    EXPECT_EQ(cut[1].Type, BlockType::Uncompressed);
+    ASSERT_EQ(3U, cut.size());
+    EXPECT_EQ(BlockType::Uncompressed, cut[1].Type);
     ExpectComplete(blocks, cut);
 }
 
@@ -244,12 +244,12 @@ TEST(BlockPlanner, CutsAFrameOutOfOneBlock) {
     const BlockPlanner planner(kPlannerWindow);
     const std::vector<BlockPlan> plans = planner.Plan(blocks.Items, blocks.Spans);
     const std::vector<BlockPlan> middle = planner.StoreFrame(blocks.Items, plans, 32'768, 65'536);
-    ASSERT_EQ(middle.size(), 3U);
-    EXPECT_EQ(middle[1].Type, BlockType::Uncompressed);
+    ASSERT_EQ(3U, middle.size());
+    EXPECT_EQ(BlockType::Uncompressed, middle[1].Type);
     ExpectComplete(blocks, middle);
     const std::vector<BlockPlan> end = planner.StoreFrame(blocks.Items, plans, 98'304, 100'000);
-    ASSERT_EQ(end.size(), 2U);
-    EXPECT_EQ(end[1].Span, (BlockSpan{98'304, 100'000, 98'304, 100'000}));
+    ASSERT_EQ(2U, end.size());
+    EXPECT_EQ((BlockSpan{98'304, 100'000, 98'304, 100'000}), end[1].Span);
     ExpectComplete(blocks, end);
 }
 

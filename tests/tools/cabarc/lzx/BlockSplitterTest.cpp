@@ -109,7 +109,7 @@ TEST(BlockSplitter, ComesNearTheBestOfAllDivisionsOfEightCells) {
 TEST(BlockSplitter, CutsWhereTheAlphabetChanges) {
     const std::vector<Item> items =
         CellsOf({{0, 16}, {0, 16}, {0, 16}, {100, 16}, {100, 16}, {200, 16}, {200, 16}, {200, 16}}, 1);
-    EXPECT_EQ(SplitIntoBlocks(items), (std::vector{SpanOfCells(0, 3), SpanOfCells(3, 5), SpanOfCells(5, 8)}));
+    EXPECT_EQ((std::vector{SpanOfCells(0, 3), SpanOfCells(3, 5), SpanOfCells(5, 8)}), SplitIntoBlocks(items));
 }
 
 TEST(BlockSplitter, CutsNothingWhereNothingChanges) {
@@ -121,13 +121,13 @@ TEST(BlockSplitter, PartsNoiseFromWhatCanBePacked) {
     // Noise is cheapest uncompressed, so it must not share a block with text.
     const std::vector<Item> items =
         CellsOf({{0, 16}, {0, 16}, {0, 256}, {0, 256}, {0, 256}, {0, 256}, {0, 16}, {0, 16}}, 3);
-    EXPECT_EQ(SplitIntoBlocks(items), (std::vector{SpanOfCells(0, 2), SpanOfCells(2, 6), SpanOfCells(6, 8)}));
+    EXPECT_EQ((std::vector{SpanOfCells(0, 2), SpanOfCells(2, 6), SpanOfCells(6, 8)}), SplitIntoBlocks(items));
 }
 
 TEST(BlockSplitter, MakesNoBlockLongerThanTheLongest) {
     const std::vector<Item> items = CellsOf(std::vector<Alphabet>(2 * kMaxCells + 3, {0, 8}), 4);
     const std::vector<BlockSpan> blocks = SplitIntoBlocks(items);
-    EXPECT_EQ(blocks.size(), 3U);
+    EXPECT_EQ(3U, blocks.size());
     for (const BlockSpan& block : blocks) EXPECT_LE(block.Bytes(), kMaxCells * kCellBytes);
 }
 
@@ -151,7 +151,7 @@ TEST(BlockSplitter, LeavesNoGapsAndNoBlockEmpty) {
             EXPECT_GT(block.EndItem, block.FirstItem);
             std::uint32_t bytes = 0;
             for (const Item item : block.ItemsIn(items)) bytes += item.Length();
-            EXPECT_EQ(block.Bytes(), bytes);
+            EXPECT_EQ(bytes, block.Bytes());
             last = block;
         }
         EXPECT_EQ(last.EndItem, items.size());

@@ -91,8 +91,8 @@ TEST(BlockWriter, WritesWhatADecoderReads) {
     folder.EndBlock();
     LzxContents contents;
     EXPECT_TRUE(DecodeLzx(folder.Written().Frames, kWriterWindow, &contents) == folder.Content);
-    EXPECT_EQ(contents.Verbatim + contents.Aligned, 3U);
-    EXPECT_EQ(contents.Uncompressed, 1U);
+    EXPECT_EQ(3U, contents.Verbatim + contents.Aligned);
+    EXPECT_EQ(1U, contents.Uncompressed);
 }
 
 TEST(BlockWriter, CarriesCodesAndOffsetsFromSegmentToSegment) {
@@ -127,7 +127,7 @@ TEST(BlockWriter, TakesAsManyBitsAsTheBlockIsPricedAt) {
         AppendMixture(folder, 32'000, step, 6);
         folder.EndBlock();
         const std::vector<BlockPlan> plans = BlockPlanner(kWriterWindow).Plan(folder.Items, folder.Spans);
-        ASSERT_EQ(plans.size(), 1U);
+        ASSERT_EQ(1U, plans.size());
         const BlockPlan& plan = plans[0];
         EXPECT_EQ(plan.Type, step == 8 ? BlockType::Aligned : BlockType::Verbatim);
         SymbolCounts counts;
@@ -150,11 +150,11 @@ TEST(BlockWriter, StoresAFrameThatItsBlocksCodesWouldMakeTooLarge) {
     }
     folder.EndBlock();
     const FrameCollector frames = folder.Written();
-    ASSERT_EQ(frames.Frames.size(), 16U);
+    ASSERT_EQ(16U, frames.Frames.size());
     LzxContents contents;
     EXPECT_TRUE(DecodeLzx(frames.Frames, kWriterWindow, &contents) == folder.Content);
-    EXPECT_EQ(contents.Uncompressed, 1U);
-    EXPECT_EQ(contents.Verbatim, 2U);
+    EXPECT_EQ(1U, contents.Uncompressed);
+    EXPECT_EQ(2U, contents.Verbatim);
     EXPECT_LE(frames.Frames[7].Payload.size(), 32'768U + 20);
     EXPECT_LT(frames.Frames[8].Payload.size(), 17'000U);
 }

@@ -25,29 +25,29 @@ std::uint32_t Translated(std::uint32_t operand, std::size_t place, std::uint32_t
 }
 
 TEST(E8Translation, AddsThePlaceOfTheCall) {
-    EXPECT_EQ(Translated(1000, 50, 65536), 1000U + 50U + 65536U);
-    EXPECT_EQ(Translated(0U - 65536U - 50U, 50, 65536), 0U);
+    EXPECT_EQ(1000U + 50U + 65536U, Translated(1000, 50, 65536));
+    EXPECT_EQ(0U, Translated(0U - 65536U - 50U, 50, 65536));
 }
 
 TEST(E8Translation, LeavesTargetsBeforeTheFolderAlone) {
-    EXPECT_EQ(Translated(0U - 65536U - 51U, 50, 65536), 0U - 65536U - 51U);
+    EXPECT_EQ(0U - 65536U - 51U, Translated(0U - 65536U - 51U, 50, 65536));
 }
 
 TEST(E8Translation, WrapsTargetsBehindTheTranslationSize) {
-    EXPECT_EQ(Translated(kTranslationSize - 51, 50, 0), kTranslationSize - 1);
-    EXPECT_EQ(Translated(kTranslationSize - 50, 50, 0), 0U - 50U);
-    EXPECT_EQ(Translated(kTranslationSize, 50, 0), kTranslationSize);
+    EXPECT_EQ(kTranslationSize - 1, Translated(kTranslationSize - 51, 50, 0));
+    EXPECT_EQ(0U - 50U, Translated(kTranslationSize - 50, 50, 0));
+    EXPECT_EQ(kTranslationSize, Translated(kTranslationSize, 50, 0));
 }
 
 TEST(E8Translation, SparesTheLastTenBytesOfAFrame) {
-    EXPECT_EQ(Translated(7, 89, 0, 100), 7U + 89U);
-    EXPECT_EQ(Translated(7, 90, 0, 100), 7U);
-    EXPECT_EQ(Translated(7, 0, 0, 10), 7U);
+    EXPECT_EQ(7U + 89U, Translated(7, 89, 0, 100));
+    EXPECT_EQ(7U, Translated(7, 90, 0, 100));
+    EXPECT_EQ(7U, Translated(7, 0, 0, 10));
 }
 
 TEST(E8Translation, StopsAtOneGibibyte) {
     EXPECT_NE(Translated(0xFFFFFFFF, 5, 32767U * 32768U), 0xFFFFFFFFU);
-    EXPECT_EQ(Translated(0xFFFFFFFF, 5, 32768U * 32768U), 0xFFFFFFFFU);
+    EXPECT_EQ(0xFFFFFFFFU, Translated(0xFFFFFFFF, 5, 32768U * 32768U));
 }
 
 TEST(E8Translation, StepsOverTheOperandOfEveryCall) {
@@ -57,7 +57,7 @@ TEST(E8Translation, StepsOverTheOperandOfEveryCall) {
     frame[5] = 0xE8;
     PutU32(&frame[6], 1);
     TranslateFrame(frame, 32768);
-    EXPECT_EQ(GetU32(&frame[6]), 1U + 32768U + 5U);
+    EXPECT_EQ(1U + 32768U + 5U, GetU32(&frame[6]));
 }
 
 TEST(E8Translation, DoesNotPayForNothing) {

@@ -53,10 +53,10 @@ TEST(EncodedCodeLengths, AreReadBackInAsManyBitsAsTheySay) {
     for (std::uint32_t seed = 0; seed < 100; ++seed) {
         const Lengths built = LengthsOf(400, seed);
         const Lengths runs = RunsOfLengths(400, seed);
-        EXPECT_EQ(Decoded(LengthsOf(400, seed + 1), built), built);
-        EXPECT_EQ(Decoded(built, runs), runs);
+        EXPECT_EQ(built, Decoded(LengthsOf(400, seed + 1), built));
+        EXPECT_EQ(runs, Decoded(built, runs));
         EXPECT_EQ(Decoded(runs, RunsOfLengths(400, seed + 1)), RunsOfLengths(400, seed + 1));
-        EXPECT_EQ(Decoded(runs, built), built);
+        EXPECT_EQ(built, Decoded(runs, built));
     }
 }
 
@@ -65,7 +65,7 @@ TEST(EncodedCodeLengths, AreReadBackForRunsOfEverySize) {
         for (const int value : {0, 1, 16}) {
             Lengths lengths(249, 7);
             for (std::size_t i = 0; i < run; ++i) lengths[i] = static_cast<std::uint8_t>(value);
-            EXPECT_EQ(Decoded(RunsOfLengths(249, 5), lengths), lengths);
+            EXPECT_EQ(lengths, Decoded(RunsOfLengths(249, 5), lengths));
         }
     }
 }

@@ -81,7 +81,7 @@ class ForeignDecoders : public ::testing::Test {
              {"cabextract -q c.cab", "7z x -y c.cab", "gcab -x c.cab", "bsdtar -xf c.cab"}) {
             const std::string line =
                 "cd '" + folder_.string() + "' && rm -f f.bin && " + command + " >log 2>&1";
-            EXPECT_EQ(std::system(line.c_str()), 0) << command << ": " << Read("log");
+            EXPECT_EQ(0, std::system(line.c_str())) << command << ": " << Read("log");
             EXPECT_TRUE(Read("f.bin") == std::string(input.begin(), input.end())) << command;
         }
     }

@@ -50,7 +50,7 @@ TEST(HuffmanCode, StaysCompleteWithinItsLimit) {
     while (fibonacci.size() < 40) fibonacci.push_back(fibonacci.end()[-1] + fibonacci.end()[-2]);
     for (int limit = 6; limit <= 16; ++limit) {
         const std::vector<std::uint8_t> lengths = BuiltLengths(fibonacci, limit);
-        EXPECT_EQ(Filled(lengths), 65536U);
+        EXPECT_EQ(65536U, Filled(lengths));
         EXPECT_EQ(*std::max_element(lengths.begin(), lengths.end()), limit);
     }
 }
@@ -69,7 +69,7 @@ TEST(HuffmanCode, IsTheBestCodeWithinItsLimit) {
                 tried[i] = static_cast<std::uint8_t>(1 + rest % 3);
             if (Filled(tried) == 65536) best = std::min(best, Cost(counts, tried));
         }
-        EXPECT_EQ(Cost(counts, BuiltLengths(counts, 3)), best);
+        EXPECT_EQ(best, Cost(counts, BuiltLengths(counts, 3)));
     }
 }
 
@@ -80,7 +80,7 @@ TEST(HuffmanCode, FillsTheLargestAlphabet) {
         for (std::uint32_t& count : counts)
             count = static_cast<std::uint32_t>(random()) >> (random() % 33 == 0 ? 4 : 31 - random() % 9);
         const std::vector<std::uint8_t> lengths = BuiltLengths(counts, 16);
-        EXPECT_EQ(Filled(lengths), 65536U);
+        EXPECT_EQ(65536U, Filled(lengths));
         for (std::size_t i = 0; i < counts.size(); ++i) EXPECT_EQ(lengths[i] == 0, counts[i] == 0);
     }
 }

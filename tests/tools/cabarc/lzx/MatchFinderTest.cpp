@@ -110,7 +110,7 @@ TEST(MatchFinder, ReportsTheNearestOffsetOfEachLength) {
             while (!search.AtEnd()) {
                 const std::uint32_t at = search.At();
                 const Found expected = NearestOfEachLength(bytes, at, 257, nice);
-                ASSERT_EQ(search.Next(257), expected) << letters << " letters at " << at;
+                ASSERT_EQ(expected, search.Next(257)) << letters << " letters at " << at;
             }
         }
     }
@@ -130,7 +130,7 @@ TEST(MatchFinder, FindsTheSameInEveryKindOfData) {
             std::erase_if(found, [](const auto& match) { return match.first < 4; });
             Found expected = NearestOfEachLength(bytes, at, longest, 64);
             std::erase_if(expected, [](const auto& match) { return match.first < 4; });
-            EXPECT_EQ(found, expected) << at;
+            EXPECT_EQ(expected, found) << at;
         }
     }
 }
@@ -148,7 +148,7 @@ TEST(MatchFinder, ReportsNoMatchThatIsNotReal) {
                 ASSERT_GT(length, last) << at;
                 ASSERT_LE(length, longest) << at;
                 ASSERT_LE(offset, std::min(at, kMaxOffset)) << at;
-                ASSERT_EQ(CommonPrefix(bytes, at - offset, at, length), length) << at;
+                ASSERT_EQ(length, CommonPrefix(bytes, at - offset, at, length)) << at;
                 last = length;
             }
         }
@@ -164,9 +164,9 @@ TEST(MatchFinder, ReportsTheNewestPlaceAtADepthOfOne) {
         search.SkipTo(25);
         return search.Next(257);
     };
-    EXPECT_EQ(foundAtLast(1), (Found{{5, 8}}));
-    EXPECT_EQ(foundAtLast(2), (Found{{5, 8}, {6, 16}}));
-    EXPECT_EQ(foundAtLast(3), (Found{{5, 8}, {6, 16}, {8, 25}}));
+    EXPECT_EQ((Found{{5, 8}}), foundAtLast(1));
+    EXPECT_EQ((Found{{5, 8}, {6, 16}}), foundAtLast(2));
+    EXPECT_EQ((Found{{5, 8}, {6, 16}, {8, 25}}), foundAtLast(3));
 }
 
 TEST(MatchFinder, ReportsAMatchOverTheNiceLengthInFull) {
@@ -175,19 +175,19 @@ TEST(MatchFinder, ReportsAMatchOverTheNiceLengthInFull) {
     bytes.push_back(static_cast<std::uint8_t>(bytes[300] + 1));
     Search search(bytes, {kEndless, 8});
     search.SkipTo(500);
-    EXPECT_EQ(search.Next(257).back(), (Found::value_type{200, 400}));
+    EXPECT_EQ((Found::value_type{200, 400}), search.Next(257).back());
 }
 
 TEST(MatchFinder, KeepsToTheLongestLengthThatIsAskedFor) {
     const Bytes bytes(600, 'z');
     Search search(bytes, {kEndless, 257});
     search.SkipTo(300);
-    EXPECT_EQ(search.Next(257), (Found{{257, 1}}));
-    EXPECT_EQ(search.Next(100), (Found{{100, 1}}));
-    EXPECT_EQ(search.Next(3), (Found{{3, 1}}));
-    EXPECT_EQ(search.Next(2), (Found{{2, 1}}));
-    EXPECT_EQ(search.Next(1), Found{});
-    EXPECT_EQ(search.Next(257), (Found{{257, 1}}));
+    EXPECT_EQ((Found{{257, 1}}), search.Next(257));
+    EXPECT_EQ((Found{{100, 1}}), search.Next(100));
+    EXPECT_EQ((Found{{3, 1}}), search.Next(3));
+    EXPECT_EQ((Found{{2, 1}}), search.Next(2));
+    EXPECT_EQ(Found{}, search.Next(1));
+    EXPECT_EQ((Found{{257, 1}}), search.Next(257));
 }
 
 TEST(MatchFinder, ReachesTheLargestOffsetAndNoFarther) {
@@ -214,7 +214,7 @@ TEST(MatchFinder, SkipEntersAPositionAsFindDoes) {
             if (all.At() % 7 < 4) {
                 some.Skip();
             } else {
-                ASSERT_EQ(some.Next(257), found) << some.At();
+                ASSERT_EQ(found, some.Next(257)) << some.At();
             }
         }
     }
@@ -226,8 +226,8 @@ TEST(MatchFinder, FindsWhatEndsWithTheFolder) {
     const Bytes bytes(text.begin(), text.end());
     Search search(bytes, {kEndless, 257});
     search.SkipTo(6);
-    for (const std::uint32_t length : {4U, 3U, 2U}) EXPECT_EQ(search.Next(257), (Found{{length, 6}}));
-    EXPECT_EQ(search.Next(257), Found{});
+    for (const std::uint32_t length : {4U, 3U, 2U}) EXPECT_EQ((Found{{length, 6}}), search.Next(257));
+    EXPECT_EQ(Found{}, search.Next(257));
 }
 
 }  // namespace

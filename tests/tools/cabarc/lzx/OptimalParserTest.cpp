@@ -223,7 +223,7 @@ TEST(OptimalParser, TakesARecentOffsetThatTheCacheDoesNotName) {
     for (std::uint32_t i = 0; i < kRecentOffsets; ++i) {
         RecentOffsets recent{{50, 60, 70}};
         recent.Offsets[i] = 700;
-        EXPECT_EQ(ShapeOf(stretch.Parse(kMaxMatch, PricesOf(MostlyLiterals()), recent)), (Shape{{8, i}}));
+        EXPECT_EQ((Shape{{8, i}}), ShapeOf(stretch.Parse(kMaxMatch, PricesOf(MostlyLiterals()), recent)));
     }
 }
 
@@ -238,8 +238,8 @@ TEST(OptimalParser, KeepsAnOffsetThatIsUsedAgainAfterOneByte) {
     stretch.Matches[0] = {Match(3, 50), Match(4, 5000)};
     SymbolCounts counts = MostlyLiterals();
     counts.Main[stretch.Buffer[kHistory + 3]] = 2000;
-    EXPECT_EQ(ShapeOf(stretch.Parse(257, PricesOf(counts))),
-              (Shape{{4, 5000 + kOffsetBias}, {1, 0}, {16, 0}}));
+    EXPECT_EQ((Shape{{4, 5000 + kOffsetBias}, {1, 0}, {16, 0}}),
+              ShapeOf(stretch.Parse(257, PricesOf(counts))));
 }
 
 TEST(OptimalParser, JumpsOverAMatchOfTheTakeAtOnceLength) {
@@ -250,16 +250,16 @@ TEST(OptimalParser, JumpsOverAMatchOfTheTakeAtOnceLength) {
     stretch.Matches[1] = {Match(29, 400)};
     const Prices prices = PricesOf(MostlyLiterals());
     const Shape patient{{1, 0}, {29, 400 + kOffsetBias}};
-    EXPECT_EQ(ShapeOf(stretch.Parse(257, prices)), patient);
-    EXPECT_EQ(ShapeOf(stretch.Parse(11, prices)), patient);
-    EXPECT_EQ(ShapeOf(stretch.Parse(10, prices)).front(), (Shape::value_type{10, 302}));
+    EXPECT_EQ(patient, ShapeOf(stretch.Parse(257, prices)));
+    EXPECT_EQ(patient, ShapeOf(stretch.Parse(11, prices)));
+    EXPECT_EQ((Shape::value_type{10, 302}), ShapeOf(stretch.Parse(10, prices)).front());
 }
 
 TEST(OptimalParser, CutsMatchesAtTheEndOfTheStretch) {
     Stretch stretch(5);
     stretch.Copy(0, 5, 90);
     stretch.Matches[0] = {Match(200, 90)};
-    EXPECT_EQ(ShapeOf(stretch.Parse(257, PricesOf(MostlyLiterals()))), (Shape{{5, 90 + kOffsetBias}}));
+    EXPECT_EQ((Shape{{5, 90 + kOffsetBias}}), ShapeOf(stretch.Parse(257, PricesOf(MostlyLiterals()))));
 }
 
 }  // namespace

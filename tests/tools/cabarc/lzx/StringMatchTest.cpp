@@ -26,7 +26,7 @@ TEST(StringMatch, ExtendsUpToTheFirstByteThatDiffersOrToTheLimit) {
 
 TEST(StringMatch, ExtendsOverStringsThatOverlap) {
     const Bytes bytes(60, 'x');
-    EXPECT_EQ(ExtendMatch(bytes.data(), bytes.data() + 1, 0, 59), 59U);
+    EXPECT_EQ(59U, ExtendMatch(bytes.data(), bytes.data() + 1, 0, 59));
 }
 
 TEST(StringMatch, SpreadsTheHashesOfTriples) {

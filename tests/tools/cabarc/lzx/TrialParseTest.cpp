@@ -14,7 +14,7 @@ using tools::cabarc::lzx::EstimatedBits;
 using tools::cabarc::lzx::LzxEncoder;
 
 TEST(TrialParse, TakesNothingForNothing) {
-    EXPECT_EQ(EstimatedBits({}), 0);
+    EXPECT_EQ(0, EstimatedBits({}));
 }
 
 TEST(TrialParse, ComesNearToWhatTheEncoderMakes) {
