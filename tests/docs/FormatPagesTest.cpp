@@ -28,12 +28,19 @@ using tools::testing::TestFolder;
 
 constexpr const char* kAnyByte = "xx";
 
+std::string TextOf(const std::string& page) {
+    std::ifstream file(FORMAT_PAGES + page);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
 /// The bytes of an example as the page writes them, two characters each; "xx" is any byte.
 std::vector<std::string> Example(const std::string& page, const std::string& name) {
-    std::ifstream file(FORMAT_PAGES + page);
+    std::istringstream lines(TextOf(page));
     std::vector<std::string> words;
     bool isInside = false;
-    for (std::string line; std::getline(file, line);) {
+    for (std::string line; std::getline(lines, line);) {
         if (line.starts_with("    ") && isInside) {
             std::istringstream text(line);
             for (std::string word; text >> word;) words.push_back(word);
@@ -145,13 +152,6 @@ TEST(Fat12Page, ShowsTheStartsOfBootSectorFatAndRoot) {
         const auto example = Example("fat12.md", name);
         EXPECT_EQ(Written(image, offset, example), example) << name;
     }
-}
-
-std::string TextOf(const std::string& page) {
-    std::ifstream file(FORMAT_PAGES + page);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
 }
 
 /// As the pages write a number: 1,474,560.
