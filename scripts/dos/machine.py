@@ -10,8 +10,6 @@ from screen import COLUMNS, ROWS, Screen, Transcript
 
 _VIDEO, _FIRMWARE_DATA = 0xB8000, 0x400
 _CURSOR = 0x50  # of the first page, in the firmware's data: column, row
-_TICKS = 0x6C  # of its clock, 18.2 a second
-_HALF_A_SECOND = 9
 _LOOK_EVERY = 0.2  # seconds
 
 # The keys of an American keyboard by the characters that they give, in QEMU's names.
@@ -118,34 +116,15 @@ class Machine:
                 raise Timeout(what)
             time.sleep(_LOOK_EVERY)
 
-    def _settle(self):
-        """Waits until nothing has come onto the screen for half a second of the PC's own clock: a program that has just asked may
-        still throw away what was typed before it reads. Timeout when the screen does not come to rest."""
-        def seen():
-            self.look()
-            return self.transcript.last(), int.from_bytes(self._memory(_FIRMWARE_DATA, 256)[_TICKS:_TICKS + 4], 'little')
-
-        end = time.monotonic() + self._limit
-        screen, since = seen()
-        while True:
-            now, ticks = seen()
-            if now != screen or ticks < since:
-                screen, since = now, ticks
-            elif ticks - since >= _HALF_A_SECOND:
-                return
-            if time.monotonic() > end:
-                raise Timeout('rest on the screen')
-            time.sleep(_LOOK_EVERY)
-
     def press(self, character):
         """Presses the keys for one character. What is on the screen now is old from here on."""
-        self._settle()
+        self.look()
         self.transcript.mark()
         self._send(character)
 
     def type(self, line):
         """Types a line and Enter. Each character is waited for, because a PC keeps only a few keys that nobody reads."""
-        self._settle()
+        self.look()
         self.transcript.mark()
         for at, character in enumerate(line):
             self._send(character)
