@@ -10,6 +10,8 @@ from screen import COLUMNS, ROWS, Screen, Transcript
 
 _VIDEO, _FIRMWARE_DATA = 0xB8000, 0x400
 _CURSOR = 0x50  # of the first page, in the firmware's data: column, row
+_TICKS = 0x6C  # of the PC's clock, 18.2 a second, in the firmware's data
+_HALF_A_SECOND = 9  # ticks
 _LOOK_EVERY = 0.2  # seconds
 
 # The keys of an American keyboard by the characters that they give, in QEMU's names.
@@ -40,6 +42,7 @@ class Machine:
     def __init__(self, image, folder, options=(), limit=240):
         self.transcript = Transcript()
         self._limit = limit
+        self._ticks = 0
         self._dump = pathlib.Path(folder) / 'memory'
         self._log = open(pathlib.Path(folder) / 'qemu.log', 'w+', encoding='utf-8')
         address = str(pathlib.Path(folder) / 'monitor')
@@ -102,19 +105,32 @@ class Machine:
 
     def look(self):
         """Takes the screen in, as it is now."""
-        column, row = self._memory(_FIRMWARE_DATA, 256)[_CURSOR:_CURSOR + 2]
+        data = self._memory(_FIRMWARE_DATA, 256)
+        column, row = data[_CURSOR:_CURSOR + 2]
+        self._ticks = int.from_bytes(data[_TICKS:_TICKS + 4], 'little')
         self.transcript.add(Screen.from_memory(self._memory(_VIDEO, 2 * COLUMNS * ROWS), row, column))
 
-    def wait_until(self, condition, what):
-        """Looks until `condition()` holds; Timeout, which names `what`, when it does not in time."""
+    def wait_until(self, condition, what, ticks=0):
+        """Looks until `condition()` holds, and has held for so many ticks of the PC's clock, which stands still while the PC does.
+        Timeout, which names `what`, when that is not so in time."""
         end = time.monotonic() + self._limit
+        since = None
         while True:
             self.look()
-            if condition():
+            if not condition():
+                since = None
+            elif since is None or self._ticks < since:  # the clock begins again at midnight
+                since = self._ticks
+            if since is not None and self._ticks - since >= ticks:
                 return
             if time.monotonic() > end:
                 raise Timeout(what)
             time.sleep(_LOOK_EVERY)
+
+    def wait_for_question(self, text):
+        """Waits until the cursor has been right after `text` for half a second: a program that has just asked may still throw away
+        what was typed before it reads. Timeout as for wait_until."""
+        self.wait_until(lambda: self.transcript.asks(text), f'no question "{text}"', _HALF_A_SECOND)
 
     def press(self, character):
         """Presses the keys for one character. What is on the screen now is old from here on."""

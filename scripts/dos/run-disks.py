@@ -95,7 +95,7 @@ def key_of(lines, text):
 def _follow_step(machine, word, text):
     transcript = machine.transcript
     if word == 'at':
-        machine.wait_until(lambda: transcript.asks(text), f'no question "{text}"')
+        machine.wait_for_question(text)
     elif word == 'see':
         machine.wait_until(lambda: any(text in line for line in transcript.new_lines()), f'no "{text}"')
     elif word == 'choose':

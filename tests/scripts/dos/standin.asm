@@ -4,11 +4,14 @@
 ;   d    writes a sector of the hard disk
 ;   s    shows more rows than a screen has
 ;
-; After each key it shows "Done K" for a key K, and asks again. Enter alone begins a row that ends with ">".
+; After each key it shows "Done K" for a key K, and asks again. Enter alone begins a row that ends with ">". Keys that are pressed
+; in the third of a second after a question are thrown away, as by a program that wants no answer typed ahead.
 
         cpu     386
         bits    16
         org     7C00h
+
+TICKS   equ     46Ch                    ; of the clock, 18.2 a second
 
         xor     ax, ax
         mov     ds, ax
@@ -19,6 +22,18 @@
 ask:
         mov     si, question
         call    print
+        mov     bp, [TICKS]
+discard:
+        mov     ah, 1                   ; is there a key?
+        int     16h
+        jz      noKey
+        mov     ah, 0
+        int     16h
+noKey:
+        mov     ax, [TICKS]
+        sub     ax, bp
+        cmp     ax, 6
+        jb      discard
 nextKey:
         mov     ah, 0                   ; wait for a key
         int     16h
