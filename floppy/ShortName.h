@@ -21,6 +21,10 @@ constexpr char UpperAscii(char character) {
 /// The characters besides capital letters and digits that DOS allows in a name.
 constexpr std::string_view kShortNameSigns = "!#$%&'()-@^_`{}~";
 
+/// The characters that neither DOS nor Windows allows in any name, also not in a long one, besides the
+/// separators of paths and control characters.
+constexpr std::string_view kForbiddenSigns = "\"*:<>?|";
+
 /// Returns whether DOS allows `character` in a name. Lower-case letters and everything beyond ASCII are not
 /// allowed.
 bool IsShortNameCharacter(char character);

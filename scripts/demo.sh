@@ -23,7 +23,7 @@ make_images() {
 }
 export -f make_images image_of
 
-tell_room() {
+print_space() {
     local free clusterBytes=512 total
     free=$(mdir -i "$1" :: | sed -n 's/^ *\([0-9 ]*[0-9]\) bytes free.*/\1/p' | tr -d ' ')
     total=$((2847 * clusterBytes))
@@ -38,7 +38,7 @@ for disk in "${disks[@]}"; do
     mv "build/demo/out/$(image_of "$disk")" "$image"
     echo
     echo "Created  $image ($(stat -c %s "$image") bytes)"
-    tell_room "$image"
+    print_space "$image"
     demo/check-disk.sh "$image" build/demo "$disk"
     line=$(scripts/boot-image.sh "$image")
     echo "Booted   $line"

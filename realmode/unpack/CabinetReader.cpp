@@ -70,11 +70,11 @@ Fault CabinetReader::ReadReserves() {
 
 Fault CabinetReader::NextMember(Member& member) {
     const uint8_t* bytes = nullptr;
-    // The longest name that the cabinet has room for here.
-    uint32_t room = kMemberBytes + Member::kMaxName + 1;
-    if (memberAt_ < end_ && end_ - memberAt_ < room) room = end_ - memberAt_;
-    if (room < kMemberBytes) return Fault::BadDirectory;
-    const Fault fault = Look(memberAt_, room, bytes);
+    // The longest name that fits into the cabinet here.
+    uint32_t space = kMemberBytes + Member::kMaxName + 1;
+    if (memberAt_ < end_ && end_ - memberAt_ < space) space = end_ - memberAt_;
+    if (space < kMemberBytes) return Fault::BadDirectory;
+    const Fault fault = Look(memberAt_, space, bytes);
     if (fault != Fault::None) return fault;
     member.Size = Get32(bytes);
     member.Offset = Get32(bytes + 4);
@@ -83,7 +83,7 @@ Fault CabinetReader::NextMember(Member& member) {
     if (member.Folder >= kFirstContinued) return Fault::PartOfASet;
     uint32_t length = 0;
     do {
-        if (kMemberBytes + length == room) return Fault::BadDirectory;
+        if (kMemberBytes + length == space) return Fault::BadDirectory;
         member.Name[length] = static_cast<char>(bytes[kMemberBytes + length]);
     } while (member.Name[length++] != '\0');
     memberAt_ += kMemberBytes + length;

@@ -58,7 +58,7 @@ TEST(Build, WaitWindowShowsThePhasesInOrder) {
                                    "Copying files to floppy image ..."));
 }
 
-TEST(Build, RunsInAFolderWithABlank) {
+TEST(Build, RunsInAFolderWithASpace) {
     const ApplicationFolder folder("my boot disks");
     ProgramUnderTest program(folder, " demo out\\demo.img");
     EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());

@@ -74,7 +74,7 @@ ShownMessage InvalidArgument(const std::string& token) {
 INSTANTIATE_TEST_SUITE_P(
     Each, BadCommandLine,
     testing::Values(
-        BadLine{"OneBlankIsNoDiskName", "  ", {kNoDiskName}},
+        BadLine{"OneSpaceIsNoDiskName", "  ", {kNoDiskName}},
         BadLine{"OptionsAloneAreNoDiskName", " -t 144", {kNoDiskName}},
         BadLine{"TypeAsLastTokenGivesBothMessages", " -t", {kNoType, kInvalidType, kNoDiskName}},
         BadLine{"TypeConsumesAnOptionAsItsValue", " -t -sel custom", {kInvalidType, Summary({})}},
@@ -102,7 +102,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{"SummaryHidesTheNameOfAPlugin",
                 " -plugin stamp -x custom",
                 {InvalidArgument("-x"), Summary({"custom", "", ""})}},
-        BadLine{"TargetTakesTheOptionsBehindIt",
+        BadLine{"TargetTakesTheOptionsAfterIt",
                 " -x custom a.img -sel",
                 {InvalidArgument("-x"), Summary({"custom", "a.img -sel"})}}),
     [](const auto& line) { return std::string(line.param.Name); });
@@ -176,8 +176,8 @@ INSTANTIATE_TEST_SUITE_P(
     Each, RelativeTarget,
     testing::Values(Target{"InMissingFolders", " custom images\\deep\\boot.img", "images\\deep\\boot.img"},
                     Target{"BeginningWithABackslash", " custom \\images\\boot.img", "images\\boot.img"},
-                    Target{"WithBlanks", " custom my images\\a b.img ", "my images\\a b.img"},
-                    Target{"WithOptionsBehindIt", " custom a.img -sel", "a.img -sel"},
+                    Target{"WithSpaces", " custom my images\\a b.img ", "my images\\a b.img"},
+                    Target{"WithOptionsAfterIt", " custom a.img -sel", "a.img -sel"},
                     // The target is cut off after the first "custom", which is in the plugin's name.
                     Target{"ShiftedByANameThatComesEarlier", " -plugin mycustom custom boot.img",
                            "custom boot.img"}),

@@ -51,7 +51,7 @@ TEST_F(ConsoleTwinTest, WaitsForTheBuildAndTellsItsEnd) {
     ExpectNoWorkingFiles(folder_);
 }
 
-TEST_F(ConsoleTwinTest, KeepsTheBlanksOfTheTarget) {
+TEST_F(ConsoleTwinTest, KeepsTheSpacesOfTheTarget) {
     const ConsoleTwin twin(folder_, "  custom my images\\a  b.img");
     ExpectEnd(twin, ExitCode::Built);
     ExpectImage(folder_, folder_.Path("my images\\a  b.img"), kSmallImageBytes);

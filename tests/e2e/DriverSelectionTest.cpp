@@ -330,7 +330,7 @@ TEST_F(DriverSelection, WithoutTheOptionNothingIsAsked) {
 
 TEST_F(DriverSelection, LongDescriptionCanBeReached) {
     const std::string description =
-        "An adapter that is told of in more words than the window has room for, with all its "
+        "An adapter that is described in more words than the window can show, with all its "
         "models, numbers and makers";
     AddDriver(folder_, "ndis", "LONG", description);
     const SelectionWindow window = Open();

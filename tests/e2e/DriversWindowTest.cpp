@@ -138,7 +138,7 @@ TEST_F(DriversWindowTest, RowsAppearAsTheyAreLoaded) {
 
 TEST_F(DriversWindowTest, ColumnsFitRowsThatComeInTheirOrder) {
     const std::string description =
-        "A card that is told of in more words than the window has room for at first, in order";
+        "A card that is described in more words than the window can show at first, in order";
     ClearDrivers(folder_);
     AddDriver(folder_, "ndis", "ONLY", description);
     app_.Wizard.ChkNDIS.Width = kNdisWidth;
@@ -262,7 +262,7 @@ TEST_F(DriversWindowTest, OpenedAgainItIsTheSameWindowInItsMiddle) {
     EXPECT_TRUE(::EqualRect(&first, &second));
 }
 
-TEST_F(DriversWindowTest, SecondPressBehindTheOneThatHidItDoesNothing) {
+TEST_F(DriversWindowTest, SecondPressAfterTheOneThatHidItDoesNothing) {
     const SelectionWindow window = Show();
     window.Click("Cancel");
     window.Click("OK");

@@ -252,7 +252,7 @@ const std::map<int, std::vector<std::string>> kLaterTexts = {
     {IDC_STEP_4, {"Copying files to floppy image", "Copying files to floppy disk"}},
 };
 
-void ExpectRoom(const Part& part) {
+void ExpectTextFits(const Part& part) {
     const RECT client = ClientOf(part.Handle);
     SIZE needed{};
     if (part.IsBox()) {
@@ -275,19 +275,19 @@ void ExpectRoom(const Part& part) {
     EXPECT_LE(needed.cy, Height(client)) << part << " is clipped";
 }
 
-TEST_P(WizardLayout, TextsHaveRoom) {
+TEST_P(WizardLayout, TextsFit) {
     const ShownWizard wizard = OpenFilled();
     ForEachWindow(wizard, [](HWND, const Parts& parts) {
         for (const Part& part : parts) {
             if (part.IsLabel() && !part.IsShown()) continue;
-            ExpectRoom(part);
+            ExpectTextFits(part);
             const auto later = kLaterTexts.find(part.Id);
             if (later == kLaterTexts.end()) continue;
             for (const std::string& text : later->second) {
                 Ask(part.Handle, WM_SETTEXT, 0, text.c_str());
                 Part changed = part;
                 changed.Text = text;
-                ExpectRoom(changed);
+                ExpectTextFits(changed);
             }
         }
     });

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "tests/tools/cabarc/lzx/TestData.h"
+#include "tests/support/TestData.h"
 
 namespace fuzz {
 
-using tools::cabarc::lzx::testing::DataKind;
-using tools::cabarc::lzx::testing::DataKinds;
+using tools::testing::DataKind;
+using tools::testing::DataKinds;
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/Bytes.h"
+#include "tests/support/TestData.h"
 
 namespace fuzz {
 

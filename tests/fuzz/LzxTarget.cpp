@@ -48,7 +48,7 @@ Bytes CabinetOf(const FrameCollector& frames, int windowBits, std::size_t size) 
     Bytes data;
     for (const FrameCollector::Frame& frame : frames.Frames) {
         const auto frameSize = static_cast<std::uint16_t>(frame.Size);
-        AppendU32(data, tools::cabarc::BlockChecksum(frame.Payload, frameSize));
+        AppendU32(data, tools::cabarc::RecordChecksum(frame.Payload, frameSize));
         AppendU16(data, static_cast<std::uint32_t>(frame.Payload.size()));
         AppendU16(data, frameSize);
         data.insert(data.end(), frame.Payload.begin(), frame.Payload.end());

@@ -87,7 +87,7 @@ void CheckDirectoryNames(const std::vector<std::string>& names) {
     for (std::size_t i = 0; i < names.size(); ++i) {
         const DirectoryName& entry = stored[i];
         Require(taken.insert(entry.Short).second, "no two entries share a short name");
-        Require(entry.Short[0] != ' ', "a short name does not begin with a blank");
+        Require(entry.Short[0] != ' ', "a short name does not begin with a space");
         Require(std::all_of(entry.Short.begin(), entry.Short.end(),
                             [](char c) { return c == ' ' || floppy::IsShortNameCharacter(c); }),
                 "a short name has allowed characters");
@@ -96,7 +96,7 @@ void CheckDirectoryNames(const std::vector<std::string>& names) {
         for (const std::string& part : {base, extension})
             Require(part.substr(part.find(' ') == std::string::npos ? part.size() : part.find(' '))
                             .find_first_not_of(' ') == std::string::npos,
-                    "blanks only fill up");
+                    "spaces only fill up");
         Require(!floppy::IsDeviceName(base), "no short name is a device's");
         Require(entry.Long.size() <= 255, "a long name has 255 characters at most");
         Require(entry.Slots() == 1 + (entry.Long.size() + 12) / 13, "a name takes the entries it needs");

@@ -55,7 +55,7 @@ void CheckDirectory(const CabinetDirectory& directory, std::size_t size) {
         if (isSet && member.Folder >= kFirstContinuedFolder) continue;
         Require(member.Folder < directory.Folders.size(), "the folder of a member exists");
         const std::uint64_t end = std::uint64_t{member.Offset} + member.Size;
-        Require(isSet || end <= std::uint64_t{directory.Folders[member.Folder].Blocks} * kFrameSize,
+        Require(isSet || end <= std::uint64_t{directory.Folders[member.Folder].Records} * kFrameSize,
                 "members lie within their folder");
     }
 }

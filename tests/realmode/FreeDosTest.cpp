@@ -14,7 +14,7 @@ namespace {
 using ::testing::HasSubstr;
 using tools::bfi::testing::ReadFatImage;
 using tools::testing::Bytes;
-using tools::testing::NoiseBytes;
+using tools::testing::RandomBytes;
 
 constexpr unsigned kKernelSectors = 200;
 constexpr std::size_t kMostBytes = 312 * kSector;
@@ -79,7 +79,7 @@ TEST_P(FreeDos, FollowsAKernelSysInPiecesFarDownInTheRoot) {
     EXPECT_EQ(0x7A11U, values["TAIL"]);
 }
 
-TEST_P(FreeDos, StartsTheLargestKernelSysThatHasRoom) {
+TEST_P(FreeDos, StartsTheLargestKernelSysThatFits) {
     Bytes kernel = Kernel();
     kernel.resize(kMostBytes);
     BuildDiskWith(kernel);
@@ -95,7 +95,7 @@ TEST_P(FreeDos, SaysThatKernelSysIsTooLarge) {
 
 TEST_P(FreeDos, SaysThatKernelSysIsTooLargeByItsUpperWord) {
     BuildDiskWith(Kernel());
-    // Of 512 KB by its directory entry: not every disk has the room for such a file.
+    // Of 512 KB by its directory entry: not every disk has space for such a file.
     Bytes image = Files.Read("disk.img");
     tools::PutU32(image.data() + KernelEntry(image) + 28, 0x80000);
     Files.Write("disk.img", image);

@@ -31,7 +31,7 @@ std::string FreshFolder() {
     if (base.find(' ') != std::string::npos) {
         base.assign(buffer, GetShortPathNameA(base.c_str(), buffer, MAX_PATH));
         if (base.empty() || base.find(' ') != std::string::npos)
-            throw std::runtime_error("the temporary folder needs a path without a blank");
+            throw std::runtime_error("the temporary folder needs a path without a space");
     }
     const std::string path =
         base + "vb" + std::to_string(GetCurrentProcessId()) + "_" + std::to_string(++counter);

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/Bytes.h"
+#include "tests/support/TestData.h"
 #include "tools/shared/DosTime.h"
 
 namespace tools::testing {

@@ -29,10 +29,10 @@ TEST(FileOnAFullDisk, AFullDiskIsReportedAndLeavesTheOldFile) {
     {
         const FullDisk disk(5000);
         OutputFile file(folder.Path("target"));
-        file.Write(NoiseBytes(5000));
+        file.Write(RandomBytes(5000));
         const std::string refusal = folder.Text("target") + ": cannot be written: " + FullDisk::Reason();
-        EXPECT_EQ(refusal, ErrorOf([&] { file.Write(NoiseBytes(1)); }));
-        EXPECT_EQ(refusal, ErrorOf([&] { file.WriteAt(4999, NoiseBytes(2)); }));
+        EXPECT_EQ(refusal, ErrorOf([&] { file.Write(RandomBytes(1)); }));
+        EXPECT_EQ(refusal, ErrorOf([&] { file.WriteAt(4999, RandomBytes(2)); }));
         EXPECT_EQ(refusal, ErrorOf([&] { file.Resize(5001); }));
     }
     EXPECT_EQ((Bytes{'o', 'l', 'd'}), folder.Read("target"));
@@ -43,9 +43,9 @@ TEST(FileOnAFullDisk, WhatFillsADiskToItsLastByteIsWritten) {
     const TestFolder folder;
     const FullDisk disk(5000);
     OutputFile file(folder.Path("target"));
-    file.Write(NoiseBytes(5000));
+    file.Write(RandomBytes(5000));
     file.Commit();
-    EXPECT_EQ(folder.Read("target"), NoiseBytes(5000));
+    EXPECT_EQ(folder.Read("target"), RandomBytes(5000));
 }
 
 class ImageOnAFullDisk : public bfi::testing::ImageTest {
@@ -64,7 +64,7 @@ class ImageOnAFullDisk : public bfi::testing::ImageTest {
 // A disk that is full at the start, in the middle of the files, and at the last byte.
 TEST_P(ImageOnAFullDisk, AFullDiskIsNamedAndLeavesTheOldImage) {
     const std::size_t size = Format().ImageBytes();
-    Files.Write("tree/big", NoiseBytes(size / 3 * 2));
+    Files.Write("tree/big", RandomBytes(size / 3 * 2));
     for (const std::size_t bytes : {std::size_t{0}, size / 2, size - 1}) {
         const FullDisk disk(bytes);
         EXPECT_EQ(Files.Text("out.img") + ": cannot be written: " + FullDisk::Reason(), Refusal());
@@ -91,7 +91,7 @@ VELBOOTER_EVERY_FORMAT(ImageOnAFullDisk);
 class CabinetOnAFullDisk : public cabarc::testing::InTestFolder {};
 
 TEST_F(CabinetOnAFullDisk, AFullDiskIsNamedAndLeavesTheOldCabinet) {
-    WriteBytes("in/a", NoiseBytes(100'000));
+    WriteBytes("in/a", RandomBytes(100'000));
     WriteBytes("out.cab", BytesOf("older cabinet"));
     // Full at the start, within the directory, and in the middle of the data.
     for (const std::uint64_t bytes : {0, 20, 50'000}) {
@@ -107,7 +107,7 @@ TEST_F(CabinetOnAFullDisk, AFullDiskIsNamedAndLeavesTheOldCabinet) {
 }
 
 TEST_F(CabinetOnAFullDisk, AFullDiskEndsTheProgramWithTheExitCodeOfAFailure) {
-    WriteBytes("in/a", NoiseBytes(100'000));
+    WriteBytes("in/a", RandomBytes(100'000));
     const FullDisk disk(50'000);
     ::testing::internal::CaptureStderr();
     EXPECT_EQ(1, RunTool("cabarc", [] { cabarc::Run(Words{"n", "out.cab", "in\\*.*"}); }));
@@ -125,8 +125,8 @@ TEST_F(CabinetOnAFullDisk, AMemberIsNamedAndLeavesTheOldFile) {
         const FullDisk disk(1000);
         cabarc::MemberFiles files(directory, plan, true);
         EXPECT_TRUE(files.Begin(0));
-        files.Write(NoiseBytes(600));
-        EXPECT_THAT([&] { files.Write(NoiseBytes(600)); },
+        files.Write(RandomBytes(600));
+        EXPECT_THAT([&] { files.Write(RandomBytes(600)); },
                     ThrowsMessage<ToolError>("a: cannot be written: " + FullDisk::Reason()));
     }
     EXPECT_EQ(BytesOf("old"), ReadBytes("a"));

@@ -24,7 +24,7 @@ std::string Usage() {
            "Writes the image of a bootable DOS floppy (FAT12) that holds the tree below FOLDER.\n"
            "  -b=  file with the boot sector, 512 bytes\n"
            "  -l=  volume label, at most 11 characters\n" +
-           types + "  -f=  image file; missing folders on its path are made, an older image is replaced";
+           types + "  -f=  image file; missing folders on its path are created, an older image is replaced";
 }
 
 [[noreturn]] void FailWithUsage(const std::string& line) {

@@ -14,14 +14,14 @@ namespace tools::bfi {
 namespace {
 
 constexpr std::size_t kLongestName = 255;
-constexpr std::string_view kNeverAllowed = "\"*/:<>?\\|";
 
 void RefuseUnstorable(const std::string& folder, const std::string& name) {
     const std::string start = folder + name + ": ";
-    if (HoldsControl(name) || name.find_first_of(kNeverAllowed) != std::string::npos)
+    if (HoldsControl(name) || name.find_first_of(floppy::kForbiddenSigns) != std::string::npos ||
+        name.find_first_of("/\\") != std::string::npos)
         throw ToolError(start + "the name holds a character that DOS does not allow");
     if (name.back() == '.' || name.back() == ' ')
-        throw ToolError(start + "the name ends with a dot or a blank, which DOS drops");
+        throw ToolError(start + "the name ends with a dot or a space, which DOS drops");
     if (floppy::IsDeviceName(name)) throw ToolError(start + "DOS takes this name for a device");
     if (Utf16FromUtf8(name).size() > kLongestName)
         throw ToolError(start + "the name is longer than 255 characters");
@@ -98,12 +98,12 @@ floppy::ShortName ToVolumeLabel(const std::string& label) {
     if (upper.empty()) throw ToolError("-l=: the volume label is empty");
     floppy::ShortName packed;
     if (upper.size() > packed.size()) throw ToolError(option + "a volume label has at most 11 characters");
-    if (upper.front() == ' ') throw ToolError(option + "a volume label cannot begin with a blank");
+    if (upper.front() == ' ') throw ToolError(option + "a volume label cannot begin with a space");
     const auto isAllowed = [](char character) {
         return character == ' ' || floppy::IsShortNameCharacter(character);
     };
     if (!std::all_of(upper.begin(), upper.end(), isAllowed))
-        throw ToolError(option + "a volume label holds only letters, digits, blanks and " +
+        throw ToolError(option + "a volume label holds only letters, digits, spaces and " +
                         std::string(floppy::kShortNameSigns));
     packed.fill(' ');
     std::copy(upper.begin(), upper.end(), packed.begin());

@@ -110,7 +110,7 @@ void RefuseToReplaceInput(const ImageRequest& request) {
     if (IsSame(image, PathFromUtf8(request.BootSectorFile)))
         throw ToolError(request.ImageFile + ": is the boot sector itself, not an image");
     if (LiesBelow(image, PathFromUtf8(request.Folder)))
-        throw ToolError(request.ImageFile + ": lies in the folder that the image is made of, " +
+        throw ToolError(request.ImageFile + ": lies in the folder that the image is built from, " +
                         request.Folder);
 }
 

@@ -82,7 +82,7 @@ void RequireSpace(const SourceTree& tree, const floppy::Geometry& geometry) {
         for (const TreeEntry& entry : tree[index].Entries) space.AddFile(entry.Host.Size);
     }
     if (space.RootSlots() > geometry.RootEntries)
-        throw ToolError(root + ": the root directory of a " + geometry.Name + " disk has room for " +
+        throw ToolError(root + ": the root directory of a " + geometry.Name + " disk holds " +
                         std::to_string(geometry.RootEntries) + " entries, and " +
                         std::to_string(space.RootSlots()) +
                         " are needed (the label takes one, a long name takes several)");

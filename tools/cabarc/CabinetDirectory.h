@@ -45,7 +45,7 @@ constexpr std::uint16_t kFirstContinuedFolder = 0xFFFD;
 /// A folder: the members that are compressed as one stream. It is no folder of a disk.
 struct CabinetFolder {
     std::uint32_t DataOffset = 0;  ///< of the first data record, in bytes from the start of the cabinet
-    std::uint16_t Blocks = 0;      ///< number of data records
+    std::uint16_t Records = 0;     ///< number of data records
     std::uint16_t Type = 0;        ///< compression as stored; see MethodCode
 };
 

@@ -106,7 +106,7 @@ class Parser {
         for (std::size_t i = 0; i < folderReserve_; ++i) ReadByte("a folder's reserve");
         const CabinetFolder folder{GetU32(record.data()), GetU16(record.data() + 4),
                                    GetU16(record.data() + 6)};
-        if (folder.Blocks > 0 && folder.DataOffset >= directory_.CabinetSize)
+        if (folder.Records > 0 && folder.DataOffset >= directory_.CabinetSize)
             Damaged("the data of a folder lies beyond its end");
         directory_.Folders.push_back(folder);
     }
@@ -132,7 +132,7 @@ class Parser {
         if (isSet && member.Folder >= kFirstContinuedFolder) return;
         if (member.Folder >= folderCount_) Damaged(which + " is in a folder that does not exist");
         if (isSet) return;  // the length of a folder that continues in another cabinet is unknown here
-        const std::uint64_t folderEnd = std::uint64_t{directory_.Folders[member.Folder].Blocks} * kFrameSize;
+        const std::uint64_t folderEnd = std::uint64_t{directory_.Folders[member.Folder].Records} * kFrameSize;
         if (std::uint64_t{member.Offset} + member.Size > folderEnd)
             Damaged(which + " lies beyond its folder's end");
     }

@@ -10,7 +10,7 @@ namespace tools::cabarc {
 
 namespace {
 
-constexpr std::size_t kMaxBlocks = 65535;
+constexpr std::size_t kMaxRecords = 65535;
 
 std::size_t EncodedSize(const CabinetDirectory& directory) {
     std::size_t size = kHeaderBytes + directory.Folders.size() * kFolderBytes;
@@ -34,7 +34,7 @@ std::vector<std::uint8_t> Encode(const CabinetDirectory& directory) {
     AppendU16(bytes, 0);
     for (const CabinetFolder& folder : directory.Folders) {
         AppendU32(bytes, folder.DataOffset);
-        AppendU16(bytes, folder.Blocks);
+        AppendU16(bytes, folder.Records);
         AppendU16(bytes, folder.Type);
     }
     for (const CabinetMember& member : directory.Members) {
@@ -52,7 +52,7 @@ std::vector<std::uint8_t> Encode(const CabinetDirectory& directory) {
 
 }  // namespace
 
-std::uint32_t BlockChecksum(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) {
+std::uint32_t RecordChecksum(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) {
     std::uint32_t sum =
         static_cast<std::uint32_t>(payload.size()) | (static_cast<std::uint32_t>(uncompressedSize) << 16);
     std::size_t at = 0;
@@ -89,26 +89,26 @@ CabinetWriter::CabinetWriter(OutputFile& output, CabinetDirectory directory)
     output_.Write(std::vector<std::uint8_t>(EncodedSize(directory_)));
 }
 
-BlockSink& CabinetWriter::BeginFolder() {
+RecordSink& CabinetWriter::BeginFolder() {
     directory_.Folders.at(begun_).DataOffset = static_cast<std::uint32_t>(output_.Size());
     ++begun_;
     return *this;
 }
 
-void CabinetWriter::PutBlock(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) {
+void CabinetWriter::PutRecord(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) {
     CabinetFolder& folder = directory_.Folders.at(begun_ - 1);
     if (output_.Size() + kDataHeaderBytes + payload.size() > kMaxCabinetBytes ||
-        folder.Blocks == kMaxBlocks) {
+        folder.Records == kMaxRecords) {
         throw ToolError("the packed files are too big for one cabinet, which holds at most " +
                         std::to_string(kMaxCabinetBytes) + " bytes");
     }
     record_.clear();
-    AppendU32(record_, BlockChecksum(payload, uncompressedSize));
+    AppendU32(record_, RecordChecksum(payload, uncompressedSize));
     AppendU16(record_, static_cast<std::uint32_t>(payload.size()));
     AppendU16(record_, uncompressedSize);
     record_.insert(record_.end(), payload.begin(), payload.end());
     output_.Write(record_);
-    ++folder.Blocks;
+    ++folder.Records;
     folderBytes_[begun_ - 1] += uncompressedSize;
 }
 

@@ -23,11 +23,11 @@ void PlanFolders(CabinetDirectory& directory, std::uint16_t type);
 /// Returns the checksum of a data record (CFDATA): the exclusive-or of its payload and of the two size
 /// fields before it, taken as 32-bit numbers. docs/formats/cabinet.md gives the rule for the last 1 to 3
 /// bytes.
-std::uint32_t BlockChecksum(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize);
+std::uint32_t RecordChecksum(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize);
 
 /// Writes one cabinet from its start to its end: the constructor, BeginFolder for every folder in order, and
 /// Finish. What has been written so far is never read again, so the output may be larger than memory.
-class CabinetWriter : private BlockSink {
+class CabinetWriter : private RecordSink {
  public:
     /// Leaves the space of the directory free in `output`, which must be empty and outlive the writer.
     /// `directory` comes from PlanFolders; its member names have at most kMaxNameBytes bytes. Throws what
@@ -36,14 +36,14 @@ class CabinetWriter : private BlockSink {
 
     /// Begins the next folder, the first one at the first call, and returns where its data records go until
     /// the next call. A record that would make the cabinet or the folder exceed its limit throws ToolError.
-    BlockSink& BeginFolder();
+    RecordSink& BeginFolder();
 
     /// Writes the complete directory. To be called once, after the last folder; the caller commits the
     /// output. Throws std::logic_error when a folder did not get the bytes that its members need.
     void Finish();
 
  private:
-    void PutBlock(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) override;
+    void PutRecord(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) override;
 
     OutputFile& output_;
     CabinetDirectory directory_;

@@ -5,7 +5,7 @@
 
 namespace tools::cabarc {
 
-std::unique_ptr<FolderCompressor> MakeCompressor(const Method& method, BlockSink& sink) {
+std::unique_ptr<FolderCompressor> MakeCompressor(const Method& method, RecordSink& sink) {
     switch (method.Type) {
         case Method::Kind::Stored:
             return std::make_unique<StoredCompressor>(sink);

@@ -16,14 +16,14 @@ namespace tools::cabarc {
 constexpr std::size_t kFrameSize = 32768;
 
 /// Receives the data records of a folder in their order. The container implements it.
-class BlockSink {
+class RecordSink {
  public:
-    virtual ~BlockSink() = default;
+    virtual ~RecordSink() = default;
 
     /// Takes one CFDATA record: its compressed bytes (copied or written before the call returns) and the
     /// number of bytes that they expand to, 1 to kFrameSize. Throws ToolError when the cabinet cannot take
     /// it (disk full, too big).
-    virtual void PutBlock(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) = 0;
+    virtual void PutRecord(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) = 0;
 };
 
 /// Compresses one folder into a sink that outlives it. A new object is a new folder: no state is carried

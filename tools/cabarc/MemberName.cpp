@@ -41,11 +41,10 @@ bool IsWindowsDeviceName(std::string_view part) {
 std::optional<std::string> PartProblem(std::string_view part) {
     if (part.empty()) return "a part of the path is empty";
     if (part == "..") return "it leads out of the folder";
-    if (part.ends_with('.') || part.ends_with(' ')) return "a part of the path ends in a dot or a blank";
+    if (part.ends_with('.') || part.ends_with(' ')) return "a part of the path ends in a dot or a space";
     if (HoldsControl(part)) return "it holds a control character";
-    for (const char c : part)
-        if (std::string_view("<>:\"|?*").find(c) != std::string_view::npos)
-            return std::string("it holds the character ") + c;
+    if (const auto at = part.find_first_of(floppy::kForbiddenSigns); at != std::string_view::npos)
+        return std::string("it holds the character ") + part[at];
     if (IsWindowsDeviceName(part)) return "it is the name of a device";
     return std::nullopt;
 }

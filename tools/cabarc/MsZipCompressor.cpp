@@ -10,8 +10,8 @@ namespace tools::cabarc {
 
 namespace {
 
-constexpr std::uint8_t kBlockSignature[] = {'C', 'K'};
-constexpr std::size_t kBlockSignatureSize = sizeof(kBlockSignature);
+constexpr std::uint8_t kFrameSignature[] = {'C', 'K'};
+constexpr std::size_t kFrameSignatureSize = sizeof(kFrameSignature);
 // The memory levels that are tried on each frame. The larger makes a frame one deflate block; the smaller
 // begins a new block, with codes of its own, every 4096 symbols, which suits frames of mixed contents.
 constexpr int kMemoryLevels[] = {9, 6};
@@ -49,7 +49,7 @@ class MsZipCompressor::Deflater {
     z_stream stream_ = {};
 };
 
-MsZipCompressor::MsZipCompressor(BlockSink& sink) : sink_(sink) {
+MsZipCompressor::MsZipCompressor(RecordSink& sink) : sink_(sink) {
     for (const int level : kMemoryLevels) deflaters_.push_back(std::make_unique<Deflater>(level));
 }
 
@@ -59,23 +59,23 @@ void MsZipCompressor::CompressFrame(std::span<const std::uint8_t> frame,
                                     std::span<const std::uint8_t> previous) {
     PutStored(frame);
     for (const auto& deflater : deflaters_) {
-        trial_.assign(std::begin(kBlockSignature), std::end(kBlockSignature));
+        trial_.assign(std::begin(kFrameSignature), std::end(kFrameSignature));
         // The limit is one byte less than the best result so far; a stream that reaches it is abandoned
         // there.
         trial_.resize(payload_.size() - 1);
         const std::size_t size =
-            deflater->Run(frame, previous, std::span(trial_).subspan(kBlockSignatureSize));
+            deflater->Run(frame, previous, std::span(trial_).subspan(kFrameSignatureSize));
         if (size == 0) continue;
-        trial_.resize(kBlockSignatureSize + size);
+        trial_.resize(kFrameSignatureSize + size);
         payload_.swap(trial_);
     }
-    sink_.PutBlock(payload_, static_cast<std::uint16_t>(frame.size()));
+    sink_.PutRecord(payload_, static_cast<std::uint16_t>(frame.size()));
 }
 
 // The frame as one stored block. No stream may be longer than that; readers rely on it.
 void MsZipCompressor::PutStored(std::span<const std::uint8_t> frame) {
     const auto size = static_cast<std::uint32_t>(frame.size());
-    payload_.assign(std::begin(kBlockSignature), std::end(kBlockSignature));
+    payload_.assign(std::begin(kFrameSignature), std::end(kFrameSignature));
     payload_.push_back(1);  // final block, stored
     AppendU16(payload_, size);
     AppendU16(payload_, ~size & 0xFFFFU);

@@ -15,7 +15,7 @@ namespace tools::cabarc {
 class MsZipCompressor : public FrameCompressor {
  public:
     /// The sink must outlive this object. Throws std::bad_alloc when zlib cannot start.
-    explicit MsZipCompressor(BlockSink& sink);
+    explicit MsZipCompressor(RecordSink& sink);
     ~MsZipCompressor() override;
     MsZipCompressor(const MsZipCompressor&) = delete;
     MsZipCompressor& operator=(const MsZipCompressor&) = delete;
@@ -27,7 +27,7 @@ class MsZipCompressor : public FrameCompressor {
     void PutStored(std::span<const std::uint8_t> frame);
 
     class Deflater;
-    BlockSink& sink_;
+    RecordSink& sink_;
     std::vector<std::unique_ptr<Deflater>> deflaters_;
     std::vector<std::uint8_t> payload_;  ///< the shortest record so far
     std::vector<std::uint8_t> trial_;

@@ -27,7 +27,7 @@ class DosCabinet final : public CabinetFile {
 
 class DosTarget final : public TargetFolder {
  public:
-    /// Chooses the target folder, at most 127 characters; "" is the current one. It is made with the first
+    /// Chooses the target folder, at most 127 characters; "" is the current one. It is created with the first
     /// file or folder. `folder` stays with the caller and outlives the object.
     explicit DosTarget(const char* folder) : folder_(folder) {}
     /// Deletes the file that is not finished, if there is one.
@@ -47,7 +47,7 @@ class DosTarget final : public TargetFolder {
     bool Close();
 
     char path_[128 + 256];  // the folder with its separator, and a member's name
-    const char* folder_;    // nullptr once it is made
+    const char* folder_;    // nullptr once it is created
     uint32_t folderLength_ = 0;
     uint16_t handle_ = 0;
     bool isOpen_ = false;

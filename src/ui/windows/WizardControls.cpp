@@ -268,7 +268,7 @@ HBRUSH WizardControls::ColorLabel(HDC context, HWND label) const {
     return ::GetSysColorBrush(COLOR_BTNFACE);
 }
 
-void WizardControls::TellOfNewColors() const {
+void WizardControls::ForwardColorChange() const {
     for (const int id : {IDC_DISKS, IDC_PROGRESS, IDC_HOME_PAGE, IDC_FRAMEWORK_SITE})
         ::SendMessageA(Control(id), WM_SYSCOLORCHANGE, 0, 0);
 }

@@ -42,7 +42,7 @@ class WizardControls {
     HBRUSH ColorLabel(HDC context, HWND label) const;
 
     /// Passes on WM_SYSCOLORCHANGE, which the system sends to top-level windows only.
-    void TellOfNewColors() const;
+    void ForwardColorChange() const;
 
     /// Returns the control with the number `id` (WizardIds.h); null when there is none.
     HWND Control(int id) const;

@@ -153,7 +153,7 @@ INT_PTR WizardWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM
             return reinterpret_cast<INT_PTR>(
                 controls_.ColorLabel(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
         case WM_SYSCOLORCHANGE:
-            if (window == Frame()) controls_.TellOfNewColors();
+            if (window == Frame()) controls_.ForwardColorChange();
             return FALSE;
         default:
             return FALSE;

@@ -136,7 +136,7 @@ INSTANTIATE_TEST_SUITE_P(
     Each, GarbledCatalogue,
     testing::Values(
         Random("Random1", 65536, 11), Random("Random2", 65536, 12), Random("RandomAndLarge", kLarge, 13),
-        Garbage{"RandomBehindACount", [] { return "[Disks_List]\r\nCount=9\r\n" + RandomBytes(65536, 14); }},
+        Garbage{"RandomAfterACount", [] { return "[Disks_List]\r\nCount=9\r\n" + RandomBytes(65536, 14); }},
         Text("MoreDisksThanThereAre", "[Disks_List]\r\nCount=2000\r\n"), Repeated("Nuls", 65536, '\0'),
         Repeated("NulsAndLarge", kLarge, '\0'), Repeated("OneLongLine", kLarge, '[')),
     NameOfCase);

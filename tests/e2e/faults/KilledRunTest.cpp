@@ -42,7 +42,7 @@ class KilledRun : public testing::Test {
     DWORD duration_ = 0;  ///< of a whole run, in milliseconds
 };
 
-TEST_F(KilledRun, HindersNoLaterRunWheneverItIsKilled) {
+TEST_F(KilledRun, DisturbsNoLaterRunWheneverItIsKilled) {
     constexpr int kMoments = 20;
     std::mt19937 generator(20);
     for (int i = 0; i < kMoments; ++i) {

@@ -53,7 +53,7 @@ TEST(Kill, ArchiverKilledAtWorkLeavesNoCabinetAndCancelsTheBuild) {
     ExpectRunWorks(folder);
 }
 
-TEST(Kill, ProgramAndArchiverKilledWhilePackingHinderNoLaterRun) {
+TEST(Kill, ProgramAndArchiverKilledWhilePackingDisturbNoLaterRun) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(DiskWithAModule());
     PutOldImage(folder);

@@ -226,7 +226,7 @@ TEST(MissingFiles, WizardWorksWithoutItsHelp) {
 
 class MissingCompanion : public testing::TestWithParam<const char*> {};
 
-TEST_P(MissingCompanion, HindersNoLaterRun) {
+TEST_P(MissingCompanion, DisturbsNoLaterRun) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(DiskWithAModule());
     const std::string contents = folder.Read(GetParam());

@@ -60,7 +60,7 @@ TEST(Names, TargetMayHaveAnyName) {
     }
 }
 
-TEST(Names, DiskMayHaveAnyNameWithoutABlank) {
+TEST(Names, DiskMayHaveAnyNameWithoutASpace) {
     const ApplicationFolder folder;
     const std::string name = StrangeWord();
     folder.Write("files\\disklist.ini",
@@ -73,7 +73,7 @@ TEST(Names, DiskMayHaveAnyNameWithoutABlank) {
     ExpectImage(folder, folder.Path(name + ".img"), kSmallImageBytes);
 }
 
-TEST(Names, PluginMayHaveAnyNameWithoutABlank) {
+TEST(Names, PluginMayHaveAnyNameWithoutASpace) {
     const ApplicationFolder folder;
     folder.SetCustomDisk(SmallDisk());
     folder.Write("plugins\\" + StrangeWord() + "\\PLUGIN.TXT", "a file of the plugin");

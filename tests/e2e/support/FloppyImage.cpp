@@ -14,14 +14,14 @@ constexpr std::uint8_t kLongName = 0x0F;
 constexpr std::uint32_t kFirstCluster = 2;
 constexpr std::uint32_t kEndOfChain = 0xFF8;
 
-std::string WithoutTrailingBlanks(std::string text) {
+std::string WithoutTrailingSpaces(std::string text) {
     while (!text.empty() && text.back() == ' ') text.pop_back();
     return text;
 }
 
 std::string ShortName(const std::string& entry) {
-    const std::string name = WithoutTrailingBlanks(entry.substr(0, 8));
-    const std::string extension = WithoutTrailingBlanks(entry.substr(8, 3));
+    const std::string name = WithoutTrailingSpaces(entry.substr(0, 8));
+    const std::string extension = WithoutTrailingSpaces(entry.substr(8, 3));
     return extension.empty() ? name : name + "." + extension;
 }
 
@@ -104,7 +104,7 @@ void FloppyImage::ReadEntry(size_t place, const std::string& prefix) {
     entries_.push_back(place);
     if (entry[0] == '.') return;
     if ((attributes & kLabel) != 0) {
-        label_ = WithoutTrailingBlanks(entry.substr(0, 11));
+        label_ = WithoutTrailingSpaces(entry.substr(0, 11));
         return;
     }
     const std::string path = prefix + ShortName(entry);

@@ -5,9 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/TestData.h"
+
 namespace realmode::unpack::testing {
 
-using Bytes = std::vector<std::uint8_t>;
+using tools::testing::Bytes;
 
 constexpr unsigned kStored = 0;
 constexpr unsigned kMsZip = 1;

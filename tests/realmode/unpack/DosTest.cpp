@@ -100,7 +100,7 @@ TEST_F(UnpackOnDos, WithoutXmsTheWindowMustFit) {
     const std::size_t small = dos.Add("UNPACK.EXE SMALL.CAB SMALL");
     const auto results = dos.Run();
     ExpectFault(results[large], 7, "UNPACK: LARGE.CAB needs more XMS memory");
-    EXPECT_FALSE(std::filesystem::exists("c/LARGE")) << "not even the folder is made";
+    EXPECT_FALSE(std::filesystem::exists("c/LARGE")) << "not even the folder is created";
     EXPECT_EQ(0, results[small].ExitCode);
     EXPECT_TRUE(TreeOf("c/SMALL") == TreeOf("in"));
 }
@@ -117,7 +117,7 @@ TEST_F(UnpackOnDos, TheXmsIsGivenBack) {
 
 TEST_F(UnpackOnDos, TooLittleConventionalMemoryIsSaid) {
     DosSession dos;
-    WriteBytes("in/A", tools::testing::ProseBytes(100'000));
+    WriteBytes("in/A", tools::testing::TextLike(100'000));
     Pack("LZX:21", "X.CAB");
     const auto result = dos.RunOne("UNPACK.EXE X.CAB OUT", 80);
     ExpectFault(result, 7, "UNPACK: X.CAB needs more conventional memory");
@@ -230,8 +230,8 @@ TEST_F(UnpackOnDos, WhatStandsInTheWayIsNamed) {
 TEST_F(UnpackOnDos, AFullDiskIsNoticed) {
     DosSession dos;
     ASSERT_EQ(0, RunShell("mformat -C -f 360 -i floppy.img ::").ExitCode);
-    WriteBytes("in/1FITS", tools::testing::NoiseBytes(200'000));
-    WriteBytes("in/2TOO.BIG", tools::testing::NoiseBytes(200'000, 2));
+    WriteBytes("in/1FITS", tools::testing::RandomBytes(200'000));
+    WriteBytes("in/2TOO.BIG", tools::testing::RandomBytes(200'000, 2));
     Pack("LZX:21", "X.CAB");
     dos.InsertFloppy("floppy.img");
     ExpectFault(dos.RunOne("UNPACK.EXE X.CAB A:\\"), 8, "UNPACK: 2TOO.BIG does not fit on the disk");
@@ -242,7 +242,7 @@ TEST_F(UnpackOnDos, AFullDiskIsNoticed) {
 
 TEST_F(UnpackOnDos, CtrlCStopsIt) {
     DosSession dos;
-    WriteBytes("in/LONG", tools::testing::NoiseBytes(200'000));
+    WriteBytes("in/LONG", tools::testing::RandomBytes(200'000));
     Pack("MSZIP", "X.CAB");
     ExpectFault(dos.RunOne("UNPACK.EXE X.CAB OUT", 0, Keys::Break), 10, "UNPACK: X.CAB was stopped");
     EXPECT_FALSE(std::filesystem::exists("c/OUT/LONG"));

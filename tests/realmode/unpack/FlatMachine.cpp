@@ -26,7 +26,7 @@ Fault FlatTarget::MakeFolder(const char* name) {
     const std::string path = name;
     const std::size_t end = path.find_last_of('\\');
     Require(end == std::string::npos || Folders.contains(path.substr(0, end)),
-            "folders are made from the top");
+            "folders are created from the top");
     Folders.insert(path);
     return Fault::None;
 }

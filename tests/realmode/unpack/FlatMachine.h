@@ -10,10 +10,11 @@
 #include <vector>
 
 #include "realmode/unpack/Machine.h"
+#include "tests/support/TestData.h"
 
 namespace realmode::unpack::testing {
 
-using Bytes = std::vector<std::uint8_t>;
+using tools::testing::Bytes;
 
 class FlatCabinet final : public CabinetFile {
  public:

@@ -80,7 +80,7 @@ TEST_P(UnpackWindow, WithoutMemoryForItNothingIsWritten) {
 }
 
 TEST_P(UnpackWindow, ItIsNoLongerThanTheFolder) {
-    WriteBytes("in/A", tools::testing::ProseBytes(70'000));
+    WriteBytes("in/A", tools::testing::TextLike(70'000));
     ASSERT_EQ(0, RunCabarc("-m " + GetParam() + " -p -r -P in n out.cab in\\*").ExitCode);
     FlatMemory memory;
     Compare(memory, "three frames");

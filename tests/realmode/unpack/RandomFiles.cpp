@@ -4,8 +4,8 @@
 #include <array>
 #include <random>
 
+#include "tests/support/TestData.h"
 #include "tests/tools/cabarc/InTestFolder.h"
-#include "tests/tools/cabarc/lzx/TestData.h"
 
 namespace realmode::unpack::testing {
 
@@ -38,7 +38,7 @@ std::size_t RandomSize(std::mt19937& random) {
 
 void MakeRandomFiles(const std::string& folder, std::uint32_t seed, std::size_t size) {
     std::mt19937 random(seed);
-    const auto& kinds = tools::cabarc::lzx::testing::DataKinds();
+    const auto& kinds = tools::testing::DataKinds();
     std::string sub;
     for (std::size_t written = 0; written < size;) {
         if (random() % 3 == 0) {
@@ -54,7 +54,7 @@ void MakeRandomFiles(const std::string& folder, std::uint32_t seed, std::size_t 
         written += length + 1;
     }
     // Repetitions of much earlier bytes: matches from as far as the window reaches.
-    const auto far = tools::cabarc::lzx::testing::FarCopies(std::min<std::size_t>(size, 700'000), size, seed);
+    const auto far = tools::testing::FarCopies(std::min<std::size_t>(size, 700'000), size, seed);
     tools::cabarc::testing::WriteBytes(folder + "/FAR", far);
 }
 

@@ -181,7 +181,7 @@ TEST_F(FolderFunctions, FolderExists) {
     EXPECT_FALSE(FolderExists("C:\\a<b>|?"));
 }
 
-TEST_F(FolderFunctions, ABlankPathIsNoFolder) {
+TEST_F(FolderFunctions, APathOfSpacesIsNoFolder) {
     EXPECT_FALSE(FolderExists(""));
     EXPECT_FALSE(FolderExists("   "));
 }

@@ -35,7 +35,7 @@ TEST_F(INIFiles, CreateIniJoinsFolderAndFileWithOneBackslash) {
     }
 }
 
-TEST_F(INIFiles, AFoundValueComesWithOneNulBehindIt) {
+TEST_F(INIFiles, AFoundValueComesWithOneNulAfterIt) {
     const INIFile ini(Folder.Write("a.ini", "[s]\r\nk=3\r\ntext= two words \r\n"));
     EXPECT_EQ("3\0"s, ini.GetINIKey("s", "k"));
     EXPECT_EQ(3.0, NumericPrefix(ini.GetINIKey("s", "k")));
@@ -54,7 +54,7 @@ TEST_F(INIFiles, AnythingAbsentReadsAsASingleNul) {
     EXPECT_FALSE(Folder.HasFile("missing.ini"));
 }
 
-TEST_F(INIFiles, OnlyBlanksInFrontOfTheNulsPlaceAreTrimmed) {
+TEST_F(INIFiles, OnlySpacesInFrontOfTheNulsPlaceAreTrimmed) {
     const INIFile ini(Folder.Write("a.ini", "[s]\r\nk=\"  x  \"\r\n"));
     EXPECT_EQ("x  \0"s, ini.GetINIKey("s", "k"));
 }

@@ -129,7 +129,7 @@ TEST(ProgramFolder, IsThatOfTheRunningProgram) {
 }
 
 // The usual line of a batch file, "%~dp0"velbooter.exe, has quotes around the folder only.
-TEST(CallText, OneBlankOrTabBehindTheNameIsDropped) {
+TEST(CallText, OneSpaceOrTabAfterTheNameIsDropped) {
     struct Case {
         std::string whole, text;
     };
@@ -153,7 +153,7 @@ TEST(CallText, OneBlankOrTabBehindTheNameIsDropped) {
     for (const Case& c : cases) EXPECT_EQ(ArgumentsOf(c.whole), c.text) << "[" << c.whole << "]";
 }
 
-TEST(CallText, BlanksAreNoArguments) {
+TEST(CallText, SpacesAreNoArguments) {
     EXPECT_TRUE(IsWithoutArguments(""));
     EXPECT_TRUE(IsWithoutArguments("   "));
     EXPECT_FALSE(IsWithoutArguments(" mydisk"));

@@ -56,7 +56,7 @@ TEST_F(LineReading, AnEmptyFileHasNoLineAndALineEndAloneIsOne) {
     EXPECT_EQ((Lines{""}), LinesOf("\r\n"));
 }
 
-TEST_F(LineReading, BlanksAndNulsAreKept) {
+TEST_F(LineReading, SpacesAndNulsAreKept) {
     EXPECT_EQ((Lines{"  a\t ", "b\0c"s, "\0"s}), LinesOf("  a\t \r\nb\0c\r\n\0\r\n"s));
 }
 

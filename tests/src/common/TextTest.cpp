@@ -12,7 +12,7 @@ namespace {
 
 using std::string_literals::operator""s;
 
-TEST(Text, TrimmingRemovesBlanksAndNothingElse) {
+TEST(Text, TrimmingRemovesSpacesAndNothingElse) {
     struct Case {
         std::string text, left, right, both;
     };
@@ -59,7 +59,7 @@ TEST(Text, CaseFollowsTheAnsiCodePage) {
     }
 }
 
-TEST(Text, CaseKeepsTextBehindANul) {
+TEST(Text, CaseKeepsTextAfterANul) {
     EXPECT_EQ("a\0b"s, LowerCase("A\0B"s));
     EXPECT_EQ("A\0B"s, UpperCase("a\0b"s));
 }

@@ -27,7 +27,7 @@ TEST_F(FullFloppy, AbortEndsTheCopy) {
     EXPECT_FALSE(InjectFilesToDir(App.Paths, App.Screen, App.Wizard, "A:"));
 }
 
-TEST_F(FullFloppy, RetryCopiesOnceThereIsRoom) {
+TEST_F(FullFloppy, RetryCopiesOnceThereIsSpace) {
     Screen.Expect(DiskFull(), Answer::Retry);
     Screen.Expect(DiskFull(), Answer::Retry, [] { std::filesystem::remove("A:\\a"); });
     EXPECT_TRUE(InjectFilesToDir(App.Paths, App.Screen, App.Wizard, "A:"));

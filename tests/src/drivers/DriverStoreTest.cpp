@@ -118,7 +118,7 @@ TEST_F(DefaultDrivers, AnotherEndingBelongsToTheName) {
     EXPECT_EQ("1", Key("NDIS", "E100B.ZIP"));
 }
 
-TEST_F(DefaultDrivers, CaseAndBlanksOfBothPartsDoNotMatter) {
+TEST_F(DefaultDrivers, CaseAndSpacesOfBothPartsDoNotMatter) {
     ApplyNdis("[DefaultDrivers]\r\n  nDiS  \\  e100B.Cab  \r\nndis\\RTL8139\r\n");
     EXPECT_EQ("101", Ndis());
 }
@@ -268,7 +268,7 @@ TEST_F(DriverDescriptions, TheFirstLineIsReadFromIts14thCharacterOn) {
     EXPECT_EQ("Adaptec AHA-154x", DescribeText("AHA154X.SYS  Adaptec AHA-154x\r\nsecond line\r\n"));
 }
 
-TEST_F(DriverDescriptions, BlanksAroundItAreTrimmed) {
+TEST_F(DriverDescriptions, SpacesAroundItAreTrimmed) {
     EXPECT_EQ("Adaptec  AHA-154x", DescribeText("AHA154X.SYS      Adaptec  AHA-154x  \r\n"));
 }
 
@@ -322,7 +322,7 @@ TEST_F(DriverDescriptions, AMissingArchiverOrCabinetIsNotDescribed) {
     EXPECT_EQ(kNotAvailable, Describe("GONE.CAB"));
 }
 
-TEST_F(DriverDescriptions, ANameWithBlanksIsNotQuotedAndSoNotDescribed) {
+TEST_F(DriverDescriptions, ANameWithSpacesIsNotQuotedAndSoNotDescribed) {
     MakeDriver("aspi\\MY CARD.CAB", "scsi.txt", "My card");
     EXPECT_EQ(kNotAvailable, Describe("MY CARD.CAB"));
 }

@@ -36,8 +36,8 @@ class NetworkListsTest : public DriversTest {
         CreatePrebuiltFiles(App.Paths, App.Screen, App.Wizard);
     }
     /// What follows the header lines in the list and in the map.
-    std::string MenuLines() const { return Behind(kMenuHeader, Folder.Read("cabs\\etc\\_msnet.nic")); }
-    std::string PciLines() const { return Behind(kPciHeader, Folder.Read("cabs\\etc\\_msnet.pci")); }
+    std::string MenuLines() const { return After(kMenuHeader, Folder.Read("cabs\\etc\\_msnet.nic")); }
+    std::string PciLines() const { return After(kPciHeader, Folder.Read("cabs\\etc\\_msnet.pci")); }
     Files Calls() const {
         Files commandLines;
         for (const ToolCall& call : Folder.Calls("cabarc.exe")) commandLines.push_back(call.CommandLine);
@@ -51,7 +51,7 @@ class NetworkListsTest : public DriversTest {
     static constexpr const char* kPciHeader = "; PCI map file (build from ndis.pci files)\r\n";
 
  private:
-    static std::string Behind(const std::string& header, const std::string& content) {
+    static std::string After(const std::string& header, const std::string& content) {
         EXPECT_EQ(header, content.substr(0, header.size()));
         return content.size() < header.size() ? "" : content.substr(header.size());
     }

@@ -150,7 +150,7 @@ TEST_F(KeyFileData, QuotesAroundAValueAreLeftOut) {
     EXPECT_EQ((Groups{"ABCDE", "FGHIJ", "", "", ""}), shown.Key);
 }
 
-TEST_F(KeyFileData, BlanksAroundAValueAreLeftOutAndThoseInsideKept) {
+TEST_F(KeyFileData, SpacesAroundAValueAreLeftOutAndThoseInsideKept) {
     FillWith("[Win9xInfo]\r\nOwnerName =   Jane  van  Doe   \r\n  Workgroup=  \r\n");
     EXPECT_EQ("Jane  van  Doe", Shown().Owner);
     EXPECT_EQ("", Shown().Workgroup);

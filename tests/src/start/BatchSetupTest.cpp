@@ -37,9 +37,9 @@ class BatchSetup : public BatchModeTest {
     }
 
     /// Returns the owner in the answer file auto.inf, with its quotes.
-    std::string OwnerInAnswers() { return LineBehind("files\\setupwin\\bin\\auto.inf", "\r\nName="); }
+    std::string OwnerInAnswers() { return LineAfter("files\\setupwin\\bin\\auto.inf", "\r\nName="); }
 
-    std::string EditionInBatchFile() { return LineBehind("files\\setupwin\\bin\\os.bat", "OSVersion= "); }
+    std::string EditionInBatchFile() { return LineAfter("files\\setupwin\\bin\\os.bat", "OSVersion= "); }
 
     static Message PackingFailure(const std::string& name) {
         return {"The Cabinet " + name + ".cab could not be created \r\n\r\nThe Veltrane Can't Continue !",
@@ -49,7 +49,7 @@ class BatchSetup : public BatchModeTest {
     LocalMachine Machine;
 
  private:
-    std::string LineBehind(const std::string& tail, const std::string& mark) {
+    std::string LineAfter(const std::string& tail, const std::string& mark) {
         const std::string content = Folder.Read(tail);
         const size_t at = content.find(mark);
         if (at == std::string::npos) return "nowhere in " + content;

@@ -126,7 +126,7 @@ TEST_F(CommandLine, AnyOtherImageTypeIsNamedInTheMessage) {
     }
 }
 
-TEST_F(CommandLine, TwoBlanksBehindTheOptionGiveItAnEmptyValue) {
+TEST_F(CommandLine, TwoSpacesAfterTheOptionGiveItAnEmptyValue) {
     Screen.Expect(OptionError("Invalid Image type: "));
     const CommandLineValues values = Parse("-t  144");
     EXPECT_EQ("144", values.DiskName);
@@ -173,7 +173,7 @@ TEST_F(CommandLine, APluginNameThatLeadsOutOfItsFolderIsReported) {
     EXPECT_EQ("a\\b", Parse("-plugin a\\b mydisk").PluginName);
 }
 
-TEST_F(CommandLine, TwoBlanksBehindPluginAreNoPlugin) {
+TEST_F(CommandLine, TwoSpacesAfterPluginAreNoPlugin) {
     Folder.MakeFolder("plugins");
     const CommandLineValues values = Parse("-plugin  mydisk");
     EXPECT_FALSE(values.ParameterError);
@@ -210,13 +210,13 @@ TEST_F(CommandLine, AnUnknownOptionShowsTheUsageAndTheNameIsStillTaken) {
     }
 }
 
-TEST_F(CommandLine, TheTargetMayHoldBlanks) {
+TEST_F(CommandLine, TheTargetMayHoldSpaces) {
     const CommandLineValues values = Parse("name C:\\My Images\\a.img");
     EXPECT_EQ("name", values.DiskName);
     EXPECT_EQ("C:\\My Images\\a.img", values.TargetPath);
 }
 
-TEST_F(CommandLine, OptionsBehindTheTargetArePartOfIt) {
+TEST_F(CommandLine, OptionsAfterTheTargetArePartOfIt) {
     const CommandLineValues values = Parse("name a.img -sel");
     EXPECT_EQ("a.img -sel", values.TargetPath);
     EXPECT_FALSE(values.ShowDriverDialog);
@@ -232,7 +232,7 @@ TEST_F(CommandLine, TheTargetIsTrimmed) {
     EXPECT_EQ("a  b.img", Parse("name    a  b.img   ").TargetPath);
 }
 
-TEST_F(CommandLine, ABlankBehindTheNameStartsTheTarget) {
+TEST_F(CommandLine, ASpaceAfterTheNameStartsTheTarget) {
     EXPECT_EQ("", Parse("name ").TargetPath);
     const CommandLineValues values = Parse("name  -sel");
     EXPECT_EQ("-sel", values.TargetPath);
@@ -256,7 +256,7 @@ TEST_F(CommandLine, QuotesHaveNoMeaning) {
     EXPECT_EQ("disk\" \"a b.img\"", values.TargetPath);
 }
 
-TEST_F(CommandLine, LeadingBlanksArePassedOver) {
+TEST_F(CommandLine, LeadingSpacesArePassedOver) {
     EXPECT_EQ("name", Parse("   name").DiskName);
 }
 

@@ -54,7 +54,7 @@ TEST_F(ProgramStart, MissingDosFilesEndTheProgramBeforeTheCommandLineIsRead) {
     EXPECT_EQ(GetSystemFolder(), App.Paths.SystemFolder);
 }
 
-TEST_F(ProgramStart, ACommandLineOfOneBlankIsABatchRunWithoutAName) {
+TEST_F(ProgramStart, ACommandLineOfOneSpaceIsABatchRunWithoutAName) {
     WriteDosFiles();
     Screen.Expect(OptionError("The disk name is not specified"));
     EXPECT_EQ(ExitCode::Refused, Start(" "));

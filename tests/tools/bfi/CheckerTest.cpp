@@ -25,11 +25,11 @@ class Checker : public ImageTest {
 
     void WriteSampleTree() const {
         const tools::DosTime time = PackDosTime(1998, 5, 11, 20, 1, 2);
-        Files.Write("tree/io.sys", NoiseBytes(3000, 1), time, tools::kArchive);
-        Files.Write("tree/command.com", NoiseBytes(93'812, 2), time, tools::kArchive);
-        Files.Write("tree/locked.txt", NoiseBytes(10, 3), time, tools::kReadOnly);
-        Files.Write("tree/lib/net.cab", NoiseBytes(200'000, 4), time, tools::kArchive);
-        Files.Write("tree/lib/A long name.text", NoiseBytes(777, 5), time, tools::kArchive);
+        Files.Write("tree/io.sys", RandomBytes(3000, 1), time, tools::kArchive);
+        Files.Write("tree/command.com", RandomBytes(93'812, 2), time, tools::kArchive);
+        Files.Write("tree/locked.txt", RandomBytes(10, 3), time, tools::kReadOnly);
+        Files.Write("tree/lib/net.cab", RandomBytes(200'000, 4), time, tools::kArchive);
+        Files.Write("tree/lib/A long name.text", RandomBytes(777, 5), time, tools::kArchive);
         Files.Write("tree/lib/deep/empty", Bytes{}, time, tools::kArchive);
         Files.MakeFolder("tree/nothing");
     }
@@ -51,7 +51,7 @@ TEST_P(Checker, FsckAndSevenZipFindNothing) {
 TEST_P(Checker, FsckFindsNothingOnAnEmptyAndOnAFullDisk) {
     Build();
     ExpectSound();
-    Files.Write("tree/all", NoiseBytes(Format().DataClusters() * Format().ClusterBytes(), 1));
+    Files.Write("tree/all", RandomBytes(Format().DataClusters() * Format().ClusterBytes(), 1));
     Build();
     ExpectSound();
     const ProgramResult check = RunProgram({"fsck.fat", "-n", Image()});
@@ -76,11 +76,11 @@ TEST_P(Checker, McopyGivesEveryFileBack) {
         RunProgram({"mcopy", "-s", "-m", "-n", "-i", Image(), "::*", Files.Text("back")});
     ASSERT_EQ(0, copy.ExitCode) << copy.All();
     EXPECT_THAT(Files.Names("back"), ElementsAre("COMMAND.COM", "IO.SYS", "LIB", "LOCKED.TXT", "NOTHING"));
-    EXPECT_EQ(NoiseBytes(3000, 1), Files.Read("back/IO.SYS"));
-    EXPECT_EQ(NoiseBytes(93'812, 2), Files.Read("back/COMMAND.COM"));
-    EXPECT_EQ(NoiseBytes(10, 3), Files.Read("back/LOCKED.TXT"));
-    EXPECT_EQ(NoiseBytes(200'000, 4), Files.Read("back/LIB/NET.CAB"));
-    EXPECT_EQ(NoiseBytes(777, 5), Files.Read("back/LIB/A long name.text"));
+    EXPECT_EQ(RandomBytes(3000, 1), Files.Read("back/IO.SYS"));
+    EXPECT_EQ(RandomBytes(93'812, 2), Files.Read("back/COMMAND.COM"));
+    EXPECT_EQ(RandomBytes(10, 3), Files.Read("back/LOCKED.TXT"));
+    EXPECT_EQ(RandomBytes(200'000, 4), Files.Read("back/LIB/NET.CAB"));
+    EXPECT_EQ(RandomBytes(777, 5), Files.Read("back/LIB/A long name.text"));
     EXPECT_EQ(Bytes{}, Files.Read("back/LIB/DEEP/EMPTY"));
     for (const tools::HostFile& file : tools::ListFolder(Files.Path("back")))
         if (!file.IsFolder) {

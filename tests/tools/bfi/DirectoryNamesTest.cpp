@@ -123,7 +123,7 @@ TEST(VolumeLabel, RefusesWhatDosWouldNotShow) {
     EXPECT_THAT(ErrorOf([] { ToVolumeLabel(""); }), HasSubstr("the volume label is empty"));
     EXPECT_THAT(ErrorOf([] { ToVolumeLabel("twelve chars"); }),
                 HasSubstr("-l=twelve chars: a volume label has at most 11"));
-    EXPECT_THAT(ErrorOf([] { ToVolumeLabel(" A"); }), HasSubstr("cannot begin with a blank"));
+    EXPECT_THAT(ErrorOf([] { ToVolumeLabel(" A"); }), HasSubstr("cannot begin with a space"));
     for (const char* label : {"A.B", "A/B", "A*", "A\"", "A+B", "\xC3\xA4"})
         EXPECT_THAT(ErrorOf([&] { ToVolumeLabel(label); }), HasSubstr("a volume label holds only")) << label;
 }

@@ -47,7 +47,7 @@ TEST_P(Fault, AFolderInThePlaceOfTheImageIsRefused) {
 }
 
 TEST_P(Fault, ATreeThatDoesNotFitChangesNothing) {
-    Files.Write("tree/big", NoiseBytes(3'000'000, 1));
+    Files.Write("tree/big", RandomBytes(3'000'000, 1));
     EXPECT_THAT(Refusal(), HasSubstr("bytes are missing"));
     ExpectOldImage();
 }
@@ -103,7 +103,7 @@ TEST_P(Fault, NothingIsReplacedOrMadeInTheTree) {
         request.ImageFile = Files.Text(name);
         EXPECT_EQ(
             tools::testing::ErrorOf([&] { BuildImage(request); }),
-            request.ImageFile + ": lies in the folder that the image is made of, " + Files.Text("tree"));
+            request.ImageFile + ": lies in the folder that the image is built from, " + Files.Text("tree"));
     }
     EXPECT_EQ(Bytes{'a'}, Files.Read("tree/a.txt"));
     EXPECT_EQ(2U, Files.Names("tree").size());

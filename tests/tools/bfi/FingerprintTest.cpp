@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/Bytes.h"
+#include "tests/support/TestData.h"
 
 #include <set>
 #include <vector>

@@ -14,11 +14,11 @@
 namespace tools::bfi::testing {
 
 using tools::testing::Bytes;
-using tools::testing::NoiseBytes;
+using tools::testing::RandomBytes;
 
 /// Returns a boot sector that bfi accepts, with random bytes for code.
 inline Bytes SampleBootSector() {
-    Bytes sector = NoiseBytes(512, 4711);
+    Bytes sector = RandomBytes(512, 4711);
     const std::string start = "\xEB\x3C\x90MSWIN4.1";
     std::copy(start.begin(), start.end(), sector.begin());
     sector[510] = 0x55;

@@ -21,18 +21,18 @@ std::vector<std::string> Paths(const FatImage& image) {
 TEST_P(ImageTest, GivesEveryFileBackWithItsTimeAndAttributes) {
     const DosTime time = PackDosTime(1998, 5, 11, 20, 1, 2);
     const DosTime other = PackDosTime(2024, 12, 31, 23, 59, 58);
-    Files.Write("tree/config.sys", NoiseBytes(1, 1), time, tools::kArchive);
-    Files.Write("tree/lib/net.cab", NoiseBytes(300'001, 2), other,
+    Files.Write("tree/config.sys", RandomBytes(1, 1), time, tools::kArchive);
+    Files.Write("tree/lib/net.cab", RandomBytes(300'001, 2), other,
                 tools::kReadOnly | tools::kHidden | tools::kSystem);
-    Files.Write("tree/lib/deep/er/x", NoiseBytes(1024, 3), time, tools::kArchive);
+    Files.Write("tree/lib/deep/er/x", RandomBytes(1024, 3), time, tools::kArchive);
     Files.Write("tree/lib/deep/empty.txt", Bytes{}, other, tools::kArchive);
     const FatImage image = Build();
     EXPECT_THAT(Paths(image),
                 ElementsAre("VELSTART   ", "CONFIG.SYS", "LIB", "LIB/DEEP", "LIB/DEEP/EMPTY.TXT",
                             "LIB/DEEP/ER", "LIB/DEEP/ER/X", "LIB/NET.CAB"));
-    EXPECT_EQ(NoiseBytes(1, 1), image.At("CONFIG.SYS").Content);
-    EXPECT_EQ(NoiseBytes(300'001, 2), image.At("LIB/NET.CAB").Content);
-    EXPECT_EQ(NoiseBytes(1024, 3), image.At("LIB/DEEP/ER/X").Content);
+    EXPECT_EQ(RandomBytes(1, 1), image.At("CONFIG.SYS").Content);
+    EXPECT_EQ(RandomBytes(300'001, 2), image.At("LIB/NET.CAB").Content);
+    EXPECT_EQ(RandomBytes(1024, 3), image.At("LIB/DEEP/ER/X").Content);
     EXPECT_EQ(Bytes{}, image.At("LIB/DEEP/EMPTY.TXT").Content);
     EXPECT_EQ(time.Date, image.At("CONFIG.SYS").Date);
     EXPECT_EQ(time.Time, image.At("CONFIG.SYS").Time);
@@ -49,14 +49,14 @@ TEST_P(ImageTest, GivesEveryFileBackWithItsTimeAndAttributes) {
 TEST_P(ImageTest, TheSystemFilesComeFirstThenTheLabelThenCommandComThenTheRestByName) {
     for (const char* name :
          {"autoexec.bat", "zzz", "command.com", "Io.sys", "msdos.SYS", "Bin/x", "config.sys"})
-        Files.Write(std::string("tree/") + name, NoiseBytes(600, 1));
+        Files.Write(std::string("tree/") + name, RandomBytes(600, 1));
     EXPECT_THAT(Paths(Build()), ElementsAre("IO.SYS", "MSDOS.SYS", "VELSTART   ", "COMMAND.COM",
                                             "AUTOEXEC.BAT", "BIN", "BIN/X", "CONFIG.SYS", "ZZZ"));
 }
 
 TEST_P(ImageTest, TheSystemFilesAreReadOnlyHiddenAndSystemInTheRootOnly) {
     for (const char* name : {"io.sys", "msdos.sys", "command.com", "sub/io.sys"})
-        Files.Write(std::string("tree/") + name, NoiseBytes(600, 1));
+        Files.Write(std::string("tree/") + name, RandomBytes(600, 1));
     const FatImage image = Build();
     EXPECT_EQ(0x27, image.At("IO.SYS").Attributes);
     EXPECT_EQ(0x27, image.At("MSDOS.SYS").Attributes);
@@ -74,7 +74,7 @@ TEST_P(ImageTest, AFolderCalledLikeASystemFileIsAFolder) {
 
 TEST_P(ImageTest, EveryFileLiesInOnePieceAndIoSysStartsTheDataArea) {
     for (const char* name : {"a", "io.sys", "m/b", "m/c", "msdos.sys", "z"})
-        Files.Write(std::string("tree/") + name, NoiseBytes(2500, 1));
+        Files.Write(std::string("tree/") + name, RandomBytes(2500, 1));
     const FatImage image = Build();
     EXPECT_EQ(2U, image.At("IO.SYS").Clusters.front());
     EXPECT_EQ(image.At("MSDOS.SYS").Clusters.front(), image.At("IO.SYS").Clusters.back() + 1);
@@ -84,7 +84,7 @@ TEST_P(ImageTest, EveryFileLiesInOnePieceAndIoSysStartsTheDataArea) {
 }
 
 TEST_P(ImageTest, TheLabelIsTheSameInTheBootSectorAndInTheRoot) {
-    Files.Write("tree/a", NoiseBytes(1, 1), PackDosTime(1999, 2, 3, 4, 5, 6), tools::kArchive);
+    Files.Write("tree/a", RandomBytes(1, 1), PackDosTime(1999, 2, 3, 4, 5, 6), tools::kArchive);
     const FatImage image = Build();
     EXPECT_EQ("VELSTART   ", image.Label);
     EXPECT_EQ(0x08, image.At("VELSTART   ").Attributes);
@@ -105,10 +105,10 @@ TEST_P(ImageTest, AnEmptyFolderTakesOneCluster) {
 
 TEST_P(ImageTest, FillsTheDataAreaToTheLastCluster) {
     const std::size_t capacity = Format().DataClusters() * Format().ClusterBytes();
-    Files.Write("tree/all", NoiseBytes(capacity, 1));
+    Files.Write("tree/all", RandomBytes(capacity, 1));
     const FatImage image = Build();
     EXPECT_EQ(0U, image.FreeClusters);
-    EXPECT_EQ(NoiseBytes(capacity, 1), image.At("ALL").Content);
+    EXPECT_EQ(RandomBytes(capacity, 1), image.At("ALL").Content);
 }
 
 TEST_P(ImageTest, FillsTheDataAreaWithFoldersAndSmallFiles) {
@@ -116,7 +116,7 @@ TEST_P(ImageTest, FillsTheDataAreaWithFoldersAndSmallFiles) {
     for (int i = 0; i < 100; ++i) Files.Write("tree/sub/f" + std::to_string(i), "x");
     const auto folderClusters = static_cast<std::size_t>(Format().ClustersFor(102 * 32));
     const std::size_t rest = Format().DataClusters() - 100 - folderClusters;
-    Files.Write("tree/rest", NoiseBytes(rest * Format().ClusterBytes(), 1));
+    Files.Write("tree/rest", RandomBytes(rest * Format().ClusterBytes(), 1));
     EXPECT_EQ(0U, Build().FreeClusters);
     Files.Write("tree/sub/one-more", "x");
     EXPECT_EQ(Files.Text("tree") + ": does not fit on a " + Format().Name +
@@ -127,16 +127,16 @@ TEST_P(ImageTest, FillsTheDataAreaWithFoldersAndSmallFiles) {
 TEST_P(ImageTest, OneClusterTooManyIsRefusedWithTheMissingBytes) {
     const std::size_t capacity = Format().DataClusters() * Format().ClusterBytes();
     const std::string start = Files.Text("tree") + ": does not fit on a " + Format().Name + " disk: ";
-    Files.Write("tree/all", NoiseBytes(capacity + 1, 1));
+    Files.Write("tree/all", RandomBytes(capacity + 1, 1));
     EXPECT_EQ(start + std::to_string(Format().ClusterBytes()) + " bytes are missing", Refusal());
-    Files.Write("tree/more", NoiseBytes(10'000, 1));
+    Files.Write("tree/more", RandomBytes(10'000, 1));
     EXPECT_EQ(start + std::to_string(Format().ClusterBytes() + 10'240) + " bytes are missing", Refusal());
     EXPECT_THAT(Files.Names(), ElementsAre("boot.bin", "tree"));
 }
 
 TEST_P(ImageTest, AFoldersOwnClusterCountsToo) {
     const std::size_t capacity = Format().DataClusters() * Format().ClusterBytes();
-    Files.Write("tree/all", NoiseBytes(capacity, 1));
+    Files.Write("tree/all", RandomBytes(capacity, 1));
     Files.MakeFolder("tree/folder");
     EXPECT_EQ(Files.Text("tree") + ": does not fit on a " + Format().Name +
                   " disk: " + std::to_string(Format().ClusterBytes()) + " bytes are missing",
@@ -148,7 +148,7 @@ TEST_P(ImageTest, TheRootHoldsAsManyEntriesAsItHas) {
     for (std::uint32_t i = 1; i < entries; ++i) Files.Write("tree/f" + std::to_string(i), "");
     EXPECT_EQ(entries, Build().Entries.size());
     Files.Write("tree/g", "");
-    EXPECT_EQ(Files.Text("tree") + ": the root directory of a " + Format().Name + " disk has room for " +
+    EXPECT_EQ(Files.Text("tree") + ": the root directory of a " + Format().Name + " disk holds " +
                   std::to_string(entries) + " entries, and " + std::to_string(entries + 1) +
                   " are needed (the label takes one, a long name takes several)",
               Refusal());
@@ -185,13 +185,13 @@ TEST_P(ImageTest, LongNamesAreKeptBesideTheirAliases) {
 
 TEST_P(ImageTest, TheSameContentsGiveTheSameImageAndOthersAnotherSerialNumber) {
     const DosTime time = PackDosTime(2001, 1, 1, 1, 1, 2);
-    Files.Write("tree/b", NoiseBytes(5000, 1), time, tools::kArchive);
-    Files.Write("tree/a", NoiseBytes(5000, 2), time, tools::kArchive);
+    Files.Write("tree/b", RandomBytes(5000, 1), time, tools::kArchive);
+    Files.Write("tree/a", RandomBytes(5000, 2), time, tools::kArchive);
     const FatImage first = Build();
     const Bytes bytes = Files.Read("out.img");
     EXPECT_EQ(first.Serial, Build().Serial);
     EXPECT_EQ(bytes, Files.Read("out.img"));
-    Files.Write("tree/a", NoiseBytes(5000, 3), time, tools::kArchive);
+    Files.Write("tree/a", RandomBytes(5000, 3), time, tools::kArchive);
     EXPECT_NE(Build().Serial, first.Serial);
     EXPECT_NE(first.Serial, 0U);
 }

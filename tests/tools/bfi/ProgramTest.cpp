@@ -92,10 +92,10 @@ TEST_F(BfiProgram, WildcardsInAnArgumentAreLeftAlone) {
 
 #ifndef _WIN32
 TEST_F(BfiProgram, KilledAtAnyMomentItLeavesTheOldImageOrTheNewOne) {
-    Files.Write("tree/big.bin", NoiseBytes(1'400'000, 1));
+    Files.Write("tree/big.bin", RandomBytes(1'400'000, 1));
     ASSERT_EQ(0, RunProgram(Words("new.img")).ExitCode);
     const Bytes complete = Files.Read("new.img");
-    const Bytes old = NoiseBytes(1000, 2);
+    const Bytes old = RandomBytes(1000, 2);
     for (int run = 0; run < 60; ++run) {
         Files.Write("out.img", old);
         std::vector<std::string> words = Words("out.img");

@@ -39,7 +39,7 @@ Bytes With(Bytes bytes, std::size_t offset, const Bytes& replacement) {
 
 Bytes Sample() {
     return HandMade({{"a.txt", BytesOf("alpha"), 0x21, 0},
-                     {"sub\\b.bin", NoiseBytes(40000), 0x20, 0},
+                     {"sub\\b.bin", RandomBytes(40000), 0x20, 0},
                      {"caf\xC3\xA9", BytesOf("x"), 0xA0, 1}});
 }
 
@@ -50,7 +50,7 @@ TEST(CabinetReader, ReadsEveryField) {
     const CabinetDirectory directory = ReadFrom(Sample());
     EXPECT_EQ(Sample().size(), directory.CabinetSize);
     ASSERT_EQ(2U, directory.Folders.size());
-    EXPECT_EQ(2, directory.Folders[0].Blocks);
+    EXPECT_EQ(2, directory.Folders[0].Records);
     EXPECT_EQ(0, directory.Folders[0].Type);
     ASSERT_EQ(3U, directory.Members.size());
     const CabinetMember& second = directory.Members[1];
@@ -85,7 +85,7 @@ TEST(CabinetReader, SkipsReservesAndNeighboursNames) {
     EXPECT_EQ("b.txt", directory.Members[1].Name);
 }
 
-TEST(CabinetReader, AcceptsBytesBehindTheCabinet) {
+TEST(CabinetReader, AcceptsBytesAfterTheCabinet) {
     Bytes cabinet = Sample();
     cabinet.resize(cabinet.size() + 100);
     EXPECT_EQ("accepted", Refusal(cabinet));

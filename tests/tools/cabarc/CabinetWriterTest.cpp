@@ -23,9 +23,9 @@ CabinetMember Sized(const std::string& name, std::uint32_t size) {
 
 TEST(Checksum, WeighsTheTailFromItsFirstByte) {
     const Bytes payload = {1, 2, 3, 4, 5, 6, 7};
-    EXPECT_EQ(0x04030201U ^ 0x00050607U ^ 0x80000007U, BlockChecksum(payload, 0x8000));
-    EXPECT_EQ(9U ^ 0x00010001U, BlockChecksum(Bytes{9}, 1));
-    EXPECT_EQ(0x0908U ^ 0x00020002U, BlockChecksum(Bytes{9, 8}, 2));
+    EXPECT_EQ(0x04030201U ^ 0x00050607U ^ 0x80000007U, RecordChecksum(payload, 0x8000));
+    EXPECT_EQ(9U ^ 0x00010001U, RecordChecksum(Bytes{9}, 1));
+    EXPECT_EQ(0x0908U ^ 0x00020002U, RecordChecksum(Bytes{9, 8}, 2));
 }
 
 TEST(FolderPlan, PutsEverythingIntoOneFolder) {
@@ -65,8 +65,8 @@ TEST(FolderPlan, CountsMembersUpToTheLimit) {
 class CabinetWriterTest : public InTestFolder {};
 
 TEST_F(CabinetWriterTest, WritesSeveralFoldersOfTheirOwnMethod) {
-    const Bytes first = ProseBytes(70000);
-    const Bytes second = NoiseBytes(40000);
+    const Bytes first = TextLike(70000);
+    const Bytes second = RandomBytes(40000);
     CabinetDirectory directory;
     directory.Folders = {{0, 0, 0}, {0, 0, 1}};
     directory.Members = {Sized("a", 70000), Sized("sub\\b", 40000), Sized("empty", 0)};
@@ -97,7 +97,7 @@ TEST_F(CabinetWriterTest, NoticesAFolderThatGotOtherBytesThanItsMembersNeed) {
     PlanFolders(directory, 0);
     OutputFile output("wrong.cab");
     CabinetWriter writer(output, directory);
-    writer.BeginFolder().PutBlock(BytesOf("ab"), 2);
+    writer.BeginFolder().PutRecord(BytesOf("ab"), 2);
     EXPECT_THROW(writer.Finish(), std::logic_error);
 }
 
@@ -107,19 +107,19 @@ TEST_F(CabinetWriterTest, FillsAFolderToItsLastRecordAndNotBeyond) {
     PlanFolders(directory, 1);
     OutputFile output("full.cab");
     CabinetWriter writer(output, directory);
-    BlockSink& sink = writer.BeginFolder();
-    for (int i = 0; i < 65535; ++i) sink.PutBlock(BytesOf("p"), 32768);
+    RecordSink& sink = writer.BeginFolder();
+    for (int i = 0; i < 65535; ++i) sink.PutRecord(BytesOf("p"), 32768);
     writer.Finish();
-    EXPECT_THAT([&] { sink.PutBlock(BytesOf("p"), 32768); },
+    EXPECT_THAT([&] { sink.PutRecord(BytesOf("p"), 32768); },
                 ThrowsMessage<ToolError>(HasSubstr("too big for one cabinet")));
 }
 
 /// Keeps the records that a compressor delivers.
-class Records : public BlockSink {
+class Records : public RecordSink {
  public:
     std::vector<ParsedRecord> All;
 
-    void PutBlock(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) override {
+    void PutRecord(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) override {
         All.push_back({{payload.begin(), payload.end()}, uncompressedSize});
     }
 };
@@ -131,7 +131,7 @@ std::size_t SizeOf(const Records& records) {
 }
 
 TEST(MsZipCompressor, DeliversTheSameRecordsForCallsOfAnySize) {
-    const Bytes data = ProseBytes(200000);
+    const Bytes data = TextLike(200000);
     Records whole;
     MsZipCompressor atOnce(whole);
     atOnce.Write(data);
@@ -150,7 +150,7 @@ TEST(MsZipCompressor, DeliversTheSameRecordsForCallsOfAnySize) {
 }
 
 TEST(MsZipCompressor, RemembersTheFrameBefore) {
-    Bytes data = NoiseBytes(32768);
+    Bytes data = RandomBytes(32768);
     const Bytes half(data.begin() + 16384, data.end());
     data.insert(data.end(), half.begin(), half.end());
     Records records;
@@ -165,7 +165,7 @@ TEST(MsZipCompressor, NeverExceedsOneStoredBlock) {
     for (const std::size_t size : {1U, 2U, 100U, 32767U, 32768U}) {
         Records records;
         MsZipCompressor compressor(records);
-        compressor.Write(NoiseBytes(size));
+        compressor.Write(RandomBytes(size));
         compressor.Finish();
         ASSERT_EQ(1U, records.All.size());
         EXPECT_LE(records.All[0].Payload.size(), size + 7) << size;
@@ -175,7 +175,7 @@ TEST(MsZipCompressor, NeverExceedsOneStoredBlock) {
 TEST(MsZipCompressor, StaysFarBelowTheInputOnText) {
     Records records;
     MsZipCompressor compressor(records);
-    compressor.Write(ProseBytes(300000));
+    compressor.Write(TextLike(300000));
     compressor.Finish();
     EXPECT_LT(SizeOf(records), 150000U);
 }

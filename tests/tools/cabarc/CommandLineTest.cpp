@@ -56,7 +56,7 @@ TEST(CommandLine, OptionLettersHaveNoCaseExceptThoseOfPathAndPrefix) {
     EXPECT_THAT(call.Prefixes, ElementsAre("one", "two"));
 }
 
-TEST(CommandLine, OptionsMayStandBehindTheCommandButNotBehindTheCabinet) {
+TEST(CommandLine, OptionsMayStandAfterTheCommandButNotAfterTheCabinet) {
     EXPECT_TRUE(Parsed({"n", "-r", "a.cab", "x"}).Recurse);
     EXPECT_THAT(Parsed({"n", "a.cab", "-r"}).Names, ElementsAre("-r"));
 }

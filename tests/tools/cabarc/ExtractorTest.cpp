@@ -56,10 +56,10 @@ class Extractor : public InTestFolder {
 class ExtractorOfMethod : public Extractor, public ::testing::WithParamInterface<std::string> {};
 
 TEST_P(ExtractorOfMethod, GivesBackContentsNamesTimesAndAttributes) {
-    WriteBytes("../in/autoexec.bat", ProseBytes(3000));
+    WriteBytes("../in/autoexec.bat", TextLike(3000));
     WriteBytes("../in/empty", {});
-    WriteBytes("../in/bin/noise.bin", NoiseBytes(150001));
-    WriteBytes("../in/bin/deep/er/prose.txt", ProseBytes(400000, 7));
+    WriteBytes("../in/bin/noise.bin", RandomBytes(150001));
+    WriteBytes("../in/bin/deep/er/prose.txt", TextLike(400000, 7));
     WriteBytes("../in/caf\xC3\xA9/\xE6\xBC\xA2.txt", BytesOf("unicode"));
     ASSERT_TRUE(
         SetTimeAndAttributes("../in/autoexec.bat", PackDosTime(1994, 5, 31, 6, 22, 0), kReadOnly | kArchive));
@@ -78,8 +78,8 @@ TEST_P(ExtractorOfMethod, GivesBackContentsNamesTimesAndAttributes) {
 }
 
 TEST_P(ExtractorOfMethod, UnpacksFarRepetitions) {
-    Bytes data = NoiseBytes(1500000, 3);
-    const Bytes prose = ProseBytes(1200000, 4);
+    Bytes data = RandomBytes(1500000, 3);
+    const Bytes prose = TextLike(1200000, 4);
     data.insert(data.end(), prose.begin(), prose.end());
     const Bytes again(data.begin() + 700000, data.begin() + 1000000);
     data.insert(data.end(), again.begin(), again.end());
@@ -99,7 +99,7 @@ INSTANTIATE_TEST_SUITE_P(Methods, ExtractorOfMethod,
 
 TEST_F(Extractor, TakesDriverFilesOutAsTheBuildAsksForThem) {
     WriteBytes("source/scsi.txt", BytesOf("scsi.txt     An adapter\r\n"));
-    WriteBytes("source/ndis.dos", NoiseBytes(20000));
+    WriteBytes("source/ndis.dos", RandomBytes(20000));
     WriteBytes("source/ndis.txt", BytesOf("ndis.txt     A card\r\n"));
     WriteBytes("source/other.txt", BytesOf("left"));
     PackWith({"-m", "LZX:21", "n", "drivers\\ndis\\E100B.cab", "source\\*.*"});
@@ -109,7 +109,7 @@ TEST_F(Extractor, TakesDriverFilesOutAsTheBuildAsksForThem) {
     EXPECT_EQ(BytesOf("scsi.txt     An adapter\r\n"), ReadBytes("scsi.txt"));
     const ProgramResult several = RunCabarc("-o x drivers\\ndis\\E100B.cab NDIS.*");
     EXPECT_EQ(0, several.ExitCode) << several.Errors;
-    EXPECT_EQ(NoiseBytes(20000), ReadBytes("ndis.dos"));
+    EXPECT_EQ(RandomBytes(20000), ReadBytes("ndis.dos"));
     EXPECT_TRUE(std::filesystem::exists("ndis.txt"));
     EXPECT_FALSE(std::filesystem::exists("other.txt"));
 }
@@ -129,7 +129,7 @@ TEST_F(Extractor, UnpacksFoldersOfDifferentMethods) {
             member.Size = 50000;
             member.Offset = part * 50000;
             member.Folder = i;
-            expected[member.Name] = ProseBytes(50000, i * 10 + part);
+            expected[member.Name] = TextLike(50000, i * 10 + part);
             directory.Members.push_back(member);
         }
     }
@@ -186,7 +186,7 @@ TEST_F(Extractor, MembersThatAlternateBetweenMethodsTakeOneRunForEach) {
         CabinetWriter writer(output, directory);
         for (std::uint32_t folder = 0; folder < 3; ++folder) {
             const auto compressor = MakeCompressor(methods[folder], writer.BeginFolder());
-            for (std::uint32_t i = folder; i < 9; i += 3) compressor->Write(ProseBytes(kSize, i));
+            for (std::uint32_t i = folder; i < 9; i += 3) compressor->Write(TextLike(kSize, i));
             compressor->Finish();
         }
         writer.Finish();
@@ -195,10 +195,10 @@ TEST_F(Extractor, MembersThatAlternateBetweenMethodsTakeOneRunForEach) {
     Recorder recorder;
     UnpackCabinet("../mixed.cab", "mixed.cab", ReadCabinetFile("../mixed.cab"), recorder);
     EXPECT_THAT(recorder.Order, ::testing::ElementsAre(0, 3, 6, 1, 4, 7, 2, 5, 8));
-    for (std::uint32_t i = 0; i < 9; ++i) EXPECT_TRUE(recorder.Contents[i] == ProseBytes(kSize, i)) << i;
+    for (std::uint32_t i = 0; i < 9; ++i) EXPECT_TRUE(recorder.Contents[i] == TextLike(kSize, i)) << i;
     EXPECT_EQ(9U, ExtractWith({"x", "..\\mixed.cab"}));
     for (std::uint32_t i = 0; i < 9; ++i)
-        EXPECT_TRUE(ReadBytes("f" + std::to_string(i)) == ProseBytes(kSize, i)) << i;
+        EXPECT_TRUE(ReadBytes("f" + std::to_string(i)) == TextLike(kSize, i)) << i;
 }
 
 // The members overlap: each is all of a folder that claims to have the greatest possible length.
@@ -291,7 +291,7 @@ TEST_F(Extractor, TheLastNameMayBeTheFolder) {
 }
 
 TEST_F(Extractor, CutOffCabinetWritesNothing) {
-    const Bytes whole = HandMade({{"a", ProseBytes(40000)}, {"b", ProseBytes(40000)}});
+    const Bytes whole = HandMade({{"a", TextLike(40000)}, {"b", TextLike(40000)}});
     for (std::size_t size = 0; size < whole.size(); size += size < 120 ? 13 : 4999) {
         WriteBytes("../cut.cab", {whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)});
         EXPECT_THROW(ExtractWith({"x", "..\\cut.cab"}), ToolError) << size;
@@ -301,7 +301,7 @@ TEST_F(Extractor, CutOffCabinetWritesNothing) {
 
 // The size in the header may be wrong, so that only the library notices that data is missing.
 TEST_F(Extractor, MissingDataLeavesNoHalfMember) {
-    Bytes cut = HandMade({{"a", ProseBytes(1000), 0x20, 0}, {"b", ProseBytes(90000), 0x20, 1}});
+    Bytes cut = HandMade({{"a", TextLike(1000), 0x20, 0}, {"b", TextLike(90000), 0x20, 1}});
     cut.resize(cut.size() - 30000);
     for (int i = 0; i < 4; ++i)
         cut[8 + static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(cut.size() >> (8 * i));
@@ -311,12 +311,12 @@ TEST_F(Extractor, MissingDataLeavesNoHalfMember) {
             ExtractWith({"x", "..\\cut.cab"});
         },
         ThrowsMessage<ToolError>("..\\cut.cab: this cabinet is damaged at the member b"));
-    EXPECT_TRUE(TreeOf(".") == (Tree{{"a", ProseBytes(1000)}}));
+    EXPECT_TRUE(TreeOf(".") == (Tree{{"a", TextLike(1000)}}));
 }
 
 TEST_F(Extractor, DamagedDataLeavesTheOldFileAsItWas) {
     for (const char* method : {"NONE", "MSZIP", "LZX:21"}) {
-        WriteBytes("../in/a", ProseBytes(100000));
+        WriteBytes("../in/a", TextLike(100000));
         PackWith({"-m", method, "n", "..\\bad.cab", "..\\in\\a"});
         Bytes bad = ReadBytes("../bad.cab");
         bad[bad.size() - 100] ^= 0x40U;
@@ -336,7 +336,7 @@ TEST_F(Extractor, DamagedDataLeavesTheOldFileAsItWas) {
 }
 
 TEST_F(Extractor, UnknownMethodIsRefused) {
-    Bytes odd = HandMade({{"a", ProseBytes(100)}});
+    Bytes odd = HandMade({{"a", TextLike(100)}});
     odd[36 + 6] = 7;
     WriteBytes("../odd.cab", odd);
     EXPECT_THAT(

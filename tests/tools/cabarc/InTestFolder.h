@@ -8,8 +8,8 @@
 #include <map>
 #include <string>
 
-#include "tests/support/Bytes.h"
 #include "tests/support/RunProgram.h"
+#include "tests/support/TestData.h"
 #include "tests/support/TestFolder.h"
 
 namespace tools::cabarc::testing {

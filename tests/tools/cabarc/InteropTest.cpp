@@ -35,11 +35,11 @@ struct Tree {
 };
 
 void MakeMixedTree() {
-    WriteBytes("in/autoexec.bat", ProseBytes(3000));
+    WriteBytes("in/autoexec.bat", TextLike(3000));
     WriteBytes("in/empty", {});
-    WriteBytes("in/bin/noise.bin", NoiseBytes(150001));
+    WriteBytes("in/bin/noise.bin", RandomBytes(150001));
     WriteBytes("in/bin/zeros", Bytes(100000));
-    WriteBytes("in/bin/deep/er/prose.txt", ProseBytes(400000, 7));
+    WriteBytes("in/bin/deep/er/prose.txt", TextLike(400000, 7));
     WriteBytes("in/one", {0});
     WriteBytes("in/zz-last-empty", {});
     SetTime("in/autoexec.bat", 1994, 5, 31, 6, 22, 0);
@@ -48,8 +48,8 @@ void MakeMixedTree() {
 
 void MakeFarMatches() {
     // Longer than the largest window, with repetitions from one end to the other.
-    Bytes data = NoiseBytes(1500000, 3);
-    const Bytes prose = ProseBytes(1200000, 4);
+    Bytes data = RandomBytes(1500000, 3);
+    const Bytes prose = TextLike(1200000, 4);
     data.insert(data.end(), prose.begin(), prose.end());
     const Bytes again(data.begin() + 700000, data.begin() + 1000000);
     data.insert(data.end(), again.begin(), again.end());
@@ -59,8 +59,8 @@ void MakeFarMatches() {
 
 void MakeBorders() {
     for (const std::size_t size : {1U, 32767U, 32768U, 32769U, 65535U, 65536U, 98304U}) {
-        WriteBytes("in/p" + std::to_string(size), ProseBytes(size, static_cast<std::uint32_t>(size)));
-        WriteBytes("in/n" + std::to_string(size), NoiseBytes(size, static_cast<std::uint32_t>(size)));
+        WriteBytes("in/p" + std::to_string(size), TextLike(size, static_cast<std::uint32_t>(size)));
+        WriteBytes("in/n" + std::to_string(size), RandomBytes(size, static_cast<std::uint32_t>(size)));
     }
 }
 

@@ -28,8 +28,8 @@ Words NamesIn(const std::string& cabinet) {
 class Packer : public InTestFolder {};
 
 TEST_F(Packer, PacksAModuleAsTheBuildAsksForIt) {
-    WriteBytes("files/net/net.bat", ProseBytes(5000));
-    WriteBytes("files/net/bin/tcp.exe", NoiseBytes(70000));
+    WriteBytes("files/net/net.bat", TextLike(5000));
+    WriteBytes("files/net/bin/tcp.exe", RandomBytes(70000));
     SetTime("files/net/net.bat", 2001, 2, 3, 4, 5, 6);
     const PackReport report = PackWith(
         {"-m", "LZX:21", "-p", "-r", "-P", "files\\net\\", "n", "cabs\\lib\\net.cab", "files\\net\\*.*"});
@@ -47,8 +47,8 @@ TEST_F(Packer, PacksAModuleAsTheBuildAsksForIt) {
 }
 
 TEST_F(Packer, StoresContentsByteForByte) {
-    const Bytes prose = ProseBytes(100001);
-    const Bytes noise = NoiseBytes(65536);
+    const Bytes prose = TextLike(100001);
+    const Bytes noise = RandomBytes(65536);
     WriteBytes("a", prose);
     WriteBytes("b", {});
     WriteBytes("c", noise);
@@ -65,8 +65,8 @@ TEST_F(Packer, StoresContentsByteForByte) {
 }
 
 TEST_F(Packer, SameInputGivesSameBytes) {
-    WriteBytes("in/a", ProseBytes(50000));
-    WriteBytes("in/b", NoiseBytes(50000));
+    WriteBytes("in/a", TextLike(50000));
+    WriteBytes("in/b", RandomBytes(50000));
     for (const char* method : {"NONE", "MSZIP", "LZX:16"}) {
         PackWith({"-m", method, "n", "one.cab", "in\\*"});
         PackWith({"-m", method, "n", "two.cab", "in/*.*"});

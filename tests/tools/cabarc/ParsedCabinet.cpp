@@ -166,10 +166,10 @@ ParsedCabinet Parse(const Bytes& bytes) {
     Require(cursor.Number(2) == 0, "it is the first of its set");
     ParsedCabinet cabinet;
     std::vector<std::size_t> dataAt;
-    std::vector<std::size_t> blocks;
+    std::vector<std::size_t> records;
     for (std::size_t i = 0; i < folders; ++i) {
         dataAt.push_back(cursor.Number(4));
-        blocks.push_back(cursor.Number(2));
+        records.push_back(cursor.Number(2));
         cabinet.Folders.push_back({cursor.Number(2), {}, {}});
     }
     Require(cursor.Position() == membersAt, "the members follow the folders");
@@ -190,10 +190,10 @@ ParsedCabinet Parse(const Bytes& bytes) {
         cabinet.Members.push_back(std::move(member));
     }
     for (std::size_t i = 0; i < folders; ++i) {
-        Require(blocks[i] == 0 || dataAt[i] == cursor.Position(), "data follows without a gap");
-        for (std::size_t n = 1; n <= blocks[i]; ++n) {
+        Require(records[i] == 0 || dataAt[i] == cursor.Position(), "data follows without a gap");
+        for (std::size_t n = 1; n <= records[i]; ++n) {
             ParsedFolder& folder = cabinet.Folders[i];
-            folder.Records.push_back(TakeRecord(cursor, folder.Type, n == blocks[i]));
+            folder.Records.push_back(TakeRecord(cursor, folder.Type, n == records[i]));
         }
         Decode(cabinet.Folders[i]);
     }

@@ -19,11 +19,8 @@ namespace tools::testing {
 namespace {
 
 using ::testing::ElementsAre;
-using testing::ErrorOf;
 using ::testing::HasSubstr;
-using testing::NoiseBytes;
 using ::testing::StartsWith;
-using testing::TestFolder;
 
 TEST(ListFolder, SortsByNameWithoutCase) {
     const TestFolder folder;
@@ -34,7 +31,7 @@ TEST(ListFolder, SortsByNameWithoutCase) {
 TEST(ListFolder, TellsFilesFromFoldersAndTheirSizes) {
     const TestFolder folder;
     folder.MakeFolder("inner");
-    folder.Write("some", NoiseBytes(1234, 1));
+    folder.Write("some", RandomBytes(1234, 1));
     const std::vector<HostFile> found = ListFolder(folder.Path());
     ASSERT_EQ(2U, found.size());
     EXPECT_TRUE(found[0].IsFolder);
@@ -49,8 +46,8 @@ TEST(ListFolder, GivesLocalTimesOfSummerAndWinter) {
     const TestFolder folder;
     const DosTime winter = PackDosTime(1999, 1, 15, 12, 34, 56);
     const DosTime summer = PackDosTime(1999, 7, 15, 0, 2, 4);
-    folder.Write("summer", NoiseBytes(1, 1), summer, kArchive);
-    folder.Write("winter", NoiseBytes(1, 1), winter, kArchive);
+    folder.Write("summer", RandomBytes(1, 1), summer, kArchive);
+    folder.Write("winter", RandomBytes(1, 1), winter, kArchive);
     const std::vector<HostFile> found = ListFolder(folder.Path());
     ASSERT_EQ(2U, found.size());
     EXPECT_EQ(found[0].Modified, summer);
@@ -59,8 +56,8 @@ TEST(ListFolder, GivesLocalTimesOfSummerAndWinter) {
 
 TEST(ListFolder, GivesAttributes) {
     const TestFolder folder;
-    folder.Write("locked", NoiseBytes(1, 1), DosTime{}, kReadOnly);
-    folder.Write("plain", NoiseBytes(1, 1), DosTime{}, kArchive);
+    folder.Write("locked", RandomBytes(1, 1), DosTime{}, kReadOnly);
+    folder.Write("plain", RandomBytes(1, 1), DosTime{}, kArchive);
     const std::vector<HostFile> found = ListFolder(folder.Path());
     ASSERT_EQ(2U, found.size());
     // Wine gives every file the archive attribute.
@@ -71,7 +68,7 @@ TEST(ListFolder, GivesAttributes) {
 #ifdef _WIN32
 TEST(ListFolder, GivesHiddenAndSystemAttributes) {
     const TestFolder folder;
-    folder.Write("all", NoiseBytes(1, 1), DosTime{}, kReadOnly | kHidden | kSystem | kArchive);
+    folder.Write("all", RandomBytes(1, 1), DosTime{}, kReadOnly | kHidden | kSystem | kArchive);
     EXPECT_EQ(kReadOnly | kHidden | kSystem | kArchive, ListFolder(folder.Path()).at(0).Attributes);
 }
 #endif
@@ -97,7 +94,7 @@ TEST(ListFolder, AFileIsNoFolder) {
 #ifndef _WIN32
 TEST(ListFolder, MarksWhatIsReachedThroughLinksAndWhatIsNoFile) {
     const TestFolder folder;
-    folder.Write("file", NoiseBytes(77, 1));
+    folder.Write("file", RandomBytes(77, 1));
     std::filesystem::create_symlink("file", folder.Path("link to file"));
     std::filesystem::create_directory_symlink(".", folder.Path("link to folder"));
     std::filesystem::create_symlink("nowhere", folder.Path("lost link"));
@@ -173,7 +170,7 @@ TEST(FreeSpace, IsThatOfTheDriveOfAFolderThatNeedNotExist) {
 
 TEST(SizeOf, IsThatOfAFile) {
     const TestFolder folder;
-    folder.Write("file", NoiseBytes(1234, 1));
+    folder.Write("file", RandomBytes(1234, 1));
     EXPECT_EQ(1234U, SizeOf(folder.Path("file")));
     EXPECT_EQ(0U, SizeOf(folder.Path("none")));
     EXPECT_EQ(0U, SizeOf(folder.Path()));

@@ -20,14 +20,9 @@
 namespace tools::testing {
 namespace {
 
-using testing::Bytes;
-using testing::ErrorOf;
-using testing::NoiseBytes;
-using testing::TestFolder;
-
 TEST(InputFile, ReadsPieceByPieceToTheEnd) {
     const TestFolder folder;
-    const Bytes content = NoiseBytes(1000, 1);
+    const Bytes content = RandomBytes(1000, 1);
     folder.Write("file", content);
     InputFile file(folder.Path("file"));
     EXPECT_EQ(1000U, file.Size());
@@ -92,7 +87,7 @@ TEST(InputFile, ReachesBeyondTheUsualLimit) {
 
 TEST(ReadWhole, FillsTheBuffer) {
     const TestFolder folder;
-    const testing::Bytes content = NoiseBytes(100'000, 3);
+    const testing::Bytes content = RandomBytes(100'000, 3);
     folder.Write("file", content);
     testing::Bytes read(content.size());
     ReadWhole(folder.Path("file"), read);

@@ -43,18 +43,14 @@ extern "C" int fsync(int file) {
 namespace tools::testing {
 namespace {
 
-using testing::Bytes;
 using ::testing::ElementsAre;
-using testing::ErrorOf;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using testing::NoiseBytes;
 using ::testing::StartsWith;
-using testing::TestFolder;
 
 TEST(OutputFile, AppearsOnlyWhenItIsCommitted) {
     const TestFolder folder;
-    const Bytes content = NoiseBytes(70'000, 1);
+    const Bytes content = RandomBytes(70'000, 1);
     OutputFile file(folder.Path("new.bin"));
     file.Write(content);
     EXPECT_FALSE(folder.Exists("new.bin"));
@@ -89,7 +85,7 @@ TEST(OutputFile, ResizingExtendsWithZerosAndCutsOff) {
 TEST(OutputFile, MakesMissingParentFolders) {
     const TestFolder folder;
     OutputFile file(folder.Path("one/two/new.bin"));
-    file.Write(NoiseBytes(1, 1));
+    file.Write(RandomBytes(1, 1));
     file.Commit();
     EXPECT_TRUE(folder.Exists("one/two/new.bin"));
 }
@@ -110,7 +106,7 @@ TEST(OutputFile, WithoutACommitNothingChangesAndNothingIsLeft) {
     folder.Write("target", "old");
     {
         OutputFile file(folder.Path("target"));
-        file.Write(NoiseBytes(5000, 1));
+        file.Write(RandomBytes(5000, 1));
     }
     EXPECT_EQ((Bytes{'o', 'l', 'd'}), folder.Read("target"));
     EXPECT_THAT(folder.Names(), ElementsAre("target"));
@@ -171,7 +167,7 @@ TEST(OutputFile, OfTwoRunsTheSecondIsRefusedAndTheFirstGoesOn) {
 
 TEST(OutputFile, TakesOverWhatAKilledRunLeft) {
     const TestFolder folder;
-    folder.Write("target.unfinished~", NoiseBytes(10'000, 1));
+    folder.Write("target.unfinished~", RandomBytes(10'000, 1));
     testing::MarkAsPart(folder.Path("target.unfinished~"));
     OutputFile file(folder.Path("target"));
     file.Write(Bytes{1, 2, 3});
@@ -182,7 +178,7 @@ TEST(OutputFile, TakesOverWhatAKilledRunLeft) {
 
 TEST(OutputFile, AFileOfTheUsersUnderThePartsNameIsKept) {
     const TestFolder folder;
-    const Bytes theirs = NoiseBytes(10'000, 1);
+    const Bytes theirs = RandomBytes(10'000, 1);
     folder.Write("target.unfinished~", theirs);
     folder.SetReadOnly("target.unfinished~", true);
     folder.Write("target.unfinished~2", theirs);
@@ -303,13 +299,13 @@ class KilledRun : public ::testing::Test {
     std::filesystem::path folder_;
 };
 
-TEST_F(KilledRun, LeavesTheOldTargetAndDoesNotHinderTheNext) {
+TEST_F(KilledRun, LeavesTheOldTargetAndDoesNotDisturbTheNext) {
     const std::filesystem::path target = Folder() / "target";
     std::ofstream(target) << "old";
     EXPECT_EXIT(
         {
             OutputFile file(target);
-            file.Write(NoiseBytes(100'000, 1));
+            file.Write(RandomBytes(100'000, 1));
             Die();
         },
         IsKilled, "");
@@ -372,7 +368,7 @@ TEST(OutputFile, ATargetInUseStaysAsItIs) {
     const HANDLE reader = HoldOpen(folder.Path("target"));
     {
         OutputFile file(folder.Path("target"));
-        file.Write(NoiseBytes(100, 1));
+        file.Write(RandomBytes(100, 1));
         EXPECT_EQ(
             folder.Text("target") + ": cannot be replaced: another program is using it, or it is protected",
             ErrorOf([&] { file.Commit(); }));
@@ -394,12 +390,12 @@ TEST(OutputFile, IsOnTheDeviceBeforeItTakesThePlaceOfTheTarget) {
         sizes.push_back(status.st_size);
     };
     OutputFile file(folder.Path("target"));
-    file.Write(NoiseBytes(100, 1));
+    file.Write(RandomBytes(100, 1));
     file.Commit();
     onFlush = nullptr;
     EXPECT_THAT(targets, ElementsAre(Bytes{'o', 'l', 'd'}));
     EXPECT_THAT(sizes, ElementsAre(100));
-    EXPECT_EQ(folder.Read("target"), NoiseBytes(100, 1));
+    EXPECT_EQ(folder.Read("target"), RandomBytes(100, 1));
 }
 
 TEST(OutputFile, ALinkOrAPipeUnderThePartsNameIsNotWrittenTo) {
@@ -425,7 +421,7 @@ TEST(OutputFile, AWriteThatFailsNamesTheTargetAndLeavesNothing) {
     setrlimit(RLIMIT_FSIZE, &limit);
     const std::string error = ErrorOf([&] {
         OutputFile file(folder.Path("target"));
-        file.Write(NoiseBytes(10'000, 1));
+        file.Write(RandomBytes(10'000, 1));
     });
     setrlimit(RLIMIT_FSIZE, &oldLimit);
     std::signal(SIGXFSZ, oldHandler);

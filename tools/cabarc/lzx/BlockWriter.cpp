@@ -21,7 +21,7 @@
 
 namespace tools::cabarc::lzx {
 
-BlockWriter::BlockWriter(int windowBits, std::uint32_t translationSize, BlockSink& sink)
+BlockWriter::BlockWriter(int windowBits, std::uint32_t translationSize, RecordSink& sink)
     : translationSize_(translationSize), sink_(sink), planner_(windowBits) {}
 
 void BlockWriter::Write(const Segment& segment) {
@@ -39,7 +39,7 @@ void BlockWriter::Write(const Segment& segment) {
         frames_.clear();
     }
     planner_.Commit(plans);
-    for (const Frame& frame : frames_) sink_.PutBlock(frame.Payload, static_cast<std::uint16_t>(frame.Size));
+    for (const Frame& frame : frames_) sink_.PutRecord(frame.Payload, static_cast<std::uint16_t>(frame.Size));
     frames_.clear();
     startWritten_ = true;
 }

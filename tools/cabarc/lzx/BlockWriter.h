@@ -32,7 +32,7 @@ class BlockWriter {
  public:
     /// For a folder with a window of 2^windowBits bytes. `translationSize` (bytes) is announced at the
     /// start of the folder; 0 = no E8 translation. The sink must outlive this object.
-    BlockWriter(int windowBits, std::uint32_t translationSize, BlockSink& sink);
+    BlockWriter(int windowBits, std::uint32_t translationSize, RecordSink& sink);
 
     /// Writes the next segment of the folder and gives its frames to the sink in order. Throws only what
     /// the sink throws; then the folder is lost, as some of its frames have been taken.
@@ -52,7 +52,7 @@ class BlockWriter {
     void EndFrame();
 
     std::uint32_t translationSize_;
-    BlockSink& sink_;
+    RecordSink& sink_;
     bool startWritten_ = false;
     BlockPlanner planner_;
     RecentOffsets recent_;  ///< after what is written

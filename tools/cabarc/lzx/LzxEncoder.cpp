@@ -36,7 +36,7 @@ const LzxOptions& CheckedOptions(const LzxOptions& options) {
 
 }  // namespace
 
-LzxEncoder::LzxEncoder(int windowBits, const LzxOptions& options, BlockSink& sink)
+LzxEncoder::LzxEncoder(int windowBits, const LzxOptions& options, RecordSink& sink)
     : windowBits_(CheckedWindowBits(windowBits)),
       sink_(sink),
       parser_(windowBits, CheckedOptions(options)),

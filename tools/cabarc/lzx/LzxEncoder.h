@@ -28,7 +28,7 @@ class LzxEncoder final : public FolderCompressor {
 
     /// `windowBits` is 15 to 21 and each option within its bounds (std::invalid_argument otherwise); `sink`
     /// outlives the encoder, and its errors pass through Write and Finish.
-    LzxEncoder(int windowBits, const LzxOptions& options, BlockSink& sink);
+    LzxEncoder(int windowBits, const LzxOptions& options, RecordSink& sink);
     ~LzxEncoder() override;
     LzxEncoder(const LzxEncoder&) = delete;
     LzxEncoder& operator=(const LzxEncoder&) = delete;
@@ -46,7 +46,7 @@ class LzxEncoder final : public FolderCompressor {
     void DropHistory();
 
     int windowBits_;
-    BlockSink& sink_;
+    RecordSink& sink_;
     SegmentParser parser_;
     std::unique_ptr<BlockWriter> writer_;  ///< exists once the translation is decided
     bool translate_ = false;

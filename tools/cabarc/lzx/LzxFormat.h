@@ -16,8 +16,8 @@ namespace tools::cabarc::lzx {
 constexpr int kMinWindowBits = 15;
 constexpr int kMaxWindowBits = 21;
 
-/// A folder is cut into frames of this many bytes; each makes one data block of the cabinet, and no match may
-/// cross from one frame into the next. In the type in which this codec counts positions.
+/// A folder is cut into frames of this many bytes; each makes one data record of the cabinet, and no match
+/// may cross from one frame into the next. In the type in which this codec counts positions.
 constexpr std::uint32_t kFrameSize = tools::cabarc::kFrameSize;
 
 /// The most bytes that readers accept as the packed form of one frame.

@@ -31,7 +31,7 @@ TEST_F(CabinetPacking, TheCommandLineIsExactAndUnquoted) {
         calls[0].CommandLine);
 }
 
-TEST_F(CabinetPacking, NamesWithBlanksAreNotQuotedEither) {
+TEST_F(CabinetPacking, NamesWithSpacesAreNotQuotedEither) {
     Folder.MakeTool("cabarc.exe", "create|cabs\\my net.cab\n");
     EXPECT_TRUE(Pack("my net", "files\\my net", "cabs\\"));
     EXPECT_EQ(Folder.Path() +

@@ -124,7 +124,7 @@ TEST_F(InitLists, AnIgnoredFailureCountsAsSuccess) {
     EXPECT_TRUE(Run("[Copy_Files]\r\nmissing=x\r\n[Create_CABs]\r\nsetupwin=x\r\n"));
 }
 
-TEST_F(InitLists, AHeaderWithATrailingBlankIsNotRecognised) {
+TEST_F(InitLists, AHeaderWithATrailingSpaceIsNotRecognised) {
     Folder.Write("a.txt");
     EXPECT_FALSE(Run("[Copy_Files] \r\na.txt=a.txt\r\n"));
     EXPECT_FALSE(Folder.HasFolder("cabs"));
@@ -162,13 +162,13 @@ TEST_F(InitLists, ACommentBeginsAtTheFirstCharacterOnly) {
     EXPECT_TRUE(Run("[Copy_Files]\r\n ; a.txt=a.txt\r\n"));
 }
 
-TEST_F(InitLists, ThePartBehindASecondEqualsSignIsIgnored) {
+TEST_F(InitLists, ThePartAfterASecondEqualsSignIsIgnored) {
     Folder.Write("a", "a");
     EXPECT_TRUE(Run("[Copy_Files]\r\na=b=c\r\n"));
     EXPECT_EQ((Files{"b"}), Folder.Tree("cabs"));
 }
 
-TEST_F(InitLists, BothSidesAreTrimmedOfBlanks) {
+TEST_F(InitLists, BothSidesAreTrimmedOfSpaces) {
     Folder.Write("a b.txt", "a");
     EXPECT_TRUE(Run("[Copy_Files]\r\n   a b.txt   =   bin\\c d.txt   \r\n"));
     EXPECT_EQ((Files{"bin\\c d.txt"}), Folder.Tree("cabs"));

@@ -138,7 +138,7 @@ TEST_F(CopyFileWithPromptTest, QuietNeverReportsAndNeverFails) {
     EXPECT_TRUE(Copy("a.sys", "cabs\\a.sys", true)) << "a folder is in the way";
 }
 
-TEST_F(CopyFileWithPromptTest, BlanksBeforeThePatternAreDropped) {
+TEST_F(CopyFileWithPromptTest, SpacesBeforeThePatternAreDropped) {
     Folder.Write("s\\a", "abc");
     EXPECT_TRUE(Copy(Folder.At("s\\  *.*"), "cabs"));
     EXPECT_EQ("abc", Folder.Read("cabs\\a"));

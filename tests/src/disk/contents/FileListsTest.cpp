@@ -117,7 +117,7 @@ TEST_F(FileList, ALongListKeepsEveryName) {
     EXPECT_EQ(expected, Filled());
 }
 
-TEST_F(FileList, ScanningAppendsFilesAndPutsFoldersBehindTheFirstOfTheQueue) {
+TEST_F(FileList, ScanningAppendsFilesAndPutsFoldersAfterTheFirstOfTheQueue) {
     MakeTree({"f.txt", "A\\x", "B\\x"});
     App.Wizard.LstDirs.AddItem(Folder.At("cabs\\"));
     App.Wizard.LstDirs.AddItem("waiting\\");

@@ -298,7 +298,7 @@ TEST_F(PluginInjection, TheComWinsOverTheBatchFileAndLosesToTheExe) {
     EXPECT_EQ(Folder.At("plugins\\extra.exe"), calls[1].CommandLine);
 }
 
-TEST_F(PluginInjection, ANameWithBlanksGivesAnUnquotedCommandLine) {
+TEST_F(PluginInjection, ANameWithSpacesGivesAnUnquotedCommandLine) {
     // Without quotes, the line starts the program whose path ends at its first space, if that exists.
     Folder.MakeTool("plugins\\my.exe");
     Folder.MakeTool("plugins\\my plugin.exe");
@@ -307,7 +307,7 @@ TEST_F(PluginInjection, ANameWithBlanksGivesAnUnquotedCommandLine) {
     EXPECT_EQ(1u, Folder.Calls("plugins\\my.exe").size());
 }
 
-TEST_F(PluginInjection, ANameWithBlanksRunsItsProgram) {
+TEST_F(PluginInjection, ANameWithSpacesRunsItsProgram) {
     Folder.MakeTool("plugins\\my plugin.exe");
     Folder.Write("plugins\\my plugin\\a.txt");
     InjectPlugin(App.Paths, App.Screen, App.Staging.Folder, "my plugin");

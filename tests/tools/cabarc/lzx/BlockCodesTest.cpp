@@ -11,18 +11,6 @@
 namespace tools::cabarc::lzx::testing {
 namespace {
 
-using tools::cabarc::lzx::BlockType;
-using tools::cabarc::lzx::BodyBits;
-using tools::cabarc::lzx::BodyPlan;
-using tools::cabarc::lzx::BuildCodes;
-using tools::cabarc::lzx::CodeLengths;
-using tools::cabarc::lzx::EntropyTerms;
-using tools::cabarc::lzx::Item;
-using tools::cabarc::lzx::ItemSymbols;
-using tools::cabarc::lzx::PlanBody;
-using tools::cabarc::lzx::SymbolCounts;
-using tools::cabarc::lzx::UncompressedBits;
-
 // Returns literals and matches of all lengths; formatted offsets are below `farthest` and multiples of
 // `step`.
 std::vector<Item> SomeItems(std::size_t count, std::uint32_t farthest, std::uint32_t step,

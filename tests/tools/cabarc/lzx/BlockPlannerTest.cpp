@@ -6,23 +6,13 @@
 #include <array>
 #include <vector>
 
-#include "tests/tools/cabarc/lzx/TestData.h"
+#include "tests/support/TestData.h"
 
 namespace tools::cabarc::lzx::testing {
 namespace {
 
-using tools::cabarc::lzx::BlockPlan;
-using tools::cabarc::lzx::BlockPlanner;
-using tools::cabarc::lzx::BlockSpan;
-using tools::cabarc::lzx::BlockType;
-using tools::cabarc::lzx::BodyBits;
-using tools::cabarc::lzx::BuildCodes;
-using tools::cabarc::lzx::CodeLengths;
-using tools::cabarc::lzx::EncodedTrees;
-using tools::cabarc::lzx::Item;
-using tools::cabarc::lzx::MainSymbols;
-using tools::cabarc::lzx::SymbolCounts;
-using tools::cabarc::lzx::UncompressedBits;
+using tools::testing::Bytes;
+using tools::testing::RandomBytes;
 
 constexpr int kPlannerWindow = 17;
 constexpr std::size_t kMains = 528;  // main symbols of such a window

@@ -8,25 +8,15 @@
 #include <utility>
 #include <vector>
 
-#include "tests/tools/cabarc/lzx/TestData.h"
+#include "tests/support/TestData.h"
 #include "tools/cabarc/lzx/BlockCodes.h"
 #include "tools/cabarc/lzx/BlockPlanner.h"
 
 namespace tools::cabarc::lzx::testing {
 namespace {
 
-using tools::cabarc::lzx::BlockSpan;
-using tools::cabarc::lzx::CodeLengths;
-using tools::cabarc::lzx::EncodedTrees;
-using tools::cabarc::lzx::Item;
-using tools::cabarc::lzx::kCellBytes;
-using tools::cabarc::lzx::kMaxCells;
-using tools::cabarc::lzx::kMaxMainSymbols;
-using tools::cabarc::lzx::kMaxMatch;
-using tools::cabarc::lzx::PlanBody;
-using tools::cabarc::lzx::SplitIntoBlocks;
-using tools::cabarc::lzx::SymbolCounts;
-using tools::cabarc::lzx::UncompressedBits;
+using tools::testing::Bytes;
+using tools::testing::RandomBytes;
 
 // Literals in cells, each cell with an alphabet of its own: `letters` letters from `first` on.
 struct Alphabet {

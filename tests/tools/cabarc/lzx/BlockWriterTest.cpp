@@ -4,22 +4,15 @@
 
 #include <vector>
 
+#include "tests/support/TestData.h"
 #include "tests/tools/cabarc/lzx/LzxDecoder.h"
-#include "tests/tools/cabarc/lzx/TestData.h"
 #include "tools/cabarc/lzx/BlockPlanner.h"
 
 namespace tools::cabarc::lzx::testing {
 namespace {
 
-using tools::cabarc::lzx::BlockPlan;
-using tools::cabarc::lzx::BlockPlanner;
-using tools::cabarc::lzx::BlockSpan;
-using tools::cabarc::lzx::BlockType;
-using tools::cabarc::lzx::BlockWriter;
-using tools::cabarc::lzx::BodyBits;
-using tools::cabarc::lzx::Item;
-using tools::cabarc::lzx::RecentOffsets;
-using tools::cabarc::lzx::SymbolCounts;
+using tools::testing::Bytes;
+using tools::testing::RandomBytes;
 
 constexpr int kWriterWindow = 16;
 
@@ -64,10 +57,10 @@ void AppendMixture(PackedFolder& folder, std::size_t size, std::uint32_t step, s
     const Bytes noise = RandomBytes(4 * size, seed);
     for (std::size_t i = 0; folder.Content.size() < size; i += 4) {
         const std::size_t frameEnd = (folder.Content.size() / 32768 + 1) * 32768;
-        const std::size_t room = std::min(size, frameEnd) - folder.Content.size();
+        const std::size_t left = std::min(size, frameEnd) - folder.Content.size();
         const std::size_t length = 2 + noise[i + 1];
         const std::uint32_t offset = (noise[i + 2] * 16U + noise[i + 3]) / step * step;
-        if (noise[i] < 60 && length <= room && offset > 2 && offset <= folder.Content.size()) {
+        if (noise[i] < 60 && length <= left && offset > 2 && offset <= folder.Content.size()) {
             folder.Match(static_cast<std::uint32_t>(length), offset + 2);
         } else {
             folder.Literals({static_cast<std::uint8_t>(noise[i] % 50)});

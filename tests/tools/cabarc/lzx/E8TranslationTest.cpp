@@ -2,17 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/tools/cabarc/lzx/TestData.h"
+#include "tests/support/TestData.h"
 #include "tools/shared/ByteOrder.h"
 
 namespace tools::cabarc::lzx::testing {
 namespace {
 
-using tools::GetU32;
-using tools::PutU32;
-using tools::cabarc::lzx::kTranslationSize;
-using tools::cabarc::lzx::TranslateFrame;
-using tools::cabarc::lzx::TranslationPays;
+using tools::testing::Bytes;
+using tools::testing::CodeLike;
+using tools::testing::TextLike;
 
 // Translates a frame with one call at `place`; returns the operand afterwards.
 std::uint32_t Translated(std::uint32_t operand, std::size_t place, std::uint32_t folderOffset,
@@ -33,7 +31,7 @@ TEST(E8Translation, LeavesTargetsBeforeTheFolderAlone) {
     EXPECT_EQ(0U - 65536U - 51U, Translated(0U - 65536U - 51U, 50, 65536));
 }
 
-TEST(E8Translation, WrapsTargetsBehindTheTranslationSize) {
+TEST(E8Translation, WrapsTargetsAfterTheTranslationSize) {
     EXPECT_EQ(kTranslationSize - 1, Translated(kTranslationSize - 51, 50, 0));
     EXPECT_EQ(0U - 50U, Translated(kTranslationSize - 50, 50, 0));
     EXPECT_EQ(kTranslationSize, Translated(kTranslationSize, 50, 0));

@@ -5,16 +5,16 @@
 #include <random>
 #include <vector>
 
+#include "tests/support/TestData.h"
 #include "tests/tools/cabarc/lzx/LzxDecoder.h"
-#include "tests/tools/cabarc/lzx/TestData.h"
 #include "tools/cabarc/lzx/HuffmanCode.h"
 
 namespace tools::cabarc::lzx::testing {
 namespace {
 
-using tools::cabarc::lzx::BitWriter;
-using tools::cabarc::lzx::BuildCodeLengths;
-using tools::cabarc::lzx::EncodedCodeLengths;
+using tools::testing::Bytes;
+using tools::testing::RandomBytes;
+
 using Lengths = std::vector<std::uint8_t>;
 
 Lengths LengthsOf(std::size_t size, std::uint32_t seed) {

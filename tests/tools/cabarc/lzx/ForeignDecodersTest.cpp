@@ -10,13 +10,21 @@
 #include <iterator>
 #include <string>
 
+#include "tests/support/TestData.h"
 #include "tests/tools/cabarc/lzx/LzxDecoder.h"
-#include "tests/tools/cabarc/lzx/TestData.h"
 #include "tools/cabarc/lzx/LzxEncoder.h"
 #include "tools/shared/ByteOrder.h"
 
 namespace tools::cabarc::lzx::testing {
 namespace {
+
+using tools::testing::Bytes;
+using tools::testing::CodeLike;
+using tools::testing::DataKind;
+using tools::testing::DataKinds;
+using tools::testing::FarCopies;
+using tools::testing::Mixed;
+using tools::testing::RandomBytes;
 
 namespace fs = std::filesystem;
 

@@ -11,9 +11,6 @@
 namespace tools::cabarc::lzx::testing {
 namespace {
 
-using tools::cabarc::lzx::AssignCodes;
-using tools::cabarc::lzx::BuildCodeLengths;
-
 std::vector<std::uint8_t> BuiltLengths(const std::vector<std::uint32_t>& counts, int maxLength) {
     std::vector<std::uint8_t> lengths(counts.size(), 99);
     BuildCodeLengths(counts, maxLength, lengths);

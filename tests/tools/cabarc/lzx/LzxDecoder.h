@@ -12,14 +12,14 @@
 namespace tools::cabarc::lzx::testing {
 
 /// A folder as its compressor has delivered it.
-class FrameCollector : public tools::cabarc::BlockSink {
+class FrameCollector : public tools::cabarc::RecordSink {
  public:
     struct Frame {
         std::vector<std::uint8_t> Payload;
         std::size_t Size = 0;
     };
 
-    void PutBlock(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) override {
+    void PutRecord(std::span<const std::uint8_t> payload, std::uint16_t uncompressedSize) override {
         Frames.push_back({{payload.begin(), payload.end()}, uncompressedSize});
     }
 

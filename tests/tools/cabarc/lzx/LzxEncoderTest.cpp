@@ -5,15 +5,21 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "tests/support/TestData.h"
 #include "tests/tools/cabarc/lzx/LzxDecoder.h"
-#include "tests/tools/cabarc/lzx/TestData.h"
 #include "tools/cabarc/lzx/LzxFormat.h"
 
 namespace tools::cabarc::lzx::testing {
 namespace {
 
-using tools::cabarc::lzx::LzxEncoder;
-using tools::cabarc::lzx::LzxOptions;
+using tools::testing::Bytes;
+using tools::testing::CodeLike;
+using tools::testing::DataKind;
+using tools::testing::DataKinds;
+using tools::testing::FarCopies;
+using tools::testing::Mixed;
+using tools::testing::RandomBytes;
+using tools::testing::TextLike;
 
 FrameCollector Pack(const Bytes& input, int windowBits, const LzxOptions& options = {}) {
     FrameCollector folder;

@@ -8,17 +8,19 @@
 #include <utility>
 #include <vector>
 
-#include "tests/tools/cabarc/lzx/TestData.h"
+#include "tests/support/TestData.h"
 #include "tools/cabarc/lzx/StringMatch.h"
 
 namespace tools::cabarc::lzx::testing {
 namespace {
 
-using tools::cabarc::lzx::Hash;
-using tools::cabarc::lzx::kTripleHashBits;
-using tools::cabarc::lzx::Match;
-using tools::cabarc::lzx::MatchFinder;
-using tools::cabarc::lzx::SearchLimits;
+using tools::testing::Bytes;
+using tools::testing::DataKind;
+using tools::testing::DataKinds;
+using tools::testing::Mixed;
+using tools::testing::RandomBytes;
+using tools::testing::Runs;
+using tools::testing::TextLike;
 
 constexpr int kFinderWindow = 15;
 constexpr std::uint32_t kMaxOffset = 32764;

@@ -7,27 +7,13 @@
 #include <utility>
 #include <vector>
 
-#include "tests/tools/cabarc/lzx/TestData.h"
+#include "tests/support/TestData.h"
 
 namespace tools::cabarc::lzx::testing {
 namespace {
 
-using tools::cabarc::lzx::BlockType;
-using tools::cabarc::lzx::Item;
-using tools::cabarc::lzx::kFirstAlignedSlot;
-using tools::cabarc::lzx::kLengthHeaders;
-using tools::cabarc::lzx::kLiterals;
-using tools::cabarc::lzx::kMaxMatch;
-using tools::cabarc::lzx::kMinMatch;
-using tools::cabarc::lzx::kOffsetBias;
-using tools::cabarc::lzx::kRecentOffsets;
-using tools::cabarc::lzx::Match;
-using tools::cabarc::lzx::MatchCache;
-using tools::cabarc::lzx::OptimalParser;
-using tools::cabarc::lzx::Prices;
-using tools::cabarc::lzx::RecentOffsets;
-using tools::cabarc::lzx::SlotOf;
-using tools::cabarc::lzx::SymbolCounts;
+using tools::testing::Bytes;
+using tools::testing::RandomBytes;
 
 constexpr std::uint32_t kHistory = 6000;
 

@@ -5,16 +5,13 @@
 #include <cmath>
 #include <numeric>
 
-#include "tests/tools/cabarc/lzx/TestData.h"
+#include "tests/support/TestData.h"
 
 namespace tools::cabarc::lzx::testing {
 namespace {
 
-using tools::cabarc::lzx::BlockType;
-using tools::cabarc::lzx::BuildCodes;
-using tools::cabarc::lzx::CodeLengths;
-using tools::cabarc::lzx::Prices;
-using tools::cabarc::lzx::SymbolCounts;
+using tools::testing::Bytes;
+using tools::testing::RandomBytes;
 
 constexpr double kBit = Prices::kBit;
 

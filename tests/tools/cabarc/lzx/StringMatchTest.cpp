@@ -5,13 +5,13 @@
 #include <algorithm>
 #include <vector>
 
-#include "tests/tools/cabarc/lzx/TestData.h"
+#include "tests/support/TestData.h"
 
 namespace tools::cabarc::lzx::testing {
 namespace {
 
-using tools::cabarc::lzx::ExtendMatch;
-using tools::cabarc::lzx::Hash;
+using tools::testing::Bytes;
+using tools::testing::RandomBytes;
 
 TEST(StringMatch, ExtendsUpToTheFirstByteThatDiffersOrToTheLimit) {
     const Bytes a = RandomBytes(40, 1);

@@ -2,16 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/TestData.h"
 #include "tests/tools/cabarc/lzx/LzxDecoder.h"
-#include "tests/tools/cabarc/lzx/TestData.h"
 #include "tools/cabarc/lzx/E8Translation.h"
 #include "tools/cabarc/lzx/LzxEncoder.h"
 
 namespace tools::cabarc::lzx::testing {
 namespace {
 
-using tools::cabarc::lzx::EstimatedBits;
-using tools::cabarc::lzx::LzxEncoder;
+using tools::testing::Bytes;
+using tools::testing::Mixed;
+using tools::testing::RandomBytes;
+using tools::testing::TextLike;
 
 TEST(TrialParse, TakesNothingForNothing) {
     EXPECT_EQ(0, EstimatedBits({}));

@@ -1,11 +1,11 @@
-#include "tests/tools/cabarc/lzx/TestData.h"
+#include "tests/support/TestData.h"
 
 #include <algorithm>
 #include <array>
 #include <random>
 #include <string_view>
 
-namespace tools::cabarc::lzx::testing {
+namespace tools::testing {
 
 namespace {
 
@@ -26,6 +26,10 @@ void AppendNumber(Bytes& to, std::uint32_t value) {
 }
 
 }  // namespace
+
+Bytes BytesOf(const std::string& text) {
+    return {text.begin(), text.end()};
+}
 
 Bytes RandomBytes(std::size_t size, std::uint32_t seed) {
     Random random(seed);
@@ -173,4 +177,4 @@ const std::vector<DataKind>& DataKinds() {
     return kinds;
 }
 
-}  // namespace tools::cabarc::lzx::testing
+}  // namespace tools::testing

@@ -1,6 +1,6 @@
 #pragma once
-// Generated input for the compressor: one function for each kind of data; the same seed gives the same
-// bytes.
+// Contents for the files of tests: one function for each kind of data; the same seed gives the same bytes on
+// every system.
 
 #include <cstddef>
 #include <cstdint>
@@ -8,15 +8,18 @@
 #include <string>
 #include <vector>
 
-namespace tools::cabarc::lzx::testing {
+namespace tools::testing {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// Random bytes.
-Bytes RandomBytes(std::size_t size, std::uint32_t seed);
+/// The bytes of `text`.
+Bytes BytesOf(const std::string& text);
 
-/// Words of a small vocabulary in lines, like a script.
-Bytes TextLike(std::size_t size, std::uint32_t seed);
+/// Random bytes, which no method compresses.
+Bytes RandomBytes(std::size_t size, std::uint32_t seed = 1);
+
+/// Words of a small vocabulary and numbers in lines, like a script. They compress well.
+Bytes TextLike(std::size_t size, std::uint32_t seed = 1);
 
 /// Instructions of a few shapes, many of them calls (E8) of a few targets.
 Bytes CodeLike(std::size_t size, std::uint32_t seed);
@@ -43,4 +46,4 @@ struct DataKind {
 };
 const std::vector<DataKind>& DataKinds();
 
-}  // namespace tools::cabarc::lzx::testing
+}  // namespace tools::testing
