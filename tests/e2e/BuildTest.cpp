@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/Expectations.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 
@@ -15,7 +15,7 @@ using testing::ElementsAre;
 using testing::Key;
 
 TEST(Build, DemonstrationDiskIsBuiltWithoutAQuestion) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     ProgramUnderTest program(folder, " -t 144 demo out\\demo.img");
     EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     EXPECT_TRUE(program.SawWaitWindow());
@@ -31,7 +31,7 @@ TEST(Build, DemonstrationDiskIsBuiltWithoutAQuestion) {
 }
 
 TEST(Build, DemonstrationDiskIsBuiltAsTheLargeImage) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     ProgramUnderTest program(folder, " -t 288 demo out\\two.img");
     EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, folder.Path("out\\two.img"), kLargeImageBytes);
@@ -39,7 +39,7 @@ TEST(Build, DemonstrationDiskIsBuiltAsTheLargeImage) {
 }
 
 TEST(Build, WaitWindowShowsThePhasesInOrder) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     // The message comes before the wait window, so that the window's first text is seen, too.
     ProgramUnderTest program(folder, " custom -os");
@@ -59,7 +59,7 @@ TEST(Build, WaitWindowShowsThePhasesInOrder) {
 }
 
 TEST(Build, RunsInAFolderWithASpace) {
-    const ApplicationFolder folder("my boot disks");
+    const DemoFolder folder("my boot disks");
     ProgramUnderTest program(folder, " demo out\\demo.img");
     EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("out\\demo.img"), kSmallImageBytes);
@@ -68,7 +68,7 @@ TEST(Build, RunsInAFolderWithASpace) {
 }
 
 TEST(Build, WithoutATargetTheDiskIsTheDefaultImage) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
@@ -76,7 +76,7 @@ TEST(Build, WithoutATargetTheDiskIsTheDefaultImage) {
 }
 
 TEST(Build, ReplacesAnOlderImage) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     folder.Write("out\\old.img", "an old image");
     ProgramUnderTest program(folder, " custom out\\old.img");
@@ -86,7 +86,7 @@ TEST(Build, ReplacesAnOlderImage) {
 }
 
 TEST(Build, StartsFreshAfterARunThatLeftItsWorkingFiles) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     folder.Write("Drivers.ini", "[ASPI]\r\nOLD=1\r\n");
     folder.Write("cabs\\old\\OLD.TXT", "from an earlier run");
@@ -100,7 +100,7 @@ TEST(Build, StartsFreshAfterARunThatLeftItsWorkingFiles) {
 }
 
 TEST(Build, MissingConfigurationFileIsNamedInOneMessage) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.Remove("files\\custom.ini");
     ProgramUnderTest program(folder, " custom");
     const ShownMessage message = program.Answer("OK");

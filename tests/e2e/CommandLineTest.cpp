@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/Expectations.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 
@@ -47,7 +47,7 @@ void PrintTo(const BadLine& line, std::ostream* out) {
 class BadCommandLine : public testing::TestWithParam<BadLine> {};
 
 TEST_P(BadCommandLine, ShowsItsMessagesInOrderAndBuildsNothing) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     ProgramUnderTest program(folder, GetParam().Arguments);
     for (const ShownMessage& expected : GetParam().Messages) {
         const ShownMessage shown = program.Message();
@@ -108,7 +108,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& line) { return std::string(line.param.Name); });
 
 TEST(CommandLine, SummaryAnsweredWithOkBuildsWithTheValuesAsTheyStand) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest program(folder, " -t 360 custom");
     EXPECT_EQ(OptionError("Invalid Image type: 360"), program.Answer("OK"));
@@ -119,7 +119,7 @@ TEST(CommandLine, SummaryAnsweredWithOkBuildsWithTheValuesAsTheyStand) {
 }
 
 TEST(CommandLine, ErrorsOfTheSystemOptionAreNoParameterErrors) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest program(folder, " custom -os");
     EXPECT_EQ(kNoSystem, program.Answer("OK"));
@@ -129,7 +129,7 @@ TEST(CommandLine, ErrorsOfTheSystemOptionAreNoParameterErrors) {
 }
 
 TEST(CommandLine, WordsThatNothingUsesAreAccepted) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest program(folder, " -OS 98 /d -i -k /T 288 custom");
     EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
@@ -137,7 +137,7 @@ TEST(CommandLine, WordsThatNothingUsesAreAccepted) {
 }
 
 TEST(CommandLine, UnknownDiskEndsTheProgramWithoutCleaningUp) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     ProgramUnderTest program(folder, " Custom");
     EXPECT_EQ(
         (ShownMessage{"The disk \"Custom\" doesn't exist", "Critical error", {"OK"}, Picture::Critical}),
@@ -163,7 +163,7 @@ void PrintTo(const Target& target, std::ostream* out) {
 class RelativeTarget : public testing::TestWithParam<Target> {};
 
 TEST_P(RelativeTarget, IsMadeBelowTheApplicationFolder) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     folder.Write("plugins\\mycustom\\PLUGIN.TXT", "here");
     ProgramUnderTest program(folder, GetParam().Arguments);
@@ -184,7 +184,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& target) { return std::string(target.param.Name); });
 
 TEST(CommandLine, TargetWithADriveIsTakenAsItIs) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     const std::string target = folder.OutsidePath("My Images\\a b.img");
     ProgramUnderTest program(folder, " custom " + target);

@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "console/Report.h"
-#include "tests/e2e/support/ApplicationFolder.h"
 #include "tests/e2e/support/ConsoleTwin.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/DosFiles.h"
 #include "tests/e2e/support/Expectations.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
@@ -41,7 +41,7 @@ class ConsoleTwinTest : public testing::Test {
     // Puts a stand-in in the program's place, which records the command line.
     void ReplaceTheProgram() const { CopyTestProgram("e2e_note.exe", folder_.Path("velbooter.exe")); }
 
-    const ApplicationFolder folder_{"my apps"};
+    const DemoFolder folder_{"my apps"};
 };
 
 TEST_F(ConsoleTwinTest, WaitsForTheBuildAndTellsItsEnd) {
@@ -178,7 +178,7 @@ TEST_F(ConsoleTwinTest, NamesAProgramThatIsNone) {
 }
 
 TEST(ConsoleTwin, WritesPathsInTheCodePageOfTheConsole) {
-    const ApplicationFolder folder("Ger\xE4te");
+    const DemoFolder folder("Ger\xE4te");
     folder.Remove("velbooter.exe");
     std::string path = folder.Path("velbooter.exe");
     std::string shown(path.size(), '\0');

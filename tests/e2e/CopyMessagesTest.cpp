@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/Expectations.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 #include "tests/support/LockedFile.h"
@@ -17,7 +17,7 @@ const std::vector<std::string> kDiskWithAMissingFile = {"[Copy_Files]", "io.sys=
                                                         "nosuch.sys=NOSUCH.SYS", "command.com=COMMAND.COM"};
 
 TEST(CopyQuestion, AbortCancelsTheBuild) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(kDiskWithAMissingFile);
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(CopyQuestion("nosuch.sys"), program.Message());
@@ -30,7 +30,7 @@ TEST(CopyQuestion, AbortCancelsTheBuild) {
 }
 
 TEST(CopyQuestion, IgnoreLeavesTheFileOut) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(kDiskWithAMissingFile);
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(CopyQuestion("nosuch.sys"), program.Answer("Ignore"));
@@ -41,7 +41,7 @@ TEST(CopyQuestion, IgnoreLeavesTheFileOut) {
 }
 
 TEST(CopyQuestion, RetryDoesNotSearchAMissingFileAgain) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(kDiskWithAMissingFile);
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(CopyQuestion("nosuch.sys"), program.Message());
@@ -55,7 +55,7 @@ TEST(CopyQuestion, RetryDoesNotSearchAMissingFileAgain) {
 }
 
 TEST(CopyQuestion, RetryCopiesOnceTheDestinationIsFree) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.Write("PAYLOAD.TXT", "new");
     folder.SetCustomDisk(SmallDiskWith({"[Copy_Files_for_CABs]", "PAYLOAD.TXT=held\\PAYLOAD.TXT",
                                         "[Copy_Files]", "files\\held\\PAYLOAD.TXT=PAYLOAD.TXT"}));
@@ -72,7 +72,7 @@ TEST(CopyQuestion, RetryCopiesOnceTheDestinationIsFree) {
 }
 
 TEST(CopyQuestion, RetryCopiesOnceTheSourceIsFree) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     const std::string source = folder.OutsidePath("HELD.TXT");
     WriteFileAt(source, "now readable");
     folder.SetCustomDisk(SmallDiskWith({source + "=BIN\\HELD.TXT"}));
@@ -87,7 +87,7 @@ TEST(CopyQuestion, RetryCopiesOnceTheSourceIsFree) {
 }
 
 TEST(CopyQuestion, ComesForABaseFileBeforeTheDiskIsLookedFor) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     const LockedFile lock(folder.Path("files\\base_files\\AUTOEXEC.BAT"));
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(CopyQuestion(folder.Path("files\\base_files\\*.*")), program.Answer("Abort"));
@@ -97,7 +97,7 @@ TEST(CopyQuestion, ComesForABaseFileBeforeTheDiskIsLookedFor) {
 }
 
 TEST(CopyQuestion, NeverComesForAModule) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDiskWith({"[Copy_CABs]", "nosuch.cab=LIB\\nosuch.cab"}));
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
@@ -105,7 +105,7 @@ TEST(CopyQuestion, NeverComesForAModule) {
 }
 
 TEST(CopyQuestion, ClosingTheWaitWindowMeanwhileDoesNothing) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(kDiskWithAMissingFile);
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(CopyQuestion("nosuch.sys"), program.Message());
@@ -121,7 +121,7 @@ ShownMessage UnreadableSource(const std::string& entry) {
 }
 
 TEST(StagingMessage, MissingSystemFileEndsTheBuild) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk({"[Copy_Files]", "command.com=COMMAND.COM"});
     folder.Write("BootDisk.img", "an old image");
     ProgramUnderTest program(folder, " custom");
@@ -134,7 +134,7 @@ TEST(StagingMessage, MissingSystemFileEndsTheBuild) {
 }
 
 TEST(StagingMessage, FileThatBecomesUnreadableEndsTheBuild) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.Write("LATE.TXT", "locked when it is staged");
     folder.SetCustomDisk(SmallDiskWith({"LATE.TXT=BIN\\LATE.TXT", "nosuch.sys=NOSUCH.SYS"}));
     ProgramUnderTest program(folder, " custom");
@@ -149,7 +149,7 @@ TEST(StagingMessage, FileThatBecomesUnreadableEndsTheBuild) {
 }
 
 // The name of the staging folder, which exists while a run waits for an answer during staging.
-std::string StagingFolderOf(const ApplicationFolder& folder) {
+std::string StagingFolderOf(const DemoFolder& folder) {
     folder.SetCustomDisk({"[Copy_Files]", "command.com=COMMAND.COM"});
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(UnreadableSource("IO.SYS"), program.Message());
@@ -161,7 +161,7 @@ std::string StagingFolderOf(const ApplicationFolder& folder) {
 }
 
 TEST(StagingMessage, EveryStartTriesTheSameFolderNames) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     const std::string name = StagingFolderOf(folder);
     EXPECT_THAT(name, testing::MatchesRegex("Velbooter\\d+"));
     EXPECT_EQ(name, StagingFolderOf(folder));
@@ -178,7 +178,7 @@ const ShownMessage kStagingQuestion{"The current Error has happend :\r\n",
                                     Picture::Critical};
 
 TEST(StagingMessage, RetryGoesOnWithTheSameFile) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     const std::string staging = "Temp\\" + StagingFolderOf(folder);
     folder.SetCustomDisk(SmallDisk());
     folder.Write("Temp", "a file in the folder's place");
@@ -196,7 +196,7 @@ TEST(StagingMessage, RetryGoesOnWithTheSameFile) {
 }
 
 TEST(StagingMessage, IgnoreGoesOnWithTheNextFileAndAbortCancels) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     folder.Write("Temp", "a file in the folder's place");
     ProgramUnderTest program(folder, " custom");

@@ -5,7 +5,7 @@
 
 #include <cctype>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/Expectations.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 #include "tests/e2e/support/Screen.h"
@@ -21,7 +21,7 @@ using testing::UnorderedElementsAre;
 using testing::UnorderedElementsAreArray;
 using Names = std::vector<std::string>;
 
-Names DriversOf(const ApplicationFolder& folder, const std::string& group) {
+Names DriversOf(const DemoFolder& folder, const std::string& group) {
     Names names;
     for (const std::string& file : folder.Names("drivers\\" + group)) {
         const size_t extension = file.rfind(".cab");
@@ -33,7 +33,7 @@ Names DriversOf(const ApplicationFolder& folder, const std::string& group) {
 }
 
 TEST(DemonstrationSelection, NetworkDiskTicksItsDefaults) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     ProgramUnderTest program(folder, " -sel demonet out\\net.img");
     const SelectionWindow window(program.DriverSelection());
     ASSERT_TRUE(TakePicture(ScreenshotPath("driver-selection-demonet.png")));
@@ -55,7 +55,7 @@ TEST(DemonstrationSelection, NetworkDiskTicksItsDefaults) {
 }
 
 TEST(DemonstrationSelection, OdiDiskShowsBothGroups) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     ProgramUnderTest program(folder, " -sel demoodi out\\odi.img");
     const SelectionWindow window(program.DriverSelection());
     Names both = DriversOf(folder, "odi16");
@@ -72,7 +72,7 @@ TEST(DemonstrationSelection, OdiDiskShowsBothGroups) {
 }
 
 TEST(DemonstrationSelection, DiskWithScsiAndNetworkShowsTheNetwork) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     ProgramUnderTest program(folder, " -sel demoall out\\all.img");
     const SelectionWindow window(program.DriverSelection());
     EXPECT_THAT(window.Ticked(), UnorderedElementsAre("EL90X", "RTL8029", "DC21X4"));

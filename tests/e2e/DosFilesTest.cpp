@@ -5,7 +5,7 @@
 
 #include <filesystem>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/DosFiles.h"
 #include "tests/e2e/support/Expectations.h"
 #include "tests/e2e/support/FileDialogs.h"
@@ -32,7 +32,7 @@ class DosFiles : public testing::Test {
 
     std::string Cd(const std::string& name) const { return folder_.OutsidePath("cd\\" + name); }
 
-    const ApplicationFolder folder_;
+    const DemoFolder folder_;
 };
 
 TEST_F(DosFiles, CancelOfTheQuestionEndsTheProgram) {

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <memory>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/DosFiles.h"
 #include "tests/e2e/support/Expectations.h"
 #include "tests/e2e/support/FileDialogs.h"
@@ -138,7 +138,7 @@ class DosImport : public testing::Test {
 
     ProgramUnderTest& Program() { return *program_; }
 
-    const ApplicationFolder folder_;
+    const DemoFolder folder_;
     std::unique_ptr<ProgramUnderTest> program_;
 };
 

@@ -6,7 +6,7 @@
 
 #include <memory>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/DriverStore.h"
 #include "tests/e2e/support/Expectations.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
@@ -72,7 +72,7 @@ class DriverSelection : public testing::Test {
 
     ProgramUnderTest& Program() { return *program_; }
 
-    const ApplicationFolder folder_;
+    const DemoFolder folder_;
 
  private:
     std::unique_ptr<ProgramUnderTest> program_;

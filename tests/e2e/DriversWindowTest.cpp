@@ -15,7 +15,7 @@
 #include "src/ui/DriversPage.h"
 #include "src/ui/windows/DriversWindow.h"
 #include "src/ui/windows/SystemDesktop.h"
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/DriverStore.h"
 #include "tests/e2e/support/Screen.h"
 #include "tests/e2e/support/SelectionWindow.h"
@@ -109,7 +109,7 @@ class DriversWindowTest : public testing::Test {
         return value;
     }
 
-    const ApplicationFolder folder_;
+    const DemoFolder folder_;
     WatchedDesktop desktop_;
     Application app_{folder_.Path(), desktop_};
 };

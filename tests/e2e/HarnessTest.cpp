@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/Expectations.h"
 #include "tests/e2e/support/HarnessFailure.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
@@ -14,12 +14,12 @@
 namespace velbooter::e2e {
 namespace {
 
-void ReplaceTheProgram(const ApplicationFolder& folder, const std::string& with) {
+void ReplaceTheProgram(const DemoFolder& folder, const std::string& with) {
     tools::testing::CopyOver(with, folder.Path("velbooter.exe"));
 }
 
 TEST(Harness, SeesAProgramThatEndsInsteadOfShowingAMessage) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.Remove("velbooter.exe");
     ReplaceTheProgram(folder, TestProgram("e2e_plugin.exe"));
     ProgramUnderTest program(folder, " nosuch");
@@ -27,20 +27,20 @@ TEST(Harness, SeesAProgramThatEndsInsteadOfShowingAMessage) {
 }
 
 TEST(Harness, SeesAProgramThatIsNoProgram) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.Write("velbooter.exe", "not a program");
     EXPECT_THROW(ProgramUnderTest(folder, " custom"), HarnessFailure);
 }
 
 TEST(Harness, SeesAMessageThatNoTestAskedFor) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     ProgramUnderTest program(folder, " nosuch");
     EXPECT_THROW(program.ExitCode(), HarnessFailure);
     program.Kill();
 }
 
 TEST(Harness, EndsTheChildrenOfAProcessAndSparesThoseOfAnEarlierOneOfItsId) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     CopyTestProgram("e2e_held.exe", folder.Path("held.exe"));
     StartedTool child(folder.Path("held.exe"), folder.Path());
     const ULONGLONG start = child.Start();
@@ -51,7 +51,7 @@ TEST(Harness, EndsTheChildrenOfAProcessAndSparesThoseOfAnEarlierOneOfItsId) {
 }
 
 TEST(Harness, SeesATruncatedImage) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());

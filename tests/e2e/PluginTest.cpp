@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/Expectations.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 #include "tests/e2e/support/Programs.h"
@@ -12,7 +12,7 @@
 namespace velbooter::e2e {
 namespace {
 
-FloppyImage BuildWithPlugin(const ApplicationFolder& folder, const std::string& name) {
+FloppyImage BuildWithPlugin(const DemoFolder& folder, const std::string& name) {
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest program(folder, " -plugin " + name + " custom");
     EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
@@ -20,7 +20,7 @@ FloppyImage BuildWithPlugin(const ApplicationFolder& folder, const std::string& 
     return ExpectImage(folder, folder.Path("BootDisk.img"), kSmallImageBytes);
 }
 
-void AddProgram(const ApplicationFolder& folder, const std::string& tail) {
+void AddProgram(const DemoFolder& folder, const std::string& tail) {
     std::filesystem::create_directories(folder.Path("plugins"));
     std::filesystem::copy_file(TestProgram("e2e_plugin.exe"), folder.Path(tail));
 }
@@ -28,7 +28,7 @@ void AddProgram(const ApplicationFolder& folder, const std::string& tail) {
 const char* const kBatch = "@echo off\r\necho batch >plugins\\both\\BATCH.TXT\r\n";
 
 TEST(Plugin, ProgramRunsInPlaceOfTheBatchFileOfTheSameName) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.Write("plugins\\both.bat", kBatch);
     AddProgram(folder, "plugins\\both.exe");
     folder.Write("plugins\\both\\BIN\\TOOL.TXT", "a file of the plugin");
@@ -41,7 +41,7 @@ TEST(Plugin, ProgramRunsInPlaceOfTheBatchFileOfTheSameName) {
 }
 
 TEST(Plugin, BatchFileRunsAloneAndItsFilesComeAlong) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.Write("plugins\\both.bat", kBatch);
     folder.Write("plugins\\both\\TOOL.TXT", "a file of the plugin");
     const FloppyImage image = BuildWithPlugin(folder, "both");
@@ -50,14 +50,14 @@ TEST(Plugin, BatchFileRunsAloneAndItsFilesComeAlong) {
 }
 
 TEST(Plugin, FileReplacesTheDisksOwn) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.Write("plugins\\mine\\AUTOEXEC.BAT", "@echo the plugin's\r\n");
     const FloppyImage image = BuildWithPlugin(folder, "mine");
     EXPECT_EQ("@echo the plugin's\r\n", image.Files().at("AUTOEXEC.BAT"));
 }
 
 TEST(Plugin, ShippedOneStampsTheDisk) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     const FloppyImage image = BuildWithPlugin(folder, "stamp");
     ASSERT_EQ(1u, image.Files().count("STAMP.TXT"));
     EXPECT_NE(image.Files().at("STAMP.TXT").find("This disk was built on"), std::string::npos);
@@ -65,7 +65,7 @@ TEST(Plugin, ShippedOneStampsTheDisk) {
 }
 
 TEST(Plugin, WithoutTheOptionNoneIsAdded) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     ProgramUnderTest program(folder, " custom");
     EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/Expectations.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 
@@ -15,7 +15,7 @@ const ShownMessage kAlreadyRunning{
     "The Veltrane is already running", "Already Running", {"OK"}, Picture::Critical};
 
 TEST(SingleInstance, SecondStartIsRefusedAndTheFirstGoesOn) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(kDiskThatAsks);
     ProgramUnderTest first(folder, " custom");
     EXPECT_EQ(CopyQuestion("nosuch.sys"), first.Message());
@@ -30,7 +30,7 @@ TEST(SingleInstance, SecondStartIsRefusedAndTheFirstGoesOn) {
 }
 
 TEST(SingleInstance, IsTestedBeforeTheDosFiles) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(kDiskThatAsks);
     ProgramUnderTest first(folder, " custom");
     EXPECT_EQ(CopyQuestion("nosuch.sys"), first.Message());
@@ -43,7 +43,7 @@ TEST(SingleInstance, IsTestedBeforeTheDosFiles) {
 }
 
 TEST(SingleInstance, NextStartIsWelcomeOnceTheFirstHasEnded) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     for (int run = 0; run < 2; ++run) {
         ProgramUnderTest program(folder, " custom");
@@ -52,7 +52,7 @@ TEST(SingleInstance, NextStartIsWelcomeOnceTheFirstHasEnded) {
 }
 
 TEST(SingleInstance, KilledRunBlocksNobody) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(kDiskThatAsks);
     ProgramUnderTest first(folder, " custom");
     EXPECT_EQ(CopyQuestion("nosuch.sys"), first.Message());

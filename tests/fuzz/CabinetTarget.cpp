@@ -18,7 +18,6 @@
 #include "tools/cabarc/CabinetWriter.h"
 #include "tools/cabarc/Compressors.h"
 #include "tools/cabarc/Packer.h"
-#include "tools/shared/HostFiles.h"
 #include "tools/shared/InputFile.h"
 #include "tools/shared/ToolError.h"
 

@@ -17,7 +17,6 @@
 #include "tests/support/RunProgram.h"
 #include "tests/tools/bfi/ImageFixture.h"
 #include "tools/bfi/ImageBuilder.h"
-#include "tools/shared/HostFiles.h"
 #include "tools/shared/InputFile.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"

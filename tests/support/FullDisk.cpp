@@ -13,7 +13,7 @@
 #include <span>
 
 #include "tools/shared/DeviceWrite.h"
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 
 namespace tools {
 namespace {

@@ -12,6 +12,7 @@
 #include <stdexcept>
 
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 
 namespace tools::testing {
 

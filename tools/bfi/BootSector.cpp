@@ -6,6 +6,7 @@
 
 #include "tools/shared/ByteOrder.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/InputFile.h"
 #include "tools/shared/ToolError.h"
 

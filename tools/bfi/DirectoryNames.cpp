@@ -5,7 +5,7 @@
 #include <set>
 #include <string_view>
 
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
 

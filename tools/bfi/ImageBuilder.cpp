@@ -9,6 +9,7 @@
 #include "tools/bfi/FatVolume.h"
 #include "tools/bfi/SourceTree.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/InputFile.h"
 #include "tools/shared/OutputFile.h"
 #include "tools/shared/ToolError.h"

@@ -2,7 +2,7 @@
 
 #include "tools/bfi/CommandLine.h"
 #include "tools/bfi/ImageBuilder.h"
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostProcess.h"
 #include "tools/shared/ToolMain.h"
 
 int main(int argc, char** argv) {

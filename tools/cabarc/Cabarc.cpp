@@ -5,7 +5,7 @@
 #include "tools/cabarc/Extractor.h"
 #include "tools/cabarc/Listing.h"
 #include "tools/cabarc/Packer.h"
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostProcess.h"
 #include "tools/shared/Utf8.h"
 
 namespace tools::cabarc {

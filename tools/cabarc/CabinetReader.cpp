@@ -7,6 +7,7 @@
 #include "tools/cabarc/FolderCompressor.h"
 #include "tools/shared/ByteOrder.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/InputFile.h"
 #include "tools/shared/ToolError.h"
 

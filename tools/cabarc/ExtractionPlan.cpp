@@ -6,6 +6,7 @@
 #include "tools/cabarc/SystemCabinet.h"
 #include "tools/cabarc/Wildcard.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools::cabarc {

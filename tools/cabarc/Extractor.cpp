@@ -5,6 +5,7 @@
 
 #include "tools/cabarc/CabinetReader.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools::cabarc {

@@ -1,6 +1,6 @@
 #include "tools/cabarc/Cabarc.h"
 #include "tools/cabarc/CommandLine.h"
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostProcess.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/ToolMain.h"
 

@@ -4,7 +4,7 @@
 
 #include "floppy/ShortName.h"
 #include "tools/cabarc/CabinetDirectory.h"
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/Utf8.h"
 
 namespace tools::cabarc {

@@ -10,7 +10,7 @@
 #include "tools/cabarc/MemberName.h"
 #include "tools/cabarc/SourceFiles.h"
 #include "tools/cabarc/Wildcard.h"
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/InputFile.h"
 #include "tools/shared/OutputFile.h"
 #include "tools/shared/ToolError.h"

@@ -6,6 +6,7 @@
 #include "tools/cabarc/MemberName.h"
 #include "tools/cabarc/Wildcard.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/PartFile.h"
 #include "tools/shared/PartName.h"
 #include "tools/shared/ToolError.h"

@@ -15,7 +15,7 @@
 #include "tools/cabarc/MemberName.h"
 #include "tools/cabarc/SystemCabinet.h"
 #include "tools/shared/Handle.h"
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/InputFile.h"
 #include "tools/shared/ToolError.h"
 

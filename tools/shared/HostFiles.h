@@ -1,7 +1,7 @@
 #pragma once
-// What the companions need of the operating system beyond standard C++: DOS attributes, local times, the
-// arguments as the user typed them, and messages that a console shows as they are. All texts and names are
-// UTF-8; HostFiles_win.cpp and HostFiles_posix.cpp implement it.
+// What the companions need of the file systems beyond standard C++: DOS attributes, local times, folders in a
+// fixed order, names that lead to one file. Names are UTF-8; HostFiles_win.cpp and HostFiles_posix.cpp
+// implement it.
 
 #include <cstdint>
 #include <filesystem>
@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "tools/shared/DosTime.h"
-#include "tools/shared/ToolError.h"
 
 namespace tools {
 
@@ -32,53 +31,6 @@ struct HostFile {
     DosTime Modified;        ///< local time of the last change
     std::uint8_t Attributes = 0;  ///< DosAttribute bits; POSIX: read-only when nobody may write, else archive
 };
-
-/// Returns the arguments of the program, its own name excluded, as UTF-8. Throws ToolError when one of them
-/// cannot be expressed in Unicode. On Windows they are taken from the process's wide command line (the C
-/// library would expand wildcards and lose characters); on POSIX from argv.
-std::vector<std::string> Arguments(int argc, char** argv);
-
-/// Has Windows look for libraries in its own folder only from now on, and not beside the program, where
-/// anyone may have put a file with the name of a system library. Without effect on a Windows 7 without
-/// updates, and on POSIX, which never looks there. To be called before anything that loads a library.
-void UseSystemLibrariesOnly();
-
-/// The standard streams that Print writes to.
-enum class Stream { Output, Error };
-
-/// Writes UTF-8 text to a standard stream; a Windows console gets it as Unicode, a file or pipe as it is.
-/// Failure to write (a closed pipe) is ignored.
-void Print(Stream stream, const std::string& text);
-
-/// Converts UTF-8 (with "/" or, on either system, "\" between folders) to a path of this system. Throws
-/// ToolError when `text` is not UTF-8.
-std::filesystem::path PathFromUtf8(const std::string& text);
-
-/// Converts a path to UTF-8 for messages; the prefix that LongPath adds is left out. Never fails: what
-/// cannot be expressed in UTF-8 is replaced by ASCII, so the result need not lead back to the file.
-std::string Utf8FromPath(const std::filesystem::path& path);
-
-/// Returns `name` (well-formed UTF-8) in capital letters, those beyond ASCII too: Windows takes two names
-/// for one when these are equal. Throws ToolError on POSIX when the system has no locale C.UTF-8.
-std::u16string FoldedName(const std::string& name);
-
-/// Returns a form of `path` whose length Windows does not limit (absolute, with the prefix for long paths);
-/// names may be appended to it. On POSIX the path itself. The functions below apply it themselves; a path
-/// that is handed to the standard library needs it. A path that Windows cannot complete comes back
-/// unchanged.
-std::filesystem::path LongPath(const std::filesystem::path& path);
-
-/// Returns the system's own text for one of its error numbers (errno, or what GetLastError returns), in the
-/// user's language and without a full stop on Windows; "error N" where Windows has no text.
-std::string SystemReason(std::int64_t error);
-
-/// Throws a ToolError that names `file`, the `problem` ("cannot be read") and the system's reason for
-/// `error`. Putting a message together may change the system's error number; as an argument it is fetched
-/// before.
-[[noreturn]] inline void FailWithReason(const std::filesystem::path& file, const char* problem,
-                                        std::int64_t error) {
-    throw ToolError(Utf8FromPath(file) + ": " + problem + ": " + SystemReason(error));
-}
 
 /// What a name leads to. A link counts as its target on POSIX.
 enum class FileKind { Missing, Writable, ReadOnly, Folder, Special };

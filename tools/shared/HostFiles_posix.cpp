@@ -1,8 +1,9 @@
+#include "tools/shared/HostFiles.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <wctype.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -12,7 +13,7 @@
 #include <system_error>
 
 #include "tools/shared/Handle.h"
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
 
@@ -62,46 +63,6 @@ HostFile Describe(int folder, const std::filesystem::path& folderPath, const cha
 
 }  // namespace
 
-std::string SystemReason(std::int64_t error) {
-    return std::strerror(static_cast<int>(error));
-}
-
-std::vector<std::string> Arguments(int argc, char** argv) {
-    return {argv + std::min(argc, 1), argv + argc};
-}
-
-void UseSystemLibrariesOnly() {}
-
-void Print(Stream stream, const std::string& text) {
-    std::FILE* const file = stream == Stream::Output ? stdout : stderr;
-    std::fwrite(text.data(), 1, text.size(), file);
-    std::fflush(file);
-}
-
-std::filesystem::path PathFromUtf8(const std::string& text) {
-    if (!IsUtf8(text)) throw ToolError("this name is not UTF-8: " + PrintableBytes(text));
-    std::string slashed = text;
-    std::replace(slashed.begin(), slashed.end(), '\\', '/');
-    return slashed;
-}
-
-std::u16string FoldedName(const std::string& name) {
-    std::u16string folded = Utf16FromUtf8(name);
-    // Never freed: loading it costs more than folding all names of a folder.
-    static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    if (unicode == nullptr) throw ToolError("the characters of the locale C.UTF-8 cannot be read");
-    for (char16_t& unit : folded) unit = static_cast<char16_t>(towupper_l(unit, unicode));
-    return folded;
-}
-
-std::string Utf8FromPath(const std::filesystem::path& path) {
-    return IsUtf8(path.string()) ? path.string() : PrintableBytes(path.string());
-}
-
-std::filesystem::path LongPath(const std::filesystem::path& path) {
-    return path;
-}
-
 FileKind KindOf(const std::filesystem::path& path) {
     struct stat status {};
     if (stat(path.c_str(), &status) != 0) return FileKind::Missing;
@@ -145,7 +106,7 @@ bool LiesBelow(const std::filesystem::path& file, const std::filesystem::path& f
 void CreateFolders(const std::filesystem::path& folder) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    if (error) throw ToolError(Utf8FromPath(folder) + ": this folder cannot be made: " + error.message());
+    if (error) throw ToolError(Utf8FromPath(folder) + ": this folder cannot be created: " + error.message());
 }
 
 std::vector<HostFile> ListFolder(const std::filesystem::path& folder) {

@@ -1,60 +1,22 @@
+#include "tools/shared/HostFiles.h"
+
 #include <windows.h>
-// shellapi.h needs windows.h before it.
-#include <shellapi.h>
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
 #include <utility>
 
-#include "tools/shared/ByteOrder.h"
 #include "tools/shared/Handle.h"
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
+#include "tools/shared/WideText_win.h"
 
 namespace tools {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr wchar_t kLongPrefix[] = L"\\\\?\\";
-constexpr wchar_t kLongNetworkPrefix[] = L"\\\\?\\UNC\\";
-constexpr std::size_t kLongPrefixLength = 4;
-constexpr std::size_t kLongNetworkPrefixLength = 8;
-
-// Returns whether `wide` could be expressed, which names with half a surrogate pair cannot.
-bool ConvertToUtf8(const std::wstring& wide, std::string& text) {
-    text.clear();
-    if (wide.empty()) return true;
-    const int length = static_cast<int>(wide.size());
-    const int needed =
-        WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, wide.data(), length, nullptr, 0, nullptr, nullptr);
-    if (needed <= 0) return false;
-    text.resize(static_cast<std::size_t>(needed));
-    return WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, wide.data(), length, text.data(), needed,
-                               nullptr, nullptr) == needed;
-}
-
-std::string LossyUtf8(const std::wstring& wide) {
-    std::string text;
-    if (ConvertToUtf8(wide, text)) return text;
-    for (const wchar_t unit : wide) text += unit >= 0x20 && unit < 0x7F ? static_cast<char>(unit) : '?';
-    return text;
-}
-
-std::wstring WideFromUtf8(const std::string& text) {
-    const std::u16string wide = Utf16FromUtf8(text);
-    return {wide.begin(), wide.end()};
-}
-
-// Memory that the system has allocated for an array of `Element`.
-template <typename Element>
-struct LocalMemory {
-    using Value = Element*;
-    static Value None() { return nullptr; }
-    static void Close(Value memory) { LocalFree(memory); }
-};
 
 // Converts by the rules that were in force at the time itself, as the file manager shows it. The rules of a
 // year are kept, because fetching them costs more than reading a folder's entry.
@@ -151,84 +113,6 @@ void FollowFileLink(const fs::path& file, const WIN32_FIND_DATAW& found, HostFil
 
 }  // namespace
 
-std::string SystemReason(std::int64_t error) {
-    wchar_t text[512];
-    DWORD length =
-        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                       static_cast<DWORD>(error), 0, text, static_cast<DWORD>(std::size(text)), nullptr);
-    while (length > 0 && (text[length - 1] <= L' ' || text[length - 1] == L'.')) --length;
-    return length > 0 ? LossyUtf8({text, length}) : "error " + std::to_string(error);
-}
-
-std::vector<std::string> Arguments(int, char**) {
-    int count = 0;
-    const UniqueHandle<LocalMemory<wchar_t*>> words(CommandLineToArgvW(GetCommandLineW(), &count));
-    const std::vector<std::wstring> wide(words.Get() + (words ? 1 : 0), words.Get() + count);
-    std::vector<std::string> arguments(wide.size());
-    for (std::size_t i = 0; i < wide.size(); ++i)
-        // It must not be used in a lossy form: its question marks would be wildcards.
-        if (!ConvertToUtf8(wide[i], arguments[i]))
-            throw ToolError("this name is not Unicode: " + LossyUtf8(wide[i]));
-    return arguments;
-}
-
-void UseSystemLibrariesOnly() {
-    // A Windows 7 without its updates has no such function.
-    using SetDirectories = BOOL(WINAPI*)(DWORD);
-    const auto set = reinterpret_cast<SetDirectories>(reinterpret_cast<void*>(
-        GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories")));
-    if (set != nullptr) set(LOAD_LIBRARY_SEARCH_SYSTEM32);
-}
-
-void Print(Stream stream, const std::string& text) {
-    const HANDLE output = GetStdHandle(stream == Stream::Output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
-    DWORD mode = 0;
-    DWORD written = 0;
-    if (GetConsoleMode(output, &mode) && IsUtf8(text)) {
-        const std::wstring wide = WideFromUtf8(text);
-        WriteConsoleW(output, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
-    } else {
-        WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-    }
-}
-
-fs::path PathFromUtf8(const std::string& text) {
-    if (!IsUtf8(text)) throw ToolError("this name is not UTF-8: " + PrintableBytes(text));
-    return WideFromUtf8(text);
-}
-
-std::u16string FoldedName(const std::string& name) {
-    std::wstring wide = WideFromUtf8(name);
-    const int length = static_cast<int>(wide.size());
-    // Without further flags the rules are those of the file systems.
-    if (length > 0)
-        LCMapStringEx(L"", LCMAP_UPPERCASE, wide.data(), length, wide.data(), length, nullptr, nullptr, 0);
-    return {wide.begin(), wide.end()};
-}
-
-std::string Utf8FromPath(const fs::path& path) {
-    const std::wstring& text = path.native();
-    if (text.starts_with(kLongNetworkPrefix))
-        return LossyUtf8(L"\\\\" + text.substr(kLongNetworkPrefixLength));
-    if (text.starts_with(kLongPrefix)) return LossyUtf8(text.substr(kLongPrefixLength));
-    return LossyUtf8(text);
-}
-
-fs::path LongPath(const fs::path& path) {
-    const std::wstring& text = path.native();
-    if (text.starts_with(kLongPrefix) || text.empty()) return path;
-    std::wstring full;
-    DWORD length = GetFullPathNameW(text.c_str(), 0, nullptr, nullptr);
-    if (length == 0) return path;
-    full.resize(length);
-    length = GetFullPathNameW(text.c_str(), length, full.data(), nullptr);
-    full.resize(length);
-    // Devices ("\\.\...", what "NUL" becomes) have no long form.
-    if (full.starts_with(L"\\\\.\\")) return full;
-    if (full.starts_with(L"\\\\")) return kLongNetworkPrefix + full.substr(2);
-    return kLongPrefix + full;
-}
-
 FileKind KindOf(const fs::path& path) {
     const DWORD attributes = GetFileAttributesW(LongPath(path).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) return FileKind::Missing;
@@ -300,7 +184,7 @@ void CreateFolders(const fs::path& folder) {
         // Another process may have created it in the meantime.
         const DWORD error = GetLastError();
         if (KindOf(missing.back()) != FileKind::Folder)
-            FailWithReason(folder, "this folder cannot be made", error);
+            FailWithReason(folder, "this folder cannot be created", error);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "tools/shared/InputFile.h"
 
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools {

@@ -4,7 +4,7 @@
 
 #include <cerrno>
 
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/InputFile.h"
 
 namespace tools {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/InputFile.h"
 
 namespace tools {

@@ -1,6 +1,7 @@
 #include "tools/shared/OutputFile.h"
 
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools {

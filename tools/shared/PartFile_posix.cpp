@@ -6,7 +6,7 @@
 #include <cerrno>
 
 #include "tools/shared/DeviceWrite.h"
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/PartFile.h"
 #include "tools/shared/PartName.h"
 #include "tools/shared/ToolError.h"

@@ -3,7 +3,7 @@
 #include <exception>
 #include <new>
 
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostProcess.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools {

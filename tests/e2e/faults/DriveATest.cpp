@@ -70,7 +70,7 @@ class TargetOnDriveA : public DriveA {
         ExpectNoWorkingFiles(folder_);
     }
 
-    const ApplicationFolder folder_;
+    const DemoFolder folder_;
 };
 
 TEST_F(TargetOnDriveA, FullDriveGetsNoPartOfAnImage) {
@@ -113,7 +113,7 @@ class ApplicationInTheRootOfDriveA : public DriveA {
         for (const std::string& name : NamesOnDrive()) fs::remove_all("A:\\" + name);
     }
 
-    const ApplicationFolder folder_;
+    const DemoFolder folder_;
 };
 
 TEST_F(ApplicationInTheRootOfDriveA, BuildsFromAnotherFolderOfTheDrive) {
@@ -132,7 +132,7 @@ class ApplicationOnDriveA : public DriveA {
     }
     void TearDown() override { RemountDriveA(kWritable); }
 
-    const ApplicationFolder folder_{"app", "A:"};
+    const DemoFolder folder_{"app", "A:"};
     const ShownMessage error_ = FileError(70, "Permission denied", folder_.Path("Drivers.ini"));
 };
 

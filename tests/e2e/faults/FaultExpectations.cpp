@@ -3,7 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/e2e/support/HarnessFailure.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
+#include "tests/support/Patience.h"
+#include "tools/shared/PartName.h"
 
 namespace velbooter::e2e {
 
@@ -13,22 +16,27 @@ std::vector<std::string> DiskWithAModule() {
     return SmallDiskWith({"[Create_CABs]", "keyb=LIB"});
 }
 
-void PutOldImage(const ApplicationFolder& folder) {
+void PutOldImage(const DemoFolder& folder) {
     folder.Write(kTarget, kOldImage);
 }
 
-void ExpectOldImage(const ApplicationFolder& folder) {
+void ExpectOldImage(const DemoFolder& folder) {
     EXPECT_THAT(folder.Names("out"), ElementsAre("disk.img"));
     EXPECT_EQ(kOldImage, folder.Read(kTarget));
 }
 
-void ExpectRunWithoutImage(const ApplicationFolder& folder) {
+void WaitForThePartOfTheImage(const DemoFolder& folder) {
+    if (!Eventually([&] { return folder.Exists(kTarget + std::string(tools::kPartEnding)); }))
+        throw HarnessFailure("the image is never written");
+}
+
+void ExpectRunWithoutImage(const DemoFolder& folder) {
     ProgramUnderTest program(folder, kBuild);
     EXPECT_EQ(Number(ExitCode::NoImage), program.ExitCode());
     ExpectNoWorkingFiles(folder);
 }
 
-void ExpectRunWorks(const ApplicationFolder& folder) {
+void ExpectRunWorks(const DemoFolder& folder) {
     ProgramUnderTest program(folder, kBuild);
     EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     ExpectImage(folder, folder.Path(kTarget), kSmallImageBytes);

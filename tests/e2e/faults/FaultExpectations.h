@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/Expectations.h"
 #include "tests/e2e/support/ShownMessage.h"
 
@@ -22,16 +22,19 @@ inline const std::string kBuild = std::string(" custom ") + kTarget;
 std::vector<std::string> DiskWithAModule();
 
 /// Creates an old image as the target.
-void PutOldImage(const ApplicationFolder& folder);
+void PutOldImage(const DemoFolder& folder);
 
 /// Expects the old image unchanged, and nothing else in its folder.
-void ExpectOldImage(const ApplicationFolder& folder);
+void ExpectOldImage(const DemoFolder& folder);
+
+/// Waits until the image tool has begun to write the target. Throws HarnessFailure when it does not.
+void WaitForThePartOfTheImage(const DemoFolder& folder);
 
 /// Runs a build of the custom disk and expects that it shows no message and leaves no new image.
-void ExpectRunWithoutImage(const ApplicationFolder& folder);
+void ExpectRunWithoutImage(const DemoFolder& folder);
 
 /// Runs a build of the custom disk and expects that it works.
-void ExpectRunWorks(const ApplicationFolder& folder);
+void ExpectRunWorks(const DemoFolder& folder);
 
 /// The message when the archiver has created no cabinet.
 ShownMessage NoCabinet(const std::string& name);

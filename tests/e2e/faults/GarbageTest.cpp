@@ -64,7 +64,7 @@ class GarbageTest : public testing::TestWithParam<Garbage> {
         PutOldImage(folder_);
     }
 
-    const ApplicationFolder folder_;
+    const DemoFolder folder_;
 };
 
 // A configuration cancels the build when a line with "=" that does nothing comes before the first operation.
@@ -142,7 +142,7 @@ INSTANTIATE_TEST_SUITE_P(
     NameOfCase);
 
 TEST(Catalogue, CountThatIsNoWholeNumberOfDisksIsAnError) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     folder.Write("files\\disklist.ini", "[Disks_List]\r\nCount=99999999999\r\n");
     ProgramUnderTest program(folder, kBuild);

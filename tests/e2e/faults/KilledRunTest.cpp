@@ -38,7 +38,7 @@ class KilledRun : public testing::Test {
         }
     }
 
-    const ApplicationFolder folder_;
+    const DemoFolder folder_;
     DWORD duration_ = 0;  ///< of a whole run, in milliseconds
 };
 

@@ -8,6 +8,7 @@
 #include "tests/e2e/support/HarnessFailure.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 #include "tests/e2e/support/Programs.h"
+#include "tests/support/LockedFile.h"
 #include "tests/support/Patience.h"
 #include "tests/support/WinePath.h"
 
@@ -16,6 +17,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using tools::testing::LockedFile;
 
 // Text that keeps the archiver busy for a while and compresses well.
 std::string LongText() {
@@ -30,7 +32,7 @@ std::string LongText() {
 }
 
 // Waits until a tool has created something in its target's folder and has worked for a moment.
-void WaitUntilItWrites(const ApplicationFolder& folder, const std::string& tail) {
+void WaitUntilItWrites(const DemoFolder& folder, const std::string& tail) {
     constexpr DWORD kWellAtWorkMs = 100;
     if (!Eventually([&] { return !folder.Names(tail).empty(); }))
         throw HarnessFailure("nothing appears in " + tail);
@@ -38,7 +40,7 @@ void WaitUntilItWrites(const ApplicationFolder& folder, const std::string& tail)
 }
 
 TEST(Kill, ArchiverKilledAtWorkLeavesNoCabinetAndCancelsTheBuild) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(DiskWithAModule());
     folder.Write("files\\keyb\\LONG.TXT", LongText());
     ProgramUnderTest program(folder, " custom out\\disk.img");
@@ -54,7 +56,7 @@ TEST(Kill, ArchiverKilledAtWorkLeavesNoCabinetAndCancelsTheBuild) {
 }
 
 TEST(Kill, ProgramAndArchiverKilledWhilePackingDisturbNoLaterRun) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(DiskWithAModule());
     PutOldImage(folder);
     folder.Write("files\\keyb\\LONG.TXT", LongText());
@@ -69,20 +71,17 @@ TEST(Kill, ProgramAndArchiverKilledWhilePackingDisturbNoLaterRun) {
     ExpectRunWorks(folder);
 }
 
-TEST(Kill, ImageToolKilledAtWorkKeepsTheOldImage) {
-    const ApplicationFolder folder;
+TEST(Kill, ImageToolKilledBeforeItEndsKeepsTheOldImage) {
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
-    // The tool is quick and may end before it is killed.
-    constexpr int kTries = 8;
-    bool killed = false;
-    for (int i = 0; i < kTries && !killed; ++i) {
-        PutOldImage(folder);
-        ProgramUnderTest program(folder, " custom out\\disk.img");
-        killed = KillChild(program.ProcessId(), "bfi.exe");
-        EXPECT_EQ(Number(killed ? ExitCode::NoImage : ExitCode::Built), program.ExitCode());
-        EXPECT_THAT(folder.Names("out"), ElementsAre("disk.img"));
-    }
-    ASSERT_TRUE(killed);
+    PutOldImage(folder);
+    // The tool has written all and waits for its target when it is killed.
+    LockedFile lock(folder.Path(kTarget));
+    ProgramUnderTest program(folder, kBuild);
+    WaitForThePartOfTheImage(folder);
+    ASSERT_TRUE(KillChild(program.ProcessId(), "bfi.exe"));
+    lock.Release();
+    EXPECT_EQ(Number(ExitCode::NoImage), program.ExitCode());
     ExpectOldImage(folder);
     ExpectNoWorkingFiles(folder);
     ExpectRunWorks(folder);
@@ -91,7 +90,7 @@ TEST(Kill, ImageToolKilledAtWorkKeepsTheOldImage) {
 // Kills a tool at many moments of its work, and at the moment when it first changes the folder of its target.
 class KilledTool {
  public:
-    KilledTool(const ApplicationFolder& folder, std::string commandLine, std::string target)
+    KilledTool(const DemoFolder& folder, std::string commandLine, std::string target)
         : folder_(folder), commandLine_(std::move(commandLine)), target_(std::move(target)) {}
 
     void ExpectOldOrNewAtEveryMoment() {
@@ -160,13 +159,13 @@ class KilledTool {
         }
     }
 
-    const ApplicationFolder& folder_;
+    const DemoFolder& folder_;
     const std::string commandLine_;
     const std::string target_;
 };
 
 TEST(Kill, ImageIsOldOrCompleteWheneverItsToolIsKilled) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     PutOldImage(folder);
     KilledTool(folder,
                folder.Path("bfi.exe") + " -b=files\\bootsect.bin -l=Velstart -t=288 -f=\"out\\disk.img\" dos",
@@ -175,7 +174,7 @@ TEST(Kill, ImageIsOldOrCompleteWheneverItsToolIsKilled) {
 }
 
 TEST(Kill, CabinetIsOldOrCompleteWheneverItsToolIsKilled) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.Write("out\\dos.cab", kOldImage);
     folder.Write("dos\\LONG.TXT", LongText().substr(0, 100000));
     KilledTool(folder, folder.Path("cabarc.exe") + " -m LZX:21 -p -r -P dos\\ n out\\dos.cab dos\\*.*",

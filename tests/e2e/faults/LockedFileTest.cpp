@@ -32,7 +32,7 @@ class Locked : public testing::Test {
         ExpectRunWorks(folder_);
     }
 
-    const ApplicationFolder folder_;
+    const DemoFolder folder_;
 };
 
 TEST_F(Locked, ConfigurationFileIsNamedInTheMessage) {

@@ -126,13 +126,13 @@ const std::vector<Missing> kTable = {
 
 class MissingFile : public testing::TestWithParam<Missing> {};
 
-std::string WithPlaceholder(std::string text, const ApplicationFolder& folder) {
+std::string WithPlaceholder(std::string text, const DemoFolder& folder) {
     const size_t begin = text.find(folder.Path());
     return begin == std::string::npos ? text : text.replace(begin, folder.Path().size(), kFolder);
 }
 
 TEST_P(MissingFile, HasTheDocumentedOutcome) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(kDiskThatReadsAll);
     PutOldImage(folder);
     folder.Remove(GetParam().File);
@@ -185,7 +185,7 @@ TEST(MissingFiles, TableKnowsEveryFileOfTheApplicationFolder) {
                               "files\\realmode",    "files\\freedos",     "drivers"}) {
         known.emplace_back(other);
     }
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     for (const auto& entry : fs::recursive_directory_iterator(folder.Path())) {
         if (entry.is_directory()) continue;
         const std::string file = entry.path().string().substr(folder.Path().size() + 1);
@@ -196,7 +196,7 @@ TEST(MissingFiles, TableKnowsEveryFileOfTheApplicationFolder) {
 }
 
 TEST(MissingFiles, EachDosFileIsAskedFor) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     PutOldImage(folder);
     for (const std::string& name : DosFileNames()) {
@@ -214,7 +214,7 @@ TEST(MissingFiles, EachDosFileIsAskedFor) {
 }
 
 TEST(MissingFiles, WizardWorksWithoutItsHelp) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.Remove("corvane_help.chm");
     ProgramUnderTest program(folder, "");
     const ShownWizard wizard(program);
@@ -227,7 +227,7 @@ TEST(MissingFiles, WizardWorksWithoutItsHelp) {
 class MissingCompanion : public testing::TestWithParam<const char*> {};
 
 TEST_P(MissingCompanion, DisturbsNoLaterRun) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(DiskWithAModule());
     const std::string contents = folder.Read(GetParam());
     folder.Remove(GetParam());

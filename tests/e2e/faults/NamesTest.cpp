@@ -25,7 +25,7 @@ std::string StrangeWord() {
 }
 
 TEST(Names, ApplicationFolderMayHaveAnyName) {
-    const ApplicationFolder folder(StrangeName());
+    const DemoFolder folder(StrangeName());
     ProgramUnderTest program(folder, " -plugin stamp demo out\\demo.img");
     EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("out\\demo.img"), kSmallImageBytes);
@@ -37,7 +37,7 @@ TEST(Names, ApplicationFolderMayHaveAnyName) {
 }
 
 TEST(Names, SetupModulesAreMadeInAFolderOfAnyName) {
-    const ApplicationFolder folder(StrangeName());
+    const DemoFolder folder(StrangeName());
     ProgramUnderTest program(folder, " demoall out\\demo.img");
     EXPECT_EQ(Number(ExitCode::Built), program.ExitCode());
     const FloppyImage image = ExpectImage(folder, folder.Path("out\\demo.img"), kSmallImageBytes);
@@ -48,7 +48,7 @@ TEST(Names, SetupModulesAreMadeInAFolderOfAnyName) {
 }
 
 TEST(Names, TargetMayHaveAnyName) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     for (const std::string& target : {StrangeName() + ".img", StrangeName() + "\\" + StrangeName() + ".img",
                                       std::string("a;b,c=d'e!^.img")}) {
@@ -61,7 +61,7 @@ TEST(Names, TargetMayHaveAnyName) {
 }
 
 TEST(Names, DiskMayHaveAnyNameWithoutASpace) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     const std::string name = StrangeWord();
     folder.Write("files\\disklist.ini",
                  "[Disks_List]\r\nCount=1\r\n[1]\r\nName=" + name + "\r\nfile=" + name + ".img\r\n");
@@ -74,7 +74,7 @@ TEST(Names, DiskMayHaveAnyNameWithoutASpace) {
 }
 
 TEST(Names, PluginMayHaveAnyNameWithoutASpace) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     folder.SetCustomDisk(SmallDisk());
     folder.Write("plugins\\" + StrangeWord() + "\\PLUGIN.TXT", "a file of the plugin");
     folder.Write("plugins\\" + StrangeWord() + ".exe", ReadFileAt(TestProgram("e2e_plugin.exe")));
@@ -85,7 +85,7 @@ TEST(Names, PluginMayHaveAnyNameWithoutASpace) {
 }
 
 TEST(Names, FilesOfTheDiskMayHaveAnyName) {
-    const ApplicationFolder folder;
+    const DemoFolder folder;
     const std::string file = StrangeName() + ".txt";
     folder.SetCustomDisk(SmallDiskWith({file + "=BIN\\" + file, "[Create_CABs]", "keyb=LIB"}));
     folder.Write(file, "copied");

@@ -121,7 +121,7 @@ HWND ControlOf(HWND window, int id) {
 // The wizard of a program, and the times of clicks in it.
 class TimedWizard {
  public:
-    explicit TimedWizard(const ApplicationFolder& folder) {
+    explicit TimedWizard(const DemoFolder& folder) {
         const auto start = Clock::now();
         program_ = std::make_unique<ProgramUnderTest>(folder, "");
         program_->WaitUntil([this] { return (window_ = Find("FrmWizard")) != nullptr; },
@@ -190,7 +190,7 @@ void Require(bool holds, const char* what) {
     if (!holds) throw HarnessFailure(what);
 }
 
-void MeasureDisks(const ApplicationFolder& folder, int count, Table& table) {
+void MeasureDisks(const DemoFolder& folder, int count, Table& table) {
     MakeCatalogue(folder, count);
     const TimedWizard wizard(folder);
     table.Add("Next: the list of disks", count, wizard.Click(IDC_NEXT));
@@ -198,7 +198,7 @@ void MeasureDisks(const ApplicationFolder& folder, int count, Table& table) {
     wizard.Close();
 }
 
-void MeasureDrivers(const ApplicationFolder& folder, int count, Table& table) {
+void MeasureDrivers(const DemoFolder& folder, int count, Table& table) {
     MakeCatalogue(folder, 1);
     MakeDrivers(folder, count);
     folder.SetCustomDisk(SmallDisk());
@@ -215,7 +215,7 @@ void MeasureDrivers(const ApplicationFolder& folder, int count, Table& table) {
     wizard.Close();
 }
 
-void MeasureFiles(const ApplicationFolder& folder, int count, Table& table) {
+void MeasureFiles(const DemoFolder& folder, int count, Table& table) {
     MakeCatalogue(folder, 1);
     folder.SetCustomDisk(SmallDiskWith(MakeFiles(folder, count)));
     const TimedWizard wizard(folder);
@@ -231,7 +231,7 @@ void MeasureFiles(const ApplicationFolder& folder, int count, Table& table) {
     wizard.Finish();
 }
 
-void MeasureBuild(const ApplicationFolder& folder, int count, Table& table) {
+void MeasureBuild(const DemoFolder& folder, int count, Table& table) {
     MakeCatalogue(folder, 1);
     folder.SetCustomDisk(SmallDiskWith(MakeFiles(folder, count)));
     const auto start = Clock::now();
@@ -242,11 +242,11 @@ void MeasureBuild(const ApplicationFolder& folder, int count, Table& table) {
 
 void MeasureAll(int runs, Table& table) {
     for (int run = 0; run < runs; ++run) {
-        for (const int count : {50, 100, 200}) MeasureDisks(ApplicationFolder(), count, table);
-        for (const int count : {125, 250, 500}) MeasureDrivers(ApplicationFolder(), count, table);
+        for (const int count : {50, 100, 200}) MeasureDisks(DemoFolder(), count, table);
+        for (const int count : {125, 250, 500}) MeasureDrivers(DemoFolder(), count, table);
         for (const int count : {500, 1000, 2000}) {
-            MeasureFiles(ApplicationFolder(), count, table);
-            MeasureBuild(ApplicationFolder(), count, table);
+            MeasureFiles(DemoFolder(), count, table);
+            MeasureBuild(DemoFolder(), count, table);
         }
     }
 }

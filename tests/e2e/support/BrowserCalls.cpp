@@ -20,7 +20,7 @@ void SetCommand(const std::string& command) {
 
 }  // namespace
 
-BrowserCalls::BrowserCalls(const ApplicationFolder& folder) : folder_(folder) {
+BrowserCalls::BrowserCalls(const DemoFolder& folder) : folder_(folder) {
     const std::string browser = folder.OutsidePath("browser.exe");
     CopyTestProgram("e2e_note.exe", browser);
     char former[1024] = "";

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
 
 namespace velbooter::e2e {
@@ -12,7 +12,7 @@ class BrowserCalls {
  public:
     /// Makes the Wine prefix of the tests open addresses with a program next to `folder`, which must live
     /// longer.
-    explicit BrowserCalls(const ApplicationFolder& folder);
+    explicit BrowserCalls(const DemoFolder& folder);
 
     /// Restores the prefix's former browser.
     ~BrowserCalls();
@@ -23,7 +23,7 @@ class BrowserCalls {
     std::string Next(const ProgramUnderTest& program) const;
 
  private:
-    const ApplicationFolder& folder_;
+    const DemoFolder& folder_;
     std::string former_;
 };
 

@@ -13,17 +13,18 @@ namespace {
 HANDLE MakePipe(HANDLE& reading) {
     SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     HANDLE writing = nullptr;
-    if (::CreatePipe(&reading, &writing, &inheritable, 0) == 0) throw HarnessFailure("no pipe can be made");
+    if (::CreatePipe(&reading, &writing, &inheritable, 0) == 0)
+        throw HarnessFailure("no pipe can be created");
     ::SetHandleInformation(reading, HANDLE_FLAG_INHERIT, 0);
     return writing;
 }
 
 }  // namespace
 
-ConsoleTwin::ConsoleTwin(const ApplicationFolder& folder, const std::string& arguments)
+ConsoleTwin::ConsoleTwin(const DemoFolder& folder, const std::string& arguments)
     : ConsoleTwin("\"" + folder.Path("velbooter.com") + "\"" + arguments, folder.OutsidePath("")) {}
 
-ConsoleTwin ConsoleTwin::Typed(const ApplicationFolder& folder, const std::string& line) {
+ConsoleTwin ConsoleTwin::Typed(const DemoFolder& folder, const std::string& line) {
     return {"cmd.exe /c " + line, folder.Path()};
 }
 

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 
 namespace velbooter::e2e {
 
@@ -15,11 +15,11 @@ class ConsoleTwin {
     /// Starts velbooter.com of `folder`, which must live longer, from another current folder. Its command
     /// line is its path in double quotes followed by `arguments` unchanged. It has a console without a
     /// window, and both its streams are pipes of the test.
-    ConsoleTwin(const ApplicationFolder& folder, const std::string& arguments);
+    ConsoleTwin(const DemoFolder& folder, const std::string& arguments);
 
     /// Has a command prompt run `line` in the folder. The exit code is then the prompt's, which is that of
     /// the program that it has run.
-    static ConsoleTwin Typed(const ApplicationFolder& folder, const std::string& line);
+    static ConsoleTwin Typed(const DemoFolder& folder, const std::string& line);
 
     ~ConsoleTwin();
     ConsoleTwin(const ConsoleTwin&) = delete;

@@ -27,14 +27,14 @@ std::string MenuLine(const std::string& name, const std::string& description) {
 
 }  // namespace
 
-void ClearDrivers(const ApplicationFolder& folder) {
+void ClearDrivers(const DemoFolder& folder) {
     for (const char* group : {"aspi", "ndis", "odi16", "odi32"}) {
         const std::string path = std::string("drivers\\") + group;
         if (folder.Exists(path)) folder.Remove(path);
     }
 }
 
-void AddDriver(const ApplicationFolder& folder, const std::string& group, const std::string& name,
+void AddDriver(const DemoFolder& folder, const std::string& group, const std::string& name,
                const std::string& description) {
     const std::string sources = folder.OutsidePath("driver-" + group + "-" + name);
     WriteFileAt(sources + "\\" + DescriptionFile(group), MenuLine(name, description));

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/Screen.h"
 #include "tests/e2e/support/WindowTree.h"
 #include "tests/support/BuiltFile.h"

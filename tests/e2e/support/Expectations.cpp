@@ -28,13 +28,13 @@ std::string Usage() {
            "Registry.\r\n";
 }
 
-void ExpectNoWorkingFiles(const ApplicationFolder& folder) {
+void ExpectNoWorkingFiles(const DemoFolder& folder) {
     EXPECT_FALSE(folder.Exists("Drivers.ini"));
     EXPECT_FALSE(folder.Exists("cabs"));
     EXPECT_FALSE(folder.Exists("Temp"));
 }
 
-FloppyImage ExpectImage(const ApplicationFolder& folder, const std::string& path, size_t bytes) {
+FloppyImage ExpectImage(const DemoFolder& folder, const std::string& path, size_t bytes) {
     FloppyImage image(path);
     EXPECT_EQ(bytes, image.Size());
     EXPECT_EQ("VELSTART", image.Label());

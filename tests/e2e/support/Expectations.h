@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "src/run/ProgramEnd.h"
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/FloppyImage.h"
 #include "tests/e2e/support/ShownMessage.h"
 
@@ -29,10 +29,10 @@ ShownMessage CopyQuestion(const std::string& source);
 std::string Usage();
 
 /// Expects that a run has left none of its working files and folders.
-void ExpectNoWorkingFiles(const ApplicationFolder& folder);
+void ExpectNoWorkingFiles(const DemoFolder& folder);
 
 /// Expects a complete image of `bytes` bytes at `path`, with the label and the three system files that
 /// `folder` gives every disk, and returns it. Throws HarnessFailure when it cannot be read as an image.
-FloppyImage ExpectImage(const ApplicationFolder& folder, const std::string& path, size_t bytes);
+FloppyImage ExpectImage(const DemoFolder& folder, const std::string& path, size_t bytes);
 
 }  // namespace velbooter::e2e

@@ -1,5 +1,5 @@
 #pragma once
-// Reads a raw FAT12 floppy image back, independently of the tool that wrote it.
+// A floppy image as the tests of the whole program compare it.
 
 #include <cstdint>
 #include <map>
@@ -11,15 +11,14 @@ namespace velbooter::e2e {
 /// An image that has been read as a whole. Long names are ignored: a file is identified by its 8.3 name.
 class FloppyImage {
  public:
-    /// Reads the image at `path`. Throws HarnessFailure when it is not a FAT12 volume that fills its file, or
-    /// when a file's chain of clusters is broken.
+    /// Reads the image at `path`. Throws HarnessFailure when it is not sound.
     explicit FloppyImage(const std::string& path);
 
     /// The size of the image in bytes.
     size_t Size() const { return bytes_.size(); }
 
     /// How many bytes of the data area are taken, in whole clusters.
-    size_t UsedBytes() const;
+    size_t UsedBytes() const { return usedBytes_; }
 
     /// The volume label in the root directory.
     const std::string& Label() const { return label_; }
@@ -35,21 +34,12 @@ class FloppyImage {
     std::uint8_t Attributes(const std::string& path) const;
 
  private:
-    std::uint32_t Number(size_t offset, size_t length) const;
-    std::uint32_t NextCluster(std::uint32_t cluster) const;
-    std::vector<size_t> Chain(std::uint32_t cluster) const;
-    void ReadFolder(const std::vector<size_t>& blocks, size_t blockBytes, const std::string& prefix);
-    void ReadEntry(size_t place, const std::string& prefix);
-
     std::string bytes_;
-    size_t fatStart_ = 0;
-    size_t dataStart_ = 0;
-    size_t clusterBytes_ = 0;
-    size_t clusters_ = 0;
+    size_t usedBytes_ = 0;
     std::string label_;
     std::map<std::string, std::string> files_;
     std::map<std::string, std::uint8_t> attributes_;
-    std::vector<size_t> entries_;  ///< where the entries of all folders begin, those of long names left out
+    std::vector<size_t> entryPlaces_;
 };
 
 }  // namespace velbooter::e2e

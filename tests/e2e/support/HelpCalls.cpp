@@ -30,7 +30,7 @@ bool IsThere(const std::string& path) {
 
 // The system's viewer has the second name until the end of the test. If that name exists already, a test
 // that has died has left it.
-HelpCalls::HelpCalls(const ApplicationFolder& folder, Place place)
+HelpCalls::HelpCalls(const DemoFolder& folder, Place place)
     : folder_(folder), viewer_(place == Place::System ? SystemPath(kViewer) : folder.Path(kViewer)) {
     if (!IsThere(viewer_ + kOwn)) ::MoveFileA(viewer_.c_str(), (viewer_ + kOwn).c_str());
     CopyTestProgram("e2e_help.dll", viewer_);

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 
 namespace velbooter::e2e {
 
@@ -14,7 +14,7 @@ class HelpCalls {
 
     /// Puts the library into the system's folder, where the viewer is, or next to the program of `folder`,
     /// where none may be called. `folder` must live longer.
-    explicit HelpCalls(const ApplicationFolder& folder, Place place = Place::System);
+    explicit HelpCalls(const DemoFolder& folder, Place place = Place::System);
 
     /// Restores the system's viewer.
     ~HelpCalls();
@@ -31,7 +31,7 @@ class HelpCalls {
     void Forget() const;
 
  private:
-    const ApplicationFolder& folder_;
+    const DemoFolder& folder_;
     std::string viewer_;
 };
 

@@ -19,7 +19,7 @@ std::string FourDigits(int number) {
     return std::string(digits.size() < 4 ? 4 - digits.size() : 0, '0') + digits;
 }
 
-void MakeCatalogue(const ApplicationFolder& folder, int count) {
+void MakeCatalogue(const DemoFolder& folder, int count) {
     std::string text = "[Disks_List]\r\nCount=" + std::to_string(count) +
                        "\r\n[0]\r\nfile=BootDisk.img\r\naspi=0\r\nndis=1\r\nnetw=0\r\n";
     for (int i = 1; i <= count; ++i) {
@@ -30,14 +30,14 @@ void MakeCatalogue(const ApplicationFolder& folder, int count) {
     folder.Write("files\\disklist.ini", text);
 }
 
-void MakeDrivers(const ApplicationFolder& folder, int count) {
+void MakeDrivers(const DemoFolder& folder, int count) {
     ClearDrivers(folder);
     AddDriver(folder, "ndis", "DRV0001", kLoadDescription);
     const std::string cabinet = folder.Read("drivers\\ndis\\DRV0001.cab");
     for (int i = 2; i <= count; ++i) folder.Write("drivers\\ndis\\DRV" + FourDigits(i) + ".cab", cabinet);
 }
 
-std::vector<std::string> MakeFiles(const ApplicationFolder& folder, int count) {
+std::vector<std::string> MakeFiles(const DemoFolder& folder, int count) {
     std::vector<std::string> lines{"[Copy_Files]"};
     for (int i = 1; i <= count; ++i) {
         folder.Write("files\\load\\" + PathOfFile(i), PathOfFile(i));

@@ -22,7 +22,7 @@ constexpr std::chrono::milliseconds kPatience{kPatienceMs};
 
 }  // namespace
 
-ProgramUnderTest::ProgramUnderTest(const ApplicationFolder& folder, const std::string& arguments)
+ProgramUnderTest::ProgramUnderTest(const DemoFolder& folder, const std::string& arguments)
     : showsWizard_(arguments.empty()) {
     LeaveWindowsUnmanaged("velbooter.exe");
     static int number = 0;
@@ -102,9 +102,10 @@ DWORD ProgramUnderTest::ExitCode() {
 // Very rarely Wine does not carry out this request at all.
 void ProgramUnderTest::Kill() {
     constexpr DWORD kAgain = 5000;
+    const auto end = steady_clock::now() + kPatience;
     do {
         ::TerminateProcess(process_.hProcess, kKilled);
-    } while (::WaitForSingleObject(process_.hProcess, kAgain) == WAIT_TIMEOUT);
+    } while (::WaitForSingleObject(process_.hProcess, kAgain) == WAIT_TIMEOUT && steady_clock::now() < end);
 }
 
 HWND ProgramUnderTest::Wizard() {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/Programs.h"
 #include "tests/e2e/support/ShownMessage.h"
 
@@ -19,7 +19,7 @@ class ProgramUnderTest {
     /// Starts the program of `folder`, which must live longer. Its command line is its path in double quotes
     /// followed by `arguments` unchanged, the separating space included. The current folder is not the
     /// program's own, so that nothing can rely on it.
-    ProgramUnderTest(const ApplicationFolder& folder, const std::string& arguments);
+    ProgramUnderTest(const DemoFolder& folder, const std::string& arguments);
 
     /// Watches a program that another one has started; `process` is its id, and `showsWizard` says whether
     /// it was started without arguments. Its StatusTexts are not recorded. Throws HarnessFailure when it has

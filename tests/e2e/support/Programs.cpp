@@ -60,7 +60,7 @@ void CopyTestProgram(const std::string& name, const std::string& target) {
     tools::testing::CopyOver(TestProgram(name), target);
 }
 
-HeldTool::HeldTool(const ApplicationFolder& folder, const std::string& name) : folder_(folder), name_(name) {
+HeldTool::HeldTool(const DemoFolder& folder, const std::string& name) : folder_(folder), name_(name) {
     const std::string tool = folder.Path(name + ".exe");
     std::filesystem::rename(tool, folder.Path(name + ".real.exe"));
     CopyTestProgram("e2e_held.exe", tool);

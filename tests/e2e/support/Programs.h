@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 
 namespace velbooter::e2e {
 
@@ -24,7 +24,7 @@ void CopyTestProgram(const std::string& name, const std::string& target);
 class HeldTool {
  public:
     /// Takes the place of the companion `name` ("cabarc", "bfi"). `folder` must live longer.
-    HeldTool(const ApplicationFolder& folder, const std::string& name);
+    HeldTool(const DemoFolder& folder, const std::string& name);
 
     /// Releases a waiting companion.
     ~HeldTool() { Release(); }
@@ -38,7 +38,7 @@ class HeldTool {
     void Release() const { folder_.Write(name_ + ".go", ""); }
 
  private:
-    const ApplicationFolder& folder_;
+    const DemoFolder& folder_;
     std::string name_;
 };
 

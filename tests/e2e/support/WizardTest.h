@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 #include "tests/e2e/support/Expectations.h"
 #include "tests/e2e/support/FileDialogs.h"
 #include "tests/e2e/support/ProgramUnderTest.h"
@@ -80,7 +80,7 @@ class WizardTest : public testing::Test {
 
     ProgramUnderTest& Program() { return *program_; }
 
-    const ApplicationFolder folder_;
+    const DemoFolder folder_;
 
  private:
     std::unique_ptr<ProgramUnderTest> program_;

@@ -77,7 +77,7 @@ class Reader {
         ReadBootSector();
         ReadTable();
         const std::vector<std::uint8_t> root(bytes_.begin() + rootStart_, bytes_.begin() + dataStart_);
-        ReadDirectory({root, "", 0, 0});
+        ReadDirectory({root, {}, "", 0, 0});
         for (std::uint32_t cluster = 2; cluster < table_.size(); ++cluster) {
             Require(table_[cluster] == 0 || used_.count(cluster) == 1,
                     "lost cluster " + std::to_string(cluster));
@@ -139,11 +139,15 @@ class Reader {
         return chain;
     }
 
+    // Where a cluster begins in the image.
+    std::ptrdiff_t PlaceOf(std::uint32_t cluster) const {
+        return dataStart_ + static_cast<std::ptrdiff_t>((cluster - 2) * result_.ClusterBytes);
+    }
+
     std::vector<std::uint8_t> Bytes(const std::vector<std::uint32_t>& chain) const {
         std::vector<std::uint8_t> all;
         for (const std::uint32_t cluster : chain) {
-            const auto start = bytes_.begin() + dataStart_ +
-                               static_cast<std::ptrdiff_t>((cluster - 2) * result_.ClusterBytes);
+            const auto start = bytes_.begin() + PlaceOf(cluster);
             all.insert(all.end(), start, start + static_cast<std::ptrdiff_t>(result_.ClusterBytes));
         }
         return all;
@@ -159,13 +163,21 @@ class Reader {
         return extension.empty() ? base : base + "." + extension;
     }
 
-    // One directory: the root, whose cluster is 0, or a folder.
+    // One directory: the root, which has no clusters, or a folder.
     struct Directory {
         std::vector<std::uint8_t> Table;
+        std::vector<std::uint32_t> Clusters;
         std::string Prefix;  // of all paths in it
         std::uint32_t Self = 0;
         std::uint32_t Parent = 0;
     };
+
+    // Where the entry at `at` of a directory begins in the image.
+    std::size_t EntryPlace(const Directory& directory, std::size_t at) const {
+        const std::ptrdiff_t place =
+            directory.Self == 0 ? rootStart_ : PlaceOf(directory.Clusters[at / result_.ClusterBytes]);
+        return static_cast<std::size_t>(place) + (directory.Self == 0 ? at : at % result_.ClusterBytes);
+    }
 
     void ReadDirectory(const Directory& directory) {
         std::set<std::string> names;
@@ -177,9 +189,14 @@ class Reader {
                 Require(std::all_of(raw, raw + 32, [](std::uint8_t byte) { return byte == 0; }),
                         directory.Prefix + ": entries behind the end");
                 isEnded = true;
-            } else if (raw[11] == 0x0F) {
+                continue;
+            }
+            if (raw[11] == 0x0F) {
                 longName.AddPart(raw);
-            } else if (directory.Self != 0 && at < 64) {
+                continue;
+            }
+            result_.EntryPlaces.push_back(EntryPlace(directory, at));
+            if (directory.Self != 0 && at < 64) {
                 RequireOwnEntry(directory, raw, at == 0);
             } else {
                 FatEntry entry = EntryOf(raw, directory.Prefix);
@@ -228,7 +245,7 @@ class Reader {
             Require(entry.Size == 0 && !entry.Clusters.empty(),
                     entry.Path + ": a folder with a size or without a cluster");
             result_.Entries.push_back(entry);
-            ReadDirectory({Bytes(entry.Clusters), entry.Path + "/", first, directory.Self});
+            ReadDirectory({Bytes(entry.Clusters), entry.Clusters, entry.Path + "/", first, directory.Self});
             return;
         }
         const std::size_t needed = (entry.Size + result_.ClusterBytes - 1) / result_.ClusterBytes;

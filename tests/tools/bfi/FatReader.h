@@ -31,6 +31,9 @@ struct FatImage {
     std::uint32_t Serial = 0;
     std::string Label;              ///< in the boot sector
     std::vector<FatEntry> Entries;  ///< a folder's own entries follow it at once; "." and ".." are left out
+    /// Where each directory entry begins in the image, in bytes, also "." and ".."; those of long names are
+    /// left out.
+    std::vector<std::size_t> EntryPlaces;
 
     /// Returns the entry with that path. Throws std::runtime_error when there is none.
     const FatEntry& At(const std::string& path) const;

@@ -6,7 +6,6 @@
 #endif
 
 #include "tests/tools/bfi/ImageFixture.h"
-#include "tools/shared/HostFiles.h"
 
 namespace tools::bfi::testing {
 namespace {

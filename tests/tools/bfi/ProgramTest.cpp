@@ -14,7 +14,7 @@ extern char** environ;
 #include "tests/support/BuiltFile.h"
 #include "tests/support/RunProgram.h"
 #include "tests/tools/bfi/ImageFixture.h"
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 
 namespace tools::bfi::testing {
 namespace {

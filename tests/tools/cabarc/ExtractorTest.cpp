@@ -16,6 +16,7 @@
 #include "tools/cabarc/SystemCabinet.h"
 #include "tools/shared/ByteOrder.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools::cabarc::testing {

@@ -5,6 +5,7 @@
 
 #include "tests/support/BuiltFile.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 
 namespace tools::cabarc::testing {
 

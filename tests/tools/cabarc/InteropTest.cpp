@@ -8,6 +8,7 @@
 
 #include "tests/tools/cabarc/InTestFolder.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 
 namespace tools::cabarc::testing {
 namespace {

@@ -1,4 +1,5 @@
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -197,8 +198,9 @@ TEST(CreateFolders, AFileInTheWayIsAnError) {
     const TestFolder folder;
     folder.Write("a", "x");
     EXPECT_THAT(ErrorOf([&] { CreateFolders(folder.Path("a/b")); }),
-                HasSubstr("this folder cannot be made: "));
-    EXPECT_THAT(ErrorOf([&] { CreateFolders(folder.Path("a")); }), HasSubstr("this folder cannot be made: "));
+                HasSubstr("this folder cannot be created: "));
+    EXPECT_THAT(ErrorOf([&] { CreateFolders(folder.Path("a")); }),
+                HasSubstr("this folder cannot be created: "));
 }
 
 #ifdef _WIN32
@@ -237,7 +239,7 @@ TEST_F(CreateFoldersBelowARoot, AreMadeWithWhatIsBelowThem) {
 
 TEST(CreateFolders, OnAShareThatIsMissingTheFolderIsNamed) {
     EXPECT_THAT(ErrorOf([] { CreateFolders("\\\\velbooter-no-server\\share\\a\\b"); }),
-                StartsWith("\\\\velbooter-no-server\\share\\a\\b: this folder cannot be made: "));
+                StartsWith("\\\\velbooter-no-server\\share\\a\\b: this folder cannot be created: "));
 }
 #endif
 

@@ -14,7 +14,7 @@
 #include <algorithm>
 
 #include "tests/support/TestFolder.h"
-#include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/ToolError.h"
 
 namespace tools::testing {

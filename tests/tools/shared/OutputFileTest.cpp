@@ -23,6 +23,7 @@
 #include "tests/support/LeftPart.h"
 #include "tests/support/TestFolder.h"
 #include "tools/shared/HostFiles.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/PartName.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"

@@ -1,4 +1,4 @@
-#include "tests/e2e/support/ApplicationFolder.h"
+#include "tests/e2e/support/DemoFolder.h"
 
 #include <windows.h>
 
@@ -61,7 +61,7 @@ void RemoveTree(const fs::path& path) {
 
 }  // namespace
 
-ApplicationFolder::ApplicationFolder(const std::string& name, const std::string& parent)
+DemoFolder::DemoFolder(const std::string& name, const std::string& parent)
     : base_(NewTestFolder()), path_((parent.empty() ? base_ : parent) + "\\" + name) {
     const std::string demo = DemoFolder();
     if (!fs::exists(demo + "\\velbooter.exe")) {
@@ -74,38 +74,38 @@ ApplicationFolder::ApplicationFolder(const std::string& name, const std::string&
     fs::copy(demo, target, fs::copy_options::recursive);
 }
 
-ApplicationFolder::~ApplicationFolder() {
+DemoFolder::~DemoFolder() {
     RemoveTree(PathFromAnsi(path_));
     RemoveTree(base_);
 }
 
-std::string ApplicationFolder::Path(const std::string& tail) const {
+std::string DemoFolder::Path(const std::string& tail) const {
     return tail.empty() ? path_ : path_ + "\\" + tail;
 }
 
-std::string ApplicationFolder::OutsidePath(const std::string& tail) const {
+std::string DemoFolder::OutsidePath(const std::string& tail) const {
     fs::create_directories(base_ + "\\outside");
     return base_ + "\\outside\\" + tail;
 }
 
-bool ApplicationFolder::Exists(const std::string& tail) const {
+bool DemoFolder::Exists(const std::string& tail) const {
     return fs::exists(PathFromAnsi(Path(tail)));
 }
 
-void ApplicationFolder::Write(const std::string& tail, const std::string& contents) const {
+void DemoFolder::Write(const std::string& tail, const std::string& contents) const {
     WriteFileAt(Path(tail), contents);
 }
 
-std::string ApplicationFolder::Read(const std::string& tail) const {
+std::string DemoFolder::Read(const std::string& tail) const {
     return ReadFileAt(Path(tail));
 }
 
-void ApplicationFolder::Remove(const std::string& tail) const {
+void DemoFolder::Remove(const std::string& tail) const {
     if (fs::remove_all(PathFromAnsi(Path(tail))) == 0)
         throw HarnessFailure("nothing to remove at " + Path(tail));
 }
 
-std::vector<std::string> ApplicationFolder::Names(const std::string& tail) const {
+std::vector<std::string> DemoFolder::Names(const std::string& tail) const {
     std::vector<std::string> names;
     if (!Exists(tail)) return names;
     for (const auto& entry : fs::directory_iterator(PathFromAnsi(Path(tail)))) {
@@ -115,7 +115,7 @@ std::vector<std::string> ApplicationFolder::Names(const std::string& tail) const
     return names;
 }
 
-void ApplicationFolder::SetCustomDisk(const std::vector<std::string>& lines) const {
+void DemoFolder::SetCustomDisk(const std::vector<std::string>& lines) const {
     std::string text;
     for (const std::string& line : lines) text += line + "\r\n";
     Write("files\\custom.ini", text);

@@ -8,17 +8,17 @@
 
 namespace velbooter::e2e {
 
-class ApplicationFolder {
+class DemoFolder {
  public:
     /// Copies the demonstration. `name` becomes the last part of the folder's path and may contain spaces;
     /// `parent` is the folder to create it in, else the test's own. Throws HarnessFailure when the
     /// demonstration has not been built.
-    explicit ApplicationFolder(const std::string& name = "app", const std::string& parent = "");
+    explicit DemoFolder(const std::string& name = "app", const std::string& parent = "");
 
     /// Removes the folder with everything in it; what another process still has open stays.
-    ~ApplicationFolder();
-    ApplicationFolder(const ApplicationFolder&) = delete;
-    ApplicationFolder& operator=(const ApplicationFolder&) = delete;
+    ~DemoFolder();
+    DemoFolder(const DemoFolder&) = delete;
+    DemoFolder& operator=(const DemoFolder&) = delete;
 
     /// The full path of `tail`; without one, that of the folder, without a trailing backslash.
     std::string Path(const std::string& tail = "") const;
