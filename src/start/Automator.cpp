@@ -15,7 +15,6 @@
 #include "src/setup/SetupWin.h"
 #include "src/start/BuildRun.h"
 #include "src/start/Catalogue.h"
-#include "src/start/InitApp.h"
 
 namespace velbooter {
 

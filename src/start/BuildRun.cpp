@@ -1,7 +1,11 @@
 #include "src/start/BuildRun.h"
 
+#include "src/common/Folders.h"
+#include "src/disk/contents/FileCopying.h"
 #include "src/disk/output/Floppy.h"
 #include "src/disk/output/Staging.h"
+#include "src/dos/DosFiles.h"
+#include "src/drivers/DriverIndex.h"
 #include "src/drivers/DriverPreparation.h"
 #include "src/drivers/NetworkLists.h"
 #include "src/forms/Forms.h"
@@ -72,6 +76,21 @@ void FinishApp(Application& app, const std::string& pluginName) {
     FinishStep(app, wizard.LblMsg4, wizard.LblRight4);
     SetOutcome(wizard, RunOutcome::Completed);
     DeleteWorkingFiles(app.Paths);
+}
+
+void InitApp(Application& app) {
+    RenewDriverIndex(app.Paths, app.Screen);
+    app.Wizard.TxtDest.Text = app.Paths.PathOf(kDefaultImageName);
+    RefreshDosModuleFolder(app.Paths, app.Screen);
+    DeleteFolderTree(app.Paths.PathOf(kCabsFolder));
+
+    std::string root = kCabsFolder;
+    std::string bin = InCabs("bin");
+    const bool rootCopied =
+        CopyFileWithPrompt(app.Paths, app.Screen, app.Paths.PathOf(InFiles("base_files\\*.*")), root, false);
+    const bool binCopied = CopyFileWithPrompt(app.Paths, app.Screen,
+                                              app.Paths.PathOf(InFiles("base_files\\bin\\*.*")), bin, false);
+    if (!rootCopied || !binCopied) CancelApp(app);
 }
 
 }  // namespace velbooter

@@ -5,8 +5,8 @@
 #include "src/run/ProgramEnd.h"
 #include "src/run/RunEnd.h"
 #include "src/start/Automator.h"
+#include "src/start/BuildRun.h"
 #include "src/start/CommandLine.h"
-#include "src/start/InitApp.h"
 
 namespace velbooter {
 

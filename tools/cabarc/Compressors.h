@@ -5,7 +5,6 @@
 #include <memory>
 
 #include "tools/cabarc/FolderCompressor.h"
-#include "tools/cabarc/FrameCompressor.h"
 #include "tools/cabarc/Method.h"
 
 namespace tools::cabarc {

@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "tools/cabarc/FrameCompressor.h"
+#include "tools/cabarc/FolderCompressor.h"
 
 namespace tools::cabarc {
 

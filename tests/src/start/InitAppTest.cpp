@@ -1,4 +1,4 @@
-#include "src/start/InitApp.h"
+#include "src/start/BuildRun.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>

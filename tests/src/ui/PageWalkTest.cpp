@@ -4,7 +4,7 @@
 
 #include "src/common/RuntimeError.h"
 #include "src/run/RunEnd.h"
-#include "src/start/InitApp.h"
+#include "src/start/BuildRun.h"
 #include "tests/support/ApplicationFolder.h"
 
 namespace velbooter::testing {

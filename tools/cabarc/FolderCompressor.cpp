@@ -1,4 +1,4 @@
-#include "tools/cabarc/FrameCompressor.h"
+#include "tools/cabarc/FolderCompressor.h"
 
 #include <algorithm>
 
