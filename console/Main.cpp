@@ -6,12 +6,15 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <optional>
 
+#include "console/BuiltImage.h"
 #include "console/Report.h"
 #include "src/common/Files.h"
 #include "src/common/Handle.h"
 #include "src/common/Paths.h"
 #include "src/common/Processes.h"
+#include "src/common/RunReport.h"
 #include "src/common/Text.h"
 #include "src/run/ProgramEnd.h"
 
@@ -22,22 +25,26 @@ using velbooter::KernelHandle;
 struct Started {
     KernelHandle Process;  ///< empty when the start failed
     DWORD Error = 0;       ///< why, a result of GetLastError
+    std::optional<velbooter::RunReport> Report;
 };
 
-// The program inherits neither the streams nor the console. With them, a program that reads the streams
-// would wait for the wizard to end, and the tools of a build would print into the prompt.
+// The program runs only when it can report. It inherits neither the streams nor the console. With them, a
+// program that reads the streams would wait for the wizard to end, and the tools of a build would print into
+// the prompt.
 Started Start(const std::string& program, const std::string& text) {
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
     PROCESS_INFORMATION process{};
     std::string commandLine = velbooter::QuotePath(program, true, false) + text;
-    if (::CreateProcessA(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS,
-                         nullptr, nullptr, &startup, &process) == 0) {
-        return {{}, ::GetLastError()};
+    if (::CreateProcessA(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
+                         DETACHED_PROCESS | CREATE_SUSPENDED, nullptr, nullptr, &startup, &process) == 0) {
+        return {{}, ::GetLastError(), std::nullopt};
     }
     const KernelHandle thread(process.hThread);
-    return {KernelHandle(process.hProcess)};
+    Started started{KernelHandle(process.hProcess), 0, velbooter::RunReport(process.dwProcessId)};
+    ::ResumeThread(thread.Get());
+    return started;
 }
 
 // Paths are in the ANSI code page; a console usually has another one.
@@ -49,6 +56,13 @@ std::string ForConsole(const std::string& text) {
     std::string shown(static_cast<size_t>(size), '\0');
     ::WideCharToMultiByte(page, 0, wide.data(), wideLength, shown.data(), size, nullptr, nullptr);
     return shown;
+}
+
+// The line about a run that has ended with `code`.
+std::string LineAbout(const velbooter::RunReport& report, DWORD code) {
+    const std::string image = report.BuiltImage();
+    const auto use = image.empty() ? std::nullopt : velbooter::UseOfImage(image);
+    return use ? velbooter::BuiltLine(image, *use) : velbooter::OutcomeLine(code);
 }
 
 int Fail(const std::string& line) {
@@ -75,6 +89,6 @@ int main() {
         ::GetExitCodeProcess(started.Process.Get(), &code) == 0) {
         return Fail(velbooter::NotStartedLine(program, ::GetLastError()));
     }
-    std::fputs(velbooter::OutcomeLine(code).c_str(), stdout);
+    std::fputs(ForConsole(LineAbout(*started.Report, code)).c_str(), stdout);
     return static_cast<int>(code);
 }

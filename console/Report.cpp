@@ -38,6 +38,12 @@ std::string OutcomeLine(std::uint32_t code) {
     return Line(std::string(Outcome(code)) + " (exit code " + std::to_string(code) + ").");
 }
 
+std::string BuiltLine(const std::string& image, const DiskUse& use) {
+    constexpr std::uint64_t kKilobyte = 1024;
+    return Line(image + " is built; " + std::to_string(use.Used / kKilobyte) + " of its " +
+                std::to_string(use.Size / kKilobyte) + " KB are used (exit code 0).");
+}
+
 std::string MissingLine(const std::string& program) {
     return Line(program + " is missing; it must be in the same folder as velbooter.com.");
 }

@@ -53,4 +53,9 @@ const Geometry* GeometryOfType(const std::string& type) {
     return found != kGeometries.end() ? &*found : nullptr;
 }
 
+const Geometry* GeometryOfLength(std::size_t bytes) {
+    const auto found = std::ranges::find(kGeometries, bytes, &Geometry::ImageBytes);
+    return found != kGeometries.end() ? &*found : nullptr;
+}
+
 }  // namespace floppy

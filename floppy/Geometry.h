@@ -68,4 +68,7 @@ std::span<const Geometry> AllGeometries();
 /// Returns the format of that type, or nullptr when there is none.
 const Geometry* GeometryOfType(const std::string& type);
 
+/// Returns the format of an image of `bytes` bytes, or nullptr when none has this length.
+const Geometry* GeometryOfLength(std::size_t bytes);
+
 }  // namespace floppy

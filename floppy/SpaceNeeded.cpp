@@ -29,4 +29,17 @@ bool SpaceNeeded::IsBeyondCounting() const {
     return clusters_ == kMostClusters;
 }
 
+std::uint64_t UsedBytes(std::span<const std::uint8_t> image, const Geometry& geometry) {
+    const auto fat = image.subspan(kReservedSectors * kSectorBytes, geometry.SectorsPerFat * kSectorBytes);
+    std::uint64_t used = 0;
+    for (std::size_t cluster = kFirstCluster; cluster < geometry.DataClusters() + kFirstCluster; ++cluster) {
+        // Two entries of 12 bits share three bytes.
+        const std::size_t place = cluster + cluster / 2;
+        const unsigned pair = fat[place] | static_cast<unsigned>(fat[place + 1]) << 8;
+        const unsigned entry = cluster % 2 == 0 ? pair & 0xFFF : pair >> 4;
+        if (entry != 0) ++used;
+    }
+    return used * geometry.ClusterBytes();
+}
+
 }  // namespace floppy

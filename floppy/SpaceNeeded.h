@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "floppy/Geometry.h"
 
@@ -47,5 +48,9 @@ class SpaceNeeded {
     std::uint64_t clusters_ = 0;
     std::size_t rootSlots_ = 1;
 };
+
+/// Returns how many bytes of the data area the files and folders of a finished disk take, in whole clusters:
+/// those that the first copy of its FAT marks as taken. `image` is the whole image, in the format `geometry`.
+std::uint64_t UsedBytes(std::span<const std::uint8_t> image, const Geometry& geometry);
 
 }  // namespace floppy

@@ -1,5 +1,6 @@
 #include "src/start/Automator.h"
 
+#include "src/common/RunReport.h"
 #include "src/common/Text.h"
 #include "src/disk/contents/DiskConfiguration.h"
 #include "src/disk/contents/FileLists.h"
@@ -125,7 +126,9 @@ void RunBatch(Application& app, const CommandLineValues& values) {
     if (values.ParameterError) ConfirmParameters(app, values);
     ShowWaitWindow(app.Wait, app.Screen, true);
     if (!RunGuarded(app, [&] { Build(app, values); })) EndRun(app, ExitCode::InternalError);
-    EndRun(app, CodeOfLastRun(app));
+    const ExitCode code = CodeOfLastRun(app);
+    if (code == ExitCode::Built) ReportBuiltImage(app.Paths.RelativePathOf(app.Wizard.TxtDest.Text));
+    EndRun(app, code);
 }
 
 }  // namespace velbooter

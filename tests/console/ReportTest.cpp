@@ -30,6 +30,11 @@ TEST(Report, TheBestAndTheWorstEnd) {
     EXPECT_EQ("velbooter: velbooter.exe was terminated (exit code 3221225477).\n", OutcomeLine(0xC0000005));
 }
 
+TEST(Report, ABuiltImageIsNamedWithWhatIsUsed) {
+    EXPECT_EQ("velbooter: C:\\out\\my disk.img is built; 811 of its 1423 KB are used (exit code 0).\n",
+              BuiltLine("C:\\out\\my disk.img", {811 * 1024 + 512, 1457664}));
+}
+
 TEST(Report, ProgramThatCannotRunIsNamed) {
     EXPECT_EQ(
         "velbooter: C:\\My App\\velbooter.exe is missing; it must be in the same folder as velbooter.com.\n",

@@ -34,6 +34,14 @@ void ExpectEnd(const ConsoleTwin& twin, ExitCode code) {
     ExpectEnd(twin, Number(code));
 }
 
+// Expects that the run has built the image at `path` and says so.
+void ExpectBuilt(const DemoFolder& folder, const ConsoleTwin& twin, const std::string& path) {
+    EXPECT_EQ(Number(ExitCode::Built), twin.ExitCode());
+    const FloppyImage image = ExpectImage(folder, path, kSmallImageBytes);
+    EXPECT_EQ(Written(BuiltLine(path, {image.UsedBytes(), kSmallImageSpace})), twin.Output());
+    EXPECT_EQ("", twin.Errors());
+}
+
 class ConsoleTwinTest : public testing::Test {
  protected:
     void SetUp() override { folder_.SetCustomDisk(SmallDisk()); }
@@ -44,17 +52,15 @@ class ConsoleTwinTest : public testing::Test {
     const DemoFolder folder_{"my apps"};
 };
 
-TEST_F(ConsoleTwinTest, WaitsForTheBuildAndTellsItsEnd) {
+TEST_F(ConsoleTwinTest, WaitsForTheBuildAndNamesTheImage) {
     const ConsoleTwin twin(folder_, " -t 144 custom");
-    ExpectEnd(twin, ExitCode::Built);
-    ExpectImage(folder_, folder_.Path("BootDisk.img"), kSmallImageBytes);
+    ExpectBuilt(folder_, twin, folder_.Path("BootDisk.img"));
     ExpectNoWorkingFiles(folder_);
 }
 
 TEST_F(ConsoleTwinTest, KeepsTheSpacesOfTheTarget) {
     const ConsoleTwin twin(folder_, "  custom my images\\a  b.img");
-    ExpectEnd(twin, ExitCode::Built);
-    ExpectImage(folder_, folder_.Path("my images\\a  b.img"), kSmallImageBytes);
+    ExpectBuilt(folder_, twin, folder_.Path("my images\\a  b.img"));
 }
 
 TEST_F(ConsoleTwinTest, KeepsTheQuotesOfTheTarget) {
@@ -75,8 +81,7 @@ TEST_F(ConsoleTwinTest, HandsTheTextOnToTheLetter) {
 
 TEST_F(ConsoleTwinTest, CommandPromptFindsItFirst) {
     const ConsoleTwin prompt = ConsoleTwin::Typed(folder_, "velbooter custom out\\disk.img");
-    ExpectEnd(prompt, ExitCode::Built);
-    ExpectImage(folder_, folder_.Path("out\\disk.img"), kSmallImageBytes);
+    ExpectBuilt(folder_, prompt, folder_.Path("out\\disk.img"));
 }
 
 TEST_F(ConsoleTwinTest, PassesACancelledBuildOn) {

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs buildall.bat on a catalogue of two disks, one of which cannot be built: build-all.sh APP DOSFILES
+# Runs buildall.bat and its twin for a Unix shell on a catalogue of two disks, one of which cannot be built: build-all.sh APP DOSFILES
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=tests/e2e/common.sh
@@ -7,13 +7,16 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 copy_application "$1"
 cp -r "$2" "$application/dos"
 
-# build STATUS ARGUMENT...: the output is in $scratch/build-all.log.
-build() {
+# expect_end STATUS COMMAND...: runs it in the application folder; the output is in $scratch/build-all.log.
+expect_end() {
     local wanted=$1 status=0
     shift
-    (cd "$application" && timeout 500 "$root/scripts/with-display.sh" "$root/scripts/wine.sh" cmd /c ".\\buildall.bat $*") \
-        >"$scratch/build-all.log" 2>&1 </dev/null || status=$?
-    [ "$status" = "$wanted" ] || fail "buildall.bat $* ended with $status, not $wanted: $(cat "$scratch/build-all.log")"
+    (cd "$application" && timeout 500 "$@") >"$scratch/build-all.log" 2>&1 </dev/null || status=$?
+    [ "$status" = "$wanted" ] || fail "$* ended with $status, not $wanted: $(cat "$scratch/build-all.log")"
+}
+# build STATUS ARGUMENT...
+build() {
+    expect_end "$1" "$root/scripts/with-display.sh" "$root/scripts/wine.sh" cmd /c ".\\buildall.bat ${*:2}"
 }
 expect_lines() {
     local line
@@ -41,7 +44,10 @@ build 0 'out'
 expect_lines 'custom.img  custom' 'minimal.img  minimal' 'flash.img  flash' '3 built, 0 not built'
 expect_images out 1474560 custom.img minimal.img flash.img
 
-build 0 'usb 288 NUMBERED'
+expect_end 2 "$root/demo/build-all.sh"
+expect_end 2 "$root/demo/build-all.sh" -a "$scratch" "$scratch/out"
+expect_end 2 "$root/demo/build-all.sh" -a "$application" "$scratch/out" 360
+expect_end 0 "$root/demo/build-all.sh" -a "$application" usb 288 NUMBERED
 expect_lines 'DSKA0000.IMG  custom' 'DSKA0001.IMG  minimal' 'DSKA0002.IMG  flash'
 expect_images usb 2949120 DSKA0000.IMG DSKA0001.IMG DSKA0002.IMG
 diff <(head -n 3 "$scratch/build-all.log") "$application/usb/disks.txt" >&2 || fail 'disks.txt has other lines'

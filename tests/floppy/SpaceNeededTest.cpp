@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "tests/floppy/EveryFormat.h"
 
@@ -68,6 +69,24 @@ TEST_P(SpaceNeededTest, ASumThatCannotBeCountedStaysTooLarge) {
     SpaceNeeded countable(Format);
     countable.AddFile(std::uint64_t{1} << 40);
     EXPECT_FALSE(countable.IsBeyondCounting());
+}
+
+TEST_P(SpaceNeededTest, AFinishedDiskIsUsedByWhatItsFatMarks) {
+    std::vector<std::uint8_t> image(Format.ImageBytes());
+    image[512] = Format.MediaByte;
+    image[513] = image[514] = 0xFF;
+    EXPECT_EQ(0U, UsedBytes(image, Format));
+    // The entry of a cluster with an even number begins a group of three bytes.
+    const std::size_t last = Format.DataClusters() + 1;
+    image[512 + last * 3 / 2 + (last % 2)] = 0xFF;
+    EXPECT_EQ(Cluster, UsedBytes(image, Format));
+    image[512 + 3] = 0xFF;
+    image[512 + 4] = 0x8F;
+    image[512 + 5] = 0x00;
+    EXPECT_EQ(3 * Cluster, UsedBytes(image, Format));
+    // The entry after the last cluster's counts for nothing.
+    image[512 + (last + 1) * 3 / 2 + ((last + 1) % 2)] = 0xFF;
+    EXPECT_EQ(3 * Cluster, UsedBytes(image, Format));
 }
 
 VELBOOTER_EVERY_FORMAT(SpaceNeededTest);

@@ -12,6 +12,8 @@
 namespace velbooter::e2e {
 
 inline constexpr size_t kSmallImageBytes = 1474560;
+/// Bytes of its data area.
+inline constexpr size_t kSmallImageSpace = 1457664;
 inline constexpr size_t kLargeImageBytes = 2949120;
 
 /// The exit code as the system returns it.
