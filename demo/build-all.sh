@@ -20,6 +20,7 @@ if [ ! -f "$app/buildall.bat" ]; then
     exit 2
 fi
 # Windows programs see the root of this system as Z:.
-folder=Z:$(realpath -m "$1" | tr / '\\')
+folder=$(realpath -m "$1")
+folder=Z:${folder//\//\\}
 cd "$app"
 exec "$root/scripts/with-display.sh" "$root/scripts/wine.sh" cmd /c buildall.bat "$folder" "${@:2}" </dev/null

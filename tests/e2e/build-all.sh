@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs buildall.bat and its twin for a Unix shell on a catalogue of two disks, one of which cannot be built: build-all.sh APP DOSFILES
+# Runs buildall.bat, and build-all.sh of the demonstration, on a catalogue of two disks: build-all.sh APP DOSFILES
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=tests/e2e/common.sh
