@@ -11,7 +11,7 @@ namespace velbooter {
 namespace {
 
 // The bytes of the memory: a path that a NUL ends.
-constexpr DWORD kSize = 1024;
+constexpr DWORD kSize = MAX_PATH;
 
 std::string NameOf(DWORD process) {
     return "Local\\Velbooter run " + std::to_string(process);

@@ -26,7 +26,8 @@ class RunReport {
 };
 
 /// Reports `image`, the path of an image that this process has built, to whoever asks. A relative path counts
-/// from the current folder. A path with more than 1023 bytes is not reported.
+/// from the current folder. A path of 260 bytes or more, which is too long for the ANSI functions, is not
+/// reported.
 void ReportBuiltImage(const std::string& image);
 
 }  // namespace velbooter

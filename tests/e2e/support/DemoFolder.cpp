@@ -24,7 +24,7 @@ std::string WindowsPath(std::string path) {
     return "Z:" + path;
 }
 
-std::string DemoFolder() {
+std::string BuiltDemonstration() {
     const char* given = std::getenv("VELBOOTER_DEMO_FOLDER");
     if (given != nullptr) return WindowsPath(given);
     return Ansi(tools::testing::BuiltFile("demo", VELBOOTER_DEMO_FOLDER).wstring());
@@ -63,7 +63,7 @@ void RemoveTree(const fs::path& path) {
 
 DemoFolder::DemoFolder(const std::string& name, const std::string& parent)
     : base_(NewTestFolder()), path_((parent.empty() ? base_ : parent) + "\\" + name) {
-    const std::string demo = DemoFolder();
+    const std::string demo = BuiltDemonstration();
     if (!fs::exists(demo + "\\velbooter.exe")) {
         throw HarnessFailure("no demonstration in " + demo + ": scripts/build.sh makes it");
     }

@@ -31,9 +31,9 @@ TEST(RunReporting, WhatAnotherProcessIsAskedIsNotAnswered) {
 
 TEST(RunReporting, APathThatIsTooLongIsNotReported) {
     const RunReport report(::GetCurrentProcessId());
-    ReportBuiltImage("C:\\" + std::string(1021, 'x'));
+    ReportBuiltImage("C:\\" + std::string(257, 'x'));
     EXPECT_EQ("", report.BuiltImage());
-    const std::string longest = "C:\\" + std::string(1020, 'x');
+    const std::string longest = "C:\\" + std::string(256, 'x');
     ReportBuiltImage(longest);
     EXPECT_EQ(longest, report.BuiltImage());
 }
