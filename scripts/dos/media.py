@@ -16,9 +16,9 @@ def _run(*words):
     subprocess.run([str(word) for word in words], check=True, stdout=subprocess.DEVNULL, stdin=subprocess.DEVNULL)
 
 
-def assemble(source, target):
-    """Assembles a source of this folder."""
-    _run('nasm', '-f', 'bin', '-w+all', '-Werror', '-o', target, HERE / source)
+def assemble(source, target, *options):
+    """Assembles a source of this folder, with further options for NASM."""
+    _run('nasm', '-f', 'bin', '-w+all', '-Werror', *options, '-o', target, HERE / source)
 
 
 def make_hard_disk(path, kind):
@@ -56,7 +56,7 @@ def make_cd(path, folder):
     root = pathlib.Path(folder)
     for name in ('WIN98/SETUP.EXE', 'I386/WINNT.EXE'):
         (root / name).parent.mkdir(parents=True, exist_ok=True)
-        assemble('setup.asm', root / name)
+        assemble('program.asm', root / name, "-DTEXT='The setup was started with:'", '-DLAST=13,10')
     (root / 'ONTHECD.TXT').write_bytes(b'This text is on the CD.\r\n')
     _run('bsdtar', '-cf', path, '--format=iso9660', '--options=!rockridge,!joliet,volume-id=TESTCD', '-C', root, '.')
     shutil.rmtree(root)

@@ -17,7 +17,7 @@ import media
 from machine import Machine, Timeout
 from plan import read_plan
 
-_CARDS = {'rtl8139', 'pcnet', 'ne2k_pci'}
+_CARDS = {'e1000', 'rtl8139', 'pcnet', 'ne2k_pci'}
 
 
 class Failure(Exception):

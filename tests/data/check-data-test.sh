@@ -180,6 +180,7 @@ expect_with 'nothing says how to add a driver' "mv $readme ." "mv README.TXT dat
 expect 'it does not mention odi16.pci' $readme 's/odi16.pci/odi32.pci/'
 expect 'it does not mention odi.txt' $readme 's/odi.txt/ndis.txt/'
 expect 'it does not mention NAME.COM' $readme 's/NAME.COM/NAME.LAN/'
+expect 'it does not mention NAME.COM' data/drivers/ndis/README.TXT 's/NAME.COM/NAME.EXE/'
 expect 'packs into another group' $readme 's/drivers.odi16.PCNTNW/drivers\\odi32\\PCNTNW/'
 expect_with 'the store ships nothing but' 'cp data/keyfile.sample.txt data/drivers/ndis/E100B.CAB' 'rm data/drivers/ndis/E100B.CAB'
 expect_with 'the store ships nothing but' 'mkdir data/drivers/odi' 'rmdir data/drivers/odi'

@@ -4,7 +4,7 @@
 # shellcheck disable=SC2154  # check-data.sh sets them
 
 # Each group with its description file, its PCI list and the extension of its drivers.
-declare -A groupMembers=([aspi]='scsi.txt scsi.pci SYS' [ndis]='ndis.txt ndis.pci DOS' [odi16]='odi.txt odi16.pci COM'
+declare -A groupMembers=([aspi]='scsi.txt scsi.pci SYS' [ndis]='ndis.txt ndis.pci DOS COM' [odi16]='odi.txt odi16.pci COM'
     [odi32]='odi.txt odi32.pci LAN')
 
 # The store ships empty, with a text in each group that says how to fill it.

@@ -20,13 +20,13 @@ import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 # In this order, as a reader would continue with the same folder.
-GUIDES = ['your-own-files.md', 'disk-configuration.md', 'modules.md', 'disk-catalogue.md', 'drivers.md', 'plugins.md',
-          'setup-modules.md', 'free-dos.md']
+GUIDES = ['your-own-files.md', 'disk-configuration.md', 'modules.md', 'disk-catalogue.md', 'drivers.md', 'network.md',
+          'plugins.md', 'setup-modules.md', 'free-dos.md']
 # What the guides assume that the reader has.
-OWN_FILES = ['C:\\work\\E1000.DOS', 'dos\\KEYB.COM', 'dos\\KEYBOARD.SYS', 'C:\\freedos\\KERNEL.SYS',
-             'C:\\freedos\\COMMAND.COM', 'C:\\freedos\\bin\\HIMEMX.EXE']
+OWN_FILES = ['C:\\work\\E1000.DOS', 'C:\\pkt\\PCNTPK.COM', 'files\\tcpip\\TCP\\FTP.EXE', 'dos\\KEYB.COM',
+             'dos\\KEYBOARD.SYS', 'C:\\freedos\\KERNEL.SYS', 'C:\\freedos\\COMMAND.COM', 'C:\\freedos\\bin\\HIMEMX.EXE']
 # The guides have at least this many blocks of each kind, so that a misspelt mark is noticed.
-FEWEST = {'file': 11, 'keys': 4, 'disk': 9, 'lines': 2, 'typed': 14}
+FEWEST = {'file': 14, 'keys': 4, 'disk': 10, 'lines': 2, 'typed': 16}
 BLOCK = re.compile(r'(?:^<!-- (\w+): ([^\n]*) -->\n)?^```(?:\w*)\n(.*?)^```$', re.MULTILINE | re.DOTALL)
 PROMPT = re.compile(r'(C:[^>]*)> (.*)')
 IMAGE_BYTES = 1474560
@@ -121,17 +121,21 @@ def take_block(machine, page, kind, name, text):
     return kind
 
 
+def expect_members(cabinet, source):
+    """Expects that the cabinet holds exactly the files of the folder."""
+    listed = subprocess.run(['cabextract', '-l', '-q', cabinet], check=True, text=True, capture_output=True).stdout
+    members = {line.split('|')[-1].strip().replace('\\', '/') for line in listed.splitlines() if '|' in line}
+    if members - {'Name'} != {str(file.relative_to(source)) for file in source.rglob('*') if file.is_file()}:
+        fail(f'{cabinet} holds other files than the folder: {listed}')
+
+
 def check_other_promises(machine):
     """Checks what the text of the guides says."""
-    image = machine.path('C:\\out\\sysdisk.img')
-    cabinet = machine.drive / 'SYSINFO.CAB'
-    subprocess.run(['mcopy', '-i', image, '::LIB/SYSINFO.CAB', cabinet], check=True)
-    for packed in (cabinet, machine.path('modules\\sysinfo.cab')):
-        listed = subprocess.run(['cabextract', '-l', '-q', packed], check=True, text=True, capture_output=True).stdout
-        members = {line.split('|')[-1].strip().replace('\\', '/') for line in listed.splitlines() if '|' in line}
-        source = machine.path('files\\sysinfo')
-        if members - {'Name'} != {str(file.relative_to(source)) for file in source.rglob('*') if file.is_file()}:
-            fail(f'{packed} holds other files than the folder: {listed}')
+    for image, module in (('sysdisk', 'sysinfo'), ('network', 'tcpip')):
+        cabinet = machine.drive / f'{module}.cab'
+        subprocess.run(['mcopy', '-i', machine.path(f'C:\\out\\{image}.img'), f'::LIB/{module.upper()}.CAB', cabinet], check=True)
+        expect_members(cabinet, machine.path(f'files\\{module}'))
+    expect_members(machine.path('modules\\sysinfo.cab'), machine.path('files\\sysinfo'))
     if machine.path('out\\workshop.img').stat().st_size != IMAGE_BYTES:
         fail('the row of the catalogue does not decide where the image goes')
     network = machine.path('C:\\out\\network.img')

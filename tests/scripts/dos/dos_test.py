@@ -109,7 +109,7 @@ class PlanTest(unittest.TestCase):
         catalogue = (ROOT / 'data' / 'files' / 'disklist.ini').read_text(encoding='ascii')
         names = [line.removeprefix('Name=') for line in catalogue.splitlines() if line.startswith('Name=')]
         self.assertGreater(len(names), 4)
-        self.assertEqual(sorted(plan), sorted(names + ['custom', 'demo', 'firmware']))
+        self.assertEqual(sorted(plan), sorted(names + ['client', 'custom', 'demo', 'firmware']))
         for disk, runs in plan.items():
             self.assertTrue(runs and all(run.steps for run in runs), disk)
             self.assertEqual(len({run.title for run in runs}), len(runs), disk)
