@@ -88,6 +88,12 @@ done
 expect 'takes a hard disk without a yes' $finddrv '/^CHOICE/d'
 expect 'takes a hard disk without a yes' $finddrv 's/T:N,60/T:Y,60/'
 expect 'takes a hard disk without a yes' $finddrv '/^IF NOT ERRORLEVEL 1/d'
+layout=data/files/keyb/bin/LAYOUT.BAT
+expect 'writes to a drive that nobody agreed to' $layout 's/>%BOOT%.ETC/>%BOOT%\\BIN/'
+expect 'writes to a drive that nobody agreed to' $layout 's/MD %BOOT%.ETC/MD %BOOT%\\SAVED/'
+expect 'writes to the boot disk without a yes' $layout 's/T:N,60/T:Y,60/'
+expect 'writes to the boot disk without a yes' $layout '/^IF NOT ERRORLEVEL 1 GOTO END/d'
+expect 'writes to the boot disk without a yes, or without a trial' $layout '/WHICHDRV %BOOT% WRITE/d'
 expect 'the exit code is not COPY'\''s' $finddrv '2a COPY A B\r\nIF ERRORLEVEL 1 GOTO BAD\r'
 expect 'without an answer it must' $finddrv 's/^IF ERRORLEVEL 2 GOTO END/IF ERRORLEVEL 3 GOTO END/'
 expect 'without an answer it must' data/files/dos_files/menu/DOS.BAT '/^IF ERRORLEVEL 5/d'
