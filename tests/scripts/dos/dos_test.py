@@ -116,7 +116,7 @@ class PlanTest(unittest.TestCase):
         catalogue = (ROOT / 'data' / 'files' / 'disklist.ini').read_text(encoding='ascii')
         names = [line.removeprefix('Name=') for line in catalogue.splitlines() if line.startswith('Name=')]
         self.assertGreater(len(names), 4)
-        self.assertEqual(sorted(plan), sorted(names + ['custom', 'demo', 'firmware']))
+        self.assertEqual(sorted(plan), sorted(names + ['custom', 'demo', 'drivers', 'firmware']))
         for disk, runs in plan.items():
             self.assertTrue(runs and all(all(run.starts) for run in runs), disk)
             self.assertEqual(len({run.title for run in runs}), len(runs), disk)
