@@ -16,7 +16,7 @@ set missing=
 pushd "%~1"
 if errorlevel 1 goto nocab
 for %%F in (MSCDEX.EXE KEYB.COM KEYBOARD.SYS KEYBRD2.SYS KEYBRD3.SYS KEYBRD4.SYS) do call :take %%F %%F
-for %%F in (DOSKEY.COM MOUSE.COM CHKDSK.EXE DEBUG.EXE) do call :take %%F %%F
+for %%F in (DOSKEY.COM MOUSE.COM CHKDSK.EXE DEBUG.EXE ASPICD.SYS) do call :take %%F %%F
 call :take OAKCDROM.SYS CDROM.SYS
 popd
 echo %taken% files were taken into %dos%

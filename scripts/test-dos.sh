@@ -4,10 +4,10 @@
 # each in QEMU and compares what is on the screen with scripts/dos/disks.plan. With DISKs only these.
 #
 # Prints a line for each disk: what passed, what failed, and what could not be run because FOLDER has no such file, which is
-# no failure. The disk firmware is the disk flash with a maker's file, the disk client the disk network with the files of a
-# network client and two TCP/IP tools, which only show that they were started. The exit code is 0 only when nothing failed. What
-# was on the screen of a start that failed is in build/test-dos. The files of FOLDER get into nothing but a temporary copy of
-# the application folder.
+# no failure. The disk firmware is the disk flash with a maker's file; the disk client is the disk network with the files of a
+# network client and two TCP/IP tools, which only show that they were started; the disk drivers is the disk cdrom with other
+# drivers, see other_drivers. The exit code is 0 only when nothing failed. What was on the screen of a start that failed is in
+# build/test-dos. The files of FOLDER get into nothing but a temporary copy of the application folder.
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -32,7 +32,7 @@ mkdir -p "$logs"
 disks=("$@")
 if [ ${#disks[@]} -eq 0 ]; then
     mapfile -t disks < <(tr -d '\r' <"$root/data/files/disklist.ini" | sed -n 's/^Name=//p')
-    disks+=(custom demo firmware client)
+    disks+=(custom demo firmware client drivers)
 fi
 
 # stand_in FILE OPTION...: writes a program that shows its name, its arguments and what the option LAST says: program.asm.
@@ -62,6 +62,31 @@ for name in DHCP FTP; do stand_in "$work/client/tcpip/TCP/$name.EXE" -DTOOL -DLA
 # wine_path PATH: as Windows programs see it; Z: is the root of this system.
 wine_path() { printf 'Z:%s' "${1//\//\\}"; }
 
+# assemble NAME SOURCE TARGET: TARGET is a driver that gives itself out as NAME.
+assemble() { nasm -f bin -w+all -Werror "-DNAME='$1'" -o "$3" "$root/$2"; }
+
+# other_drivers: the first driver for CD-ROM drives finds none and the second is the real one; HIMEM.SYS is none, and the real one has the
+# name HIMEMX.EXE; and a driver for a SCSI adapter, in a cabinet, has beside it one for disks, a RAM drive, and one for CDs, the real one.
+other_drivers() {
+    local driver
+    cp -a dos dos.kept
+    for driver in CDROM2.SYS ASPICD.SYS; do [[ ! -f dos/CDROM.SYS ]] || cp dos/CDROM.SYS "dos/$driver"; done
+    cp dos/HIMEM.SYS dos/HIMEMX.EXE
+    cp files/realmode/VELRAM.SYS dos/ASPIDISK.SYS
+    for driver in CDROM.SYS HIMEM.SYS; do assemble "$driver" demo/standins/driver.asm "dos/$driver"; done
+    mkdir members
+    assemble HOST.SYS scripts/dos/manager.asm members/HOST.SYS
+    printf '%-13sA SCSI adapter\r\n' HOST >members/scsi.txt
+    (cd members && "$root/scripts/wine.sh" ../cabarc.exe n '..\drivers\aspi\host.cab' '*.*')
+}
+usual_drivers() {
+    rm -r dos members drivers/aspi/host.cab
+    mv dos.kept dos
+}
+
+# without_client: the disk network has no files of a client.
+without_client() { (cd "$work/client" && find . -type f -print0) | (cd files && xargs -0 rm); }
+
 # build_images FOLDER DISK...: all on one screen, so that Wine starts only once. A disk without an image fails later, by its name.
 build_images() {
     local disk source status
@@ -69,21 +94,30 @@ build_images() {
     for disk in "${@:2}"; do
         status=0
         source=$disk
-        if [[ $disk == firmware ]]; then
-            mkdir -p files/flash/files
-            echo 'Stands for firmware.' >files/flash/files/FIRMWARE.BIN
-            source=flash
-        elif [[ $disk == client ]]; then
-            cp -a "$work/client/." files/
-            source=network
-        fi
+        case $disk in
+            firmware)
+                mkdir -p files/flash/files
+                echo 'Stands for firmware.' >files/flash/files/FIRMWARE.BIN
+                source=flash
+                ;;
+            client)
+                cp -a "$work/client/." files/
+                source=network
+                ;;
+            drivers)
+                other_drivers || return 1
+                source=cdrom
+                ;;
+        esac
         timeout 300 "$root/scripts/wine.sh" velbooter.exe -t 144 "$source" "out\\$disk.img" || status=$?
         echo "$disk: exit code $status"
-        # The disk network has none of them.
-        if [[ $disk == client ]]; then (cd "$work/client" && find . -type f -print0) | (cd files && xargs -0 rm); fi
+        case $disk in
+            client) without_client || return 1 ;;
+            drivers) usual_drivers || return 1 ;;
+        esac
     done
 }
-export -f build_images
+export -f assemble without_client other_drivers usual_drivers build_images
 export root work
 if ! (cd "$app" && "$root/scripts/with-display.sh" bash -c 'build_images "$@"' build_images "$(wine_path "$from")" "${disks[@]}") \
     >"$logs/build.log" 2>&1 </dev/null; then

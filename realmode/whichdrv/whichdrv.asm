@@ -1,14 +1,15 @@
 ; WHICHDRV.COM: ends with the number of a drive, 1 for A:, 2 for B: ..., and prints nothing.
 ;
-;   WHICHDRV         the current drive. In AUTOEXEC.BAT that is the drive that DOS started from
-;   WHICHDRV CD      the first CD-ROM drive with a disc that DOS can read
-;   WHICHDRV CDROM   the first CD-ROM drive, with or without a disc
-;   WHICHDRV X:      that drive, if DOS can read it
-;   WHICHDRV HD      the first hard disk drive that DOS can read: neither a RAM drive nor a CD nor a drive of the net
+;   WHICHDRV           the current drive. In AUTOEXEC.BAT that is the drive that DOS started from
+;   WHICHDRV CD        the first CD-ROM drive with a disc that DOS can read
+;   WHICHDRV CDROM     the first CD-ROM drive, with or without a disc
+;   WHICHDRV X:        that drive, if DOS can read it
+;   WHICHDRV X: WRITE  that drive, if 2 KB can be written to it: a file in its root, which is deleted again
+;   WHICHDRV HD        the first hard disk drive that DOS can read: neither a RAM drive nor a CD nor a drive of the net
 ;
 ; Without such a drive it ends with 0; so it does after any other argument, with a line on the error output. CD-ROM drives are
 ; those that MSCDEX or another program with its interface names (INT 2Fh, functions 1500h and 150Dh). A drive that cannot be read
-; asks nothing, and nothing is written.
+; or written asks nothing. Without the word WRITE nothing is written.
 ;
 ; 8086 instructions only, DOS 3.1 or later. Memory: the 64 KB that DOS gives a .COM program are not left.
 
@@ -18,6 +19,7 @@
 
 kTail           equ     80h             ; the arguments in the program's prefix
 kFoldersToo     equ     10h
+kTrialBytes     equ     2048            ; two clusters on a disk of 2.88 MB, more on a smaller one
 kNoMoreFiles    equ     12h
 kFileNotFound   equ     2
 
@@ -94,6 +96,14 @@ namedDrive:
         jnc     found
         jmp     none
 
+writableDrive:
+        call    isReadable
+        jc      cannotWrite
+        call    isWritable
+        jnc     found
+cannotWrite:
+        jmp     none
+
 hardDisk:
         mov     byte [drive], kFirstDrive
 nextDrive:
@@ -139,6 +149,38 @@ unreadable:
         stc
         ret
 
+; Returns with the carry flag set when no file of kTrialBytes can be written to [drive].
+isWritable:
+        mov     al, [drive]
+        add     al, "A"
+        mov     [trialFile], al
+        mov     dx, trialFile
+        xor     cx, cx
+        mov     ah, 5Ah                 ; creates a file under a name that is free, and appends the name
+        int     21h
+        jc      tried
+        mov     bx, ax
+        mov     dx, 100h                ; any bytes
+        mov     cx, kTrialBytes
+        mov     ah, 40h
+        int     21h
+        jc      written
+        cmp     ax, cx                  ; fewer: the disk is full
+written:
+        sbb     si, si                  ; not 0 once something has failed
+        mov     ah, 3Eh
+        int     21h
+        sbb     ax, ax
+        or      si, ax
+        mov     dx, trialFile
+        mov     ah, 41h
+        int     21h
+        sbb     ax, ax
+        or      si, ax
+        shl     si, 1
+tried:
+        ret
+
 ; Returns in BX where the argument is done. The carry flag is set when it is none of those above.
 readArguments:
         mov     si, kTail + 1
@@ -158,8 +200,10 @@ readArguments:
         lodsw
         call    skipSpace
         jz      argumentsDone
-        stc
-        ret
+        dec     si
+        mov     bx, writableDrive
+        mov     di, wordWrite
+        jmp     short isWord
 notNamed:
         mov     bx, anyCd
         mov     di, wordCdRom
@@ -210,7 +254,10 @@ needsDisc       db      1
 wordCd          db      "CD", 0
 wordCdRom       db      "CDROM", 0
 wordHd          db      "HD", 0
+wordWrite       db      "WRITE", 0
 textUsage:
-        db      "WHICHDRV [CD | CDROM | HD | X:]: ends with the number of the drive", 13, 10
+        db      "WHICHDRV [CD | CDROM | HD | X: [WRITE]]: ends with the number of the drive", 13, 10
 textUsageEnd:
+trialFile:
+        db      "A:\", 0                ; DOS puts a name after it
 cdDrives:                               ; kDrives bytes after the program

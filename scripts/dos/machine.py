@@ -37,23 +37,23 @@ class Timeout(Exception):
 
 class Machine:
     """One PC, from the moment that it is switched on; `with` switches it off. `folder` is for files of its own. `options` are
-    further words for QEMU, `limit` the seconds that each wait lasts at most."""
+    further words for QEMU, `limit` the seconds that each wait lasts at most. `protected`: the floppy cannot be written."""
 
-    def __init__(self, image, folder, options=(), limit=240):
+    def __init__(self, image, folder, options=(), limit=240, protected=False):
         self.transcript = Transcript()
         self._limit = limit
         self._ticks = 0
         self._dump = pathlib.Path(folder) / 'memory'
         self._log = open(pathlib.Path(folder) / 'qemu.log', 'w+', encoding='utf-8')
         address = str(pathlib.Path(folder) / 'monitor')
-        image = str(image).replace(',', ',,')
+        floppy = f'file={str(image).replace(",", ",,")},format=raw,if=floppy,readonly={"on" if protected else "off"}'
         with socket.socket(socket.AF_UNIX) as listener:
             listener.bind(address)
             listener.listen(1)
             listener.settimeout(limit)
             self._process = subprocess.Popen(
                 ['qemu-system-i386', '-accel', 'tcg', '-m', '32', '-display', 'none', '-serial', 'none', '-no-reboot', '-boot', 'a', '-nic', 'none',
-                 '-drive', f'file={image},format=raw,if=floppy', '-chardev', f'socket,id=control,path={address}',
+                 '-drive', floppy, '-chardev', f'socket,id=control,path={address}',
                  '-mon', 'chardev=control,mode=control', *options],
                 stdin=subprocess.DEVNULL, stdout=self._log, stderr=subprocess.STDOUT)
             try:

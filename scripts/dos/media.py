@@ -1,6 +1,7 @@
 """What a PC is given besides its floppy: hard disks and a CD, created with mtools, NASM and bsdtar."""
 
 import pathlib
+import re
 import shutil
 import struct
 import subprocess
@@ -19,6 +20,15 @@ def _run(*words):
 def assemble(source, target, *options):
     """Assembles a source of this folder, with further options for NASM."""
     _run('nasm', '-f', 'bin', '-w+all', '-Werror', *options, '-o', target, HERE / source)
+
+
+def fill(floppy):
+    """Puts a file onto the image of a floppy that takes all the space left."""
+    listed = subprocess.run(['mdir', '-i', str(floppy), '::'], check=True, capture_output=True, text=True).stdout
+    count = int(''.join(re.search(r'([\d ]+) bytes free', listed).group(1).split()))
+    filler = pathlib.Path(floppy).with_suffix('.fill')
+    filler.write_bytes(bytes(count))
+    _run('mcopy', '-i', floppy, filler, '::FILLER.BIN')
 
 
 def make_hard_disk(path, kind):

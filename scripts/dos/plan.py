@@ -4,17 +4,18 @@ import dataclasses
 
 _WITH = {'with', 'needs', 'writes'}
 _STEPS = {'at', 'see', 'choose', 'press', 'type', 'never'}
+_WRITTEN = {'': 'hard disk', 'floppy': 'floppy'}
 
 
 @dataclasses.dataclass
 class Run:
-    """One start of a disk."""
+    """What is done with a disk: one start, or several of which each finds what the one before has written."""
 
     title: str
     machine: dict = dataclasses.field(default_factory=dict)  # what the PC has besides, by its kind: 'cd', 'hard-disk' ...
     needs: list = dataclasses.field(default_factory=list)  # files that dos\ must hold
-    writes: bool = False  # whether the hard disk may change
-    steps: list = dataclasses.field(default_factory=list)  # pairs of a word and its text
+    writes: set = dataclasses.field(default_factory=set)  # what is changed: 'hard disk', 'floppy'
+    starts: list = dataclasses.field(default_factory=lambda: [[]])  # for each start pairs of a word and its text
 
 
 def read_plan(text):
@@ -33,13 +34,16 @@ def read_plan(text):
             run = None
         elif word == 'run' and name and rest:
             run = Run(rest)
-            steps = run.steps
+            steps = run.starts[0]
             disks[name].append(run)
         elif word == 'do' and steps is not None and rest in snippets and snippets[rest] is not steps:
             steps += snippets[rest]
+        elif line.strip() == 'start again' and run is not None:
+            steps = []
+            run.starts.append(steps)
         elif word in _STEPS and steps is not None and rest:
             steps.append((word, rest))
-        elif word in _WITH and run is not None:
+        elif word in _WITH and run is not None and (word != 'writes' or rest in _WRITTEN):
             _describe(run, word, rest)
         else:
             raise ValueError(f'line {number}: {line.strip()}')
@@ -50,7 +54,7 @@ def _describe(run, word, rest):
     if word == 'needs':
         run.needs += rest.split()
     elif word == 'writes':
-        run.writes = True
+        run.writes.add(_WRITTEN[rest])
     else:
         kind, _, value = rest.partition(' ')
         run.machine[kind] = value.strip()

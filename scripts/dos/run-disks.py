@@ -8,6 +8,7 @@ disk; the exit code is 0 only when nothing failed."""
 import hashlib
 import pathlib
 import re
+import shutil
 import signal
 import sys
 import tempfile
@@ -46,30 +47,41 @@ class Starter:
         """Failure when the disk does not do what the run says; `log` then holds what was on the screen."""
         with tempfile.TemporaryDirectory(dir=self._folder) as name:
             folder = pathlib.Path(name)
-            hard_disk = folder / 'disk.img'
-            options = self._options(run, folder, hard_disk)
-            before = {path: _sum_of(path) for path in (image, hard_disk)}
-            with Machine(image, folder, options, self._limit) as machine:
-                try:
-                    for word, text in run.steps:
-                        _follow_step(machine, word, text)
-                except (Timeout, Failure, EOFError) as failure:
-                    shown = '\n'.join(machine.transcript.lines())
-                    log.write_text(f'{failure}\n\n{shown}\n', encoding='utf-8')
-                    raise Failure(str(failure)) from None
-            if _sum_of(image) != before[image]:
-                raise Failure('the floppy was written')
-            if (_sum_of(hard_disk) != before[hard_disk]) != run.writes:
-                raise Failure('the hard disk was not written' if run.writes else 'the hard disk was written')
+            disks = {'floppy': folder / 'floppy.img', 'hard disk': folder / 'disk.img'}
+            options = self._options(run, folder, disks['hard disk'])
+            shutil.copyfile(image, disks['floppy'])
+            if run.machine.get('floppy') == 'full':
+                media.fill(disks['floppy'])
+            before = {disk: _sum_of(path) for disk, path in disks.items()}
+            for steps in run.starts:
+                self._start(disks['floppy'], run, options, steps, log)
+            for disk, path in disks.items():
+                if (_sum_of(path) != before[disk]) != (disk in run.writes):
+                    raise Failure(f'the {disk} was not written' if disk in run.writes else f'the {disk} was written')
+
+    def _start(self, floppy, run, options, steps, log):
+        with tempfile.TemporaryDirectory(dir=self._folder) as name, \
+                Machine(floppy, name, options, self._limit, run.machine.get('floppy') == 'protected') as machine:
+            try:
+                for word, text in steps:
+                    _follow_step(machine, word, text)
+            except (Timeout, Failure, EOFError) as failure:
+                shown = '\n'.join(machine.transcript.lines())
+                log.write_text(f'{failure}\n\n{shown}\n', encoding='utf-8')
+                raise Failure(str(failure)) from None
 
     @staticmethod
     def _options(run, folder, hard_disk):
-        unknown = set(run.machine) - {'hard-disk', 'cd', 'card', 'memory'}
-        if unknown or run.machine.get('card', 'pcnet') not in _CARDS:
+        unknown = set(run.machine) - {'hard-disk', 'cd', 'card', 'memory', 'floppy'}
+        if unknown or run.machine.get('card', 'pcnet') not in _CARDS or run.machine.get('floppy', 'full') not in {'full', 'protected'}:
             raise ValueError(f'{run.title}: no such part of a PC: {run.machine}')
         media.make_hard_disk(hard_disk, run.machine.get('hard-disk') or 'data')
         options = ['-drive', f'file={hard_disk},format=raw,if=ide,index=0']
-        if 'cd' in run.machine:
+        if run.machine.get('cd') == 'none':
+            # A disk in its place keeps QEMU from adding one.
+            media.make_hard_disk(folder / 'second.img', 'empty')
+            options += ['-drive', f'file={folder / "second.img"},format=raw,if=none,id=second', '-device', 'ide-hd,drive=second,bus=ide.1']
+        elif 'cd' in run.machine:
             disc = ''
             if run.machine['cd'] != 'empty':
                 media.make_cd(folder / 'cd.iso', folder / 'cd')

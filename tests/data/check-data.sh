@@ -39,8 +39,10 @@ declare -A dosBytes=(
 # What more-dos.bat adds to them: a disk must fit with all of it.
 dosBytes+=(
     [mscdex.exe]=26000 [cdrom.sys]=42000 [keyb.com]=20000 [keyboard.sys]=35000 [keybrd2.sys]=32000 [keybrd3.sys]=32000
-    [keybrd4.sys]=14000 [doskey.com]=16000 [mouse.com]=31000 [chkdsk.exe]=29000 [debug.exe]=21000
+    [keybrd4.sys]=14000 [doskey.com]=16000 [mouse.com]=31000 [chkdsk.exe]=29000 [debug.exe]=21000 [aspicd.sys]=30000
 )
+# What takes the place of a DOS file on the disk when the user has it.
+declare -A insteadOf=([himemx.exe]=HIMEM.SYS [jemm386.exe]=EMM386.EXE)
 # The programs that are assembled when the application is built, each with the most bytes that it may have.
 declare -A builtBytes=(
     [velram.sys]=4096 [findram.com]=1024 [whichdrv.com]=1024 [pcifind.com]=2048 [boothd.com]=1024 [unpack.exe]=17000
@@ -141,7 +143,8 @@ check_writes() {
     local -a words=()
     if [[ $3 =~ \>\>?([^\>\ ]+) ]]; then
         target=${BASH_REMATCH[1]}
-        [[ $target == NUL || $target =~ ^%(MODDIR|TEMP|INI)% || ($2 == FINDDRV.BAT && $target == %USEDRV%*) ]] ||
+        [[ $target == NUL || $target =~ ^%(MODDIR|TEMP|INI)% || ($2 == FINDDRV.BAT && $target == %USEDRV%*) ||
+            ($2 == LAYOUT.BAT && $target == '%BOOT%\ETC\LAYOUT.BAT') ]] ||
             fault "$1" "writes to a drive that nobody agreed to: $3"
     fi
     target=${3%% ECHO *}
@@ -159,14 +162,18 @@ check_writes() {
             *) continue ;;
         esac
         [[ ${words[word > 0 ? word - 1 : 0]} == GOTO || $target =~ ^%(MODDIR|TEMP)% || ($2 == FINDDRV.BAT && $target == %USEDRV%*) ||
-            ($2 == DRVDESC.BAT && $target == %%F) ]] || fault "$1" "writes to a drive that nobody agreed to: $3"
+            ($2 == DRVDESC.BAT && $target == %%F) || ($2 == LAYOUT.BAT && $target == '%BOOT%\ETC') ]] || fault "$1" "writes to a drive that nobody agreed to: $3"
     done
 }
 
-# check_agreement NAME TEXT: a batch file that chooses a hard disk by itself asks first, and treats a missing answer as no.
+# check_agreement NAME TEXT: a batch file that chooses a hard disk by itself, or writes to the boot disk, asks first, and treats a
+# missing answer as no. The boot disk may be write-protected or full, which DOS must not ask about.
 check_agreement() {
     local asks='WHICHDRV HD.*CHOICE /C:YN /T:N,[0-9]+ .*IF ERRORLEVEL 2 GOTO END.*IF NOT ERRORLEVEL 1 GOTO END.*GOTO USE'
     [[ $2 != *LETTER.BAT*WHICHDRV\ HD* || $2 =~ $asks ]] || fault "$1" 'takes a hard disk without a yes'
+    asks='CHOICE /C:YN /T:N,[0-9]+ .*IF ERRORLEVEL 2 GOTO END IF NOT ERRORLEVEL 1 GOTO END .*'
+    asks+='WHICHDRV %BOOT% WRITE IF NOT ERRORLEVEL 1 GOTO [A-Z]+ .*[^>]>%BOOT%'
+    [[ $2 != *'>%BOOT%'* || $2 =~ $asks ]] || fault "$1" 'writes to the boot disk without a yes, or without a trial'
 }
 
 # check_calls NAME LINE PREVIOUS: what is called is on the disk, at its path or on the search path.
@@ -478,8 +485,14 @@ check_configuration() {
             [[ ${base,,} == dos ]] || fault "$where" "only files\\dos may receive files: $right"
             continue
         fi
-        [[ -z ${onDisk[${right,,}]:-} ]] || fault "$where" "another line has the same target: $right"
-        onDisk[${right,,}]=1
+        if [[ -n ${insteadOf[${left,,}]:-} ]]; then
+            [[ $right == "${insteadOf[${left,,}]}" && -n ${onDisk[${right,,}]:-} ]] ||
+                fault "$where" "$left must come after the line of ${insteadOf[${left,,}]}, whose place it takes"
+        elif [[ -n ${onDisk[${right,,}]:-} ]]; then
+            fault "$where" "another line has the same target: $right"
+        else
+            onDisk[${right,,}]=1
+        fi
         [[ -n ${baseFiles[${right,,}]:-} && ${right^^} != *CONFIG.SYS ]] && fault "$where" "a base file is replaced: $right"
         total=$((total + size))
         if [[ $section == '[Copy_Files]' && ${left##*\\} =~ ^[Ii][Oo]\.[Ss][Yy][Ss]$ && $right == IO.SYS ]]; then hasIo=yes; fi

@@ -36,12 +36,12 @@ rm "$scratch/free/COMMAND.COM"
 fill 1 '..\free'
 expect_nothing 'no COMMAND.COM'
 
-put free/tools COMMAND.COM ATTRIB.COM HIMEMX.EXE XCDROM.SYS SHSUCDX.COM KEYB.EXE
+put free/tools COMMAND.COM ATTRIB.COM HIMEMX.EXE XCDROM.SYS UDVD2.SYS GCDROM.SYS ATAPICDD.SYS SHSUCDX.COM KEYB.EXE
 before=$(cd "$scratch/free" && find . -type f -exec sha256sum {} + | sort)
 fill 0 '..\free'
 [ "$(cd "$scratch/free" && find . -type f -exec sha256sum {} + | sort)" = "$before" ] || fail 'the free DOS was changed'
 for pair in KERNEL.SYS=KERNEL.SYS COMMAND.COM=COMMAND.COM ATTRIB.EXE=ATTRIB.COM HIMEM.SYS=HIMEMX.EXE CDROM.SYS=XCDROM.SYS \
-    MSCDEX.EXE=SHSUCDX.COM KEYB.COM=KEYB.EXE; do
+    CDROM2.SYS=UDVD2.SYS CDROM3.SYS=GCDROM.SYS MSCDEX.EXE=SHSUCDX.COM KEYB.COM=KEYB.EXE; do
     expect "${pair%%=*}" "${pair#*=}"
 done
 cmp -s "$application/dos/IO.SYS" "$application/files/freedos/IO.SYS" || fail 'IO.SYS is not ours'
@@ -50,7 +50,7 @@ for name in CHOICE.COM SMARTDRV.EXE EMM386.EXE; do
 done
 [ ! -e "$application/dos/MOUSE.COM" ] || fail 'a name that nothing asks for was filled'
 grep -q 'Not part of this DOS:.* SMARTDRV.EXE' "$scratch/fill-dos.log" || fail 'it does not say what is missing'
-[ "$(find "$application/dos" -iname '*.*' | wc -l)" = 29 ] || fail "dos holds $(find "$application/dos" -iname '*.*' | wc -l) files"
+[ "$(find "$application/dos" -iname '*.*' | wc -l)" = 31 ] || fail "dos holds $(find "$application/dos" -iname '*.*' | wc -l) files"
 
 fill 1 '..\free'
 grep -q 'holds files already' "$scratch/fill-dos.log" || fail 'it does not say that dos is filled'

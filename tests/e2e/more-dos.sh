@@ -43,9 +43,9 @@ expect_files() {
 take 2 ''
 take 2 '..\cd'
 pack BASE4.CAB COMMAND.COM MSCDEX.EXE OAKCDROM.SYS
-pack BASE5.CAB KEYB.COM KEYBOARD.SYS
+pack BASE5.CAB KEYB.COM KEYBOARD.SYS ASPICD.SYS
 take 0 '..\cd'
-expect_files CDROM.SYS MSCDEX.EXE KEYB.COM KEYBOARD.SYS
+expect_files CDROM.SYS MSCDEX.EXE KEYB.COM KEYBOARD.SYS ASPICD.SYS
 grep -q 'Not found there:.* CHKDSK.EXE' "$scratch/more-dos.log" || fail 'it does not say what is missing'
 
 # An existing file stays.

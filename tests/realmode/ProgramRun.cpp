@@ -28,7 +28,7 @@ constexpr std::size_t kImageBytes = 1'474'560;
 
 void PutDrive(const DosDrive& drive, std::uint8_t* disk) {
     disk[0] = 1;
-    disk[1] = drive.IsReady ? 0 : 1;
+    disk[1] = drive.IsReady ? drive.Writing : 1;
     disk[2] = static_cast<std::uint8_t>(drive.CanNotBeRemoved);
     disk[3] = drive.IsDescribed ? 1 : 0;
     tools::PutU16(disk + 4, drive.Attributes);
@@ -83,6 +83,12 @@ ProgramOutcome OutcomeOf(const Bytes& report) {
                 break;
             case 'N':
                 outcome.Opened += letter;
+                break;
+            case 'C':
+                outcome.Created += drive;
+                break;
+            case 'E':
+                outcome.Deleted += drive;
                 break;
             case 'F':
                 outcome.HasWrittenBack = true;

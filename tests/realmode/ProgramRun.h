@@ -2,6 +2,7 @@
 // Runs one DOS program on the stand-in for a DOS in program/dos.asm, in an emulated PC, and reports what it
 // did.
 
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -13,7 +14,11 @@ namespace realmode::testing {
 
 /// A drive as that DOS knows it.
 struct DosDrive {
+    /// Values as in program/dos.asm: a critical error when a file is created; a file that ends too early.
+    enum WhenWritten : std::uint8_t { Good = 0, Protected = 2, Full = 3 };
+
     bool IsReady = true;  ///< false: a critical error when its medium is touched
+    WhenWritten Writing = Good;
     /// 0: yes, 1: no, 2: the driver does not say
     unsigned CanNotBeRemoved = 1;
     unsigned Attributes = 0x0842;  ///< 1000h: remote, 8000h: of SUBST
@@ -50,6 +55,8 @@ struct ProgramOutcome {
     std::string Touched;  ///< letters of the drives whose media were touched, each as often as they were
     std::string WentTo;   ///< letters of the drives that became the current one
     std::string Opened;   ///< the names of the files that were opened
+    std::string Created;  ///< letters of the drives on which a file was created
+    std::string Deleted;  ///< letters of the drives on which that file was closed and deleted
     bool HasWrittenBack = false;  ///< the buffers of the disks
     std::string Faults;           ///< empty when the program kept the rules
 };

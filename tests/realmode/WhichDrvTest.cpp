@@ -78,12 +78,36 @@ TEST_F(WhichDrv, ANamedDriveIsThatDriveIfItCanBeRead) {
     }
 }
 
+TEST_F(WhichDrv, ADriveIsWritableIfAFileFitsOntoIt) {
+    DosDrive unready;
+    unready.IsReady = false;
+    const std::map<char, DosDrive> drives{{'A', Floppy},
+                                          {'B', {.Writing = DosDrive::Protected, .CanNotBeRemoved = 0}},
+                                          {'C', {.Writing = DosDrive::Full}},
+                                          {'D', unready}};
+    const std::map<std::string, int> wanted{{" A: WRITE", 1}, {" a:  write ", 1}, {" B: WRITE", 0},
+                                            {" C: WRITE", 0}, {" D: WRITE", 0},   {" Z: WRITE", 0}};
+    for (const auto& [tail, number] : wanted) {
+        const ProgramOutcome outcome = Run(drives, tail);
+        EXPECT_EQ(number, outcome.ExitCode) << tail;
+        EXPECT_EQ("", outcome.Output + outcome.Errors) << tail;
+        EXPECT_EQ(outcome.Created, outcome.Deleted) << tail;
+    }
+}
+
+TEST_F(WhichDrv, NothingIsWrittenWithoutTheWord) {
+    EXPECT_EQ("A", Run({{'A', Floppy}}, " A: WRITE").Created);
+    for (const std::string tail : {" A:", " HD", " A: WRIT", " A: WRITES", " WRITE"})
+        EXPECT_EQ("", Run({{'A', Floppy}, {'C', {}}}, tail).Created) << tail;
+}
+
 TEST_F(WhichDrv, OtherArgumentsAreALineAndNoDrive) {
     for (const std::string tail :
-         {" /?", " HDD", " H", " C", " HD CD", " CDR", " C: D:", " CC:", " @:", " [:", " :"}) {
+         {" /?", " HDD", " H", " C", " HD CD", " CDR", " C: D:", " CC:", " @:", " [:", " :", " C: WRITES"}) {
         const ProgramOutcome outcome = Run({{'C', {}}}, tail);
         EXPECT_EQ(0, outcome.ExitCode) << tail;
-        EXPECT_EQ("WHICHDRV [CD | CDROM | HD | X:]: ends with the number of the drive\r\n", outcome.Errors)
+        EXPECT_EQ("WHICHDRV [CD | CDROM | HD | X: [WRITE]]: ends with the number of the drive\r\n",
+                  outcome.Errors)
             << tail;
     }
     EXPECT_EQ(4, Run({{'D', {}}}, " \thd ").ExitCode);

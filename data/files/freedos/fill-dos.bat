@@ -53,9 +53,12 @@ call :required XCOPY32.EXE
 call :required XCOPY32.MOD
 
 rem What the disks take besides when it is there.
-call :optional CDROM.SYS XCDROM.SYS UIDE.SYS UDVD2.SYS GCDROM.SYS ATAPICDD.SYS
+set number=
+for %%f in (CDROM CDROM2 CDROM3 XCDROM UIDE UDVD2 GCDROM ATAPICDD) do call :driver %%f.SYS
 call :optional MSCDEX.EXE SHSUCDX.COM SHSUCDX.EXE
 call :optional DEVLOAD.COM DEVLOAD.EXE
+call :optional ASPICD.SYS
+call :optional ASPIDISK.SYS
 call :optional KEYB.COM KEYB.EXE
 for %%f in (KEYBOARD KEYBRD2 KEYBRD3 KEYBRD4) do call :optional %%f.SYS
 call :optional DOSKEY.COM DOSKEY.EXE
@@ -91,6 +94,18 @@ goto :eof
 set found=
 call :find %*
 if defined found goto take
+goto :eof
+
+rem The drivers for CD-ROM drives become CDROM.SYS, CDROM2.SYS and CDROM3.SYS.
+:driver
+set found=
+if not "%number%"=="4" call :find %1
+if not defined found goto :eof
+copy /b "%found%" "dos\CDROM%number%.SYS" >nul
+if errorlevel 1 set failed=1
+if "%number%"=="3" set number=4
+if "%number%"=="2" set number=3
+if "%number%"=="" set number=2
 goto :eof
 
 :usage

@@ -6,6 +6,7 @@
 ;   "D"          a drive (0 is A:) whose medium was touched
 ;   "G"          a drive that became the current one
 ;   "N"          a letter of the name of a file that was opened
+;   "C"          a drive on which a file was created, and "E" one on which that file, closed, was deleted
 ;   "F"          1: the buffers of the disks were written back
 ;   "U"          the number of a function that is none of these
 ;   "X"          1: the handler of critical errors did not say "let the call fail"
@@ -16,6 +17,9 @@
 kProgram        equ     2000h           ; the program's segment
 kDrives         equ     26
 kFile           equ     5               ; the handle of the opened file
+kCreated        equ     6               ; the handle of the created file
+kProtected      equ     2               ; of disk.unready
+kFull           equ     3
 
         struc   given
 .version:       resb    1               ; the major version of DOS
@@ -37,7 +41,7 @@ kVirtual        equ     8               ; runs the program in virtual mode
 
         struc   disk
 .there:         resb    1               ; 0: no such drive
-.unready:       resb    1               ; 1: a critical error when the medium is touched
+.unready:       resb    1               ; 1: a critical error when the medium is touched, 2: when it is written, 3: it is full
 .removable:     resb    1               ; 0 yes, 1 no, 2 its driver does not say
 .described:     resb    1               ; 0: function 32h fails
 .attributes:    resw    1
@@ -168,6 +172,10 @@ int21:
         je      close
         cmp     ah, 0Dh
         je      flush
+        cmp     ah, 5Ah
+        je      create
+        cmp     ah, 41h
+        je      delete
         push    ax
         mov     al, ah
         mov     ah, "U"
@@ -243,6 +251,8 @@ flush:
         iret
 
 write:
+        cmp     bx, kCreated
+        je      writeCreated
         push    cx
         push    si
         mov     si, dx
@@ -286,11 +296,14 @@ touch:
         mov     ah, "D"
         call    report
         call    findDisk
-        jc      .done
-        cmp     byte [cs:di + disk.unready], 0
-        je      .done
+        jc      touched
+        cmp     byte [cs:di + disk.unready], 1
+        clc
+        jne     touched
+; Asks the program what to do, and returns with the carry flag set.
+criticalError:
         push    di
-        mov     ah, 19h                 ; reading a directory; to fail, to retry or to ignore is allowed
+        mov     ah, 19h                 ; about a directory; to fail, to retry or to ignore is allowed
         int     24h
         pop     di
         cmp     al, 3
@@ -299,7 +312,7 @@ touch:
         call    report
 .failed:
         stc
-.done:
+touched:
         ret
 
 control:
@@ -507,8 +520,87 @@ read:
         jmp     returnGood
 
 close:
+        cmp     bx, kCreated
+        jne     returnGood
+        cmp     byte [cs:createdOpen], 1
+        jne     fails
+        mov     byte [cs:createdOpen], 0
         jmp     returnGood
 
+; The one file that can be created, in the root of the drive that DS:DX names.
+create:
+        push    di
+        mov     di, dx
+        mov     al, [di]
+        sub     al, "A"
+        mov     [cs:createdDrive], al
+        cmp     word [di + 1], ":\"
+        jne     .otherUse
+        cmp     byte [di + 3], 0
+        jne     .otherUse
+        call    touch
+        jc      .failed
+        cmp     byte [cs:di + disk.unready], kProtected
+        jne     .writable
+        call    criticalError
+        jmp     short .failed
+.writable:
+        mov     di, dx
+        mov     word [di + 3], "AB"
+        mov     byte [di + 5], 0
+        mov     byte [cs:createdOpen], 1
+        mov     al, [cs:createdDrive]
+        mov     ah, "C"
+        call    report
+        pop     di
+        mov     ax, kCreated
+        jmp     returnGood
+.otherUse:
+        mov     ax, 555Ah               ; "U"
+        call    report
+.failed:
+        pop     di
+        mov     ax, 83
+        jmp     returnError
+
+; A full disk takes one sector.
+writeCreated:
+        cmp     byte [cs:createdOpen], 1
+        jne     fails
+        push    di
+        mov     al, [cs:createdDrive]
+        call    findDisk
+        mov     ax, cx
+        cmp     byte [cs:di + disk.unready], kFull
+        pop     di
+        jne     returnGood
+        mov     ax, 512
+        jmp     returnGood
+
+; Only the file that was created, once it is closed.
+delete:
+        push    di
+        mov     di, dx
+        mov     al, [di]
+        sub     al, "A"
+        cmp     al, [cs:createdDrive]
+        jne     .otherUse
+        cmp     word [di + 3], "AB"
+        jne     .otherUse
+        cmp     byte [cs:createdOpen], 0
+        jne     .otherUse
+        mov     ah, "E"
+        call    report
+        pop     di
+        jmp     returnGood
+.otherUse:
+        pop     di
+        mov     ax, 5541h               ; "U"
+        call    report
+        jmp     fails
+
+createdDrive    db      0FFh
+createdOpen     db      0
 position dw     0
 description:
         times   24h db 0FFh

@@ -13,7 +13,8 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[3]
 sys.path.insert(0, str(ROOT / 'scripts' / 'dos'))
 
-from machine import keys_of  # noqa: E402  the path comes first
+import media  # noqa: E402  the path comes first
+from machine import keys_of  # noqa: E402
 from plan import read_plan  # noqa: E402
 from screen import COLUMNS, ROWS, Screen, Transcript, rows_gone  # noqa: E402
 
@@ -93,13 +94,19 @@ class PlanTest(unittest.TestCase):
         self.assertEqual(list(plan), ['one'])
         first, second = plan['one']
         self.assertEqual((first.title, first.machine, first.needs, first.writes),
-                         ('first', {'cd': '', 'card': 'pcnet'}, ['A.COM', 'B.EXE'], False))
-        self.assertEqual(first.steps, [('at', 'Your choice:'), ('press', 'h')])
-        self.assertEqual((second.title, second.writes, second.steps), ('second', True, [('type', 'dir c:')]))
+                         ('first', {'cd': '', 'card': 'pcnet'}, ['A.COM', 'B.EXE'], set()))
+        self.assertEqual(first.starts, [[('at', 'Your choice:'), ('press', 'h')]])
+        self.assertEqual((second.title, second.writes, second.starts), ('second', {'hard disk'}, [[('type', 'dir c:')]]))
+
+    def test_reads_a_run_with_two_starts(self):
+        run = read_plan('disk one\nrun twice\nwrites floppy\nwrites\npress f\nstart again\nsee text')['one'][0]
+        self.assertEqual(run.writes, {'floppy', 'hard disk'})
+        self.assertEqual(run.starts, [[('press', 'f')], [('see', 'text')]])
 
     def test_names_the_line_of_anything_else(self):
         for text in ('run early', 'disk one\nat choice', 'disk one\nrun first\njump', 'disk one\nrun first\ndo nothing',
-                     'disk one\ndisk one', 'disk one\nrun first\nsee', 'disk one\nrun first\nsteps a\nneeds X'):
+                     'disk one\ndisk one', 'start again', 'disk one\nrun first\nstart twice', 'disk one\nrun first\nwrites tape',
+                     'disk one\nrun first\nsee', 'disk one\nrun first\nsteps a\nneeds X'):
             with self.assertRaises(ValueError, msg=text) as raised:
                 read_plan(text)
             self.assertIn(f'line {len(text.splitlines())}:', str(raised.exception))
@@ -109,9 +116,9 @@ class PlanTest(unittest.TestCase):
         catalogue = (ROOT / 'data' / 'files' / 'disklist.ini').read_text(encoding='ascii')
         names = [line.removeprefix('Name=') for line in catalogue.splitlines() if line.startswith('Name=')]
         self.assertGreater(len(names), 4)
-        self.assertEqual(sorted(plan), sorted(names + ['client', 'custom', 'demo', 'firmware']))
+        self.assertEqual(sorted(plan), sorted(names + ['client', 'custom', 'demo', 'drivers', 'firmware']))
         for disk, runs in plan.items():
-            self.assertTrue(runs and all(run.steps for run in runs), disk)
+            self.assertTrue(runs and all(all(run.starts) for run in runs), disk)
             self.assertEqual(len({run.title for run in runs}), len(runs), disk)
 
 
@@ -178,6 +185,27 @@ class StartTest(unittest.TestCase):
         self.assertEqual(line, 'one       passed allowed; FAILED floppy (the floppy was written), disk (the hard disk was written), '
                                'needless (the hard disk was not written)')
         self.assertFalse(good)
+
+    def test_a_second_start_finds_what_the_first_has_written(self):
+        good, line = self.run_disk('run once\nat Your choice:\nnever It was written\n'
+                                   'run twice\nwrites floppy\nat Your choice:\npress f\nsee Done f\n'
+                                   'start again\nsee It was written\nat Your choice:\n'
+                                   'run anew\nat Your choice:\nnever It was written\n'
+                                   'run needless\nwrites floppy\nat Your choice:\n'
+                                   'run protected\nwith floppy protected\nat Your choice:\npress f\nsee Done f')
+        self.assertEqual(line, 'one       passed once, twice, anew, protected; FAILED needless (the floppy was not written)')
+        self.assertFalse(good)
+
+    def test_refuses_a_floppy_of_another_kind(self):
+        self.assertRaises(ValueError, self.run_disk, 'run bent\nwith floppy bent\nat Your choice:')
+
+    def test_fills_a_floppy(self):
+        floppy = self.folder / 'floppy.img'
+        subprocess.run(['mformat', '-C', '-i', floppy, '-f', '1440', '::'], check=True)
+        media.fill(floppy)
+        listed = subprocess.run(['mdir', '-i', floppy, '::'], check=True, capture_output=True, text=True).stdout
+        self.assertIn('FILLER', listed)
+        self.assertRegex(listed, r'\n +0 bytes free')
 
     def test_leaves_out_what_needs_a_file_that_is_not_there(self):
         good, line = self.run_disk('run memory\nneeds FDISK.EXE MEM.EXE KEYB.COM\nat never\nrun menu\nat Your choice:')

@@ -1,6 +1,6 @@
 ; The first sector of a floppy that stands for one with a DOS: asks "Your choice:" and shows each key. Some do more:
 ;
-;   f    writes a sector of the floppy
+;   f    writes a sector of the floppy; a later start says "It was written" because of it
 ;   d    writes a sector of the hard disk
 ;   s    shows more rows than a screen has
 ;
@@ -19,6 +19,15 @@ TICKS   equ     46Ch                    ; of the clock, 18.2 a second
         mov     ss, ax
         mov     sp, 7C00h
         cld
+        mov     ax, 0201h
+        mov     bx, second
+        mov     cx, 2                   ; where "f" writes
+        mov     dx, 0
+        int     13h
+        cmp     word [second + 510], 0AA55h
+        jne     ask
+        mov     si, written
+        call    print
 ask:
         mov     si, question
         call    print
@@ -90,11 +99,15 @@ printLetter:
 printed:
         ret
 
+second  equ     7E00h
+
 key     db      0
 inRow   db      0
 question:
         db      13, 10, "  1  First line", 13, 10, "  H  Help", 13, 10, "Your choice:", 0
 answer: db      13, 10, "Done ", 0
+written:
+        db      13, 10, "It was written", 0
 filler: db      13, 10, "One of many rows", 0
 rowStart:
         db      13, 10, "A:\>", 0
