@@ -2,19 +2,16 @@
 
 #include <algorithm>
 #include <span>
-#include <string_view>
-#include <unordered_set>
 
 #include "tools/cabarc/CabinetWriter.h"
 #include "tools/cabarc/Compressors.h"
 #include "tools/cabarc/MemberName.h"
+#include "tools/cabarc/MemberOrder.h"
 #include "tools/cabarc/SourceFiles.h"
-#include "tools/cabarc/Wildcard.h"
 #include "tools/shared/HostText.h"
 #include "tools/shared/InputFile.h"
 #include "tools/shared/OutputFile.h"
 #include "tools/shared/ToolError.h"
-#include "tools/shared/Utf8.h"
 
 namespace tools::cabarc {
 
@@ -24,43 +21,6 @@ constexpr std::size_t kReadSize = 65536;
 
 bool IsAscii(const std::string& text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-// The extension of the last part of a path, without its dot; empty when there is none.
-std::string_view ExtensionOf(std::string_view path) {
-    const std::size_t mark = path.find_last_of("/\\.");
-    return mark == std::string_view::npos || path[mark] != '.' ? std::string_view() : path.substr(mark + 1);
-}
-
-// Whether the extension of `a` sorts before that of `b`; ASCII case does not matter.
-bool ExtensionIsLess(const SourceFile& a, const SourceFile& b) {
-    const std::string_view left = ExtensionOf(a.Path);
-    const std::string_view right = ExtensionOf(b.Path);
-    return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
-                                        [](char x, char y) { return UpperAscii(x) < UpperAscii(y); });
-}
-
-// Returns the same text for spellings of a path that differ only in slashes and ASCII case.
-std::string Canonical(std::string path) {
-    std::replace(path.begin(), path.end(), '/', '\\');
-    return UpperAscii(path);
-}
-
-// Puts files of one kind side by side, as they have most in common. Only files that a wildcard or the search
-// through folders found in a row change places; a user who names files one by one may want their order.
-void GroupByExtension(std::vector<SourceFile>& files, std::span<const std::string> names) {
-    std::unordered_set<std::string> named;
-    for (const std::string& name : names)
-        if (!HasWildcard(name)) named.insert(Canonical(name));
-    const auto isNamed = [&](const SourceFile& file) {
-        return !named.empty() && named.count(Canonical(file.Path)) != 0;
-    };
-    for (auto begin = files.begin(); begin != files.end();) {
-        begin = std::find_if_not(begin, files.end(), isNamed);
-        const auto end = std::find_if(begin, files.end(), isNamed);
-        std::stable_sort(begin, end, ExtensionIsLess);
-        begin = end;
-    }
 }
 
 CabinetMember MemberOf(const SourceFile& file, const CommandLine& call) {
@@ -96,6 +56,15 @@ std::vector<CabinetMember> MembersOf(std::span<const SourceFile> files, const Co
     return members;
 }
 
+// Returns `items` in the order of their numbers `order`.
+template <typename T>
+std::vector<T> Arranged(std::vector<T> items, std::span<const std::size_t> order) {
+    std::vector<T> arranged;
+    arranged.reserve(items.size());
+    for (const std::size_t number : order) arranged.push_back(std::move(items[number]));
+    return arranged;
+}
+
 // Feeds the contents of a file to the compressor; they must have the size that the directory states.
 void PackContents(const SourceFile& file, FolderCompressor& compressor, std::span<std::uint8_t> buffer) {
     InputFile input(PathFromUtf8(file.Path));
@@ -113,9 +82,14 @@ void PackContents(const SourceFile& file, FolderCompressor& compressor, std::spa
 PackReport Pack(const CommandLine& call) {
     const std::filesystem::path target = PathFromUtf8(call.Cabinet);
     std::vector<SourceFile> files = FindSourceFiles(call.Names, call.Recurse, target);
-    GroupByExtension(files, call.Names);
+    SortByExtension(files, call.Names);
     CabinetDirectory directory;
     directory.Members = MembersOf(files, call);
+    if (call.Compression.Type != Method::Kind::Stored) {
+        const std::vector<std::size_t> order = OrderByContents(files, call.Names);
+        files = Arranged(std::move(files), order);
+        directory.Members = Arranged(std::move(directory.Members), order);
+    }
     PlanFolders(directory, MethodCode(call.Compression));
 
     std::vector<std::uint16_t> folderOf(files.size());

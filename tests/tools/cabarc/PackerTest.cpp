@@ -75,13 +75,36 @@ TEST_F(Packer, SameInputGivesSameBytes) {
 }
 
 TEST_F(Packer, WhatAWildcardFindsIsStoredByExtension) {
+    std::uint32_t seed = 0;
     for (const char* name : {"a.txt", "b.EXE", "c", "d.TXT", "sub/e.exe", "sub/f", "sub.dir/g"})
-        WriteBytes(std::string("in/") + name, BytesOf(name));
+        WriteBytes(std::string("in/") + name, RandomBytes(100, ++seed));
     PackWith({"-p", "-r", "-P", "in", "n", "out.cab", "in\\*.*"});
     EXPECT_THAT(NamesIn("out.cab"),
                 ElementsAre("c", "sub\\f", "sub.dir\\g", "b.EXE", "sub\\e.exe", "a.txt", "d.TXT"));
     const ParsedCabinet cabinet = Parse(ReadBytes("out.cab"));
-    EXPECT_EQ(BytesOf("sub/e.exe"), cabinet.Members[4].Contents);
+    EXPECT_EQ(RandomBytes(100, 5), cabinet.Members[4].Contents);
+}
+
+TEST_F(Packer, WhatResemblesEachOtherIsStoredTogether) {
+    // Too far apart for the window when sorted by name.
+    for (std::uint32_t i = 0; i < 8; ++i)
+        WriteBytes("in/" + std::to_string(i), RandomBytes(30'000, 1 + i % 2));
+    const auto pack = [](const char* method) {
+        const std::uint64_t size = PackWith({"-m", method, "n", "out.cab", "in\\*"}).BytesOut;
+        EXPECT_THAT(NamesIn("out.cab"), ElementsAre("0", "2", "4", "6", "1", "3", "5", "7")) << method;
+        return size;
+    };
+    EXPECT_LT(pack("MSZIP"), 70'000U);
+    const ParsedCabinet cabinet = Parse(ReadBytes("out.cab"));
+    for (std::size_t i = 0; i < 8; ++i)
+        EXPECT_EQ(RandomBytes(30'000, i < 4 ? 1 : 2), cabinet.Members[i].Contents) << i;
+    EXPECT_LT(pack("LZX:15"), 70'000U);
+}
+
+TEST_F(Packer, WhatIsNotCompressedStaysInTheOrderOfNames) {
+    for (std::uint32_t i = 0; i < 4; ++i) WriteBytes("in/" + std::to_string(i), RandomBytes(300, i % 2));
+    PackWith({"-m", "NONE", "n", "out.cab", "in\\*"});
+    EXPECT_THAT(NamesIn("out.cab"), ElementsAre("0", "1", "2", "3"));
 }
 
 TEST_F(Packer, FilesNamedOneByOneKeepTheirPlaces) {
