@@ -2,7 +2,7 @@
 ;
 ;   DRIVER defined   a packet driver without a card: takes the interrupt 60h, at which programs look for the signature of such
 ;                    a driver, and stays in memory. When there is one already it says so and ends with code 1
-;   TOOL defined     a program that wants a packet driver: without one it says so and ends with code 1
+;   TOOL defined     a program that needs a packet driver: without one it says so and ends with code 1
 
         cpu     8086
         bits    16
