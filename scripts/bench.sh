@@ -30,8 +30,7 @@ ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a / b }'; }
 sum() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a + b }'; }
 
 # A recipe's time is the sum of the times of its programs, each started alone: no shell is included. A program that creates a
-# file
-# does not find an old one, and mcopy finds a fresh empty disk.
+# file does not find an old one, and mcopy finds a fresh empty disk.
 echo "Writing an image from $(find "$corpus/s6_floppy" -type f | wc -l) files, wall time, median of $runs runs"
 printf '%-34s %9s %9s\n' recipe ms 'bfi / it'
 image=$work/disk.img
