@@ -23,7 +23,7 @@ check_image "$application/my disks/boot disk.img" 1474560
 mtype -i "$application/my disks/boot disk.img" ::IO.SYS | cmp - "$2/IO.SYS" || fail 'the image does not contain the DOS files'
 
 # The window tests use copies of this folder, also with spaces in their paths.
-tests='ConsoleTwinTest.WaitsForTheBuildAndTellsItsEnd:Each/WithoutArguments.OpensTheWizardAndDoesNotWaitForIt/*'
+tests='ConsoleTwinTest.WaitsForTheBuildAndNamesTheImage:Each/WithoutArguments.OpensTheWizardAndDoesNotWaitForIt/*'
 VELBOOTER_DEMO_FOLDER=$application "$root/tests/support/run-in-wine.sh" "$3" "--gtest_filter=$tests" >"$scratch/windows.log" 2>&1 ||
     fail "velbooter.com or the wizard: $(cat "$scratch/windows.log")"
 grep -qF '[  PASSED  ] 3 tests.' "$scratch/windows.log" || fail "there are not three tests of windows: $(cat "$scratch/windows.log")"
