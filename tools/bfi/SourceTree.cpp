@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "floppy/SpaceNeeded.h"
+#include "tools/shared/HostText.h"
 #include "tools/shared/ToolError.h"
 #include "tools/shared/Utf8.h"
 
