@@ -10,8 +10,7 @@ namespace velbooter {
 
 std::optional<DiskUse> UseOfImage(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
-    const std::vector<char> characters{std::istreambuf_iterator<char>(file), {}};
-    const std::vector<std::uint8_t> image(characters.begin(), characters.end());
+    const std::vector<std::uint8_t> image{std::istreambuf_iterator<char>(file), {}};
     const floppy::Geometry* const geometry = floppy::GeometryOfLength(image.size());
     if (geometry == nullptr) return std::nullopt;
     return DiskUse{floppy::UsedBytes(image, *geometry),

@@ -6,6 +6,8 @@
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=scripts/wine-path.sh
+. "$root/scripts/wine-path.sh"
 app=$root/build/demo
 if [ "${1-}" = -a ] && [ $# -ge 2 ]; then
     app=$2
@@ -19,8 +21,6 @@ if [ ! -f "$app/buildall.bat" ]; then
     echo "build-all.sh: $app is no application folder: it has no buildall.bat" >&2
     exit 2
 fi
-# Windows programs see the root of this system as Z:.
-folder=$(realpath -m "$1")
-folder=Z:${folder//\//\\}
+folder=$(wine_path "$(realpath -m "$1")")
 cd "$app"
 exec "$root/scripts/with-display.sh" "$root/scripts/wine.sh" cmd /c buildall.bat "$folder" "${@:2}" </dev/null

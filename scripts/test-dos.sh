@@ -11,6 +11,8 @@
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=scripts/wine-path.sh
+. "$root/scripts/wine-path.sh"
 if [[ $# -lt 1 || ! -d $1 ]]; then
     echo 'usage: test-dos.sh FOLDER [DISK...] (a folder with a free DOS: kernel/ and tools/)' >&2
     exit 2
@@ -59,11 +61,8 @@ done
 echo 'Stands for the TCP/IP of a client.' >"$work/client/msnet/NET/TCPDRV.DOS"
 for name in DHCP FTP; do stand_in "$work/client/tcpip/TCP/$name.EXE" -DTOOL -DLAST=13,10; done
 
-# wine_path PATH: as Windows programs see it; Z: is the root of this system.
-wine_path() { printf 'Z:%s' "${1//\//\\}"; }
-
-# assemble NAME SOURCE TARGET: TARGET is a driver that gives itself out as NAME.
-assemble() { nasm -f bin -w+all -Werror "-DNAME='$1'" -o "$3" "$root/$2"; }
+# stand_in_driver FILE OPTION...: writes a driver that gives itself out as its name: driver.asm.
+stand_in_driver() { nasm -f bin -w+all -Werror "-DNAME='$(basename "$1")'" "${@:2}" -o "$1" "$root/demo/standins/driver.asm"; }
 
 # other_drivers: the first driver for CD-ROM drives finds none and the second is the real one; HIMEM.SYS is none, and the real one has the
 # name HIMEMX.EXE; and a driver for a SCSI adapter, in a cabinet, has beside it one for disks, a RAM drive, and one for CDs, the real one.
@@ -73,9 +72,9 @@ other_drivers() {
     for driver in CDROM2.SYS ASPICD.SYS; do [[ ! -f dos/CDROM.SYS ]] || cp dos/CDROM.SYS "dos/$driver"; done
     cp dos/HIMEM.SYS dos/HIMEMX.EXE
     cp files/realmode/VELRAM.SYS dos/ASPIDISK.SYS
-    for driver in CDROM.SYS HIMEM.SYS; do assemble "$driver" demo/standins/driver.asm "dos/$driver"; done
+    for driver in CDROM.SYS HIMEM.SYS; do stand_in_driver "dos/$driver"; done
     mkdir members
-    assemble HOST.SYS scripts/dos/manager.asm members/HOST.SYS
+    stand_in_driver members/HOST.SYS -DSTAYS
     printf '%-13sA SCSI adapter\r\n' HOST >members/scsi.txt
     (cd members && "$root/scripts/wine.sh" ../cabarc.exe n '..\drivers\aspi\host.cab' '*.*')
 }
@@ -117,7 +116,7 @@ build_images() {
         esac
     done
 }
-export -f assemble without_client other_drivers usual_drivers build_images
+export -f stand_in_driver without_client other_drivers usual_drivers build_images
 export root work
 if ! (cd "$app" && "$root/scripts/with-display.sh" bash -c 'build_images "$@"' build_images "$(wine_path "$from")" "${disks[@]}") \
     >"$logs/build.log" 2>&1 </dev/null; then

@@ -1,7 +1,7 @@
 #pragma once
 // How velbooter.exe says to the velbooter.com that has started it which image it has built. Both know the
 // number of the process, so it is in the name of the memory that they share; without a velbooter.com there is
-// none, and nobody is told.
+// none, and nothing is reported.
 
 #include <cstdint>
 #include <string>

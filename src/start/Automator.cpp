@@ -127,7 +127,8 @@ void RunBatch(Application& app, const CommandLineValues& values) {
     ShowWaitWindow(app.Wait, app.Screen, true);
     if (!RunGuarded(app, [&] { Build(app, values); })) EndRun(app, ExitCode::InternalError);
     const ExitCode code = CodeOfLastRun(app);
-    if (code == ExitCode::Built) ReportBuiltImage(app.Paths.RelativePathOf(app.Wizard.TxtDest.Text));
+    if (code == ExitCode::Built)
+        ReportBuiltImage(app.Paths.FullPathOf(app.Paths.RelativePathOf(app.Wizard.TxtDest.Text)));
     EndRun(app, code);
 }
 
