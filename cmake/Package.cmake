@@ -8,7 +8,7 @@ add_custom_command(OUTPUT "${helpFile}" COMMAND "${PROJECT_SOURCE_DIR}/help/buil
 add_custom_command(OUTPUT "${guide}" COMMAND "${PROJECT_SOURCE_DIR}/help/guide.py" "${guide}"
                    DEPENDS ${helpSources} ${guideSources} VERBATIM)
 
-# A double-click opens them in Notepad, even on a Windows that understands only CR LF line ends.
+# A double-click opens them in Notepad, which on an older Windows understands no other line ends than CR LF.
 configure_file("${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_BINARY_DIR}/LICENSE.txt" @ONLY NEWLINE_STYLE DOS)
 configure_file("${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${PROJECT_BINARY_DIR}/CHANGELOG.txt" @ONLY NEWLINE_STYLE DOS)
 

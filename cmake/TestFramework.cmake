@@ -43,7 +43,8 @@ include([==[${PROJECT_SOURCE_DIR}/cmake/AddTests.cmake]==])
     set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${list}")
 endfunction()
 
-# velbooter_test_uses(NAME TARGET MACRO): the tests of NAME find the program that TARGET makes for a real-mode PC at the path MACRO.
+# velbooter_test_uses(NAME TARGET MACRO): builds TARGET, a program in realmode/, before the tests of NAME, which find it at the path
+# MACRO.
 function(velbooter_test_uses name target macro)
     get_target_property(program ${target} PROGRAM)
     target_compile_definitions(${name} PRIVATE "${macro}=\"${program}\"")

@@ -14,8 +14,8 @@ constexpr std::size_t kSectorBytes = 512;
 constexpr std::size_t kDirectoryEntryBytes = 32;
 /// Number of UTF-16 units of a long name that one directory entry holds.
 constexpr std::size_t kUnitsPerLongNamePart = 13;
-/// What both formats have in common: sectors before the first FAT (the boot sector), copies of the FAT, the
-/// number of the first cluster, and the media byte of the boot sector, whose bits are also in FAT entry 0.
+/// What all formats have in common: sectors before the first FAT (the boot sector), copies of the FAT, and
+/// the number of the first cluster.
 constexpr std::uint32_t kReservedSectors = 1;
 constexpr std::uint32_t kFatCopies = 2;
 constexpr std::uint32_t kFirstCluster = 2;
@@ -30,7 +30,7 @@ struct Geometry {
     std::uint32_t SectorsPerCluster;
     std::uint32_t RootEntries;
     std::uint32_t SectorsPerFat;  ///< of one copy
-    std::uint8_t MediaByte;
+    std::uint8_t MediaByte;       ///< of the boot sector; its bits are also in FAT entry 0
 
     /// Derived numbers: all sectors, the first sector of the root directory and of the data area, the
     /// clusters of the data area, the bytes of a cluster and of the whole image.

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Packs a folder so that the same files give the same bytes, regardless of who packs them, where and when: make-zip.sh
-# FOLDER ZIP The ZIP contains FOLDER itself, so that its files never mix with those of the folder that it is unpacked
-# into.
-# All files get the same time, SOURCE_DATE_EPOCH in seconds since 1970 or that of the last commit, in FOLDER too.
+# Packs a folder so that the same files give the same bytes, regardless of who packs them, where and when:
+# make-zip.sh FOLDER ZIP
+# The ZIP contains FOLDER itself, so that its files never mix with those of the folder that it is unpacked into. All files get
+# the same time, SOURCE_DATE_EPOCH in seconds since 1970 or that of the last commit, in FOLDER too.
 set -euo pipefail
 shopt -s inherit_errexit
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)

@@ -21,8 +21,8 @@ class HuffmanCode {
         AllButOneBit,  ///< or a single symbol has one, of one bit
     };
 
-    /// Makes the code from the length of each symbol's code, 0 to 16 and 0 for none. False when no such code
-    /// can be or when it lacks more than it may.
+    /// Makes the code from the length of each symbol's code: 1 to 16 bits, or 0 for none. Returns false when
+    /// there is no code with these lengths, or when it lacks more than `lack` permits.
     bool Make(const uint8_t* lengths, uint32_t symbols, Lack lack);
 
     /// Takes a symbol; kNoSymbol when the bits begin no code.

@@ -12,7 +12,7 @@ namespace realmode::unpack {
 /// begins at a root or goes up, NotADosName for any other that DOS cannot have.
 Fault CheckPath(char* path);
 
-/// Returns the place of the last backslash of a path, or its start when it has none.
+/// Returns the place of the last backslash of a path, in bytes from its start; 0 when it has none.
 uint32_t FolderLength(const char* path);
 
 }  // namespace realmode::unpack

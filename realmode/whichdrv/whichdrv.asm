@@ -5,7 +5,7 @@
 ;   WHICHDRV CDROM     the first CD-ROM drive, with or without a disc
 ;   WHICHDRV X:        that drive, if DOS can read it
 ;   WHICHDRV X: WRITE  that drive, if 2 KB can be written to it: a file in its root, which is deleted again
-;   WHICHDRV HD        the first hard disk drive that DOS can read: neither a RAM drive nor a CD nor a drive of the net
+;   WHICHDRV HD        the first hard disk drive that DOS can read: neither a RAM drive nor a CD nor a network drive
 ;
 ; Without such a drive it ends with 0; so it does after any other argument, with a line on the error output. CD-ROM drives are
 ; those that MSCDEX or another program with its interface names (INT 2Fh, functions 1500h and 150Dh). A drive that cannot be read
@@ -19,7 +19,7 @@
 
 kTail           equ     80h             ; the arguments in the program's prefix
 kFoldersToo     equ     10h
-kTrialBytes     equ     2048            ; two clusters on a disk of 2.88 MB, more on a smaller one
+kTrialBytes     equ     2048            ; two clusters at least on every floppy
 kNoMoreFiles    equ     12h
 kFileNotFound   equ     2
 

@@ -1,5 +1,5 @@
 #pragma once
-// How velbooter.exe says to the velbooter.com that has started it which image it has built. Both know the
+// How velbooter.exe reports the image that it has built to the velbooter.com that started it. Both know the
 // number of the process, so it is in the name of the memory that they share; without a velbooter.com there is
 // none, and nothing is reported.
 

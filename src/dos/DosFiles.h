@@ -17,8 +17,9 @@ bool VerifyDOSFiles(const ApplicationPaths& paths, Desktop& desktop, bool showEr
 /// program (ProgramEnd).
 void CheckDOSFiles(const ApplicationPaths& paths, Desktop& desktop, FrmWait& wait, CommonDialog& cdDialog);
 
-/// Rebuilds the folder files\dos, the source of the dos module, from its pristine copy files\dos_files.
-/// Returns the result of the last copy: false after Abort.
+/// Rebuilds the folder files\dos, the source of the dos module, from its pristine copy files\dos_files. After
+/// a failed copy the user is asked (Abort, Retry, Ignore). Returns false when the last of its four copies was
+/// aborted; an Abort of an earlier one does not count.
 bool RefreshDosModuleFolder(const ApplicationPaths& paths, Desktop& desktop);
 
 }  // namespace velbooter

@@ -1,6 +1,6 @@
 #pragma once
 // Drivers.ini, the working selection of drivers: one section for each group and one key for each driver, "1"
-// to include it and "0" to leave it out. NetworkLists reads the NDIS section besides.
+// to include it and "0" to leave it out. NetworkLists, too, reads the section of the NDIS drivers.
 
 #include <cstdint>
 #include <optional>
@@ -19,12 +19,13 @@ bool IsGroupEnabled(const FrmWizard& wizard, const DriverGroup& group);
 
 /// Writes, for every driver of the folder drivers\<group>, the key <its name> = `value` into the
 /// section [<group>] of `indexFile`, a file name relative to the application folder. Without that folder
-/// nothing is written.
+/// nothing is written. Raises RuntimeError when the folder cannot be read.
 void IndexDriverGroup(const ApplicationPaths& paths, Desktop& desktop, const std::string& indexFile,
                       const std::string& group, int value);
 
 /// Recreates Drivers.ini with "1" for every driver in the store. Without any driver an empty file is created,
-/// because the build still reads it. Raises RuntimeError when the old one cannot be deleted.
+/// because the build still reads it. Raises RuntimeError when the old one cannot be deleted, a driver folder
+/// cannot be read or the empty file cannot be created.
 void RenewDriverIndex(const ApplicationPaths& paths, Desktop& desktop);
 
 /// Narrows the group `group` (its section's name) of Drivers.ini to the drivers that the

@@ -37,12 +37,14 @@ bool HasDriverFolder(const ApplicationPaths& paths, const DriverGroup& group);
 
 /// Extracts the members that match `pattern` from a driver cabinet into the application folder, overwriting.
 /// `cabinet` is relative to the folder drivers ("ndis\E100B.cab"). The result shows only in the files that
-/// exist afterwards. Leaves the application folder as the current folder.
+/// exist afterwards. Leaves the application folder as the current folder; raises RuntimeError when it cannot
+/// be made current.
 void ExtractFromDriver(const ApplicationPaths& paths, Desktop& desktop, const std::string& cabinet,
                        const std::string& pattern);
 
 /// Returns the description of the driver in drivers\`folder`\`cabinetFile`: the first line of the member
-/// `descriptionFile` from its 14th character on, trimmed, or a text that says what is wrong with it.
+/// `descriptionFile` from its 14th character on, trimmed, or a text that says what is wrong with it. Raises
+/// RuntimeError as ExtractFromDriver does, and when the extracted text cannot be read or deleted.
 std::string DriverDescription(const ApplicationPaths& paths, Desktop& desktop, const std::string& folder,
                               const std::string& cabinetFile, const std::string& descriptionFile);
 

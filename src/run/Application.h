@@ -1,7 +1,7 @@
 #pragma once
 // What one run of the program shares. There are no globals: two applications can exist in one process. Only
-// the start and the wizard take the whole of it; a step takes the parts that it works on. Everything runs on
-// the program's one thread.
+// the start, the wizard, and what ends a run or shows the help take the whole of it; any other step takes the
+// parts that it works on. Everything runs on the program's one thread.
 
 #include <cstdint>
 #include <random>

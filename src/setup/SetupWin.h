@@ -22,7 +22,8 @@ enum SetupInfType : std::int16_t {
 /// reports a failed packing. Raises RuntimeError when a template is missing or a file cannot be written.
 void CreateSetupInf(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard);
 
-/// Writes the setup page's data into the answer file `infFile`, a path relative to the application folder.
+/// Writes the setup page's data into the answer file `infFile`, a path relative to the application folder, as
+/// its kind `infType` (SetupInfType) needs them. A failure to write is not reported.
 void ProcessSetupInfFile(const ApplicationPaths& paths, FrmWizard& wizard, const std::string& infFile,
                          std::int16_t infType);
 

@@ -9,8 +9,9 @@
 namespace velbooter {
 
 /// Creates a fresh Drivers.ini that lists every driver cabinet with 1, sets the default target, rebuilds
-/// files\dos and fills the tree cabs with the base files. Check RunEnded afterwards: when the user aborts a
-/// copy, InitApp calls CancelApp. Raises RuntimeError when Drivers.ini cannot be deleted or created.
+/// files\dos and fills the tree cabs with the base files. Check RunEnded afterwards: when the user aborts the
+/// copy of the base files, InitApp calls CancelApp; an aborted copy to files\dos does not end the run. Raises
+/// RuntimeError when Drivers.ini cannot be deleted or created, or when a driver folder cannot be read.
 void InitApp(Application& app);
 
 /// Runs the build steps in their order, shows each step's progress, and cleans up the application folder.

@@ -11,7 +11,7 @@ namespace velbooter {
 void ChkASPI_Click(Application& app);
 void ChkNDIS_Click(Application& app);
 
-/// The clicks on the two buttons: show the selection and load it.
+/// The clicks on the two buttons: show the selection and load it. Raise RuntimeError when that fails.
 void CmdSelASPI_Click(Application& app);
 void CmdSelNDIS_Click(Application& app);
 

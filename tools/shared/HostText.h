@@ -23,9 +23,9 @@ std::string Utf8FromPath(const std::filesystem::path& path);
 std::u16string FoldedName(const std::string& name);
 
 /// Returns a form of `path` whose length Windows does not limit (absolute, with the prefix for long paths);
-/// names may be appended to it. On POSIX the path itself. The functions below apply it themselves; a path
-/// that is handed to the standard library needs it. A path that Windows cannot complete comes back
-/// unchanged.
+/// names may be appended to it. On POSIX the path itself. HostFiles.h, InputFile.h and PartFile.h apply it
+/// themselves; a path that is handed to the standard library needs it. A path that Windows cannot complete
+/// comes back unchanged.
 std::filesystem::path LongPath(const std::filesystem::path& path);
 
 /// Returns the system's own text for one of its error numbers (errno, or what GetLastError returns), in the

@@ -10,7 +10,8 @@
 namespace velbooter {
 
 /// Fills LstFiles with every file under cabs, as paths relative to it, IO.SYS, MSDOS.SYS and COMMAND.COM
-/// first whether or not the tree holds them, and selects every entry.
+/// first whether or not the tree holds them, and selects every entry. Raises RuntimeError when a folder
+/// cannot be read.
 void FillInitialList(const ApplicationPaths& paths, Desktop& desktop, FrmWizard& wizard);
 
 /// Lists one folder of the walk: appends its files that match `pattern` to LstFiles and inserts its
