@@ -1,6 +1,6 @@
 #pragma once
 // Everything that can keep a cabinet from being unpacked, with the exit code of the program and the end of
-// its line. docs/unpack.md lists the codes.
+// its line. docs/unpack.md lists the codes. A function that returns a Fault returns None when it succeeds.
 
 #include <stdint.h>
 

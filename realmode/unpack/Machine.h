@@ -40,11 +40,11 @@ struct FileStamp {
 /// The folder that receives the files. Names are relative to it, checked, and have backslashes.
 class TargetFolder {
  public:
-    /// Makes a folder; no fault when it is there. Those above it exist.
+    /// Creates a folder, whose parent exists; no fault when it is there already.
     virtual Fault MakeFolder(const char* name) = 0;
     /// Creates a file, in the place of an existing one, and says so to the user.
     virtual Fault Create(const char* name) = 0;
-    /// Writes to the file that was created last.
+    /// Appends the bytes [at, at + count) of `from` to the file that was created last.
     virtual Fault Write(FarBytes from, uint32_t at, uint32_t count) = 0;
     /// Completes that file.
     virtual Fault Finish(const FileStamp& stamp) = 0;
@@ -60,12 +60,13 @@ class Memory {
  public:
     /// False when there are not as many bytes, at most 64 KB, in one piece.
     virtual bool Allocate(uint32_t bytes, FarBytes& memory) = 0;
-    /// Gives a store of that many frames outside the memory that a program reaches; false when there is none.
+    /// Gives a store of that many frames, numbered from 0, outside the memory that a program reaches; false
+    /// when there is none.
     virtual bool AllocateStore(uint32_t frames) = 0;
     /// Copies a whole frame to the store; false when the store fails.
     virtual bool PutInStore(uint32_t frame, FarBytes from) = 0;
-    /// Brings `count` bytes of a frame, at most kMaxMatchBytes, from the store. Returns where they lie until
-    /// the next call; nullptr when the store fails.
+    /// Brings `count` bytes of a frame, at most kMaxMatchBytes, from its place `at` on, out of the store.
+    /// Returns where they are until the next call; nullptr when the store fails.
     virtual const uint8_t* GetFromStore(uint32_t frame, uint32_t at, uint32_t count) = 0;
 
  protected:

@@ -15,7 +15,7 @@ void CmdNext_Click(Application& app);
 void CmdBack_Click(Application& app);
 
 /// The click on Finish: runs the build and shows the final page; when a run has already ended, ends the
-/// program (ProgramEnd).
+/// program (ProgramEnd). Raises RuntimeError when a step of the build does.
 void CmdFinish_Click(Application& app);
 
 /// The click on Help: shows the current page's topic.

@@ -37,7 +37,7 @@ void RunParser(const Parse& parse) {
         parse();
     } catch (const tools::ToolError& error) {
         Require(error.Code == tools::ExitCode::WrongCall, "what cannot be understood is a wrong call");
-        Require(*error.what() != 0, "a wrong call is told");
+        Require(*error.what() != 0, "a wrong call is reported");
     }
 }
 

@@ -29,10 +29,11 @@ struct Registers {
 };
 
 extern "C" {
+/// Calls DOS (INT 21h).
 void CallDos(Registers& registers);
-/// Only after FindXms.
+/// Calls the XMS driver, which FindXms must have found. Carry means nothing then.
 void CallXms(Registers& registers);
-/// Whether there is an XMS driver.
+/// Returns whether there is an XMS driver, and keeps its address for CallXms.
 bool FindXms();
 /// Handlers of interrupts, not to be called.
 void OnBreak();

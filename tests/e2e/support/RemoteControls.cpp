@@ -84,7 +84,7 @@ SIZE TextSizeOf(HWND control, TextLook look) {
         answer = reinterpret_cast<INT_PTR>(::GetPropA(control, kTextSizeProperty));
         return answer != 0;
     };
-    if (!Eventually(isTold)) throw HarnessFailure("the spy did not tell the size of a text");
+    if (!Eventually(isTold)) throw HarnessFailure("the spy did not report the size of a text");
     return {LOWORD(answer - 1), HIWORD(answer - 1)};
 }
 

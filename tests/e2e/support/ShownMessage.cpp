@@ -45,7 +45,7 @@ Picture AskForPictureOf(HWND box) {
         answer = reinterpret_cast<INT_PTR>(::GetPropA(box, kPictureProperty));
         return answer != 0;
     };
-    if (!Eventually(isTold)) throw HarnessFailure("the spy did not tell the picture of a message box");
+    if (!Eventually(isTold)) throw HarnessFailure("the spy did not report the picture of a message box");
     return static_cast<Picture>(answer - 1);
 }
 

@@ -125,7 +125,7 @@ class Reader {
             table_.push_back((cluster % 2 == 0 ? pair : pair >> 4) & 0xFFF);
         }
         for (std::size_t at = 512 + (table_.size() * 3 + 1) / 2; at < 512 + fatBytes_; ++at)
-            Require(bytes_[at] == 0, "bytes behind the end of the table");
+            Require(bytes_[at] == 0, "bytes after the end of the table");
     }
 
     std::vector<std::uint32_t> Chain(std::uint32_t first, const std::string& path) {
@@ -187,7 +187,7 @@ class Reader {
             const std::uint8_t* const raw = directory.Table.data() + at;
             if (isEnded || raw[0] == 0) {
                 Require(std::all_of(raw, raw + 32, [](std::uint8_t byte) { return byte == 0; }),
-                        directory.Prefix + ": entries behind the end");
+                        directory.Prefix + ": entries after the end");
                 isEnded = true;
                 continue;
             }
@@ -253,7 +253,7 @@ class Reader {
         entry.Content = Bytes(entry.Clusters);
         Require(std::all_of(entry.Content.begin() + entry.Size, entry.Content.end(),
                             [](auto byte) { return byte == 0; }),
-                entry.Path + ": bytes behind the end of the file");
+                entry.Path + ": bytes after the end of the file");
         entry.Content.resize(entry.Size);
         result_.Entries.push_back(std::move(entry));
     }

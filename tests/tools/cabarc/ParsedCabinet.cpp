@@ -27,7 +27,7 @@ class Cursor {
         return value;
     }
     std::uint8_t Byte() {
-        Require(at_ < bytes_.size(), "no record ends behind the cabinet");
+        Require(at_ < bytes_.size(), "no record ends after the cabinet");
         return bytes_[at_++];
     }
     std::string Text() {
