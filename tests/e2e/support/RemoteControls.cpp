@@ -80,11 +80,11 @@ SIZE TextSizeOf(HWND control, TextLook look) {
     ::RemovePropA(control, kTextSizeProperty);
     ::SendNotifyMessageA(control, ::RegisterWindowMessageA(kAskForTextSize), static_cast<WPARAM>(look), 0);
     INT_PTR answer = 0;
-    const auto isTold = [&] {
+    const auto hasReported = [&] {
         answer = reinterpret_cast<INT_PTR>(::GetPropA(control, kTextSizeProperty));
         return answer != 0;
     };
-    if (!Eventually(isTold)) throw HarnessFailure("the spy did not report the size of a text");
+    if (!Eventually(hasReported)) throw HarnessFailure("the spy did not report the size of a text");
     return {LOWORD(answer - 1), HIWORD(answer - 1)};
 }
 

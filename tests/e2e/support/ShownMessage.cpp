@@ -41,11 +41,11 @@ std::vector<WindowInfo> ButtonsOf(HWND box) {
 Picture AskForPictureOf(HWND box) {
     ::SendNotifyMessageA(box, ::RegisterWindowMessageA(kAskForPicture), 0, 0);
     INT_PTR answer = 0;
-    const auto isTold = [&] {
+    const auto hasReported = [&] {
         answer = reinterpret_cast<INT_PTR>(::GetPropA(box, kPictureProperty));
         return answer != 0;
     };
-    if (!Eventually(isTold)) throw HarnessFailure("the spy did not report the picture of a message box");
+    if (!Eventually(hasReported)) throw HarnessFailure("the spy did not report the picture of a message box");
     return static_cast<Picture>(answer - 1);
 }
 
