@@ -5,8 +5,7 @@
 ; The name is the one under which it was started: a program's from its environment (DOS 3.0 or later, otherwise the line begins
 ; with "This program"), a driver's from its line of CONFIG.SYS. A program writes the line to the error output and ends with
 ; code 255, so that no batch file takes its work for done, nor, under the name of CHOICE, an answer for given: that is also
-; CHOICE's code for an error. A driver shows it while CONFIG.SYS is read and takes no memory and no
-; letter.
+; CHOICE's code for an error. A driver shows it while CONFIG.SYS is read and takes no memory and no letter.
 ;
 ; One file serves for both, and under any extension: DOS goes by the "MZ" at its start, and takes what follows the header for a
 ; driver when CONFIG.SYS names it.

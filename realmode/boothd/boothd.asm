@@ -17,8 +17,8 @@
 ;   - What then still leads into the memory of DOS gets the address that it has had in the firmware of every PC.
 ; Other resident programs end with DOS, whatever they have taken.
 ;
-; 8086 instructions only, but for one after a test of the processor. Memory: 1 KB at the end of what DOS gives the program is
-; left when the sector starts, and is free then.
+; 8086 instructions only, except for one after a test of the processor. Memory: the last 1 KB of what DOS gives the program is in
+; use until the sector starts, and free from then on.
 
         cpu     8086
         bits    16

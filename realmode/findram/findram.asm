@@ -3,8 +3,8 @@
 ;   FINDRAM       prints the line "SET RAMD=D:" and ends with the number of the drive: 3 for C:, 4 for D: ...
 ;   FINDRAM /G    the same, and makes that drive the current one
 ;
-; Without a RAM drive it prints nothing, goes nowhere and ends with 0; so it does after any other argument, with a line on the
-; error output. A batch file on a disk that cannot be written gets the letter through the RAM drive itself:
+; Without a RAM drive it prints nothing, changes nothing and ends with 0; so it does after any other argument, with a line on
+; the error output. A batch file on a disk that cannot be written gets the letter through the RAM drive itself:
 ;
 ;   FINDRAM /G >NUL
 ;   IF NOT ERRORLEVEL 1 GOTO NORAM
@@ -12,11 +12,11 @@
 ;   CALL RAMD.BAT
 ;
 ; A RAM drive is one of VELRAM.SYS, known by the name in its driver's header, or else one of the user's RAMDRIVE.SYS, known
-; by the label MS-RAMDRIVE on a drive that has at most 65535 sectors, as that driver's all have. Only C: to Z: are looked
-; at, and of these only drives that DOS calls local and not removable: no floppy and no CD is touched, and nothing is written.
-; A drive that cannot be read is none.
+; by the label MS-RAMDRIVE on a drive that has at most 65535 sectors, as all drives of that driver have. Only C: to Z: are
+; looked at, and of these only drives that DOS calls local and not removable: no floppy and no CD is touched, and nothing is
+; written. A drive that cannot be read is none.
 ;
-; 8086 instructions only, DOS 3.1 or later. Memory: the 64 KB that DOS gives a .COM program are not left.
+; 8086 instructions only, DOS 3.1 or later. Memory: nothing beyond the 64 KB that DOS gives a .COM program.
 
         cpu     8086
         bits    16

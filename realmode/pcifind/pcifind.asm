@@ -16,7 +16,7 @@
 ;   3  the map cannot be read
 ;   4  other arguments than these
 ;
-; 8086 instructions only. Memory: the 64 KB that DOS gives a .COM program are not left.
+; 8086 instructions only. Memory: nothing beyond the 64 KB that DOS gives a .COM program.
 
         cpu     8086
         bits    16

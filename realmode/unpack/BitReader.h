@@ -1,7 +1,7 @@
 #pragma once
 // The bits of a packed frame. LZX has them in 16-bit words, the highest bit of each first. Deflate has them
-// in bytes, the lowest bit first; these are turned round while reading, so that the codes of both are read in
-// one way. Numbers of deflate then come out turned round, too: ReadTurned mends that.
+// in bytes, the lowest bit first; these are reversed while reading, so that the codes of both are read in one
+// way. Numbers of deflate then come out reversed, too; ReadTurned puts them right.
 
 #include <stdint.h>
 

@@ -8,10 +8,10 @@
 ;   WHICHDRV HD        the first hard disk drive that DOS can read: neither a RAM drive nor a CD nor a network drive
 ;
 ; Without such a drive it ends with 0; so it does after any other argument, with a line on the error output. CD-ROM drives are
-; those that MSCDEX or another program with its interface names (INT 2Fh, functions 1500h and 150Dh). A drive that cannot be read
-; or written asks nothing. Without the word WRITE nothing is written.
+; those that MSCDEX or another program with its interface names (INT 2Fh, functions 1500h and 150Dh). DOS does not ask what to do
+; about a drive that cannot be read or written. Without the word WRITE nothing is written.
 ;
-; 8086 instructions only, DOS 3.1 or later. Memory: the 64 KB that DOS gives a .COM program are not left.
+; 8086 instructions only, DOS 3.1 or later. Memory: nothing beyond the 64 KB that DOS gives a .COM program.
 
         cpu     8086
         bits    16

@@ -72,7 +72,7 @@ class Machine:
         return self
 
     def __exit__(self, *exception):
-        # Images are written through by the end, so that they can be compared.
+        # QEMU ends by itself, so that its images are complete before they are compared.
         try:
             self._do('quit')
         except (OSError, EOFError):
@@ -112,7 +112,7 @@ class Machine:
 
     def wait_until(self, condition, what, ticks=0):
         """Looks until `condition()` holds, and has held for so many ticks of the PC's clock, which stands still while the PC does.
-        Timeout, which names `what`, when that is not so in time."""
+        Raises Timeout, which names `what`, when that does not happen in time."""
         end = time.monotonic() + self._limit
         since = None
         while True:
