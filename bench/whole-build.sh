@@ -31,7 +31,9 @@ cd "$work/modules"
 for module in dos keyb; do (cd "$module" && gcab -c -z "$work/tree/LIB/$module.cab" ./*) >/dev/null; done
 cd "$work/tree"
 mformat -C -f 1440 -v VELSTART -i "$work/peer.img" ::
-mcopy -m -Q -s -i "$work/peer.img" IO.SYS MSDOS.SYS COMMAND.COM AUTOEXEC.BAT CONFIG.SYS HIMEM.SYS BIN DEMO LIB ::
+# mcopy keeps the order of its arguments: the system files come first, then everything else.
+shopt -s extglob
+mcopy -m -Q -s -i "$work/peer.img" IO.SYS MSDOS.SYS !(IO.SYS|MSDOS.SYS) ::
 PEER
 
 measure() {

@@ -22,8 +22,10 @@ void Call(HMODULE viewer, HWND owner, const char* file, HelpCommand command, DWO
 void CallHtmlHelp(HWND owner, const std::string& file, HelpCommand command, std::uintptr_t data) {
     // Loaded when it is needed and then kept: the viewer's window lives in this library. By its path: a
     // Windows 7 without updates does not know LOAD_LIBRARY_SEARCH_SYSTEM32.
-    Call(::LoadLibraryExA((GetSystemFolder() + kViewer).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH),
-         owner, file.c_str(), command, data);
+    const std::string folder = GetSystemFolder();
+    if (folder.empty()) return;
+    Call(::LoadLibraryExA((folder + kViewer).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH), owner,
+         file.c_str(), command, data);
 }
 
 void CloseHelp() {
