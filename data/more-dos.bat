@@ -2,7 +2,7 @@
 rem more-dos.bat FOLDER takes further DOS files from a Windows 98 setup CD into the folder dos beside this file:
 rem those that are not among the 25 which the program needs, and that the disks include when they are there.
 rem FOLDER is the folder WIN98 of the CD, or a copy of it. A file that is in dos already stays as it is.
-rem Ends with 0 when dos has one of them then, with 1 when it has none, with 2 when FOLDER is none.
+rem Ends with 0 if dos then has at least one of them, with 1 if it has none, with 2 if FOLDER has no cabinets.
 setlocal
 if "%~1"=="" goto usage
 if not exist "%~1\*.cab" goto nocab
