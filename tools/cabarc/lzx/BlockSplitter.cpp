@@ -92,16 +92,17 @@ class GrowingBlock {
     void Add(const Cell& cell, const EntropyTerms& entropy) {
         // CutIntoCells has used every symbol of a cell as an index of such an array, so the innermost loop
         // needs no check. Its sums are locals, because the compiler must assume that a write to a count
-        // changes a member.
+        // changes a member, and a symbol adds to the sum once, because each addition waits for the one
+        // before.
         std::uint32_t* const countOf = counts_.data();
         std::uint32_t used = used_;
         float symbolSum = symbolSum_;
         for (const SymbolCount& symbol : cell.Symbols) {
             std::uint32_t& count = countOf[symbol.Symbol];
             used += count == 0 ? 1 : 0;
-            symbolSum -= entropy(count);
-            count += symbol.Count;
-            symbolSum += entropy(count);
+            const std::uint32_t grown = count + symbol.Count;
+            symbolSum += entropy(grown) - entropy(count);
+            count = grown;
         }
         used_ = used;
         symbolSum_ = symbolSum;

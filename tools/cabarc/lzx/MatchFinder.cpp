@@ -44,10 +44,16 @@ namespace tools::cabarc::lzx {
 
 namespace {
 
-// The trees are few enough for their roots to stay in the cache, and many enough to be shallow.
-constexpr int kRootHashBits = 17;
+// With half as many trees, searching 3 MB of programs visits 6 % more nodes; with twice as many, 4 % fewer.
+constexpr int kRootHashBits = 18;
 // Bytes under the hash of a tree; shorter strings are not in any.
 constexpr std::uint32_t kTreeBytes = 4;
+
+// A search begins with three cache misses: the root, its node, and the string of that node. They are
+// prefetched while earlier searches run: the root for the string this many bytes ahead, and for a nearer one,
+// whose root has arrived by then, the other two.
+constexpr std::uint32_t kRootAhead = 12;
+constexpr std::uint32_t kNodeAhead = 6;
 
 std::uint32_t Pair(const std::uint8_t* p) {
     return std::uint32_t{p[0]} | (std::uint32_t{p[1]} << 8);
@@ -59,6 +65,11 @@ std::uint32_t Triple(const std::uint8_t* p) {
 
 std::uint32_t Quad(const std::uint8_t* p) {
     return Triple(p) | (std::uint32_t{p[3]} << 24);
+}
+
+// Which tree a string belongs to.
+std::uint32_t TreeOf(const std::uint8_t* p) {
+    return Hash(Quad(p), kRootHashBits);
 }
 
 }  // namespace
@@ -76,6 +87,18 @@ MatchFinder::MatchFinder(int windowBits, SearchLimits limits)
 // The tables have an element for each hash of their bits and the nodes two for each place in the window, so
 // the accesses below need no check of the index: this is one of the two places where packing spends its time.
 
+// Prefetches the memory with which the next searches begin. `limit` is the number of bytes that may be read.
+inline void MatchFinder::PrefetchAhead(std::uint32_t now, const std::uint8_t* current,
+                                       std::uint32_t limit) const {
+    if (limit < kRootAhead + kTreeBytes) return;
+    Prefetch(&roots_.data()[TreeOf(current + kRootAhead)]);
+    const std::uint32_t place = roots_.data()[TreeOf(current + kNodeAhead)];
+    const std::uint32_t offset = now + kNodeAhead - place;
+    if (offset > maxOffset_) return;
+    Prefetch(&nodes_.get()[std::size_t{2} * (place & (windowSize_ - 1))]);
+    Prefetch(current + kNodeAhead - offset);
+}
+
 // Enters the current string as the root of its tree. `best` is the length that a match must exceed to be
 // reported, `limit` the bytes that are compared. `smaller` and `greater` are the open ends of the two halves:
 // the links to be set by the next node that is less, or greater, than the current string.
@@ -84,9 +107,10 @@ void MatchFinder::Walk(std::uint32_t now, const std::uint8_t* current, std::uint
                        std::uint32_t best, const Report& report) {
     const std::uint32_t mask = windowSize_ - 1;
     std::uint32_t* const nodes = nodes_.get();
-    std::uint32_t& root = roots_.data()[Hash(Quad(current), kRootHashBits)];
+    std::uint32_t& root = roots_.data()[TreeOf(current)];
     std::uint32_t place = root;
     root = now;
+    PrefetchAhead(now, current, limit);
     std::uint32_t* smaller = &nodes[std::size_t{2} * (now & mask)];
     std::uint32_t* greater = smaller + 1;
     std::uint32_t smallerPrefix = 0;

@@ -76,6 +76,7 @@ class MatchFinder {
     void Skip(std::uint32_t position, const std::uint8_t* current, std::uint32_t available);
 
  private:
+    void PrefetchAhead(std::uint32_t now, const std::uint8_t* current, std::uint32_t limit) const;
     template <typename Report>
     void Walk(std::uint32_t now, const std::uint8_t* current, std::uint32_t limit, std::uint32_t best,
               const Report& report);

@@ -65,6 +65,18 @@ inline void OptimalParser::Offer(std::uint32_t to, std::uint64_t price, Item ite
     node = std::min(node, (price << 32) | item.Packed());
 }
 
+// Offers a match in all lengths from `shortest` to `longest`, at `base` and the prices of `row`. This is
+// where the parser spends its time. The length takes the lowest bits of an item and the price those above the
+// item, so each offer is the sum of what all lengths share, the length and its price.
+inline void OptimalParser::OfferLengths(std::uint32_t from, std::uint64_t base, const std::uint16_t* row,
+                                        std::uint32_t shortest, std::uint32_t longest,
+                                        std::uint32_t formatted) {
+    std::uint64_t* const nodes = &NodeAt(from);
+    const std::uint64_t shared = (base << 32) | Item::Match(0, formatted).Packed();
+    for (std::size_t l = shortest; l <= longest; ++l)
+        nodes[l] = std::min(nodes[l], shared + l + (std::uint64_t{row[l - kMinMatch]} << 32));
+}
+
 // Offers `match`, whose end has the given price, with the literal after it and the same offset again.
 inline void OptimalParser::OfferChain(const Start& start, Item match, std::uint32_t offset,
                                       std::uint64_t price, const Prices& prices) {
@@ -98,8 +110,7 @@ inline std::uint32_t OptimalParser::OfferRecent(const Start& start, std::uint64_
             Offer(start.Node + length, end, Item::Match(length, repeat));
             return length;
         }
-        for (std::uint32_t l = kMinMatch; l <= length; ++l)
-            Offer(start.Node + l, start.Price + row[l - kMinMatch], Item::Match(l, repeat));
+        OfferLengths(start.Node, start.Price, row, kMinMatch, length, repeat);
         OfferChain(start, Item::Match(length, repeat), offset, end, prices);
     }
     return 0;
@@ -126,8 +137,7 @@ inline std::uint32_t OptimalParser::Expand(const Start& start, std::span<const M
             Offer(start.Node + length, end, Item::Match(length, formatted));
             return length;
         }
-        for (std::uint32_t l = shortest; l <= length; ++l)
-            Offer(start.Node + l, base + row[l - kMinMatch], Item::Match(l, formatted));
+        OfferLengths(start.Node, base, row, shortest, length, formatted);
         OfferChain(start, Item::Match(length, formatted), match.Offset(), end, prices);
         shortest = length + 1;
     }

@@ -65,6 +65,8 @@ class OptimalParser {
     RecentOffsets& RecentAt(std::uint32_t node) { return recentAt_.data()[node % kRecentRing]; }
 
     void Offer(std::uint32_t to, std::uint64_t price, Item item);
+    void OfferLengths(std::uint32_t from, std::uint64_t base, const std::uint16_t* row,
+                      std::uint32_t shortest, std::uint32_t longest, std::uint32_t formatted);
     void OfferChain(const Start& start, Item match, std::uint32_t offset, std::uint64_t price,
                     const Prices& prices);
     std::uint32_t OfferRecent(const Start& start, std::uint64_t history, const Prices& prices);

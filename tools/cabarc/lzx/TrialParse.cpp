@@ -27,6 +27,8 @@ namespace {
 // modules hardly shows; with four, no more shows than with two.
 constexpr std::size_t kPlaces = 2;
 constexpr int kPlaceHashBits = 16;
+// How many bytes ahead the places of a string are prefetched.
+constexpr std::uint32_t kAhead = 16;
 // A match of three bytes from farther away costs about as much as three literals.
 constexpr std::uint32_t kFarthestTriple = 8192;
 // From this length on a match is not weighed against one that starts a byte later.
@@ -113,6 +115,7 @@ class TrialParse {
     Candidate Look(std::uint32_t i) {
         Candidate best;
         if (i + 4 > size_) return best;
+        if (i + kAhead + 4 <= size_) Prefetch(&PlacesOf(GetU32(bytes_.data() + i + kAhead)));
         for (std::uint32_t repeat = 0; repeat < kRecentOffsets; ++repeat) {
             const std::uint32_t offset = recent_.Offsets[repeat];
             if (offset > i) continue;
@@ -120,7 +123,7 @@ class TrialParse {
             if (length >= 3) Improve(best, length, repeat, kRepeatPrice + static_cast<int>(repeat));
         }
         const std::uint32_t quad = GetU32(bytes_.data() + i);
-        auto& places = places_.data()[Hash(quad, kPlaceHashBits)];
+        Places& places = PlacesOf(quad);
         for (const std::uint32_t place : places) Try(best, i, place, MaxOffset(kMaxWindowBits), 4);
         std::uint32_t& triple = triples_.data()[Hash(quad << 8, kTripleHashBits)];
         if (best.Length < 4) Try(best, i, triple, kFarthestTriple, 3);
@@ -130,9 +133,12 @@ class TrialParse {
         return best;
     }
 
+    using Places = std::array<std::uint32_t, kPlaces>;  // position + 1, newest first
+    Places& PlacesOf(std::uint32_t quad) { return places_.data()[Hash(quad, kPlaceHashBits)]; }
+
     std::span<const std::uint8_t> bytes_;
     std::uint32_t size_;
-    std::vector<std::array<std::uint32_t, kPlaces>> places_;  // position + 1, newest first
+    std::vector<Places> places_;
     std::vector<std::uint32_t> triples_;
     RecentOffsets recent_;
     EntropyTerms entropy_;
