@@ -4,13 +4,18 @@ rem DSKA0000.IMG, DSKA0001.IMG and so on in the order of the catalogue, the name
 rem Prints a line for each disk; with NUMBERED the same lines are in FOLDER\disks.txt.
 rem Ends with 0 when every disk was built, with 1 when one was not, with 2 when the call is wrong.
 setlocal
+set "app=%~dp0"
 if "%~1"=="" goto usage
 set type=144
 set numbered=
+set wrong=
 for %%A in (%2 %3) do call :option %%A
 if defined wrong goto usage
 set "folder=%~f1"
-if not exist "%~dp0files\disklist.ini" goto nolist
+rem The program takes a target without a drive letter for one in its own folder.
+if not "%folder:~1,1%"==":" goto noletter
+if "%folder:~-1%"=="\" set "folder=%folder:~0,-1%"
+if not exist "%app%files\disklist.ini" goto nolist
 if not exist "%folder%\." mkdir "%folder%"
 if not exist "%folder%\." goto nofolder
 if defined numbered type nul >"%folder%\disks.txt"
@@ -18,7 +23,9 @@ set number=0
 set built=0
 set failed=0
 call :build custom
-for /f "usebackq tokens=1,* delims==" %%K in ("%~dp0files\disklist.ini") do if /i "%%K"=="Name" call :build %%L
+call :read Disks_List Count
+set /a count=value
+for /l %%N in (1,1,%count%) do call :disk %%N
 echo %built% built, %failed% not built
 if not %failed%==0 exit /b 1
 exit /b 0
@@ -33,6 +40,24 @@ goto :eof
 set type=%1
 goto :eof
 
+rem read SECTION KEY: sets value to that of the catalogue, or to nothing
+:read
+set value=
+set section=
+for /f "usebackq tokens=1,2 delims== " %%K in ("%app%files\disklist.ini") do call :row "%%K" "%%L" %1 %2
+goto :eof
+:row
+set "key=%~1"
+if "%key:~0,1%"=="[" set "section=%key%"
+if /i "%section%"=="[%3]" if /i "%key%"=="%4" if not defined value set "value=%~2"
+goto :eof
+
+rem disk NUMBER
+:disk
+call :read %1 Name
+if defined value call :build %value%
+goto :eof
+
 rem build NAME
 :build
 set image=%1.img
@@ -41,8 +66,10 @@ set image=000%number%
 set image=DSKA%image:~-4%.IMG
 :name
 set /a number=number+1
-"%~dp0velbooter.com" -t %type% %1 %folder%\%image% >nul 2>nul
-set code=%errorlevel%
+rem The target cannot be quoted, and in this form a folder may have any character.
+setlocal enabledelayedexpansion
+"!app!velbooter.com" -t %type% %1 !folder!\%image% >nul 2>nul
+endlocal & set code=%errorlevel%
 if %code%==0 goto good
 set /a failed=failed+1
 set line=%image%  %1  not built, exit code %code%
@@ -59,7 +86,10 @@ goto :eof
 echo There is no catalogue files\disklist.ini beside this file.
 exit /b 2
 :nofolder
-echo The folder %folder% cannot be created.
+echo The folder "%folder%" cannot be created.
+exit /b 2
+:noletter
+echo The folder "%folder%" is not on a drive with a letter.
 exit /b 2
 :usage
 echo Usage: buildall.bat FOLDER [144 or 288] [NUMBERED]

@@ -31,15 +31,19 @@ expect_images() {
         fail "$folder holds other images"
 }
 
+# Section 3 is not counted: its disk does not belong to the catalogue any more.
 printf '[Disks_List]\r\nCount=2\r\n\r\n[0]\r\nfile=a.img\r\naspi=0\r\nndis=0\r\nnetw=0\r\n' >"$application/files/disklist.ini"
-for number in 1 2; do
-    name=minimal
-    [ "$number" = 1 ] || name=flash
+for number in 1 2 3; do
+    names=(custom minimal flash network)
+    name=${names[number]}
     printf '\r\n[%s]\r\nName=%s\r\nDesc=A disk\r\nIcon=1\r\nfile=b.img\r\naspi=0\r\nndis=0\r\nnetw=0\r\n' "$number" "$name"
 done >>"$application/files/disklist.ini"
 
 build 2 ''
 build 2 'out 360'
+build 2 '\\server\share'
+expect_lines 'The folder "\\server\share" is not on a drive with a letter.'
+[ ! -e "$application/server" ] || fail 'a share became a folder of the program'
 build 0 'out'
 expect_lines 'custom.img  custom' 'minimal.img  minimal' 'flash.img  flash' '3 built, 0 not built'
 expect_images out 1474560 custom.img minimal.img flash.img
@@ -51,6 +55,12 @@ expect_end 0 "$root/demo/build-all.sh" -a "$application" usb 288 NUMBERED
 expect_lines 'DSKA0000.IMG  custom' 'DSKA0001.IMG  minimal' 'DSKA0002.IMG  flash'
 expect_images usb 2949120 DSKA0000.IMG DSKA0001.IMG DSKA0002.IMG
 diff <(head -n 3 "$scratch/build-all.log") "$application/usb/disks.txt" >&2 || fail 'disks.txt has other lines'
+
+# cmd takes the ampersand of an unquoted word for the end of a command. The call is in a batch file, because Wine's cmd does not
+# read quotes inside the command of /c as Windows does.
+printf 'call buildall.bat "out & about"\r\n' >"$application/ampersand.bat"
+expect_end 0 "$root/scripts/with-display.sh" "$root/scripts/wine.sh" cmd /c '.\ampersand.bat'
+expect_images 'out & about' 1474560 custom.img minimal.img flash.img
 
 # A folder in the place of an image: that disk fails, the others are built.
 rm -r "$application/out"
