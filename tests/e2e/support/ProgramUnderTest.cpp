@@ -83,8 +83,10 @@ HWND ProgramUnderTest::FileDialog() {
 }
 
 HWND ProgramUnderTest::DriverSelection() {
+    selection_ = nullptr;
     const HWND window = NextDialog();
     if (TextOf(window) != "Select Drivers") Fail("another window came where the driver selection was due");
+    selection_ = window;
     return window;
 }
 
@@ -167,7 +169,8 @@ HWND ProgramUnderTest::Look(Dialogs dialogs) {
         if (!window.Visible) continue;
         const bool isExpected =
             (showsWizard_ && window.Class == "FrmWizard") || (showsHelp_ && window.Class == "HH Parent");
-        if (isExpected) continue;
+        // After its OK the selection stays visible until the program has done what the click asks for.
+        if (isExpected || window.Handle == selection_) continue;
         if (window.Class == "FrmWait") {
             sawWaitWindow_ = true;
         } else if (window.Class == "#32770" && dialogs == Dialogs::Allowed) {

@@ -46,7 +46,7 @@ class ProgramUnderTest {
     /// Waits for the dialog that asks for a file.
     HWND FileDialog();
 
-    /// Waits for the driver selection.
+    /// Waits for the driver selection, which may be open from then on.
     HWND DriverSelection();
 
     /// Waits for the wizard, which a program without arguments shows.
@@ -104,7 +104,8 @@ class ProgramUnderTest {
     std::string statusFile_;
     PROCESS_INFORMATION process_{};
     HHOOK spy_ = nullptr;
-    HWND box_ = nullptr;  ///< the message box that was read and not yet answered
+    HWND box_ = nullptr;        ///< the message box that was read and not yet answered
+    HWND selection_ = nullptr;  ///< the driver selection that was last waited for
     bool showsWizard_ = false;
     bool showsHelp_ = false;
     bool sawWaitWindow_ = false;
