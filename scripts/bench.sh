@@ -94,7 +94,7 @@ for set in "$corpus"/s?_*/; do
     # In turns: whatever else the machine does for a while slows both.
     for _ in 1 2 3 4 5 6 7; do
         cpu_once "${lzx[@]}" >&3
-        "$work/reference-codec" "$set.cat" 100 1 >&4
+        "$work/reference-codec" "$set.cat" 100 >&4
     done 3>"$work/lzx.times" 4>"$work/codec.times"
     v[lzxTime]=$(lowest <"$work/lzx.times")
     v[codec]=$(head -n 1 "$work/codec.times" | cut -d ' ' -f 1)

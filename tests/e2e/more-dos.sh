@@ -5,6 +5,8 @@ set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=tests/e2e/common.sh
 . "$here/common.sh"
+# shellcheck source=scripts/wine-path.sh
+. "$root/scripts/wine-path.sh"
 copy_application "$1"
 system=$scratch/system
 mkdir -p "$system/System32" "$scratch/cd" "$scratch/program"
@@ -28,7 +30,7 @@ take() {
     local status=0
     # Wine's cmd takes a name that begins with one of its commands for that command.
     (cd "$scratch/program" && timeout 200 "$root/scripts/wine.sh" cmd /c \
-        "set SystemRoot=Z:${system//\//\\}&& .\\more-dos.bat $2") >"$scratch/more-dos.log" 2>&1 </dev/null || status=$?
+        "set SystemRoot=$(wine_path "$system")&& .\\more-dos.bat $2") >"$scratch/more-dos.log" 2>&1 </dev/null || status=$?
     [ "$status" = "$1" ] || fail "more-dos.bat $2 ended with $status, not $1: $(cat "$scratch/more-dos.log")"
 }
 expect_files() {

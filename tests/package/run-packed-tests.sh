@@ -9,6 +9,8 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 . "$root/tests/package/common.sh"
 # shellcheck source=scripts/wine-environment.sh
 . "$root/scripts/wine-environment.sh"
+# shellcheck source=scripts/wine-path.sh
+. "$root/scripts/wine-path.sh"
 build=$1
 architecture=$2
 make_scratch
@@ -49,7 +51,7 @@ run() {
     local expected=$1 status=0
     shift
     rm -f "$folder/report.txt"
-    (cd / && "$root/scripts/wine.sh" cmd /c call "Z:${folder//\//\\}\\run-tests.bat" "$@" </dev/null >"$scratch/shown" 2>&1) ||
+    (cd / && "$root/scripts/wine.sh" cmd /c call "$(wine_path "$folder/run-tests.bat")" "$@" </dev/null >"$scratch/shown" 2>&1) ||
         status=$?
     tr -d '\r' <"$scratch/shown" >"$scratch/lines"
     if [ -f "$folder/report.txt" ]; then tr -d "\r" <"$folder/report.txt"; fi >"$scratch/report"
@@ -62,7 +64,7 @@ run() {
 look_outside() {
     find "$WINEPREFIX/drive_c" -path "$WINEPREFIX/drive_c/windows" -prune -o -printf '%P %s %T@\n' | sort
     find "$WINEPREFIX/drive_c/windows" -printf '%P %s\n' | sort
-    "$root/scripts/wine.sh" reg export HKCU "Z:${scratch//\//\\}\\user.reg" /y </dev/null >"$scratch/export" 2>&1 ||
+    "$root/scripts/wine.sh" reg export HKCU "$(wine_path "$scratch/user.reg")" /y </dev/null >"$scratch/export" 2>&1 ||
         fail "no registry: $(cat "$scratch/export")"
     iconv -f utf-16 -t utf-8 "$scratch/user.reg" |
         awk '/^\[/ { of_wine = index($0, "[HKEY_CURRENT_USER\\Software\\Wine\\") == 1 } !of_wine'

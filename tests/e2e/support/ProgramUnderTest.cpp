@@ -83,14 +83,15 @@ HWND ProgramUnderTest::FileDialog() {
 }
 
 HWND ProgramUnderTest::DriverSelection() {
-    selection_ = nullptr;
-    const HWND window = NextDialog();
-    if (TextOf(window) != "Select Drivers") Fail("another window came where the driver selection was due");
-    selection_ = window;
-    return window;
+    selection_ = NextDialog();
+    if (TextOf(selection_) != "Select Drivers")
+        Fail("another window came where the driver selection was due");
+    return selection_;
 }
 
 DWORD ProgramUnderTest::ExitCode() {
+    // The click on its OK was posted, so the selection may still be there; it must not stay.
+    if (selection_ != nullptr) WaitUntilHidden(selection_);
     const auto end = steady_clock::now() + kPatience;
     while (::WaitForSingleObject(process_.hProcess, kStep) == WAIT_TIMEOUT) {
         Look(Dialogs::Refused);
@@ -169,8 +170,7 @@ HWND ProgramUnderTest::Look(Dialogs dialogs) {
         if (!window.Visible) continue;
         const bool isExpected =
             (showsWizard_ && window.Class == "FrmWizard") || (showsHelp_ && window.Class == "HH Parent");
-        // After its OK the selection stays visible until the program has done what the click asks for.
-        if (isExpected || window.Handle == selection_) continue;
+        if (isExpected) continue;
         if (window.Class == "FrmWait") {
             sawWaitWindow_ = true;
         } else if (window.Class == "#32770" && dialogs == Dialogs::Allowed) {

@@ -46,7 +46,7 @@ class ProgramUnderTest {
     /// Waits for the dialog that asks for a file.
     HWND FileDialog();
 
-    /// Waits for the driver selection, which may be open from then on.
+    /// Waits for the driver selection.
     HWND DriverSelection();
 
     /// Waits for the wizard, which a program without arguments shows.
@@ -68,8 +68,8 @@ class ProgramUnderTest {
     /// Waits until `window` is gone.
     void WaitUntilGone(HWND window);
 
-    /// Waits for the program's end and returns its exit code. Throws HarnessFailure when it shows a dialog
-    /// instead.
+    /// Waits until the driver selection, if there was one, is hidden, then for the program's end, and returns
+    /// its exit code. Throws HarnessFailure when it shows a dialog instead.
     DWORD ExitCode();
 
     /// Ends the program from outside, as a task manager would, and waits until it is gone.

@@ -29,10 +29,11 @@
 // its subtrees: for any later search the nearer of two equal strings is as good. In a run of one byte every
 // walk thus ends at its first node.
 //
-// Cost of a position: one hash, at most Depth nodes, each a cache miss in a large window and a few compared
-// bytes. Hash chains are the alternative: entering costs one store instead of a walk, so they win where most
-// positions are skipped or where few candidates are looked at, as in a lazy parse (TrialParse.cpp). But a
-// chain holds its candidates by age alone: nothing leads it to a long match far back in a window of 2 MiB.
+// Cost of a position: its hash and two for what is prefetched, at most Depth nodes, each but the first a
+// cache miss in a large window, and a few compared bytes. Hash chains are the alternative: entering costs one
+// store instead of a walk, so they win where most positions are skipped or where few candidates are looked
+// at, as in a lazy parse (TrialParse.cpp). But a chain holds its candidates by age alone: nothing leads it to
+// a long match far back in a window of 2 MiB.
 
 #include "tools/cabarc/lzx/MatchFinder.h"
 
