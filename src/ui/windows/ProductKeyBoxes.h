@@ -23,14 +23,14 @@ class ProductKeyBoxes {
     void Attach(HWND frame, const std::array<HWND, kKeyGroups>& boxes, CaughtFailure& failure);
 
  private:
-    static LRESULT CALLBACK Procedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR index,
-                                      DWORD_PTR self);
+    static LRESULT CALLBACK Procedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam);
     bool Paste(size_t first) const;
     void LeaveWhenFull(size_t index) const;
 
     HWND frame_ = nullptr;
     CaughtFailure* failure_ = nullptr;
     std::array<HWND, kKeyGroups> boxes_{};
+    WNDPROC edit_ = nullptr;  ///< the procedure of the system's edit controls
 };
 
 }  // namespace velbooter

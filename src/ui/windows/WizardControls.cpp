@@ -242,12 +242,15 @@ void WizardControls::ShowProgress(const ProgressBar& progress) {
     if (static_cast<int>(::SendMessageA(bar, PBM_GETRANGE, FALSE, 0)) != progress.Max)
         ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max);
     if (static_cast<int>(::SendMessageA(bar, PBM_GETPOS, 0, 0)) == progress.Value) return;
-    // The bar moves up slowly and down at once: a step too far and back shows the right value at once,
-    // before the page is hidden.
-    ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max + 1);
-    ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value) + 1, 0);
+    // The bar moves up slowly and down at once. On its way it may lag, but its page is hidden right after it
+    // is full, so its last move is a step too far and back.
+    const bool isFull = progress.Value == progress.Max;
+    if (isFull) {
+        ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max + 1);
+        ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value) + 1, 0);
+    }
     ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value), 0);
-    ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max);
+    if (isFull) ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max);
 }
 
 bool WizardControls::IsChosen(int id, const FrmWizard& form) {
