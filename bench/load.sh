@@ -23,6 +23,6 @@ measure() {
     stop_wine
 }
 export -f measure stop_wine in_wine_root
-"${at_fixed_addresses[@]}" scripts/with-display.sh bash -c measure >"$log" 2>&1 </dev/null || { tail -n 20 "$log" >&2; exit 1; }
+"${on_one_core[@]}" scripts/with-display.sh bash -c measure >"$log" 2>&1 </dev/null || { tail -n 20 "$log" >&2; exit 1; }
 # What the archiver prints goes to the same place.
 sed -n '/^The program under great loads/,$p' "$log"
