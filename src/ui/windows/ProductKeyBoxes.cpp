@@ -44,7 +44,7 @@ void ProductKeyBoxes::Attach(HWND frame, const std::array<HWND, kKeyGroups>& box
         ::SendMessageA(boxes_[i], EM_LIMITTEXT, kKeyGroupLength, 0);
         ::SetWindowLongPtrW(boxes_[i], GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
         // Not SetWindowSubclass, which looks up its data by name for each message. The wizard asks the boxes
-        // for their texts whenever a file is done, and under Wine the lookups took half of that time.
+        // for their texts whenever a file is done, and under Wine the lookups took most of that time.
         edit_ = reinterpret_cast<WNDPROC>(
             ::SetWindowLongPtrW(boxes_[i], GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
     }
