@@ -40,10 +40,6 @@ finish() {
     unset "running[$1]"
     grep -vE '^( *[0-9]+/[0-9]+ Test +#.* Passed +[0-9.]+ sec| *Start +[0-9]+: .*)$' "$logs/$1"
 }
-# shellcheck disable=SC2317  # begin calls it
-test_windows() { # test_windows CORE PRESET
-    CTEST_PARALLEL_LEVEL=1 taskset --cpu-list "$1" scripts/run-tests.sh "$2"
-}
 # shellcheck disable=SC2317  # the trap calls it
 end_jobs() {
     local job
@@ -54,18 +50,19 @@ trap end_jobs EXIT
 
 step 'Setting up' scripts/setup.sh
 # Keeps two cores busy: Windows programs are tested, and packages unpacked, while other things are compiled. The tests under Wine
-# take longest, so whatever no other step waits for makes way for them.
+# take longest, so the native builds and the checks make way for them.
+export CTEST_PARALLEL_LEVEL=1
 begin i386 'Creating the i386 Debian' scripts/setup-i386.sh
 step 'Building for 64 bits' scripts/build.sh x64
 step 'Building the tests for 64 bits' scripts/build-preset.sh mingw-x64
-begin mingw-x64 'Testing on 64 bits' test_windows "$first_core" mingw-x64
+begin mingw-x64 'Testing on 64 bits' taskset --cpu-list "$first_core" scripts/run-tests.sh mingw-x64
 step 'Building for 32 bits' scripts/build.sh x86
 step 'Building the tests for 32 bits' scripts/build-preset.sh mingw-x86
 finish i386
-begin mingw-x86 'Testing on 32 bits' test_windows "$last_core" mingw-x86
+begin mingw-x86 'Testing on 32 bits' taskset --cpu-list "$last_core" scripts/run-tests.sh mingw-x86
 for preset in host host-asan; do
     step "Building $preset" nice scripts/build-preset.sh "$preset"
-    begin "$preset" "Testing $preset" env CTEST_PARALLEL_LEVEL=1 scripts/run-tests.sh "$preset"
+    begin "$preset" "Testing $preset" scripts/run-tests.sh "$preset"
 done
 step 'Checking the sources' nice scripts/check.sh || failed=1
 presets=(host host-asan mingw-x64 mingw-x86)

@@ -239,18 +239,22 @@ void WizardControls::ShowFiles(const ListBox& files) {
 
 void WizardControls::ShowProgress(const ProgressBar& progress) {
     const HWND bar = Control(IDC_PROGRESS);
+    const auto setMaximum = [&](int maximum) {
+        ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), maximum);
+    };
+    const auto moveTo = [&](int value) { ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(value), 0); };
     if (static_cast<int>(::SendMessageA(bar, PBM_GETRANGE, FALSE, 0)) != progress.Max)
-        ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max);
+        setMaximum(progress.Max);
     if (static_cast<int>(::SendMessageA(bar, PBM_GETPOS, 0, 0)) == progress.Value) return;
     // The bar moves up slowly and down at once. On its way it may lag, but its page is hidden right after it
     // is full, so its last move is a step too far and back.
     const bool isFull = progress.Value == progress.Max;
     if (isFull) {
-        ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max + 1);
-        ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value) + 1, 0);
+        setMaximum(progress.Max + 1);
+        moveTo(progress.Value + 1);
     }
-    ::SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(progress.Value), 0);
-    if (isFull) ::SendMessageA(bar, PBM_SETRANGE32, static_cast<WPARAM>(progress.Min), progress.Max);
+    moveTo(progress.Value);
+    if (isFull) setMaximum(progress.Max);
 }
 
 bool WizardControls::IsChosen(int id, const FrmWizard& form) {
